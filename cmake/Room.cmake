@@ -1,0 +1,24 @@
+# swabby_room(NAME SOURCES … NEIGHBOURS … PRIVATE …): one room of the house. NEIGHBOURS lists the rooms it
+# may know, PRIVATE the libraries it uses itself; includes start at src/.
+function(swabby_room name)
+    cmake_parse_arguments(room "" "" "SOURCES;NEIGHBOURS;PRIVATE" ${ARGN})
+    add_library(${name} OBJECT ${room_SOURCES})
+    target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+    target_link_libraries(${name} PUBLIC Qt6::Core Threads::Threads ${room_NEIGHBOURS}
+        PRIVATE swabby_warnings ${room_PRIVATE})
+    target_precompile_headers(${name} PRIVATE <QtCore/QtCore> <algorithm> <cstdint> <optional> <string> <vector>)
+    set_property(GLOBAL APPEND PROPERTY SWABBY_ROOMS ${name})
+    set_property(GLOBAL APPEND PROPERTY SWABBY_LIBRARIES ${room_PRIVATE})
+endfunction()
+
+# swabby_test(NAME SOURCES … LIBRARIES …): one Qt Test program, run by ctest.
+function(swabby_test name)
+    cmake_parse_arguments(test "" "" "SOURCES;LIBRARIES" ${ARGN})
+    add_executable(${name} ${test_SOURCES})
+    target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+    target_link_libraries(${name} PRIVATE swabby_core swabby_warnings Qt6::Test ${test_LIBRARIES})
+    target_compile_definitions(${name} PRIVATE SWABBY_FIXTURES="${CMAKE_SOURCE_DIR}/tests/fixtures")
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 300
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
+endfunction()

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "platform/Machine.h"
+
+#include <memory>
+#include <optional>
+
+namespace swabby {
+
+/// Sets what every program of the house needs before its first thread: numbers and dates in the form
+/// that tools are parsed in. Call first in main.
+void prepareProcess();
+
+/// The machine to look after: the one that a folder describes, else this computer. No value when the
+/// folder describes none; problem then says why in one line.
+std::shared_ptr<Machine> chooseMachine(const std::optional<QString> &folder, QString *problem);
+
+} // namespace swabby

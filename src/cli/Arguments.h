@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QtCore/QStringList>
+
+#include <optional>
+#include <variant>
+
+namespace swabby {
+
+/// What somebody asked swabbyctl for.
+struct Arguments {
+    QString verb;
+    QStringList operands; ///< what follows the verb
+    std::optional<QString> machineFolder;
+    bool json = false;
+    bool unset = false;
+    std::optional<int> refreshes; ///< lines that watch prints; absent: no end
+    double interval = 60;         ///< seconds between watch's refreshes
+    std::optional<double> snooze; ///< seconds
+};
+
+/// One line: what is wrong and what is right.
+struct WrongUsage {
+    QString text;
+};
+
+/// Something to print before ending well: help or the version.
+struct Information {
+    QString text;
+};
+
+std::variant<Arguments, WrongUsage, Information> parseArguments(const QStringList &commandLine);
+
+} // namespace swabby

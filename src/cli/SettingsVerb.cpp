@@ -1,0 +1,68 @@
+#include "app/settings/Settings.h"
+#include "cli/Output.h"
+#include "cli/StateJson.h"
+#include "cli/Verbs.h"
+
+namespace swabby {
+namespace {
+
+QString plainText(const QJsonValue &value)
+{
+    if (value.isNull())
+        return QStringLiteral("none");
+    return value.isString() ? harmless(value.toString()) : QString::fromUtf8(jsonText(value));
+}
+
+void printValue(const Arguments &arguments, const QJsonValue &value)
+{
+    print(arguments.json ? jsonText(value) + '\n' : plainText(value).toUtf8() + '\n');
+}
+
+void printAll(const Arguments &arguments, const Settings &settings)
+{
+    QJsonObject all;
+    std::vector<QStringList> rows;
+    for (const Settings::Key &key : Settings::keys()) {
+        const QJsonValue value = settings.effective(key);
+        all.insert(key.name, value);
+        rows.push_back({key.name, plainText(value)});
+    }
+    print(arguments.json ? jsonText(all) + '\n' : table(rows).toUtf8());
+}
+
+int wrong(const QString &line)
+{
+    printProblem(line);
+    return wrongUsage;
+}
+
+} // namespace
+
+int runSettings(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
+{
+    Settings settings(*machine->settings);
+    if (arguments.operands.isEmpty()) {
+        printAll(arguments, settings);
+        return done;
+    }
+    const Settings::Key *key = Settings::find(arguments.operands.first());
+    if (!key)
+        return wrong(QStringLiteral("swabbyctl: no setting \"%1\"; swabbyctl settings lists them")
+                         .arg(arguments.operands.first()));
+    bool changed = true;
+    if (arguments.unset) {
+        changed = settings.unset(*key);
+    } else if (arguments.operands.size() == 2) {
+        const QJsonValue value = Settings::parse(*key, arguments.operands.last());
+        if (value.isUndefined())
+            return wrong(QStringLiteral("swabbyctl: %1 takes %2, not \"%3\"")
+                             .arg(key->name, Settings::expectedText(*key), arguments.operands.last()));
+        changed = settings.store(*key, value);
+    }
+    printValue(arguments, settings.effective(*key));
+    if (!changed)
+        printProblem(QStringLiteral("swabbyctl: the settings could not be written"));
+    return changed ? done : notDone;
+}
+
+} // namespace swabby

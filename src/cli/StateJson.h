@@ -1,0 +1,21 @@
+#pragma once
+
+#include "engine/state/AppState.h"
+
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonObject>
+
+namespace swabby {
+
+// Records as JSON: field names letter for letter, cases by name, an absent value null, dates as seconds
+// since 1970.
+
+QJsonObject toJson(const AppState &state);
+QJsonArray toJson(const History &history);
+QJsonArray toJson(const QList<LoginItem> &items);
+QJsonArray pinnedNamesJson(const AppState &state);
+
+/// One JSON value as compact text, also where it is no object or array.
+QByteArray jsonText(const QJsonValue &value);
+
+} // namespace swabby

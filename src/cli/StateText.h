@@ -1,0 +1,15 @@
+#pragma once
+
+#include "engine/state/AppState.h"
+
+namespace swabby {
+
+/// The whole state for a person at a terminal.
+QString stateText(const AppState &state);
+
+/// One refresh in one line.
+QString stateLine(const AppState &state);
+
+QString loginItemsText(const QList<LoginItem> &items);
+
+} // namespace swabby

@@ -1,0 +1,73 @@
+#include "cli/Verbs.h"
+
+#include "cli/Output.h"
+#include "cli/StateJson.h"
+#include "cli/StateText.h"
+#include "health/HistoryStore.h"
+#include "startup/LoginItemScanner.h"
+
+#include <QtCore/QDateTime>
+
+namespace swabby {
+namespace {
+
+int runHistory(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
+{
+    const History history = HistoryStore::load(machine->places.applicationData, machine->clock->now());
+    if (arguments.json) {
+        print(jsonText(toJson(history)) + '\n');
+        return done;
+    }
+    std::vector<QStringList> rows = {
+        {QStringLiteral("TIME"), QStringLiteral("CPU"), QStringLiteral("MEMORY")}};
+    for (const HistoryPoint &point : history)
+        rows.push_back({QDateTime::fromSecsSinceEpoch(static_cast<qint64>(point.date)).toString(Qt::ISODate),
+                        QString::number(point.cpu, 'f', 1) + QLatin1Char('%'),
+                        QString::number(point.mem, 'f', 1) + QLatin1Char('%')});
+    print(table(rows, {1, 2}));
+    return done;
+}
+
+int runStartup(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
+{
+    const QList<LoginItem> items = LoginItemScanner::scan(*machine->startup, *machine->boot);
+    if (arguments.json)
+        print(jsonText(toJson(items)) + '\n');
+    else
+        print(items.isEmpty() ? QStringLiteral("Nothing starts by itself here.\n") : loginItemsText(items));
+    return done;
+}
+
+int runPin(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
+{
+    AppState state(machine, Record::nothing);
+    state.togglePin(arguments.operands.first());
+    if (arguments.json) {
+        print(jsonText(QJsonObject{{QStringLiteral("pinnedNames"), pinnedNamesJson(state)}}) + '\n');
+        return done;
+    }
+    QString text = QStringLiteral("Pinned:\n");
+    for (const QString &name : state.pinnedNames())
+        text += QStringLiteral("  ") + harmless(name) + QLatin1Char('\n');
+    print(state.pinnedNames().empty() ? QStringLiteral("Nothing is pinned.\n") : text);
+    return done;
+}
+
+} // namespace
+
+int runVerb(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
+{
+    if (arguments.verb == QLatin1String("watch"))
+        return runWatch(arguments, machine);
+    if (arguments.verb == QLatin1String("history"))
+        return runHistory(arguments, machine);
+    if (arguments.verb == QLatin1String("startup"))
+        return runStartup(arguments, machine);
+    if (arguments.verb == QLatin1String("settings"))
+        return runSettings(arguments, machine);
+    if (arguments.verb == QLatin1String("pin"))
+        return runPin(arguments, machine);
+    return runSnapshot(arguments, machine);
+}
+
+} // namespace swabby

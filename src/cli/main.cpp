@@ -1,0 +1,33 @@
+#include "app/machine/MachineChoice.h"
+#include "cli/Output.h"
+#include "cli/Verbs.h"
+#include "platform/posix/TerminationSignals.h"
+
+#include <QtCore/QCoreApplication>
+
+int main(int argc, char *argv[])
+{
+    using namespace swabby;
+    prepareProcess();
+    const TerminationSignals signalsEndTheLoop;
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationVersion(QStringLiteral(SWABBY_VERSION));
+
+    const auto parsed = parseArguments(QCoreApplication::arguments());
+    if (const auto *information = std::get_if<Information>(&parsed)) {
+        print(information->text);
+        return done;
+    }
+    if (const auto *wrong = std::get_if<WrongUsage>(&parsed)) {
+        printProblem(QStringLiteral("swabbyctl: ") + wrong->text);
+        return wrongUsage;
+    }
+    const Arguments &arguments = std::get<Arguments>(parsed);
+    QString problem;
+    const std::shared_ptr<Machine> machine = chooseMachine(arguments.machineFolder, &problem);
+    if (!machine) {
+        printProblem(QStringLiteral("swabbyctl: ") + problem);
+        return wrongUsage;
+    }
+    return runVerb(arguments, machine);
+}

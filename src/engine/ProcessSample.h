@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QtCore/QString>
+
+#include <cstdint>
+
+namespace swabby {
+
+/// What to do about a program.
+enum class ActionRecommendation { keep, quit, forceQuit };
+
+/// One running program as seen by one sampling pass.
+struct ProcessSample {
+    std::int32_t pid = 0;
+    QString name;
+    QString path; ///< the whole command as the system shows it
+    double cpuPercent = 0;
+    double memPercent = 0;
+    std::uint64_t rssBytes = 0;
+    bool isApp = false;
+    double energyImpact = 0;
+    std::int64_t networkBytesPerSec = 0;
+
+    /// How safe it is to leave the program running, 5 (hardly) to 99.
+    int trustRatio() const;
+
+    /// A row is drawn anew only when its pid or load changed, so nothing else takes part.
+    bool operator==(const ProcessSample &other) const;
+};
+
+ActionRecommendation recommendation(const ProcessSample &process);
+
+/// Whether a health action on this program goes straight to a forced quit.
+bool shouldForceQuit(const ProcessSample &process);
+
+} // namespace swabby

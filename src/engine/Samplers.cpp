@@ -1,0 +1,149 @@
+#include "engine/Samplers.h"
+
+#include <QtCore/QStringList>
+
+#include <algorithm>
+#include <array>
+#include <limits>
+
+namespace swabby {
+namespace {
+
+constexpr std::array helperTools = {"du", "top", "ps", "xcrun", "simctl", "sips", "iconutil", "codesign"};
+
+struct Browser {
+    const char *pattern; ///< in lower case
+    const char *name;
+};
+
+constexpr std::array browsers = {Browser{"google chrome", "Google Chrome"}, Browser{"safari", "Safari"},
+                                 Browser{"firefox", "Firefox"}, Browser{"microsoft edge", "Microsoft Edge"},
+                                 Browser{"brave browser", "Brave Browser"}};
+
+ProcessSample sampleOf(const ProcessRow &row)
+{
+    return {.pid = row.pid,
+            .name = row.name,
+            .path = row.path,
+            .cpuPercent = row.cpuPercent,
+            .memPercent = row.memPercent,
+            .rssBytes = row.residentBytes,
+            .isApp = row.isApp};
+}
+
+bool isExcluded(const ProcessRow &row, std::int32_t ownPid)
+{
+    return ProcessSampler::isExcluded(row.pid, row.parentPid, row.name, row.path, ownPid);
+}
+
+std::int64_t saturatingSum(std::int64_t left, std::int64_t right)
+{
+    std::int64_t sum = 0;
+    if (__builtin_add_overflow(left, right, &sum))
+        return right > 0 ? std::numeric_limits<std::int64_t>::max()
+                         : std::numeric_limits<std::int64_t>::min();
+    return sum;
+}
+
+} // namespace
+
+bool isOwnProcess(std::int32_t pid, const QString &name, const QString &path, std::int32_t ownPid)
+{
+    return pid == 0 || pid == ownPid || name.compare(QLatin1String("swabby"), Qt::CaseInsensitive) == 0 ||
+           path.contains(QLatin1String("swabby.app"), Qt::CaseInsensitive) ||
+           path.contains(QLatin1String("/swabby"), Qt::CaseInsensitive);
+}
+
+bool ProcessSampler::isExcluded(std::int32_t pid, std::optional<std::int32_t> parentPid, const QString &name,
+                                const QString &path, std::int32_t ownPid)
+{
+    if (isOwnProcess(pid, name, path, ownPid) || parentPid == ownPid)
+        return true;
+    // Covered by the parent rule above: a tool of that name started by anybody else stays visible.
+    return parentPid == ownPid && std::any_of(helperTools.begin(), helperTools.end(), [&](const char *tool) {
+               return name.compare(QLatin1String(tool), Qt::CaseInsensitive) == 0;
+           });
+}
+
+QList<ProcessSample> ProcessSampler::topProcesses(ProcessSurvey &survey, int limit, std::int32_t ownPid)
+{
+    const auto busiest = survey.busiest();
+    if (!busiest)
+        return {};
+    const auto largest = survey.largest();
+    if (!largest)
+        return {};
+
+    QList<ProcessSample> samples;
+    std::unordered_set<std::int32_t> seen;
+    for (const auto *listing : {&*busiest, &*largest})
+        for (const ProcessRow &row : *listing)
+            if (!swabby::isExcluded(row, ownPid) && seen.insert(row.pid).second)
+                samples.append(sampleOf(row));
+    std::stable_sort(samples.begin(), samples.end(), [](const ProcessSample &a, const ProcessSample &b) {
+        return a.cpuPercent + a.memPercent > b.cpuPercent + b.memPercent;
+    });
+    return samples.mid(0, limit);
+}
+
+std::map<std::int32_t, ProcessSample>
+ProcessSampler::processes(ProcessSurvey &survey, const std::unordered_set<std::int32_t> &matching,
+                          std::int32_t ownPid)
+{
+    std::map<std::int32_t, ProcessSample> samples;
+    if (matching.empty())
+        return samples;
+    for (const ProcessRow &row : survey.matching(matching))
+        if (!swabby::isExcluded(row, ownPid))
+            samples.emplace(row.pid, sampleOf(row));
+    return samples;
+}
+
+std::optional<QString> BrowserRollup::groupName(const QString &processName)
+{
+    for (const Browser &browser : browsers)
+        if (processName.contains(QLatin1String(browser.pattern), Qt::CaseInsensitive))
+            return QString::fromLatin1(browser.name);
+    return std::nullopt;
+}
+
+QList<BrowserRollupEntry> BrowserRollup::sample(ProcessSurvey &survey)
+{
+    QList<BrowserRollupEntry> entries;
+    for (const ProcessWeight &weight : survey.weights()) {
+        const std::optional<QString> group = groupName(weight.name);
+        if (!group)
+            continue;
+        auto entry = std::find_if(entries.begin(), entries.end(),
+                                  [&](const auto &known) { return known.browserName == *group; });
+        if (entry == entries.end())
+            entry = entries.insert(entries.end(), {.browserName = *group});
+        ++entry->processCount;
+        entry->totalMemBytes += weight.residentBytes;
+        entry->totalCPUPercent += weight.cpuPercent;
+    }
+    std::stable_sort(entries.begin(), entries.end(),
+                     [](const auto &a, const auto &b) { return a.totalMemBytes > b.totalMemBytes; });
+    return entries;
+}
+
+std::unordered_map<std::int32_t, double> PowerSampler::sample(ProcessSurvey &survey, std::int32_t ownPid)
+{
+    std::unordered_map<std::int32_t, double> power;
+    for (const PowerRow &row : survey.power())
+        if (row.pid != ownPid && row.command.compare(QLatin1String("swabby"), Qt::CaseInsensitive) != 0)
+            power.insert_or_assign(row.pid, row.power);
+    return power;
+}
+
+std::unordered_map<std::int32_t, std::int64_t> NetworkSampler::sample(ProcessSurvey &survey)
+{
+    std::unordered_map<std::int32_t, std::int64_t> traffic;
+    for (const NetworkRow &row : survey.network()) {
+        std::int64_t &total = traffic[row.pid];
+        total = saturatingSum(total, saturatingSum(row.bytesIn, row.bytesOut));
+    }
+    return traffic;
+}
+
+} // namespace swabby

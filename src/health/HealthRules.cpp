@@ -1,0 +1,242 @@
+#include "health/HealthRules.h"
+
+#include "engine/WholeNumber.h"
+
+#include <algorithm>
+
+namespace swabby {
+namespace {
+
+using Hog = std::optional<ProcessSample>;
+
+Hog findHog(const QList<ProcessSample> &processes)
+{
+    constexpr double leastLoad = 30;
+    const auto busiest =
+        std::max_element(processes.begin(), processes.end(),
+                         [](const auto &a, const auto &b) { return a.cpuPercent < b.cpuPercent; });
+    if (busiest == processes.end() || busiest->cpuPercent < leastLoad)
+        return std::nullopt;
+    return *busiest;
+}
+
+QString percentText(double percent)
+{
+    return QString::number(wholeNumber(percent)) + QLatin1Char('%');
+}
+
+HealthIssueAction quitOrLook(const Hog &hog)
+{
+    return hog ? HealthIssueAction(KillProcess{*hog}) : HealthIssueAction(OpenSection{MainSection::speed});
+}
+
+void judgeHeat(ThermalState state, const Hog &hog, QList<HealthIssue> &issues)
+{
+    if (state == ThermalState::serious) {
+        issues.append(
+            {.level = HealthLevel::yellow,
+             .section = MainSection::speed,
+             .what = QStringLiteral("Your Mac is running hot"),
+             .why =
+                 hog ? hog->name + QStringLiteral(" has been using ") + percentText(hog->cpuPercent) +
+                           QStringLiteral(" of your Mac's power, which is enough to warm it up noticeably.")
+                     : QStringLiteral("It's working harder than usual, which raises the temperature and can "
+                                      "make the fans kick in."),
+             .how = hog ? QStringLiteral("Quitting ") + hog->name +
+                              QStringLiteral(" should bring the temperature back down.")
+                        : QStringLiteral("Check what's running and close anything you don't need right now."),
+             .action = quitOrLook(hog)});
+    } else if (state == ThermalState::critical) {
+        issues.append(
+            {.level = HealthLevel::red,
+             .section = MainSection::speed,
+             .what = QStringLiteral("Your Mac is overheating"),
+             .why =
+                 hog ? hog->name + QStringLiteral(" has been using ") + percentText(hog->cpuPercent) +
+                           QStringLiteral(
+                               " of your Mac's power, and running that hard is generating enough heat "
+                               "that macOS is slowing itself down to cool off.")
+                     : QStringLiteral("When a Mac runs too hot, macOS automatically slows everything down to "
+                                      "protect itself — that's why it feels sluggish right now."),
+             .how = hog ? QStringLiteral("Quitting ") + hog->name +
+                              QStringLiteral(" should let it cool down and get back to full speed.")
+                        : QStringLiteral(
+                              "Let it rest somewhere cool and open, make sure the vents aren't blocked, "
+                              "and close anything demanding you don't need running."),
+             .action = quitOrLook(hog)});
+    }
+}
+
+void judgeLoad(double cpu, const Hog &hog, const HealthThresholds &limits, QList<HealthIssue> &issues)
+{
+    if (cpu >= limits.cpuRed) {
+        issues.append(
+            {.level = HealthLevel::red,
+             .section = MainSection::speed,
+             .what = QStringLiteral("Your Mac is working very hard right now (") + percentText(cpu) +
+                     QStringLiteral(" busy)"),
+             .why =
+                 QStringLiteral("When the processor is this busy, everything else — opening apps, switching "
+                                "windows, typing — feels slower than normal."),
+             .how = hog ? hog->name +
+                              QStringLiteral(" is the biggest reason why. Quitting it should free things up "
+                                             "right away.")
+                        : QStringLiteral(
+                              "Check what's running and quit anything you don't need open right now."),
+             .action = quitOrLook(hog)});
+    } else if (cpu >= limits.cpuYellow) {
+        issues.append(
+            {.level = HealthLevel::yellow,
+             .section = MainSection::speed,
+             .what = QStringLiteral("Your Mac is working harder than usual (") + percentText(cpu) +
+                     QStringLiteral(" busy)"),
+             .why = QStringLiteral(
+                 "Nothing's wrong yet, but you may notice things feeling a little less snappy than "
+                 "usual."),
+             .how =
+                 hog ? hog->name + QStringLiteral(" is using the most power right now — worth a look if this "
+                                                  "keeps up.")
+                     : QStringLiteral("Worth keeping an eye on what's running if this keeps up."),
+             .action = quitOrLook(hog)});
+    }
+}
+
+void judgeMemory(double memory, const HealthThresholds &limits, QList<HealthIssue> &issues)
+{
+    if (memory >= limits.memRed) {
+        issues.append(
+            {.level = HealthLevel::red,
+             .section = MainSection::speed,
+             .what = QStringLiteral("It's almost out of memory (") + percentText(memory) +
+                     QStringLiteral(" used)"),
+             .why = QStringLiteral("When memory fills up, your Mac has to shuffle data to and from disk to "
+                                   "keep up, which makes apps feel sluggish or unresponsive."),
+             .how = QStringLiteral("Quitting a memory-hungry app you're not using frees it up immediately."),
+             .action = OpenSection{MainSection::speed}});
+    } else if (memory >= limits.memYellow) {
+        issues.append(
+            {.level = HealthLevel::yellow,
+             .section = MainSection::speed,
+             .what =
+                 QStringLiteral("Memory is filling up (") + percentText(memory) + QStringLiteral(" used)"),
+             .why = QStringLiteral(
+                 "You're not out yet, but if this keeps climbing things will start to feel slower."),
+             .how = QStringLiteral(
+                 "Worth checking which apps are using the most memory if you notice slowdown."),
+             .action = OpenSection{MainSection::speed}});
+    }
+}
+
+void judgeProcess(const Hog &hog, const HealthThresholds &limits, QList<HealthIssue> &issues)
+{
+    constexpr double yellowShare = 0.7;
+    if (!hog || hog->cpuPercent < yellowShare * limits.processCpuRed)
+        return;
+    const QString what = hog->name + QStringLiteral(" is using ") + percentText(hog->cpuPercent) +
+                         QStringLiteral(" of your Mac's power");
+    if (hog->cpuPercent >= limits.processCpuRed) {
+        issues.append({.level = HealthLevel::red,
+                       .section = MainSection::speed,
+                       .what = what,
+                       .why = QStringLiteral(
+                           "That's high enough on its own to slow down everything else you're doing."),
+                       .how = QStringLiteral("Quitting ") + hog->name +
+                              QStringLiteral(" should give you that power back immediately."),
+                       .action = KillProcess{*hog}});
+    } else {
+        issues.append(
+            {.level = HealthLevel::yellow,
+             .section = MainSection::speed,
+             .what = what,
+             .why = QStringLiteral("It's the busiest thing running right now — not a problem yet, but worth "
+                                   "knowing about."),
+             .how = QStringLiteral("If things feel slow, quitting ") + hog->name +
+                    QStringLiteral(" is the quickest way to find out if it's the cause."),
+             .action = KillProcess{*hog}});
+    }
+}
+
+void judgeStorage(const SystemStats &stats, QList<HealthIssue> &issues)
+{
+    constexpr double redBelow = 0.05;
+    constexpr double yellowBelow = 0.12;
+    if (stats.diskTotalBytes <= 0)
+        return;
+    const double freeShare =
+        static_cast<double>(stats.diskFreeBytes) / static_cast<double>(stats.diskTotalBytes);
+    if (freeShare < redBelow) {
+        issues.append(
+            {.level = HealthLevel::red,
+             .section = MainSection::storage,
+             .what = QStringLiteral("You're almost out of storage space"),
+             .why = QStringLiteral("With storage this full, apps can slow down, updates can fail, and some "
+                                   "apps may refuse to save files at all."),
+             .how = QStringLiteral("Clearing caches, duplicates, or old large files in Storage can free up "
+                                   "space in a couple of taps."),
+             .action = OpenSection{MainSection::storage}});
+    } else if (freeShare < yellowBelow) {
+        issues.append({.level = HealthLevel::yellow,
+                       .section = MainSection::storage,
+                       .what = QStringLiteral("Storage space is getting low"),
+                       .why = QStringLiteral(
+                           "You're not out yet, but it's worth clearing some space before it becomes a "
+                           "problem."),
+                       .how = QStringLiteral(
+                           "A quick scan in Storage usually finds caches and duplicates you can safely "
+                           "remove."),
+                       .action = OpenSection{MainSection::storage}});
+    }
+}
+
+} // namespace
+
+HealthVerdict computeHealth(const SystemStats &stats, const QList<ProcessSample> &processes,
+                            const HealthThresholds &thresholds)
+{
+    const Hog hog = findHog(processes);
+    HealthVerdict verdict;
+    judgeHeat(stats.thermalState, hog, verdict.issues);
+    judgeLoad(stats.cpuUsagePercent, hog, thresholds, verdict.issues);
+    judgeMemory(memoryPercent(stats), thresholds, verdict.issues);
+    judgeProcess(hog, thresholds, verdict.issues);
+    judgeStorage(stats, verdict.issues);
+    for (const HealthIssue &issue : verdict.issues)
+        verdict.level = std::max(verdict.level, issue.level);
+    return verdict;
+}
+
+std::optional<QString> actionLabel(const HealthIssue &issue)
+{
+    if (!issue.action)
+        return std::nullopt;
+    if (const auto *kill = std::get_if<KillProcess>(&*issue.action))
+        return QStringLiteral("Quit ") + kill->process.name;
+    switch (std::get<OpenSection>(*issue.action).section) {
+    case MainSection::storage:
+        return QStringLiteral("Free up space");
+    case MainSection::startup:
+        return QStringLiteral("Review startup items");
+    default:
+        return QStringLiteral("Look into it");
+    }
+}
+
+bool isDestructive(const HealthIssue &issue)
+{
+    return issue.action && std::holds_alternative<KillProcess>(*issue.action);
+}
+
+QString healthWord(HealthLevel level)
+{
+    switch (level) {
+    case HealthLevel::green:
+        return QStringLiteral("Healthy");
+    case HealthLevel::yellow:
+        return QStringLiteral("Under load");
+    case HealthLevel::red:
+        return QStringLiteral("Struggling");
+    }
+    return {};
+}
+
+} // namespace swabby

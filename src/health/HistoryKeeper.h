@@ -1,0 +1,47 @@
+#pragma once
+
+#include "engine/HistoryPoint.h"
+#include "platform/posix/FolderLock.h"
+
+#include <condition_variable>
+#include <mutex>
+#include <optional>
+#include <thread>
+
+namespace swabby {
+
+/// Keeps the day's history on disk from a thread of its own, so that nobody waits for the disk. Of several
+/// programs on one machine only the one that holds the lock on the data folder writes; when that one
+/// ends, the next takes over and keeps the points it left.
+class HistoryKeeper {
+public:
+    explicit HistoryKeeper(QString applicationData);
+    /// Writes what is still waiting.
+    ~HistoryKeeper();
+
+    /// Has the history saved. Returns at once; when saves come faster than the disk, only the newest counts.
+    void keep(const History &points, double now);
+
+private:
+    struct Save {
+        History points;
+        double now = 0;
+    };
+
+    void work();
+    void write(const Save &save);
+    bool holdsLock(double now);
+
+    QString m_applicationData;
+    std::optional<FolderLock> m_lock;
+    bool m_hasLostTurn = false; ///< another program kept the history for a while
+    History m_inherited;        ///< what that program left
+
+    std::mutex m_mutex;
+    std::condition_variable m_wake;
+    std::optional<Save> m_waiting;
+    bool m_ends = false;
+    std::thread m_thread;
+};
+
+} // namespace swabby

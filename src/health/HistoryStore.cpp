@@ -1,0 +1,108 @@
+#include "health/HistoryStore.h"
+
+#include "platform/posix/FolderLock.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QJsonArray>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QJsonObject>
+#include <QtCore/QSaveFile>
+
+#include <algorithm>
+#include <cmath>
+
+namespace swabby {
+namespace {
+
+/// The file counts its seconds from 2001-01-01 00:00 UTC.
+constexpr double referenceDate = 978'307'200;
+
+QString fileIn(const QString &folder)
+{
+    return folder + QStringLiteral("/history.json");
+}
+
+/// No value unless every element is a point: half a foreign file is no history.
+std::optional<History> pointsOf(const QByteArray &text)
+{
+    const QJsonDocument document = QJsonDocument::fromJson(text);
+    if (!document.isArray())
+        return std::nullopt;
+    const QJsonArray stored = document.array();
+    History points;
+    points.reserve(stored.size());
+    for (const QJsonValue &element : stored) {
+        const QJsonObject point = element.toObject();
+        const QJsonValue date = point.value(QLatin1String("date"));
+        const QJsonValue cpu = point.value(QLatin1String("cpu"));
+        const QJsonValue mem = point.value(QLatin1String("mem"));
+        if (!date.isDouble() || !cpu.isDouble() || !mem.isDouble())
+            return std::nullopt;
+        points.append({date.toDouble() + referenceDate, cpu.toDouble(), mem.toDouble()});
+    }
+    return points;
+}
+
+History lastDay(const History &points, double now)
+{
+    History kept;
+    kept.reserve(points.size());
+    std::copy_if(points.begin(), points.end(), std::back_inserter(kept),
+                 [&](const HistoryPoint &point) { return point.date >= now - historySpanSeconds; });
+    return kept;
+}
+
+void appendNumber(QByteArray &text, double number)
+{
+    text += QByteArray::number(std::isfinite(number) ? number : 0, 'g', QLocale::FloatingPointShortest);
+}
+
+QByteArray jsonOf(const History &points)
+{
+    constexpr qsizetype bytesPerPoint = 80;
+    QByteArray text = "[";
+    text.reserve(points.size() * bytesPerPoint);
+    for (const HistoryPoint &point : points) {
+        text += text.size() == 1 ? "{\"date\":" : ",{\"date\":";
+        appendNumber(text, point.date - referenceDate);
+        text += ",\"cpu\":";
+        appendNumber(text, point.cpu);
+        text += ",\"mem\":";
+        appendNumber(text, point.mem);
+        text += '}';
+    }
+    return text += ']';
+}
+
+} // namespace
+
+QString HistoryStore::ensureFolder(const QString &applicationData)
+{
+    return !applicationData.isEmpty() && QDir().mkpath(applicationData) ? applicationData : QString();
+}
+
+History HistoryStore::load(const QString &applicationData, double now)
+{
+    const QString path = fileIn(applicationData);
+    // Nobody saves while the folder can be locked, so what looks like a torn save is one.
+    if (const auto lock = FolderLock::tryLock(applicationData))
+        sweepStrays(path);
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return lastDay(pointsOf(file.readAll()).value_or(History()), now);
+}
+
+void HistoryStore::save(const QString &applicationData, const History &points, double now)
+{
+    const QString folder = ensureFolder(applicationData);
+    if (folder.isEmpty())
+        return;
+    const QByteArray text = jsonOf(lastDay(points, now));
+    QSaveFile file(fileIn(folder));
+    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size())
+        file.commit();
+}
+
+} // namespace swabby

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "platform/BootClock.h"
+#include "platform/Clock.h"
+#include "platform/DockPresence.h"
+#include "platform/KernelCounters.h"
+#include "platform/Places.h"
+#include "platform/PowerSupply.h"
+#include "platform/ProcessSurvey.h"
+#include "platform/SettingsStore.h"
+#include "platform/Shell.h"
+#include "platform/StartupSource.h"
+#include "platform/StopToken.h"
+
+#include <memory>
+
+namespace swabby {
+
+/// The computer Swabby looks after: small services, one implementation each for every kind of machine.
+/// What a system lacks is a null implementation, never an `if` at the caller. Shared with background
+/// work, so every service may be called from any thread unless its header says otherwise.
+struct Machine {
+    Places places;
+    std::int32_t ownProcessId = 0;
+    /// Refreshes until figures over an interval are real ones.
+    int refreshesUntilReal = 2;
+    /// Requested when the program ends: every wait and every tool of this machine ends with it.
+    StopSource stop;
+
+    std::unique_ptr<Clock> clock;
+    std::unique_ptr<SettingsStore> settings;
+    std::unique_ptr<Shell> shell;
+    std::unique_ptr<KernelCounters> kernel;
+    std::unique_ptr<ProcessSurveyor> processes;
+    std::unique_ptr<PowerSupply> power;
+    std::unique_ptr<BootClock> boot;
+    std::unique_ptr<StartupSource> startup;
+    std::unique_ptr<DockPresence> dock;
+};
+
+} // namespace swabby

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QtCore/QString>
+
+namespace swabby {
+
+/// Where things lie on the machine looked after. Absolute paths without a trailing slash.
+struct Places {
+    QString home;            ///< the user's home folder
+    QString root;            ///< what stands for "/": empty on a real machine, a folder on a described one
+    QString applicationData; ///< Swabby's own data folder; may not exist yet
+    QString preferences;     ///< the folder of the settings file; may not exist yet
+    quint32 userId = 0;      ///< the user's numeric id
+};
+
+} // namespace swabby

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/StopToken.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace swabby {
+
+/// Which of a tool's streams make up its text.
+enum class ToolOutput { bothStreams, standardOutput };
+
+/// Runs external tools. The only place of the program that starts a process.
+class Shell {
+public:
+    virtual ~Shell() = default;
+
+    /// Runs a tool by its absolute path, each argument one argv entry, no PATH, no shell, and gives its
+    /// whole text once it has ended. No value when it could not be started or its text is no UTF-8; the
+    /// exit status is not looked at. Blocks for as long as the tool runs, without a time limit; when the
+    /// token stops, the tool and its children are ended and what came so far is given.
+    virtual std::optional<std::string> run(const std::string &executable,
+                                           const std::vector<std::string> &arguments,
+                                           ToolOutput output = ToolOutput::bothStreams,
+                                           const StopToken &stop = {}) = 0;
+};
+
+} // namespace swabby

@@ -1,0 +1,79 @@
+#include "platform/StopToken.h"
+
+#include <atomic>
+#include <cerrno>
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+namespace swabby {
+
+// Closing the writing end makes the reading end readable for everybody and for good.
+struct StopToken::Pipe {
+    Pipe()
+    {
+        int ends[2] = {-1, -1};
+        if (::pipe(ends) == 0) {
+            readEnd = ends[0];
+            writeEnd = ends[1];
+            ::fcntl(readEnd, F_SETFD, FD_CLOEXEC);
+            ::fcntl(writeEnd, F_SETFD, FD_CLOEXEC);
+        }
+    }
+    ~Pipe()
+    {
+        close();
+        if (readEnd >= 0)
+            ::close(readEnd);
+    }
+    Pipe(const Pipe &) = delete;
+    Pipe &operator=(const Pipe &) = delete;
+
+    void close()
+    {
+        if (const int end = writeEnd.exchange(-1); end >= 0)
+            ::close(end);
+        stopped = true;
+    }
+
+    int readEnd = -1;
+    std::atomic<int> writeEnd = -1;
+    std::atomic<bool> stopped = false;
+};
+
+bool StopToken::stopRequested() const
+{
+    return m_pipe && m_pipe->stopped;
+}
+
+int StopToken::descriptor() const
+{
+    return m_pipe ? m_pipe->readEnd : -1;
+}
+
+bool StopToken::waitFor(std::chrono::milliseconds time) const
+{
+    using Steady = std::chrono::steady_clock;
+    const auto end = Steady::now() + time;
+    while (!stopRequested()) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Steady::now()).count();
+        if (left <= 0)
+            return true;
+        pollfd watched = {descriptor(), POLLIN, 0};
+        if (::poll(&watched, 1, static_cast<int>(left)) < 0 && errno != EINTR)
+            return false;
+    }
+    return false;
+}
+
+StopSource::StopSource()
+{
+    m_token.m_pipe = std::make_shared<StopToken::Pipe>();
+}
+
+void StopSource::requestStop()
+{
+    m_token.m_pipe->close();
+}
+
+} // namespace swabby

@@ -1,0 +1,109 @@
+#include "platform/machinefolder/FolderMachine.h"
+
+#include "platform/FileSettingsStore.h"
+#include "platform/machinefolder/FolderClock.h"
+#include "platform/machinefolder/FolderShell.h"
+#include "platform/machinefolder/MachineDescription.h"
+#include "platform/mactools/HardwareReport.h"
+#include "platform/mactools/MacBootClock.h"
+#include "platform/mactools/MacProcessSurveyor.h"
+#include "platform/mactools/MacStartupSource.h"
+
+#include <QtCore/QDir>
+
+#include <unistd.h>
+
+namespace swabby {
+namespace {
+
+class FolderKernel final : public KernelCounters {
+public:
+    explicit FolderKernel(std::shared_ptr<MachineDescription> description)
+        : m_description(std::move(description))
+    {
+    }
+
+    std::optional<CpuTicks> cpuTicks() override { return m_description->nextCpuTicks(); }
+    std::optional<MemoryPages> memoryPages() override { return m_description->memoryPages(); }
+    std::uint64_t physicalMemory() override { return m_description->physicalMemory(); }
+    std::uint64_t swapUsedBytes() override { return m_description->swapUsedBytes(); }
+    VolumeCapacity startupVolume() override { return m_description->disk(); }
+    ThermalState thermalState() override { return m_description->nextThermalState(); }
+
+private:
+    std::shared_ptr<MachineDescription> m_description;
+};
+
+class FolderPowerSupply final : public PowerSupply {
+public:
+    FolderPowerSupply(std::shared_ptr<MachineDescription> description, Shell &shell)
+        : m_description(std::move(description)), m_shell(shell)
+    {
+    }
+
+    std::optional<PowerSource> firstSource() override { return m_description->powerSource(); }
+    BatteryHealth healthAndCycles() override { return readHardwareReport(m_shell); }
+
+private:
+    std::shared_ptr<MachineDescription> m_description;
+    Shell &m_shell;
+};
+
+class FolderDockPresence final : public DockPresence {
+public:
+    explicit FolderDockPresence(const EventLog &events) : m_events(events) {}
+
+    void setActivationPolicy(ActivationPolicy policy) override
+    {
+        m_events.write(QStringLiteral("activationPolicy"), policy == ActivationPolicy::regular
+                                                               ? QStringLiteral("regular")
+                                                               : QStringLiteral("accessory"));
+    }
+
+private:
+    const EventLog &m_events;
+};
+
+// The log stands as long as every service that writes to it.
+struct FolderMachine : Machine {
+    explicit FolderMachine(const QString &folder) : events(folder + QStringLiteral("/events.jsonl")) {}
+
+    EventLog events;
+};
+
+} // namespace
+
+std::shared_ptr<Machine> makeFolderMachine(const QString &givenFolder, QString *problem)
+{
+    const QString folder = QDir(givenFolder).absolutePath();
+    const std::shared_ptr<MachineDescription> description = MachineDescription::read(folder, problem);
+    if (!description)
+        return nullptr;
+
+    const auto machine = std::make_shared<FolderMachine>(folder);
+    const QString home = folder + QStringLiteral("/home");
+    machine->places = {.home = home,
+                       .root = folder + QStringLiteral("/root"),
+                       .applicationData = home + QStringLiteral("/Library/Application Support/Swabby"),
+                       .preferences = home + QStringLiteral("/Library/Preferences"),
+                       .userId = description->userId()};
+    machine->ownProcessId = description->ownProcessId().value_or(::getpid());
+    machine->refreshesUntilReal = 1;
+    if (const auto now = description->now())
+        machine->clock = std::make_unique<FolderClock>(*now);
+    else
+        machine->clock = std::make_unique<SystemClock>();
+    machine->settings = std::make_unique<FileSettingsStore>(machine->places.preferences +
+                                                            QStringLiteral("/com.swabby.app.json"));
+    machine->shell =
+        std::make_unique<FolderShell>(folder, *machine->clock, machine->events, machine->stop.token());
+    machine->kernel = std::make_unique<FolderKernel>(description);
+    machine->processes = std::make_unique<MacProcessSurveyor>(*machine->shell);
+    machine->power = std::make_unique<FolderPowerSupply>(description, *machine->shell);
+    machine->boot = std::make_unique<MacBootClock>(*machine->shell);
+    machine->startup = std::make_unique<MacStartupSource>(*machine->shell, machine->places);
+    machine->dock = std::make_unique<FolderDockPresence>(machine->events);
+    return machine;
+}
+
+} // namespace swabby

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/KernelCounters.h"
+#include "platform/PowerSupply.h"
+
+#include <QtCore/QJsonObject>
+
+#include <atomic>
+#include <memory>
+#include <optional>
+
+namespace swabby {
+
+/// What a machine folder's machine.json says. Every key may be missing; a value of the wrong type counts
+/// as missing.
+class MachineDescription {
+public:
+    /// No value when the folder holds no machine.json with a JSON object; problem says so in one line.
+    static std::shared_ptr<MachineDescription> read(const QString &folder, QString *problem);
+
+    explicit MachineDescription(QJsonObject facts) : m_facts(std::move(facts)) {}
+
+    /// The fixed clock, seconds since 1970.
+    std::optional<double> now() const;
+    /// The next processor sample; the last one repeats.
+    std::optional<CpuTicks> nextCpuTicks();
+    std::optional<MemoryPages> memoryPages() const;
+    std::uint64_t physicalMemory() const;
+    std::uint64_t swapUsedBytes() const;
+    VolumeCapacity disk() const;
+    /// The next refresh's thermal state; the last one repeats.
+    ThermalState nextThermalState();
+    std::optional<PowerSource> powerSource() const;
+    std::uint32_t userId() const;
+    std::optional<std::int32_t> ownProcessId() const;
+
+private:
+    QJsonObject m_facts;
+    std::atomic<int> m_cpuSamples = 0;
+    std::atomic<int> m_thermalSamples = 0;
+};
+
+} // namespace swabby

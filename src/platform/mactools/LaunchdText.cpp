@@ -1,0 +1,89 @@
+#include "platform/mactools/LaunchdText.h"
+
+#include "platform/Utf8.h"
+#include "platform/mactools/TextScan.h"
+
+#include <plist/plist.h>
+
+#include <memory>
+
+namespace swabby {
+namespace {
+
+using PlistNode = std::unique_ptr<void, decltype([](void *node) { plist_free(node); })>;
+
+std::optional<QString> stringOf(plist_t node)
+{
+    if (!node || plist_get_node_type(node) != PLIST_STRING)
+        return std::nullopt;
+    std::uint64_t length = 0;
+    const char *text = plist_get_string_ptr(node, &length);
+    return text ? QString::fromUtf8(text, static_cast<qsizetype>(length)) : QString();
+}
+
+/// The first of an array that holds nothing but strings.
+std::optional<QString> firstString(plist_t node)
+{
+    if (!node || plist_get_node_type(node) != PLIST_ARRAY)
+        return std::nullopt;
+    const std::uint32_t count = plist_array_get_size(node);
+    for (std::uint32_t i = 0; i < count; ++i)
+        if (!stringOf(plist_array_get_item(node, i)))
+            return std::nullopt;
+    return count > 0 ? stringOf(plist_array_get_item(node, 0)) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<LaunchJob> parseLaunchJob(const QByteArray &propertyList)
+{
+    if (propertyList.isEmpty())
+        return std::nullopt;
+    plist_t parsed = nullptr;
+    plist_from_memory(propertyList.constData(), static_cast<std::uint32_t>(propertyList.size()), &parsed);
+    const PlistNode top(parsed);
+    if (!top || plist_get_node_type(top.get()) != PLIST_DICT)
+        return std::nullopt;
+
+    LaunchJob job;
+    job.label = stringOf(plist_dict_get_item(top.get(), "Label"));
+    job.programPath = stringOf(plist_dict_get_item(top.get(), "Program")).value_or(QString());
+    if (job.programPath.isEmpty())
+        job.programPath = firstString(plist_dict_get_item(top.get(), "ProgramArguments")).value_or(QString());
+    return job;
+}
+
+LoadedJob parseLoadedJob(std::string_view text)
+{
+    if (text.empty() || text.find("Could not find service") != std::string_view::npos)
+        return {};
+    LoadedJob job = {.isLoaded = true, .pid = std::nullopt};
+    forEachLine(text, [&](std::string_view rawLine) {
+        constexpr std::string_view marker = "pid = ";
+        const std::size_t begin = rawLine.find_first_not_of(" \t");
+        if (begin == std::string_view::npos)
+            return true;
+        const std::string_view line = rawLine.substr(begin, rawLine.find_last_not_of(" \t") - begin + 1);
+        if (line.starts_with(marker))
+            job.pid = integerOf<std::int32_t>(line.substr(marker.size()));
+        return !job.pid;
+    });
+    return job;
+}
+
+bool namesAppleAuthority(std::string_view text)
+{
+    return text.find("Authority=Apple") != std::string_view::npos ||
+           text.find("Authority=Software Signing") != std::string_view::npos;
+}
+
+QStringList parseLoginItemNames(std::string_view text)
+{
+    QStringList names;
+    for (const QString &piece : textOf(text).split(QLatin1Char(',')))
+        if (const QString name = piece.trimmed(); !name.isEmpty())
+            names.append(name);
+    return names;
+}
+
+} // namespace swabby

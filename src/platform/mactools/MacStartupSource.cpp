@@ -1,0 +1,91 @@
+#include "platform/mactools/MacStartupSource.h"
+
+#include "platform/mactools/LaunchdText.h"
+
+#include <QtCore/QDirIterator>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+
+namespace swabby {
+namespace {
+
+bool isAppleSigned(Shell &shell, const QString &path)
+{
+    const auto text = shell.run("/usr/bin/codesign", {"-dv", "--verbose=2", path.toStdString()});
+    return text && namesAppleAuthority(*text);
+}
+
+LoadedJob loadedInfo(Shell &shell, const QString &label, LoginItemScope scope, quint32 userId)
+{
+    const QString domain = scope == LoginItemScope::globalDaemon ? QStringLiteral("system")
+                                                                 : QStringLiteral("gui/%1").arg(userId);
+    const auto text =
+        shell.run("/bin/launchctl", {"print", (domain + QLatin1Char('/') + label).toStdString()});
+    return text ? parseLoadedJob(*text) : LoadedJob();
+}
+
+} // namespace
+
+std::vector<StartupEntry> MacStartupSource::entries()
+{
+    std::vector<StartupEntry> entries;
+    addFolder(m_places.home + QStringLiteral("/Library/LaunchAgents"), LoginItemScope::userAgent, entries);
+    addFolder(m_places.root + QStringLiteral("/Library/LaunchAgents"), LoginItemScope::globalAgent, entries);
+    addFolder(m_places.root + QStringLiteral("/Library/LaunchDaemons"), LoginItemScope::globalDaemon,
+              entries);
+    addClassicItems(entries);
+    return entries;
+}
+
+void MacStartupSource::addFolder(const QString &folder, LoginItemScope scope,
+                                 std::vector<StartupEntry> &entries)
+{
+    for (QDirIterator files(folder, QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+         files.hasNext();) {
+        const QString path = files.next();
+        QFile file(path);
+        // Opening a pipe would wait for its writer.
+        if (!path.endsWith(QLatin1String(".plist")) || !QFileInfo(path).isFile() ||
+            !file.open(QIODevice::ReadOnly))
+            continue;
+        const std::optional<LaunchJob> job = parseLaunchJob(file.readAll());
+        if (!job)
+            continue;
+        const QString label = job->label.value_or(files.fileName());
+        if (label.startsWith(QLatin1String("com.apple.")))
+            continue;
+        // A job whose program is unknown is not held against its maker.
+        const bool isSigned = job->programPath.isEmpty() || isAppleSigned(m_shell, job->programPath);
+        const LoadedJob loaded = loadedInfo(m_shell, label, scope, m_places.userId);
+        entries.push_back(
+            {.label = label,
+             .definitionPath = path,
+             .programPath = job->programPath,
+             .scope = scope,
+             .isLoaded = loaded.isLoaded,
+             .programIsMissing = !job->programPath.isEmpty() && !QFileInfo::exists(job->programPath),
+             .isVendorSigned = isSigned,
+             .pid = loaded.pid});
+    }
+}
+
+void MacStartupSource::addClassicItems(std::vector<StartupEntry> &entries)
+{
+    const auto text =
+        m_shell.run("/usr/bin/osascript",
+                    {"-e", "tell application \"System Events\" to get the name of every login item"},
+                    ToolOutput::standardOutput);
+    if (!text)
+        return;
+    for (const QString &name : parseLoginItemNames(*text))
+        entries.push_back({.label = name,
+                           .definitionPath = {},
+                           .programPath = {},
+                           .scope = LoginItemScope::classicLoginItem,
+                           .isLoaded = true,
+                           .programIsMissing = false,
+                           .isVendorSigned = true,
+                           .pid = std::nullopt});
+}
+
+} // namespace swabby

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/Places.h"
+#include "platform/Shell.h"
+#include "platform/StartupSource.h"
+
+namespace swabby {
+
+/// Launch agents, launch daemons and classic login items. Two tools run for every listed job.
+class MacStartupSource final : public StartupSource {
+public:
+    MacStartupSource(Shell &shell, Places places) : m_shell(shell), m_places(std::move(places)) {}
+    std::vector<StartupEntry> entries() override;
+
+private:
+    void addFolder(const QString &folder, LoginItemScope scope, std::vector<StartupEntry> &entries);
+    void addClassicItems(std::vector<StartupEntry> &entries);
+
+    Shell &m_shell;
+    Places m_places;
+};
+
+} // namespace swabby

@@ -1,0 +1,52 @@
+#include "platform/posix/FolderLock.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QRegularExpression>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+namespace swabby {
+
+std::optional<FolderLock> FolderLock::lock(const QString &folder)
+{
+    return take(folder, LOCK_EX);
+}
+
+std::optional<FolderLock> FolderLock::tryLock(const QString &folder)
+{
+    return take(folder, LOCK_EX | LOCK_NB);
+}
+
+std::optional<FolderLock> FolderLock::take(const QString &folder, int operation)
+{
+    const int descriptor = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return std::nullopt;
+    FolderLock taken(descriptor);
+    while (::flock(descriptor, operation) != 0)
+        if (errno != EINTR)
+            return std::nullopt;
+    return taken;
+}
+
+FolderLock::~FolderLock()
+{
+    if (m_descriptor >= 0)
+        ::close(m_descriptor);
+}
+
+void sweepStrays(const QString &filePath)
+{
+    const QFileInfo file(filePath);
+    QDir folder(file.absolutePath());
+    static const QRegularExpression sixLetters(QStringLiteral("^\\.[A-Za-z]{6}$"));
+    for (const QString &name : folder.entryList({file.fileName() + QStringLiteral(".??????")}, QDir::Files))
+        if (sixLetters.match(name.mid(file.fileName().size())).hasMatch())
+            folder.remove(name);
+}
+
+} // namespace swabby

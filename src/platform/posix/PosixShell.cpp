@@ -1,0 +1,201 @@
+#include "platform/posix/PosixShell.h"
+
+#include "platform/Utf8.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+extern char **environ;
+
+namespace swabby {
+namespace {
+
+class Descriptor {
+public:
+    explicit Descriptor(int number = -1) : m_number(number) {}
+    ~Descriptor() { close(); }
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
+
+    int number() const { return m_number; }
+    void set(int number) { m_number = number; }
+    void close()
+    {
+        if (m_number >= 0)
+            ::close(m_number);
+        m_number = -1;
+    }
+
+private:
+    int m_number;
+};
+
+bool makePipe(Descriptor &readEnd, Descriptor &writeEnd)
+{
+    int ends[2] = {-1, -1};
+#ifdef __linux__
+    if (::pipe2(ends, O_CLOEXEC) != 0)
+        return false;
+#else
+    if (::pipe(ends) != 0)
+        return false;
+    ::fcntl(ends[0], F_SETFD, FD_CLOEXEC);
+    ::fcntl(ends[1], F_SETFD, FD_CLOEXEC);
+#endif
+    readEnd.set(ends[0]);
+    writeEnd.set(ends[1]);
+    return true;
+}
+
+bool names(const char *entry, const std::string &variable)
+{
+    return std::strncmp(entry, variable.c_str(), variable.size()) == 0 && entry[variable.size()] == '=';
+}
+
+std::vector<std::string> environmentFor(const PosixShell::Variables &variables)
+{
+    std::vector<std::string> result;
+    for (char **entry = environ; entry && *entry; ++entry) {
+        bool dropped = names(*entry, "ANTHROPIC_API_KEY");
+        for (const auto &variable : variables)
+            dropped = dropped || names(*entry, variable.first);
+        if (!dropped)
+            result.emplace_back(*entry);
+    }
+    for (const auto &[name, value] : variables)
+        result.push_back(name + '=' + value);
+    return result;
+}
+
+std::vector<char *> pointersTo(const std::vector<std::string> &texts)
+{
+    std::vector<char *> pointers;
+    pointers.reserve(texts.size() + 1);
+    for (const std::string &text : texts)
+        pointers.push_back(const_cast<char *>(text.c_str()));
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+// The child starts with default signals, no blocked ones, in a group of its own.
+pid_t spawn(const std::string &executable, const std::vector<std::string> &arguments,
+            const std::vector<std::string> &environment, int outputEnd, ToolOutput output)
+{
+    posix_spawn_file_actions_t actions;
+    posix_spawnattr_t attributes;
+    if (::posix_spawn_file_actions_init(&actions) != 0)
+        return -1;
+    if (::posix_spawnattr_init(&attributes) != 0) {
+        ::posix_spawn_file_actions_destroy(&actions);
+        return -1;
+    }
+    ::posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    ::posix_spawn_file_actions_adddup2(&actions, outputEnd, STDOUT_FILENO);
+    if (output == ToolOutput::bothStreams)
+        ::posix_spawn_file_actions_adddup2(&actions, outputEnd, STDERR_FILENO);
+    else
+        ::posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+
+    sigset_t none;
+    sigset_t all;
+    sigemptyset(&none);
+    sigfillset(&all);
+    ::posix_spawnattr_setsigmask(&attributes, &none);
+    ::posix_spawnattr_setsigdefault(&attributes, &all);
+    ::posix_spawnattr_setpgroup(&attributes, 0);
+    ::posix_spawnattr_setflags(&attributes,
+                               POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
+
+    std::vector<std::string> words = {executable};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    pid_t child = -1;
+    const int problem = ::posix_spawn(&child, executable.c_str(), &actions, &attributes,
+                                      pointersTo(words).data(), pointersTo(environment).data());
+    ::posix_spawnattr_destroy(&attributes);
+    ::posix_spawn_file_actions_destroy(&actions);
+    return problem == 0 ? child : -1;
+}
+
+/// Reads to the end of the file; false when one of the tokens stopped first.
+bool readAll(int descriptor, const StopToken &own, const StopToken &callers, std::string &text)
+{
+    std::vector<char> buffer(64 * 1024);
+    for (;;) {
+        pollfd watched[3] = {
+            {descriptor, POLLIN, 0}, {own.descriptor(), POLLIN, 0}, {callers.descriptor(), POLLIN, 0}};
+        if (::poll(watched, 3, -1) < 0) {
+            if (errno == EINTR)
+                continue;
+            return false;
+        }
+        if (own.stopRequested() || callers.stopRequested())
+            return false;
+        const ssize_t count = ::read(descriptor, buffer.data(), buffer.size());
+        if (count > 0)
+            text.append(buffer.data(), static_cast<std::size_t>(count));
+        else if (count == 0)
+            return true;
+        else if (errno != EINTR && errno != EAGAIN)
+            return true;
+    }
+}
+
+/// Waits for the child's end. It is left unreaped until then, so its number cannot be another's.
+void waitForEnd(pid_t child, const StopToken &own, const StopToken &callers)
+{
+    bool ended = false;
+    for (int pause = 1;; pause = std::min(pause * 2, 200)) {
+        const pid_t result = ::waitpid(child, nullptr, WNOHANG);
+        if (result == child || (result < 0 && errno != EINTR))
+            return;
+        if (!ended && (own.stopRequested() || callers.stopRequested())) {
+            ::kill(-child, SIGKILL);
+            ::kill(child, SIGKILL);
+            ended = true;
+        }
+        // A tool that closed its output is as good as gone: looking again costs next to nothing.
+        pollfd watched[2] = {{ended ? -1 : own.descriptor(), POLLIN, 0},
+                             {ended ? -1 : callers.descriptor(), POLLIN, 0}};
+        ::poll(watched, 2, pause);
+    }
+}
+
+} // namespace
+
+std::optional<std::string> PosixShell::run(const std::string &executable,
+                                           const std::vector<std::string> &arguments, ToolOutput output,
+                                           const StopToken &stop)
+{
+    return runWith({}, executable, arguments, output, stop, [] {});
+}
+
+std::optional<std::string> PosixShell::runWith(const Variables &variables, const std::string &executable,
+                                               const std::vector<std::string> &arguments, ToolOutput output,
+                                               const StopToken &stop, const std::function<void()> &started)
+{
+    Descriptor readEnd;
+    Descriptor writeEnd;
+    if (m_stop.stopRequested() || stop.stopRequested() || !makePipe(readEnd, writeEnd))
+        return std::nullopt;
+    const pid_t child = spawn(executable, arguments, environmentFor(variables), writeEnd.number(), output);
+    writeEnd.close();
+    if (child < 0)
+        return std::nullopt;
+    started();
+
+    std::string text;
+    readAll(readEnd.number(), m_stop, stop, text);
+    readEnd.close();
+    waitForEnd(child, m_stop, stop);
+    if (!isUtf8(text))
+        return std::nullopt;
+    return text;
+}
+
+} // namespace swabby

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/Shell.h"
+
+#include <functional>
+#include <utility>
+
+namespace swabby {
+
+/// Runs tools as child processes of this program. A child inherits the environment but for the user's
+/// API key, and leads a process group of its own, so that ending it ends what it started.
+class PosixShell final : public Shell {
+public:
+    /// Variables are set for every tool on top of the inherited ones.
+    using Variables = std::vector<std::pair<std::string, std::string>>;
+
+    /// Tools end when stop is requested, whatever token a call brings.
+    explicit PosixShell(StopToken stop) : m_stop(std::move(stop)) {}
+
+    std::optional<std::string> run(const std::string &executable, const std::vector<std::string> &arguments,
+                                   ToolOutput output = ToolOutput::bothStreams,
+                                   const StopToken &stop = {}) override;
+
+    /// As run(), with variables; started tells whether the tool could be started.
+    std::optional<std::string> runWith(const Variables &variables, const std::string &executable,
+                                       const std::vector<std::string> &arguments, ToolOutput output,
+                                       const StopToken &stop, const std::function<void()> &started);
+
+private:
+    StopToken m_stop;
+};
+
+} // namespace swabby

@@ -1,0 +1,50 @@
+#include "startup/LoginItemScanner.h"
+
+#include "engine/Probes.h"
+
+#include <algorithm>
+
+namespace swabby {
+namespace {
+
+LoginItem itemOf(const StartupEntry &entry, BootClock &boot)
+{
+    return {.label = entry.label,
+            .plistPath = entry.definitionPath,
+            .programPath = entry.programPath,
+            .scope = entry.scope,
+            .isLoaded = entry.isLoaded,
+            .isOrphaned = entry.programIsMissing,
+            .isAppleSigned = entry.isVendorSigned,
+            // Only what lies in the user's own folders can be changed without administrator rights.
+            .canDisableInPlace = entry.scope == LoginItemScope::userAgent,
+            .bootDelaySeconds = entry.pid ? BootTime::delaySeconds(boot, *entry.pid) : std::nullopt};
+}
+
+bool deservesALook(const LoginItem &item)
+{
+    return !item.isAppleSigned || item.isOrphaned;
+}
+
+// By code point: UTF-16 order, which QString compares by, puts characters beyond U+FFFF too early.
+bool precedes(const QString &left, const QString &right)
+{
+    return left.toUtf8() < right.toUtf8();
+}
+
+} // namespace
+
+QList<LoginItem> LoginItemScanner::scan(StartupSource &source, BootClock &boot)
+{
+    QList<LoginItem> items;
+    for (const StartupEntry &entry : source.entries())
+        items.append(itemOf(entry, boot));
+    std::stable_sort(items.begin(), items.end(), [](const LoginItem &a, const LoginItem &b) {
+        if (deservesALook(a) != deservesALook(b))
+            return deservesALook(a);
+        return precedes(a.label, b.label);
+    });
+    return items;
+}
+
+} // namespace swabby
