@@ -8,8 +8,7 @@ namespace swabby {
 
 HistoryKeeper::HistoryKeeper(QString applicationData) : m_applicationData(std::move(applicationData))
 {
-    m_lock = FolderLock::tryLock(HistoryStore::ensureFolder(m_applicationData));
-    m_hasLostTurn = !m_lock;
+    takeTurn();
 }
 
 HistoryKeeper::~HistoryKeeper()
@@ -50,24 +49,25 @@ void HistoryKeeper::work()
 
 void HistoryKeeper::write(const Save &save)
 {
-    if (!holdsLock(save.now))
-        return;
+    if (!m_lock) {
+        if (!takeTurn())
+            return;
+        m_inherited = HistoryStore::load(m_applicationData, save.now);
+    }
     History points;
     points.reserve(m_inherited.size() + save.points.size());
-    std::merge(m_inherited.begin(), m_inherited.end(), save.points.begin(), save.points.end(),
-               std::back_inserter(points), [](const auto &a, const auto &b) { return a.date < b.date; });
+    // Both sides begin with what the file held when they started.
+    std::set_union(m_inherited.begin(), m_inherited.end(), save.points.begin(), save.points.end(),
+                   std::back_inserter(points), [](const auto &a, const auto &b) { return a.date < b.date; });
     HistoryStore::save(m_applicationData, points, save.now);
 }
 
-bool HistoryKeeper::holdsLock(double now)
+bool HistoryKeeper::takeTurn()
 {
-    if (m_lock)
-        return true;
     const QString folder = HistoryStore::ensureFolder(m_applicationData);
-    const History stored = HistoryStore::load(folder, now);
     m_lock = FolderLock::tryLock(folder);
-    if (m_lock && m_hasLostTurn)
-        m_inherited = stored;
+    if (m_lock)
+        HistoryStore::sweep(folder);
     return m_lock.has_value();
 }
 

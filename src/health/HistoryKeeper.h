@@ -30,12 +30,12 @@ private:
 
     void work();
     void write(const Save &save);
-    bool holdsLock(double now);
+    /// Takes the lock if nobody else has it.
+    bool takeTurn();
 
     QString m_applicationData;
     std::optional<FolderLock> m_lock;
-    bool m_hasLostTurn = false; ///< another program kept the history for a while
-    History m_inherited;        ///< what that program left
+    History m_inherited; ///< what a program left that had its turn before this one
 
     std::mutex m_mutex;
     std::condition_variable m_wake;

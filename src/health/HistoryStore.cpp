@@ -84,14 +84,18 @@ QString HistoryStore::ensureFolder(const QString &applicationData)
 
 History HistoryStore::load(const QString &applicationData, double now)
 {
-    const QString path = fileIn(applicationData);
     // Nobody saves while the folder can be locked, so what looks like a torn save is one.
     if (const auto lock = FolderLock::tryLock(applicationData))
-        sweepStrays(path);
-    QFile file(path);
+        sweep(applicationData);
+    QFile file(fileIn(applicationData));
     if (!file.open(QIODevice::ReadOnly))
         return {};
     return lastDay(pointsOf(file.readAll()).value_or(History()), now);
+}
+
+void HistoryStore::sweep(const QString &applicationData)
+{
+    sweepStrays(fileIn(applicationData));
 }
 
 void HistoryStore::save(const QString &applicationData, const History &points, double now)

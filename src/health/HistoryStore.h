@@ -13,6 +13,10 @@ QString ensureFolder(const QString &applicationData);
 /// history; the file is neither repaired nor deleted. now in seconds since 1970. Reads the disk.
 History load(const QString &applicationData, double now);
 
+/// Deletes what killed saves have left beside the file. Hold the folder's lock: another program's save in
+/// progress looks the same.
+void sweep(const QString &applicationData);
+
 /// Replaces the file whole with the points of the last day, or leaves it as it was; failures are silent.
 /// Waits for the disk: background work only.
 void save(const QString &applicationData, const History &points, double now);

@@ -31,9 +31,9 @@ struct StopToken::Pipe {
 
     void close()
     {
+        stopped = true; // first, so that whoever is woken by the pipe finds it
         if (const int end = writeEnd.exchange(-1); end >= 0)
             ::close(end);
-        stopped = true;
     }
 
     int readEnd = -1;

@@ -35,10 +35,11 @@ QJsonValue readAs(Type type, const QJsonValue &value)
     switch (type) {
     case Type::number:
         return isNumeric ? QJsonValue(number) : QJsonValue(QJsonValue::Undefined);
-    case Type::integer:
-        return isNumeric
-                   ? QJsonValue(value.isBool() ? qint64(value.toBool()) : value.toInteger(qint64(number)))
-                   : QJsonValue(QJsonValue::Undefined);
+    case Type::integer: {
+        constexpr double limit = 0x1p63;
+        const qint64 truncated = std::abs(number) < limit ? static_cast<qint64>(number) : 0;
+        return isNumeric ? QJsonValue(value.toInteger(truncated)) : QJsonValue(QJsonValue::Undefined);
+    }
     case Type::boolean:
         return isNumeric ? QJsonValue(number != 0) : QJsonValue(QJsonValue::Undefined);
     case Type::text:

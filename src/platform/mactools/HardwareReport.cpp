@@ -1,6 +1,6 @@
 #include "platform/mactools/HardwareReport.h"
 
-#include "platform/mactools/TextScan.h"
+#include "platform/TextScan.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #include "platform/mactools/LaunchdText.h"
 
+#include "platform/TextScan.h"
 #include "platform/Utf8.h"
-#include "platform/mactools/TextScan.h"
 
 #include <plist/plist.h>
 
@@ -37,7 +37,7 @@ std::optional<QString> firstString(plist_t node)
 
 std::optional<LaunchJob> parseLaunchJob(const QByteArray &propertyList)
 {
-    if (propertyList.isEmpty())
+    if (propertyList.isEmpty() || propertyList.size() > largestLaunchJob)
         return std::nullopt;
     plist_t parsed = nullptr;
     plist_from_memory(propertyList.constData(), static_cast<std::uint32_t>(propertyList.size()), &parsed);

@@ -48,7 +48,7 @@ void MacStartupSource::addFolder(const QString &folder, LoginItemScope scope,
         if (!path.endsWith(QLatin1String(".plist")) || !QFileInfo(path).isFile() ||
             !file.open(QIODevice::ReadOnly))
             continue;
-        const std::optional<LaunchJob> job = parseLaunchJob(file.readAll());
+        const std::optional<LaunchJob> job = parseLaunchJob(file.read(largestLaunchJob + 1));
         if (!job)
             continue;
         const QString label = job->label.value_or(files.fileName());

@@ -1,6 +1,6 @@
 #include "platform/mactools/NettopText.h"
 
-#include "platform/mactools/TextScan.h"
+#include "platform/TextScan.h"
 
 namespace swabby {
 namespace {

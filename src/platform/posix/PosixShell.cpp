@@ -136,6 +136,8 @@ bool readAll(int descriptor, const StopToken &own, const StopToken &callers, std
         }
         if (own.stopRequested() || callers.stopRequested())
             return false;
+        if (watched[0].revents == 0)
+            continue;
         const ssize_t count = ::read(descriptor, buffer.data(), buffer.size());
         if (count > 0)
             text.append(buffer.data(), static_cast<std::size_t>(count));
@@ -146,19 +148,19 @@ bool readAll(int descriptor, const StopToken &own, const StopToken &callers, std
     }
 }
 
-/// Waits for the child's end. It is left unreaped until then, so its number cannot be another's.
+/// Waits for the child's end; a stop ends its whole group first, whose number is nobody else's until the child
+/// is waited for.
 void waitForEnd(pid_t child, const StopToken &own, const StopToken &callers)
 {
     bool ended = false;
     for (int pause = 1;; pause = std::min(pause * 2, 200)) {
+        if (!ended && (own.stopRequested() || callers.stopRequested())) {
+            ::kill(-child, SIGKILL);
+            ended = true;
+        }
         const pid_t result = ::waitpid(child, nullptr, WNOHANG);
         if (result == child || (result < 0 && errno != EINTR))
             return;
-        if (!ended && (own.stopRequested() || callers.stopRequested())) {
-            ::kill(-child, SIGKILL);
-            ::kill(child, SIGKILL);
-            ended = true;
-        }
         // A tool that closed its output is as good as gone: looking again costs next to nothing.
         pollfd watched[2] = {{ended ? -1 : own.descriptor(), POLLIN, 0},
                              {ended ? -1 : callers.descriptor(), POLLIN, 0}};

@@ -1,4 +1,4 @@
-#include "platform/mactools/TextScan.h"
+#include "platform/TextScan.h"
 
 #include <QtCore/QByteArray>
 

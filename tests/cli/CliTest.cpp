@@ -1,0 +1,268 @@
+#include "support/TemporaryMachine.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QProcess>
+#include <QtTest/QTest>
+
+using namespace swabby;
+
+namespace {
+
+constexpr double noon = 1'790'000'000;
+
+struct Answer {
+    int status = -1;
+    QByteArray output;
+    QByteArray problems;
+
+    QJsonValue json() const { return QJsonDocument::fromJson('[' + output + ']').array().first(); }
+};
+
+Answer run(const QStringList &arguments)
+{
+    constexpr int patienceMilliseconds = 60'000;
+    QProcess program;
+    program.start(QStringLiteral(SWABBYCTL), arguments);
+    if (!program.waitForFinished(patienceMilliseconds))
+        return {};
+    return {program.exitStatus() == QProcess::NormalExit ? program.exitCode() : -1,
+            program.readAllStandardOutput(), program.readAllStandardError()};
+}
+
+Answer runOn(const TemporaryMachine &machine, const QStringList &arguments)
+{
+    return run(QStringList{u"--machine"_qs, machine.folder()} + arguments);
+}
+
+QStringList words(const char *text)
+{
+    return QString::fromUtf8(text).split(u' ', Qt::SkipEmptyParts);
+}
+
+QJsonObject fixedFacts()
+{
+    return {{u"now"_qs, noon},
+            {u"disk"_qs, QJsonObject{{u"freeBytes"_qs, 40}, {u"totalBytes"_qs, 1000}}},
+            {u"powerSource"_qs, QJsonObject{{u"Current Capacity"_qs, 80}}}};
+}
+
+} // namespace
+
+class CliTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void wrongUsageSaysSoInOneLine_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        for (const char *text : {"",
+                                 "frobnicate",
+                                 "snapshot extra",
+                                 "pin",
+                                 "pin a b",
+                                 "settings nothing",
+                                 "settings cpuRed high",
+                                 "settings cpuRed nan",
+                                 "settings notifyOnRed 1",
+                                 "settings weeklyAttentionCount 1.5",
+                                 "settings pinnedProcessNames [1]",
+                                 "settings pinnedProcessNames word",
+                                 "settings lastWeeklySummaryDate soon",
+                                 "settings --unset",
+                                 "settings cpuRed 5 --unset",
+                                 "watch --refreshes 0",
+                                 "watch --refreshes many",
+                                 "watch --interval -1",
+                                 "watch --snooze x",
+                                 "snapshot --refreshes 2",
+                                 "snapshot --frob",
+                                 "watch --interval",
+                                 "--machine"})
+            QTest::newRow(text) << words(text);
+    }
+
+    void wrongUsageSaysSoInOneLine()
+    {
+        QFETCH(QStringList, arguments);
+        TemporaryMachine machine(fixedFacts());
+        const Answer answer = runOn(machine, arguments);
+        QCOMPARE(answer.status, 2);
+        QCOMPARE(answer.output, QByteArray());
+        QCOMPARE(answer.problems.count('\n'), 1);
+        QVERIFY(!QFile::exists(machine.home() + u"/Library"_qs));
+    }
+
+    void aFolderThatDescribesNoMachineIsWrongUsage_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("not JSON") << QByteArray("{\"now\": ");
+        QTest::newRow("a list") << QByteArray("[]");
+        QTest::newRow("empty") << QByteArray();
+    }
+
+    void aFolderThatDescribesNoMachineIsWrongUsage()
+    {
+        QFETCH(QByteArray, content);
+        TemporaryMachine machine;
+        machine.writeFile(u"machine.json"_qs, content);
+        QCOMPARE(runOn(machine, {u"snapshot"_qs}).status, 2);
+        QFile::remove(machine.folder() + u"/machine.json"_qs);
+        const Answer answer = runOn(machine, {u"snapshot"_qs});
+        QCOMPARE(answer.status, 2);
+        QCOMPARE(answer.problems.count('\n'), 1);
+    }
+
+    void aStateHasEveryField()
+    {
+        TemporaryMachine machine(fixedFacts());
+        machine.setProcesses({"10 1 95.5 60.0 100 /Applications/Mill.app/Contents/MacOS/Mill"});
+        const QJsonObject state = runOn(machine, {u"snapshot"_qs, u"--json"_qs}).json().toObject();
+        QCOMPARE(state.keys(),
+                 words("batteryDrainers browserRollups health healthIssues history leakSuspects "
+                       "loginItems menuBar networkUsers notifications pinnedNames processes stats"));
+        QCOMPARE(
+            state[u"stats"_qs].toObject().keys(),
+            words("batteryCycleCount batteryHealthPercent batteryPercent cpuUsagePercent diskFreeBytes "
+                  "diskTotalBytes isCharging memPressurePercent memTotalBytes memUsedBytes swapUsedBytes "
+                  "thermalState timeRemainingMinutes timestamp"));
+        QVERIFY(state[u"stats"_qs][u"batteryHealthPercent"_qs].isNull());
+        QCOMPARE(state[u"stats"_qs][u"timestamp"_qs], noon);
+        const QJsonValue process = state[u"processes"_qs][0];
+        QCOMPARE(
+            process.toObject().keys(),
+            words("cpuPercent energyImpact isApp memPercent name networkBytesPerSec path pid recommendation "
+                  "rssBytes trustRatio"));
+        QCOMPARE(process[u"trustRatio"_qs], 20);
+        QCOMPARE(process[u"recommendation"_qs], u"forceQuit"_qs);
+        const QJsonArray issues = state[u"healthIssues"_qs].toArray();
+        QCOMPARE(issues.size(), 2);
+        QCOMPARE(issues[0].toObject().keys(), words("action how level section what why"));
+        QCOMPARE(issues[0][u"action"_qs], (QJsonObject{{u"killProcess"_qs, 10}}));
+        QCOMPARE(issues[1][u"action"_qs], (QJsonObject{{u"openSection"_qs, u"storage"_qs}}));
+        QCOMPARE(state[u"menuBar"_qs], (QJsonObject{{u"text"_qs, u"0%"_qs}, {u"color"_qs, u"red"_qs}}));
+        QVERIFY(!QFile::exists(machine.historyFile()));
+    }
+
+    void watchMovesTheFixedClockAndKeepsTheDay()
+    {
+        TemporaryMachine machine(fixedFacts());
+        machine.addTool(u"/usr/bin/top"_qs, "echo $MACHINE_NOW >>\"$MACHINE_DIR/times\"");
+        const Answer answer = runOn(machine, words("watch --refreshes 3 --interval 600 --json"));
+        QCOMPARE(answer.status, 0);
+        QList<double> times;
+        for (const QByteArray &line : answer.output.trimmed().split('\n'))
+            times.append(QJsonDocument::fromJson(line)[u"stats"_qs][u"timestamp"_qs].toDouble());
+        QCOMPARE(times, QList<double>({noon, noon + 600, noon + 1200}));
+        QFile seen(machine.folder() + u"/times"_qs);
+        QVERIFY(seen.open(QIODevice::ReadOnly));
+        QCOMPARE(seen.readAll(), QByteArray("1790000000\n1790000600\n1790001200\n"));
+        // On a described machine that has moved on, the stored points still are the day's.
+        QCOMPARE(runOn(machine, words("history --json")).json().toArray().size(), 3);
+        QCOMPARE(runOn(machine, words("settings weeklyAttentionCount")).output, QByteArray("1\n"));
+    }
+
+    void settingsRoundTrip()
+    {
+        TemporaryMachine machine(fixedFacts());
+        const auto settings = [&](const char *arguments) { return runOn(machine, words(arguments)).output; };
+        QCOMPARE(settings("settings cpuRed 0 --json"), QByteArray("0\n"));
+        QCOMPARE(settings("settings cpuRed"), QByteArray("0\n"));
+        QCOMPARE(settings("settings lastWeeklySummaryDate --json"), QByteArray("null\n"));
+        QCOMPARE(settings("settings lastWeeklySummaryDate 1789999999.5 --json"),
+                 QByteArray("1789999999.5\n"));
+        QCOMPARE(settings("settings lastWeeklySummaryDate --unset --json"), QByteArray("null\n"));
+        QCOMPARE(settings("settings pinnedProcessNames [\"a\",\"b\"] --json"), QByteArray("[\"a\",\"b\"]\n"));
+        QCOMPARE(settings("pin --json -- -x"), QByteArray("{\"pinnedNames\":[\"-x\",\"a\",\"b\"]}\n"));
+        QCOMPARE(settings("settings rowDensity --json"), QByteArray("\"comfortable\"\n"));
+        const QJsonObject all = runOn(machine, words("settings --json")).json().toObject();
+        QCOMPARE(all[u"cpuRed"_qs], 0);
+        QCOMPARE(all[u"hasCompletedOnboarding"_qs], false);
+        QVERIFY(all.contains(u"weeklyBytesFreed"_qs));
+    }
+
+    void twoProgramsAtOnceLoseNoSetting()
+    {
+        TemporaryMachine machine(fixedFacts());
+        std::vector<std::unique_ptr<QProcess>> programs;
+        const QStringList keys =
+            words("cpuYellow cpuRed memYellow memRed processCpuRed storageNotifyThresholdGB");
+        for (const QString &key : keys) {
+            programs.push_back(std::make_unique<QProcess>());
+            programs.back()->start(QStringLiteral(SWABBYCTL),
+                                   {u"--machine"_qs, machine.folder(), u"settings"_qs, key, u"7"_qs});
+        }
+        for (const auto &program : programs)
+            QVERIFY(program->waitForFinished());
+        const QJsonObject all = runOn(machine, words("settings --json")).json().toObject();
+        for (const QString &key : keys)
+            QCOMPARE(all[key], 7);
+    }
+
+    void aBadToolGivesTheNeutralValue_data()
+    {
+        QTest::addColumn<QByteArray>("script");
+        QTest::newRow("missing") << QByteArray();
+        QTest::newRow("silent") << QByteArray("exit 0");
+        QTest::newRow("failing") << QByteArray("echo no >&2; exit 1");
+        QTest::newRow("killed") << QByteArray("printf '  PID  PPID  %%CPU'; kill -9 $$");
+        QTest::newRow("twenty megabytes")
+            << QByteArray("yes '1 2 3 nonsense, of.all kinds = ;' | head -c 20000000");
+        QTest::newRow("not UTF-8") << QByteArray(
+            R"(printf '1 2 3.0 4.0 5 na\377me\nPID COMMAND POWER\n1 a 2\n')");
+        QTest::newRow("half a line") << QByteArray("printf '10 1 5.0 6'");
+        QTest::newRow("huge figures") << QByteArray("echo '99999999999 1 1e999 nan 99999999999999999999 x'");
+    }
+
+    void aBadToolGivesTheNeutralValue()
+    {
+        QFETCH(QByteArray, script);
+        TemporaryMachine machine(fixedFacts());
+        machine.writeFile(
+            u"home/Library/LaunchAgents/a.plist"_qs,
+            "<plist><dict><key>Label</key><string>a</string><key>Program</key><string>/x</string>"
+            "</dict></plist>");
+        for (const char *tool : {"/bin/ps", "/usr/bin/top", "/usr/bin/nettop", "/usr/sbin/sysctl",
+                                 "/usr/sbin/system_profiler", "/bin/launchctl", "/usr/bin/codesign"})
+            if (!script.isEmpty())
+                machine.addTool(QString::fromLatin1(tool), script);
+        const Answer answer = runOn(machine, words("snapshot --json"));
+        QCOMPARE(answer.status, 0);
+        QCOMPARE(answer.problems, QByteArray());
+        const QJsonObject state = answer.json().toObject();
+        for (const char *list : {"processes", "batteryDrainers", "networkUsers", "browserRollups"})
+            QCOMPARE(state[QLatin1String(list)].toArray(), QJsonArray());
+        QVERIFY(state[u"stats"_qs][u"batteryCycleCount"_qs].isNull());
+        QCOMPARE(state[u"loginItems"_qs][0][u"id"_qs], u"Runs in the background:a"_qs);
+        QCOMPARE(state[u"loginItems"_qs][0][u"isAppleSigned"_qs], false);
+        QCOMPARE(state[u"health"_qs], u"red"_qs);
+    }
+
+    void aKillDuringASaveLeavesAWholeFileAndNoStrays()
+    {
+        TemporaryMachine machine(fixedFacts());
+        QVERIFY(runOn(machine, words("watch --refreshes 1 --json")).status == 0);
+        const QDir data(QFileInfo(machine.historyFile()).absolutePath());
+        for (int kill = 0; kill < 60; ++kill) {
+            QProcess program;
+            program.start(QStringLiteral(SWABBYCTL), QStringList{u"--machine"_qs, machine.folder()} +
+                                                         words("watch --interval 1 --json"));
+            // Each round dies a little later in its flood of saves.
+            qsizetype seen = 0;
+            while (seen < 1 + kill && program.waitForReadyRead())
+                seen += program.readAll().count('\n');
+            program.kill();
+            QVERIFY(program.waitForFinished());
+            QFile history(machine.historyFile());
+            QVERIFY(history.open(QIODevice::ReadOnly));
+            const QJsonDocument stored = QJsonDocument::fromJson(history.readAll());
+            QVERIFY(stored.isArray());
+            QVERIFY(!stored.array().isEmpty());
+        }
+        QCOMPARE(runOn(machine, words("history --json")).status, 0);
+        QCOMPARE(data.entryList(QDir::Files | QDir::Hidden), QStringList{u"history.json"_qs});
+    }
+};
+
+QTEST_GUILESS_MAIN(CliTest)
+#include "CliTest.moc"
