@@ -1,9 +1,7 @@
 #include "app/machine/MachineChoice.h"
 
+#include "platform/ThisComputer.h"
 #include "platform/machinefolder/FolderMachine.h"
-#if defined(__linux__) && __has_include("platform/linux/LinuxMachine.h")
-#include "platform/linux/LinuxMachine.h"
-#endif
 
 #include <cstdlib>
 #include <string>
@@ -24,14 +22,7 @@ void prepareProcess()
 
 std::shared_ptr<Machine> chooseMachine(const std::optional<QString> &folder, QString *problem)
 {
-    if (folder)
-        return makeFolderMachine(*folder, problem);
-#if defined(__linux__) && __has_include("platform/linux/LinuxMachine.h")
-    return makeLinuxMachine();
-#else
-    *problem = QStringLiteral("this system is not known; --machine DIR runs on a described one");
-    return nullptr;
-#endif
+    return folder ? makeFolderMachine(*folder, problem) : makeThisComputer();
 }
 
 } // namespace swabby

@@ -1,7 +1,7 @@
 #include "platform/mactools/PsText.h"
 
-#include "platform/Utf8.h"
 #include "platform/TextScan.h"
+#include "platform/Utf8.h"
 
 namespace swabby {
 namespace {

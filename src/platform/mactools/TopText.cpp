@@ -1,7 +1,9 @@
 #include "platform/mactools/TopText.h"
 
-#include "platform/Utf8.h"
 #include "platform/TextScan.h"
+#include "platform/Utf8.h"
+
+#include <QtCore/QStringList>
 
 namespace swabby {
 namespace {

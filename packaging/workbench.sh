@@ -1,0 +1,79 @@
+# shellcheck shell=bash disable=SC2034
+# What ./run, ./test, ./bench and the checks share: which Debian packages are needed, how they are
+# installed, and how a preset is built. Sourced; top is the project's folder.
+
+top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+
+build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev qt6-declarative-dev
+    qt6-declarative-dev-tools libgl-dev libplist-dev libsystemd-dev)
+run_packages=(qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
+    qml6-module-qtquick-window fonts-inter)
+test_packages=(qml6-module-qttest dbus-daemon)
+# What only some tests need is said by their label, needs-PACKAGE.
+lint_packages=(git clang-format clang-tidy shellcheck imagemagick)
+bench_packages=(libbenchmark-dev)
+
+say() {
+    printf '%s\n' "$*"
+}
+
+complain() {
+    printf '%s: %s\n' "$(basename "$0")" "$*" >&2
+}
+
+# missing_packages NAME…: those of the packages that are not installed, one a line.
+missing_packages() {
+    local installed
+    # The query fails as soon as one of them is unknown to it, and still tells of the others.
+    installed=$(dpkg-query -W -f '${db:Status-Status} ${Package}\n' "$@" 2>/dev/null | sed -n 's/^installed //p') || true
+    printf '%s\n' "$@" | grep -vxF -e "$installed" || true
+}
+
+# need_packages PURPOSE NAME…: installs what is missing, or says what to install and ends.
+need_packages() {
+    local purpose=$1 missing=() as_root=()
+    shift
+    (($# > 0)) || return 0
+    if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+        say "Not a Debian system, so nothing is installed here; $purpose needs what Debian calls: $*"
+        return 0
+    fi
+    mapfile -t missing < <(missing_packages "$@")
+    ((${#missing[@]} > 0)) || return 0
+    if ((EUID != 0)); then
+        if ! command -v sudo >/dev/null; then
+            complain "$purpose needs packages that only root can install: apt-get install ${missing[*]}"
+            exit 1
+        fi
+        as_root=(sudo)
+    fi
+    say "Installing what $purpose needs (a minute or two, depending on the network): ${missing[*]}"
+    if ! "${as_root[@]}" apt-get -qq -o Dpkg::Use-Pty=0 update </dev/null ||
+        ! "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
+            apt-get -qq -y -o Dpkg::Use-Pty=0 --no-install-recommends install "${missing[@]}" </dev/null; then
+        complain "could not install them; as root: apt-get install ${missing[*]}"
+        exit 1
+    fi
+}
+
+processors() {
+    nproc 2>/dev/null || echo 2
+}
+
+# build_preset PRESET MINUTES: configures when that is due and builds. MINUTES is what a first build takes
+# on two processors.
+build_preset() {
+    local preset=$1 minutes=$2
+    local folder=$top/build/$preset
+    # A folder that was moved or copied carries a configuration of its old place, which CMake refuses.
+    if [[ -f $folder/CMakeCache.txt ]] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$top" "$folder/CMakeCache.txt"; then
+        rm -rf -- "$folder"
+    fi
+    if [[ ! -f $folder/build.ninja ]]; then
+        say "Building for the first time: about $(((minutes * 2 + $(processors) - 1) / $(processors))) minutes on this machine."
+    fi
+    if [[ ! -f $folder/build.ninja || $top/CMakePresets.json -nt $folder/build.ninja ]]; then
+        (cd "$top" && cmake --preset "$preset" --log-level=WARNING)
+    fi
+    NINJA_STATUS='[%f of %t, %e s] ' cmake --build "$folder" --parallel "$(processors)"
+}

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "platform/TextScan.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace swabby {
+
+/// Owns one file descriptor and closes it.
+class Descriptor {
+public:
+    Descriptor() = default;
+    explicit Descriptor(int number) : m_number(number) {}
+    Descriptor(Descriptor &&other) noexcept : m_number(std::exchange(other.m_number, -1)) {}
+    Descriptor &operator=(Descriptor &&other) noexcept;
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
+    ~Descriptor() { reset(); }
+
+    bool isOpen() const { return m_number >= 0; }
+    int number() const { return m_number; }
+    void reset();
+
+private:
+    int m_number = -1;
+};
+
+/// Opens a file or folder for reading, closed on exec; not open when that fails.
+Descriptor openForReading(const std::string &path);
+
+/// The first bytes of an open file, read from its beginning whatever was read before; empty on failure.
+std::string_view readFromStart(int descriptor, char *buffer, std::size_t size);
+
+/// The whole text of a file of at most a mebibyte; empty when it cannot be read or is larger. For the
+/// kernel's own files and small configuration files: does not wait for anything but the disk.
+std::string fileText(const std::string &path);
+
+/// Where a symbolic link points, as it stands; empty when it is none or may not be read.
+std::string linkTarget(const std::string &path);
+
+/// Whether something lies at this absolute path, links followed; a relative one is nowhere.
+bool isThere(const std::string &path);
+
+/// The names in a folder without the dot entries, in no order; empty when it cannot be listed.
+std::vector<std::string> folderEntries(const std::string &path);
+
+/// The next line of the text, which loses it and its line end; no value at the end of the text.
+std::optional<std::string_view> nextLine(std::string_view &text);
+
+/// The next run of characters other than blanks, which the text loses; empty when there is none.
+std::string_view nextWord(std::string_view &text);
+
+/// The number in a file that holds nothing else, such as the attributes under /sys.
+std::optional<std::int64_t> fileNumber(const std::string &path);
+
+} // namespace swabby

@@ -1,0 +1,144 @@
+#include "platform/FileSettingsStore.h"
+#include "platform/ThisComputer.h"
+#include "platform/Utf8.h"
+#include "platform/linux/LinuxBootClock.h"
+#include "platform/linux/LinuxKernelCounters.h"
+#include "platform/linux/LinuxPowerSupply.h"
+#include "platform/linux/LinuxProcessSurveyor.h"
+#include "platform/linux/LinuxStartupSource.h"
+#include "platform/posix/PosixShell.h"
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdlib>
+
+namespace swabby {
+
+namespace {
+
+constexpr auto procRoot = "/proc";
+constexpr auto sysRoot = "/sys";
+
+std::string variable(const char *name, const std::string &otherwise)
+{
+    const char *value = ::getenv(name);
+    return value && *value ? value : otherwise;
+}
+
+/// As the XDG base directories want it: a folder that is no absolute path counts as unset.
+std::string folderVariable(const char *name, const std::string &otherwise)
+{
+    std::string folder = variable(name, otherwise);
+    if (!folder.starts_with('/'))
+        folder = otherwise;
+    while (folder.size() > 1 && folder.ends_with('/'))
+        folder.pop_back();
+    return folder;
+}
+
+/// The absolute folders of a colon-separated list, then those given, each once.
+std::vector<std::string> folders(std::string_view list, std::initializer_list<std::string> more)
+{
+    std::vector<std::string> result;
+    const auto add = [&result](std::string folder) {
+        while (folder.size() > 1 && folder.ends_with('/'))
+            folder.pop_back();
+        if (folder.starts_with('/') && std::find(result.begin(), result.end(), folder) == result.end())
+            result.push_back(std::move(folder));
+    };
+    while (!list.empty()) {
+        const std::size_t end = list.find(':');
+        add(std::string(list.substr(0, end)));
+        list.remove_prefix(end == std::string_view::npos ? list.size() : end + 1);
+    }
+    std::for_each(more.begin(), more.end(), add);
+    return result;
+}
+
+std::string homeFolder()
+{
+    passwd entry = {};
+    passwd *found = nullptr;
+    std::array<char, 4096> buffer;
+    ::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found);
+    return folderVariable("HOME", found && found->pw_dir ? found->pw_dir : "/");
+}
+
+double steadySeconds()
+{
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+std::vector<std::string> withEnding(std::vector<std::string> list, const std::string &ending)
+{
+    for (std::string &folder : list)
+        folder += ending;
+    return list;
+}
+
+} // namespace
+
+std::shared_ptr<Machine> makeThisComputer()
+{
+    auto machine = std::make_shared<Machine>();
+    const StopToken stop = machine->stop.token();
+    const std::string home = homeFolder();
+    const std::string dataHome = folderVariable("XDG_DATA_HOME", home + "/.local/share");
+    const std::string configHome = folderVariable("XDG_CONFIG_HOME", home + "/.config");
+
+    machine->places.home = textOf(home);
+    machine->places.applicationData = textOf(dataHome + "/Swabby");
+    // The two must differ: each is locked as a whole while something in it is kept or changed.
+    const std::string preferences = configHome + (configHome == dataHome ? "/Swabby/Preferences" : "/Swabby");
+    machine->places.preferences = textOf(preferences);
+    machine->places.userId = ::getuid();
+    machine->ownProcessId = ::getpid();
+    machine->clock = std::make_unique<SystemClock>();
+    machine->settings = std::make_unique<FileSettingsStore>(textOf(preferences + "/settings.json"));
+    machine->shell = std::make_unique<PosixShell>(stop);
+    machine->dock = std::make_unique<NoDockPresence>();
+    machine->kernel =
+        std::make_unique<LinuxKernelCounters>(LinuxKernelCounters::Roots{procRoot, sysRoot, "/"});
+    machine->power = std::make_unique<LinuxPowerSupply>(std::string(sysRoot) + "/class/power_supply");
+    machine->boot = std::make_unique<LinuxBootClock>(procRoot);
+
+    const ProgramFolders programs = {
+        {},
+        home,
+        folders(variable("PATH", {}), {"/usr/local/bin", "/usr/bin", "/bin", "/usr/games", "/snap/bin"})};
+    const std::string dataFolders = dataHome + ':' + variable("XDG_DATA_DIRS", {});
+    const std::vector<std::string> entryFolders = withEnding(
+        folders(dataFolders, {"/usr/local/share", "/usr/share", dataHome + "/flatpak/exports/share",
+                              "/var/lib/flatpak/exports/share", "/var/lib/snapd/desktop"}),
+        "/applications");
+    const auto table =
+        std::make_shared<ProcessTable>(ProcessTable::Sources{procRoot, steadySeconds, descriptorBudget()},
+                                       ProgramFinder(procRoot, DesktopApplications(entryFolders, programs)));
+    machine->processes = std::make_unique<LinuxProcessSurveyor>(
+        LinuxProcessSurveyor::Sources{procRoot, table, steadySeconds, tcpSocketBytes, stop});
+
+    LinuxStartupSource::Sources startup;
+    startup.autostart = {configHome + "/autostart",
+                         withEnding(folders(variable("XDG_CONFIG_DIRS", {}), {"/etc/xdg"}), "/autostart"),
+                         variable("XDG_CURRENT_DESKTOP", {})};
+    startup.units = {configHome + "/systemd/user", "/etc/systemd/user", "/etc/systemd/system"};
+    startup.programs = programs;
+    // The folder tells that a service manager of this kind runs this machine.
+    const bool hasManager = isThere("/run/systemd/system");
+    const std::string runtime = folderVariable("XDG_RUNTIME_DIR", "/run/user/" + std::to_string(::getuid()));
+    startup.systemBus =
+        variable("DBUS_SYSTEM_BUS_ADDRESS", hasManager ? "unix:path=/run/dbus/system_bus_socket" : "");
+    startup.userBus = variable("DBUS_SESSION_BUS_ADDRESS", hasManager ? "unix:path=" + runtime + "/bus" : "");
+    startup.pidRunning = [table](const std::string &program, const std::string &folder) {
+        return table->pidRunning(program, folder);
+    };
+    startup.stop = stop;
+    machine->startup = std::make_unique<LinuxStartupSource>(std::move(startup));
+    return machine;
+}
+
+} // namespace swabby

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/PowerSupply.h"
+
+#include <string>
+
+namespace swabby {
+
+/// The machine's first battery in a folder like /sys/class/power_supply. Batteries of mice, headphones and
+/// the like (scope Device) do not count. Reading is quick and safe from several threads.
+class LinuxPowerSupply final : public PowerSupply {
+public:
+    explicit LinuxPowerSupply(std::string folder);
+
+    /// Minutes come from the charge left and the present current; none when the battery gives no current.
+    std::optional<PowerSource> firstSource() override;
+    /// Health is the full charge over that of the design, rounded and at most 100; a battery that counts
+    /// no cycles reports 0, which is no value here.
+    BatteryHealth healthAndCycles() override;
+
+private:
+    /// The battery's folder, empty when there is none.
+    std::string battery() const;
+
+    const std::string m_folder;
+};
+
+} // namespace swabby

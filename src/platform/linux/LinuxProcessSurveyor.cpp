@@ -1,0 +1,241 @@
+#include "platform/linux/LinuxProcessSurveyor.h"
+
+#include "platform/Utf8.h"
+#include "platform/linux/EnergyMeter.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace swabby {
+
+namespace {
+
+constexpr std::size_t longestList = 50;
+constexpr double measuredSeconds = 1.0;
+
+class LinuxProcessSurvey final : public ProcessSurvey {
+public:
+    LinuxProcessSurvey(const LinuxProcessSurveyor::Sources &sources, SocketOwners &owners);
+
+    std::optional<std::vector<ProcessRow>> busiest() override;
+    std::optional<std::vector<ProcessRow>> largest() override;
+    std::vector<ProcessRow> matching(const std::unordered_set<std::int32_t> &pids) override;
+    std::vector<ProcessWeight> weights() override;
+    std::vector<PowerRow> power() override;
+    std::vector<NetworkRow> network() override;
+
+private:
+    template <typename Before>
+    std::vector<ProcessRow> first(Before before) const;
+    ProcessRow processRow(const TableRow &row) const;
+    void finishMeasuring();
+    std::vector<NetworkRow> traffic(const std::vector<SocketBytes> &after, double seconds) const;
+    std::vector<std::int32_t> pidsBusiestFirst() const;
+
+    const LinuxProcessSurveyor::Sources &m_sources;
+    SocketOwners &m_owners;
+    std::optional<Listing> m_listing;
+
+    double m_begun = 0;
+    std::vector<const TableRow *> m_measuredRows;
+    std::vector<MeasuredProcess> m_measured;
+    std::vector<ProcessRun> m_runsBefore;
+    std::optional<std::vector<SocketBytes>> m_socketsBefore;
+
+    bool m_isMeasured = false;
+    std::vector<PowerRow> m_power;
+    std::vector<NetworkRow> m_network;
+};
+
+LinuxProcessSurvey::LinuxProcessSurvey(const LinuxProcessSurveyor::Sources &sources, SocketOwners &owners)
+    : m_sources(sources), m_owners(owners), m_listing(sources.table->list())
+{
+    if (m_listing) {
+        for (const TableRow &row : m_listing->rows) {
+            if (!row.hasRun)
+                continue;
+            m_measuredRows.push_back(&row);
+            m_measured.push_back({row.pid, row.threads});
+        }
+    }
+    m_begun = m_sources.steadySeconds();
+    m_runsBefore = readRuns(m_sources.procRoot, m_measured);
+    m_socketsBefore = m_sources.socketBytes();
+}
+
+std::optional<std::vector<ProcessRow>> LinuxProcessSurvey::busiest()
+{
+    if (!m_listing)
+        return std::nullopt;
+    return first(
+        [](const TableRow *left, const TableRow *right) { return left->cpuPercent > right->cpuPercent; });
+}
+
+std::optional<std::vector<ProcessRow>> LinuxProcessSurvey::largest()
+{
+    if (!m_listing)
+        return std::nullopt;
+    return first([](const TableRow *left, const TableRow *right) {
+        return left->residentBytes > right->residentBytes;
+    });
+}
+
+std::vector<ProcessRow> LinuxProcessSurvey::matching(const std::unordered_set<std::int32_t> &pids)
+{
+    std::vector<ProcessRow> rows;
+    if (!m_listing || pids.empty())
+        return rows;
+    for (const TableRow &row : m_listing->rows) {
+        if (pids.contains(row.pid))
+            rows.push_back(processRow(row));
+    }
+    return rows;
+}
+
+std::vector<ProcessWeight> LinuxProcessSurvey::weights()
+{
+    std::vector<ProcessWeight> weights;
+    if (!m_listing)
+        return weights;
+    weights.reserve(m_listing->rows.size());
+    for (const TableRow &row : m_listing->rows)
+        weights.push_back({textOf(row.program->name), row.cpuPercent, row.residentBytes});
+    return weights;
+}
+
+std::vector<PowerRow> LinuxProcessSurvey::power()
+{
+    finishMeasuring();
+    return m_power;
+}
+
+std::vector<NetworkRow> LinuxProcessSurvey::network()
+{
+    finishMeasuring();
+    return m_network;
+}
+
+template <typename Before>
+std::vector<ProcessRow> LinuxProcessSurvey::first(Before before) const
+{
+    std::vector<const TableRow *> sorted;
+    sorted.reserve(m_listing->rows.size());
+    for (const TableRow &row : m_listing->rows)
+        sorted.push_back(&row);
+    const auto end = sorted.begin() + std::min(std::ssize(sorted), std::ptrdiff_t{longestList});
+    std::partial_sort(sorted.begin(), end, sorted.end(), before);
+
+    std::vector<ProcessRow> rows;
+    std::transform(sorted.begin(), end, std::back_inserter(rows),
+                   [this](const TableRow *row) { return processRow(*row); });
+    return rows;
+}
+
+ProcessRow LinuxProcessSurvey::processRow(const TableRow &row) const
+{
+    ProcessRow result;
+    result.pid = row.pid;
+    result.parentPid = row.parentPid;
+    result.cpuPercent = row.cpuPercent;
+    if (m_listing->memoryBytes > 0)
+        result.memPercent =
+            100.0 * static_cast<double>(row.residentBytes) / static_cast<double>(m_listing->memoryBytes);
+    result.residentBytes = row.residentBytes;
+    result.path = textOf(row.program->path);
+    result.name = textOf(row.program->name);
+    result.isApp = row.program->isApp;
+    return result;
+}
+
+void LinuxProcessSurvey::finishMeasuring()
+{
+    if (std::exchange(m_isMeasured, true))
+        return;
+    const double left = measuredSeconds - (m_sources.steadySeconds() - m_begun);
+    if (left > 0 && !m_sources.stop.waitFor(std::chrono::milliseconds(std::llround(left * 1000))))
+        return;
+    const double seconds = m_sources.steadySeconds() - m_begun;
+    if (seconds <= 0)
+        return;
+    const std::vector<ProcessRun> runs = readRuns(m_sources.procRoot, m_measured);
+    const auto sockets = m_socketsBefore ? m_sources.socketBytes() : std::nullopt;
+
+    for (std::size_t index = 0; index < runs.size(); ++index) {
+        if (!runs[index].empty())
+            m_power.push_back({m_measured[index].pid, textOf(m_measuredRows[index]->program->name),
+                               energyImpact(m_runsBefore[index], runs[index], seconds)});
+    }
+    if (sockets)
+        m_network = traffic(*sockets, seconds);
+}
+
+std::vector<NetworkRow> LinuxProcessSurvey::traffic(const std::vector<SocketBytes> &after,
+                                                    double seconds) const
+{
+    std::unordered_map<std::uint64_t, SocketBytes> before;
+    for (const SocketBytes &socket : *m_socketsBefore)
+        before[socket.cookie] = socket;
+
+    std::unordered_set<std::uint32_t> open;
+    std::vector<std::uint32_t> inodes;
+    std::vector<SocketBytes> moved;
+    for (SocketBytes socket : after) {
+        open.insert(socket.inode);
+        const auto known = before.find(socket.cookie);
+        if (known != before.end()) {
+            socket.received -= std::min(known->second.received, socket.received);
+            socket.sent -= std::min(known->second.sent, socket.sent);
+        }
+        // A closed socket that is still sending has no owner, and other people's are not shown to a user.
+        const bool canBeFound = socket.inode != 0 && (::geteuid() == 0 || socket.userId == ::getuid());
+        if (canBeFound && (socket.received > 0 || socket.sent > 0)) {
+            moved.push_back(socket);
+            inodes.push_back(socket.inode);
+        }
+    }
+    m_owners.forgetExcept(open);
+
+    const auto owners = m_owners.find(inodes, pidsBusiestFirst());
+    const auto perSecond = [&](std::uint64_t bytes) {
+        return std::llround(static_cast<double>(bytes) / seconds);
+    };
+    std::vector<NetworkRow> rows;
+    for (const SocketBytes &socket : moved) {
+        if (const auto owner = owners.find(socket.inode); owner != owners.end())
+            rows.push_back({owner->second, perSecond(socket.received), perSecond(socket.sent)});
+    }
+    return rows;
+}
+
+/// Whoever moves bytes has most likely used the processor.
+std::vector<std::int32_t> LinuxProcessSurvey::pidsBusiestFirst() const
+{
+    std::vector<std::int32_t> pids;
+    if (!m_listing)
+        return pids;
+    std::vector<const TableRow *> sorted;
+    for (const TableRow &row : m_listing->rows)
+        sorted.push_back(&row);
+    std::stable_sort(sorted.begin(), sorted.end(), [](const TableRow *left, const TableRow *right) {
+        return left->cpuPercent > right->cpuPercent;
+    });
+    for (const TableRow *row : sorted)
+        pids.push_back(row->pid);
+    return pids;
+}
+
+} // namespace
+
+LinuxProcessSurveyor::LinuxProcessSurveyor(Sources sources)
+    : m_sources(std::move(sources)), m_owners(m_sources.procRoot)
+{
+}
+
+std::unique_ptr<ProcessSurvey> LinuxProcessSurveyor::begin()
+{
+    return std::make_unique<LinuxProcessSurvey>(m_sources, m_owners);
+}
+
+} // namespace swabby

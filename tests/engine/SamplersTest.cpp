@@ -1,0 +1,149 @@
+#include "engine/Samplers.h"
+
+#include <QtTest/QTest>
+
+#include <limits>
+
+using namespace swabby;
+
+namespace {
+
+constexpr std::int32_t ownPid = 500;
+
+struct FakeSurvey final : ProcessSurvey {
+    std::optional<std::vector<ProcessRow>> byLoad;
+    std::optional<std::vector<ProcessRow>> bySize;
+    std::vector<ProcessRow> looked;
+    std::vector<ProcessWeight> weighed;
+    std::vector<PowerRow> powered;
+    std::vector<NetworkRow> moved;
+    int questions = 0;
+
+    std::optional<std::vector<ProcessRow>> busiest() override { return ++questions, byLoad; }
+    std::optional<std::vector<ProcessRow>> largest() override { return ++questions, bySize; }
+    std::vector<ProcessRow> matching(const std::unordered_set<std::int32_t> &) override
+    {
+        return ++questions, looked;
+    }
+    std::vector<ProcessWeight> weights() override { return weighed; }
+    std::vector<PowerRow> power() override { return powered; }
+    std::vector<NetworkRow> network() override { return moved; }
+};
+
+ProcessRow process(std::int32_t pid, double cpu, double mem, std::int32_t parent = 1)
+{
+    return {pid, parent, cpu, mem, 0, u"/opt/mill"_qs, u"mill"_qs, false};
+}
+
+QList<std::int32_t> pidsOf(const QList<ProcessSample> &samples)
+{
+    QList<std::int32_t> pids;
+    for (const ProcessSample &sample : samples)
+        pids.append(sample.pid);
+    return pids;
+}
+
+} // namespace
+
+class SamplersTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void exclusion()
+    {
+        const auto excluded = [](std::int32_t pid, std::optional<std::int32_t> parent,
+                                 const QString &command) {
+            return ProcessSampler::isExcluded(pid, parent, command.section(u'/', -1), command, ownPid);
+        };
+        QVERIFY(excluded(0, 0, u"kernel_task"_qs));
+        QVERIFY(excluded(ownPid, 1, u"/opt/renamed"_qs));
+        QVERIFY(excluded(9, ownPid, u"/opt/mill"_qs));
+        QVERIFY(excluded(9, 1, u"SWABBY"_qs));
+        QVERIFY(excluded(9, 1, u"/Users/mara/Swabby.APP/Contents/MacOS/x"_qs));
+        QVERIFY(excluded(9, 1, u"/opt/SwabbyTools/x"_qs));
+        QVERIFY(!excluded(9, 1, u"/bin/ps"_qs)); // somebody else's
+        QVERIFY(!excluded(9, {}, u"/bin/ps"_qs));
+        QVERIFY(!excluded(9, 1, u"/opt/notswabby/x"_qs));
+        QVERIFY(!excluded(9, 1, u"swabbyish"_qs));
+    }
+
+    void topListIsTheUnionByTheSum()
+    {
+        FakeSurvey survey;
+        survey.byLoad = {process(1, 50, 1), process(2, 20, 5), process(3, 90, 9, ownPid), process(4, 10, 1)};
+        survey.bySize = {process(5, 1, 40), process(2, 99, 99), process(6, 1, 10), process(7, 5, 6)};
+        // The listing by load wins for 2; 4, 6 and 7 tie and stay in the order found.
+        QCOMPARE(pidsOf(ProcessSampler::topProcesses(survey, 8, ownPid)), QList({1, 5, 2, 4, 6, 7}));
+        QCOMPARE(pidsOf(ProcessSampler::topProcesses(survey, 2, ownPid)), QList({1, 5}));
+        survey.questions = 0;
+        QVERIFY(ProcessSampler::topProcesses(survey, 0, ownPid).isEmpty());
+        QCOMPARE(survey.questions, 2);
+    }
+
+    void oneListingIsNotEnough()
+    {
+        FakeSurvey survey;
+        survey.byLoad = {process(1, 50, 1)};
+        QVERIFY(ProcessSampler::topProcesses(survey, 8, ownPid).isEmpty());
+        std::swap(survey.byLoad, survey.bySize);
+        survey.questions = 0;
+        QVERIFY(ProcessSampler::topProcesses(survey, 8, ownPid).isEmpty());
+        QCOMPARE(survey.questions, 1); // without the first nobody asks for the second
+    }
+
+    void lookingUpPids()
+    {
+        FakeSurvey survey;
+        survey.looked = {process(1, 1, 1), process(2, 1, 1, ownPid), process(1, 9, 9)};
+        QVERIFY(ProcessSampler::processes(survey, {}, ownPid).empty());
+        QCOMPARE(survey.questions, 0);
+        const auto found = ProcessSampler::processes(survey, {1, 2}, ownPid);
+        QCOMPARE(found.size(), 1u);
+        QCOMPARE(found.at(1).cpuPercent, 1.0);
+    }
+
+    void browserNames()
+    {
+        QStringList browsers;
+        for (const QString &name :
+             {u"Google Chrome Helper (Renderer)"_qs, u"SAFARI Web Content"_qs, u"unsafariable"_qs,
+              u"firefox-bin"_qs, u"Microsoft Edge"_qs, u"Brave Browser Helper"_qs,
+              u"Firefox for Google Chrome"_qs, u"com.apple.WebKit.WebContent"_qs})
+            browsers.append(BrowserRollup::groupName(name).value_or(u"none"_qs));
+        QCOMPARE(browsers.join(u", "_qs),
+                 u"Google Chrome, Safari, Safari, Firefox, Microsoft Edge, Brave Browser, "
+                 "Google Chrome, none"_qs);
+    }
+
+    void browsersAreSummed()
+    {
+        FakeSurvey survey;
+        survey.weighed = {{u"Safari"_qs, 1.5, 100},
+                          {u"mill"_qs, 90, 9'000},
+                          {u"firefox"_qs, 2, 500},
+                          {u"Safari Web Content"_qs, 2, 300},
+                          {u"Brave Browser"_qs, 0, 500}};
+        const QList<BrowserRollupEntry> expected = {
+            {u"Firefox"_qs, 1, 500, 2}, {u"Brave Browser"_qs, 1, 500, 0}, {u"Safari"_qs, 2, 400, 3.5}};
+        QCOMPARE(BrowserRollup::sample(survey), expected);
+    }
+
+    void powerByPid()
+    {
+        FakeSurvey survey;
+        survey.powered = {{1, u"mill"_qs, 1}, {ownPid, u"x"_qs, 9}, {2, u"Swabby"_qs, 9}, {1, u"mill"_qs, 4}};
+        QCOMPARE(PowerSampler::sample(survey, ownPid), (std::unordered_map<std::int32_t, double>{{1, 4}}));
+    }
+
+    void trafficByPid()
+    {
+        constexpr auto most = std::numeric_limits<std::int64_t>::max();
+        FakeSurvey survey;
+        survey.moved = {{1, 10, 5}, {2, most, most}, {1, 1, 0}, {3, 0, 0}};
+        const std::unordered_map<std::int32_t, std::int64_t> expected = {{1, 16}, {2, most}, {3, 0}};
+        QCOMPARE(NetworkSampler::sample(survey), expected);
+    }
+};
+
+QTEST_GUILESS_MAIN(SamplersTest)
+#include "SamplersTest.moc"

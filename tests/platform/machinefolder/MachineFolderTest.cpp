@@ -1,0 +1,164 @@
+#include "platform/machinefolder/FolderMachine.h"
+#include "platform/machinefolder/MachineDescription.h"
+#include "support/TemporaryMachine.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QJsonDocument>
+#include <QtTest/QTest>
+
+using namespace swabby;
+
+namespace {
+
+/// Everything a description says, in one line; the ticks and the heat of four samples.
+QString wordsOf(const QByteArray &json)
+{
+    MachineDescription machine(QJsonDocument::fromJson(json).object());
+    QStringList words;
+    const auto add = [&](auto value) { words.append(QString::number(value)); };
+    const auto addKnown = [&](auto value) { value ? add(*value) : words.append(u"-"_qs); };
+    addKnown(machine.now());
+    add(machine.userId());
+    addKnown(machine.ownProcessId());
+    if (const auto pages = machine.memoryPages())
+        for (const auto count : {pages->pageSize, pages->active, pages->wired, pages->compressed})
+            add(count);
+    add(machine.physicalMemory());
+    add(machine.swapUsedBytes());
+    add(machine.disk().freeBytes);
+    add(machine.disk().totalBytes);
+    if (const auto source = machine.powerSource()) {
+        addKnown(source->currentCapacity);
+        addKnown(source->isCharging);
+        addKnown(source->timeToEmpty);
+        addKnown(source->timeToFullCharge);
+    }
+    for (int i = 0; i < 4; ++i) {
+        const auto ticks = machine.nextCpuTicks();
+        words.append(ticks ? QStringLiteral("%1/%2").arg(ticks->user).arg(ticks->nice) : u"-"_qs);
+        add(static_cast<int>(machine.nextThermalState()));
+    }
+    return words.join(u' ');
+}
+
+} // namespace
+
+class MachineFolderTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void descriptions_data()
+    {
+        QTest::addColumn<QByteArray>("json");
+        QTest::addColumn<QString>("words");
+        const QString nothing = u"- 501 - 0 0 0 0 - 0 - 0 - 0 - 0"_qs;
+        const auto row = [](const char *name, const char *json, const QString &words) {
+            QTest::newRow(name) << QByteArray(json) << words;
+        };
+        row("nothing", "{}", nothing);
+        row("null",
+            R"({"now":null,"cpuTicks":null,"memory":null,"disk":null,"thermalState":null,"userID":null})",
+            nothing);
+        row("text",
+            R"({"now":"5","cpuTicks":"1","memory":"x","disk":"x","thermalState":"hot","powerSource":"x",
+            "userID":"7","ownProcessID":"7"})",
+            nothing);
+        row("numbers and switches", R"({"now":true,"cpuTicks":[7],"memory":7,"disk":7,"thermalState":2,
+            "powerSource":true,"userID":1.5,"ownProcessID":true})",
+            nothing);
+        row("lists",
+            R"({"now":[5],"cpuTicks":[[1,2,3]],"memory":[],"disk":[],"thermalState":[],"powerSource":[],
+            "userID":[7],"ownProcessID":[7]})",
+            nothing);
+        row("what does not fit", R"({"cpuTicks":[[1,2,3,-4]],"disk":{"freeBytes":1e30,"totalBytes":"9"},
+            "thermalState":["Serious"],"userID":-1,"ownProcessID":1e12})",
+            nothing);
+        row("one of each",
+            R"({"now":1773388921,"userID":0,"ownProcessID":77,"disk":{"freeBytes":9223372036854775807},
+            "memory":{"pageSize":16384,"activePages":"4","wiredPages":2,"compressorPages":3,"physicalBytes":17179869184,
+            "swapUsedBytes":9007199254740993},"thermalState":"serious"})",
+            u"1.77339e+09 0 77 16384 0 2 3 17179869184 9007199254740993 9223372036854775807 0 - 2 - 2 - 2 - 2"_qs);
+        row("part of a battery", R"({"powerSource":{"Current Capacity":83,"Is Charging":1,"Time to Empty":-1,
+            "Time to Full Charge":4.5}})",
+            u"- 501 - 0 0 0 0 83 - -1 - - 0 - 0 - 0 - 0"_qs);
+        row("the last repeats",
+            R"({"cpuTicks":[[1,2,3,4],"lost",[5,6,7,8]],"thermalState":["fair",5,"critical"]})",
+            u"- 501 - 0 0 0 0 1/4 1 - 0 5/8 3 5/8 3"_qs);
+    }
+
+    void descriptions()
+    {
+        QFETCH(QByteArray, json);
+        QTEST(wordsOf(json), "words");
+    }
+
+    void whatDescribesNoMachine()
+    {
+        const TemporaryMachine folder;
+        QString problem;
+        for (const QByteArray content : {"now: 5", "[]", "{\"now\": 5", ""}) {
+            folder.writeFile(u"machine.json"_qs, content);
+            QVERIFY(!makeFolderMachine(folder.folder(), &problem));
+            QVERIFY2(problem.contains(u"machine.json is no JSON object"_qs), qPrintable(problem));
+        }
+        QVERIFY(!makeFolderMachine(folder.home(), &problem));
+        QVERIFY2(problem.contains(u"home/machine.json cannot be read"_qs), qPrintable(problem));
+    }
+
+    void standInsKnowTheirMachine()
+    {
+        const TemporaryMachine folder({{u"now"_qs, 1'773'388'921.25}});
+        folder.addTool(u"/usr/bin/loom"_qs, R"(echo "$MACHINE_DIR $MACHINE_NOW $1")");
+        const auto machine = folder.open();
+        machine->clock->advance(60);
+        QCOMPARE(machine->shell->run("/usr/bin/loom", {"a \"b\" *"}),
+                 (folder.folder() + u" 1773388981.25 a \"b\" *\n"_qs).toStdString());
+        QCOMPARE(machine->shell->run("/usr/bin/weft", {}), std::nullopt);
+        QCOMPARE(folder.events(u"run"_qs), (QJsonArray{QJsonArray{u"/usr/bin/loom"_qs, u"a \"b\" *"_qs}}));
+    }
+
+    void everythingLiesInTheFolder()
+    {
+        const TemporaryMachine folder;
+        QString problem;
+        const auto machine =
+            makeFolderMachine(QDir::current().relativeFilePath(folder.home()) + u"/.."_qs, &problem);
+        QVERIFY2(machine != nullptr, qPrintable(problem));
+        QCOMPARE(machine->places.home, folder.home());
+        QVERIFY(!machine->clock->isFixed());
+        QVERIFY(machine->settings->store(u"cpuRed"_qs, 70));
+        QCOMPARE(QDir(folder.home() + u"/Library/Preferences"_qs).entryList(QDir::Files).size(), 1);
+        machine->dock->setActivationPolicy(ActivationPolicy::accessory);
+        QCOMPARE(folder.events(u"activationPolicy"_qs), QJsonArray{u"accessory"_qs});
+    }
+
+    void asksTheToolsAsAMacKnowsThem()
+    {
+        const TemporaryMachine folder;
+        for (const QString &tool : {u"/bin/ps"_qs, u"/usr/bin/top"_qs, u"/usr/bin/nettop"_qs,
+                                    u"/usr/sbin/sysctl"_qs, u"/usr/sbin/system_profiler"_qs})
+            folder.addTool(tool, ":");
+        const auto machine = folder.open();
+        const auto survey = machine->processes->begin();
+        QVERIFY(survey->busiest()->empty() && survey->largest()->empty()); // a listing, if of nothing
+        QVERIFY(survey->matching({1}).empty() && survey->weights().empty());
+        QVERIFY(survey->power().empty() && survey->network().empty());
+        QVERIFY(!machine->power->healthAndCycles().cycles && !machine->boot->startEpoch(812));
+        QVERIFY(!machine->boot->bootEpoch() && !machine->boot->bootEpoch()); // asked once
+        QStringList runs;
+        for (const QJsonValue &run : folder.events(u"run"_qs))
+            runs.append(run.toVariant().toStringList().join(u' '));
+        QCOMPARE(runs.join(u'\n'), u"/bin/ps -Ao pid,ppid,pcpu,pmem,rss,comm -r\n"
+                                   "/bin/ps -Ao pid,ppid,pcpu,pmem,rss,comm -m\n"
+                                   "/bin/ps -Ao pid,ppid,pcpu,pmem,rss,comm\n"
+                                   "/bin/ps -Ao pcpu,rss,comm\n"
+                                   "/usr/bin/top -l 2 -s 1 -stats pid,command,power -n 300\n"
+                                   "/usr/bin/nettop -P -x -d -L 2 -s 1 -J bytes_in,bytes_out\n"
+                                   "/usr/sbin/system_profiler SPPowerDataType\n"
+                                   "/bin/ps -o lstart= -p 812\n"
+                                   "/usr/sbin/sysctl -n kern.boottime"_qs);
+    }
+};
+
+QTEST_GUILESS_MAIN(MachineFolderTest)
+#include "MachineFolderTest.moc"
