@@ -12,7 +12,7 @@ namespace swabby {
 /// energy and network figures for the first time; the first of power() and network() waits out the rest of
 /// the second and reads both again, so that one second measures both. Energy is measured for processes that
 /// have run since the previous survey, network for TCP connections that live through the second or are
-/// made in it.
+/// made in it. A survey must not outlive its surveyor.
 class LinuxProcessSurveyor final : public ProcessSurveyor {
 public:
     struct Sources {

@@ -1,0 +1,91 @@
+#include "app/AppDelegate.h"
+
+#include "app/StatusItemController.h"
+#include "app/settings/Settings.h"
+#include "engine/state/AppState.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QEvent>
+#include <QtCore/QFileInfo>
+#include <QtCore/QLibrary>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QWindow>
+
+#include <algorithm>
+
+namespace swabby {
+namespace {
+
+// Beside the program in a build, in a folder of its own when installed.
+UserInterfaceEntry findUserInterface()
+{
+    const QString here = QCoreApplication::applicationDirPath();
+    QString problem;
+    for (const QString &folder : {here, here + QStringLiteral("/../lib/swabby")}) {
+        QLibrary library(folder + QStringLiteral("/libswabby-ui"));
+        if (const auto entry = library.resolve(userInterfaceEntryName))
+            return reinterpret_cast<UserInterfaceEntry>(entry);
+        problem = library.errorString();
+    }
+    qWarning("%s", qPrintable(problem));
+    return nullptr;
+}
+
+bool isTitledWindow(const QWindow *window)
+{
+    return window->isVisible() && (window->type() == Qt::Window || window->type() == Qt::Dialog) &&
+           !window->flags().testFlag(Qt::FramelessWindowHint);
+}
+
+} // namespace
+
+AppDelegate::AppDelegate(AppState &state, ThemeChoice theme) : m_state(state), m_theme(theme) {}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::applicationDidFinishLaunching()
+{
+    const bool isShown = Settings(*m_state.machine().settings).showInDock();
+    m_state.machine().dock->setActivationPolicy(isShown ? ActivationPolicy::regular
+                                                        : ActivationPolicy::accessory);
+    const StatusItemController::Actions actions = {[this] { openMainWindow(); },
+                                                   [] { QCoreApplication::quit(); }};
+    m_statusItemController = std::make_unique<StatusItemController>(m_state, actions);
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+void AppDelegate::openMainWindow()
+{
+    if (UserInterface *windows = userInterface())
+        windows->openMainWindow();
+}
+
+void AppDelegate::syncActivationPolicy()
+{
+    const QWindowList windows = QGuiApplication::topLevelWindows();
+    const bool isOpen = std::any_of(windows.begin(), windows.end(), isTitledWindow);
+    const bool isShown = isOpen || Settings(*m_state.machine().settings).showInDock();
+    m_state.machine().dock->setActivationPolicy(isShown ? ActivationPolicy::regular
+                                                        : ActivationPolicy::accessory);
+}
+
+UserInterface *AppDelegate::userInterface()
+{
+    if (m_userInterface != nullptr)
+        return m_userInterface.get();
+    if (const UserInterfaceEntry make = findUserInterface())
+        m_userInterface.reset(
+            make({&m_state, m_theme, &StatusItemController::hasPlace, [] { QCoreApplication::quit(); }}));
+    return m_userInterface.get();
+}
+
+bool AppDelegate::eventFilter(QObject *watched, QEvent *event)
+{
+    const bool isAboutAWindow = event->type() == QEvent::Close || event->type() == QEvent::Show;
+    if (isAboutAWindow && qobject_cast<QWindow *>(watched) != nullptr)
+        // Later, so that a closing window is already gone.
+        QMetaObject::invokeMethod(this, &AppDelegate::syncActivationPolicy, Qt::QueuedConnection);
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace swabby

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "app/CommandLine.h"
+
+#include <QtCore/QObject>
+
+#include <memory>
+
+namespace swabby {
+
+class AppState;
+class StatusItemController;
+
+/// Starts what the application shows: its place in the dock, its item in the menu bar, its windows.
+class AppDelegate : public QObject {
+    Q_OBJECT
+
+public:
+    AppDelegate(AppState &state, ThemeChoice theme);
+    ~AppDelegate() override;
+
+    void applicationDidFinishLaunching();
+    /// Opens the main window, or brings it to the front.
+    void openMainWindow();
+    /// In the dock while a titled window is open, else as the setting says.
+    void syncActivationPolicy();
+
+    /// The windows' library, loaded now at the latest. Null when it cannot be loaded; the log says why.
+    UserInterface *userInterface();
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    AppState &m_state;
+    ThemeChoice m_theme;
+    std::unique_ptr<StatusItemController> m_statusItemController;
+    std::unique_ptr<UserInterface> m_userInterface;
+};
+
+} // namespace swabby

@@ -1,0 +1,73 @@
+#include "app/ScreenshotRun.h"
+
+#include "app/AppDelegate.h"
+#include "app/TitleImage.h"
+#include "engine/state/AppState.h"
+#include "ui/UserInterface.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QEventLoop>
+#include <QtGui/QPainter>
+
+#include <cstdio>
+
+namespace swabby {
+namespace {
+
+constexpr double scale = 2;
+
+int fail(const QString &words)
+{
+    std::fprintf(stderr, "swabby: %s\n", qPrintable(words));
+    return 1;
+}
+
+void waitForRealFigures(AppState &state)
+{
+    while (state.refreshesApplied() < refreshesUntilFigures(state.machine())) {
+        QEventLoop loop;
+        QObject::connect(&state, &AppState::applied, &loop, &QEventLoop::quit);
+        state.refresh();
+        loop.exec();
+    }
+}
+
+// The title is made for a dark menu bar, so it is shown on a piece of one.
+QImage menuBarPicture(const AppState &state)
+{
+    const QImage title = renderTitleImage(menuBarTitle(state.stats().cpuUsagePercent, state.health()), scale);
+    constexpr int margin = 24;
+    QImage bar(title.width() + 2 * margin, title.height() + margin / 2, QImage::Format_RGB32);
+    bar.fill(QColor(0x42, 0x45, 0x4b));
+    QPainter painter(&bar);
+    painter.drawImage(QRect(QPoint(margin, margin / 4), title.size()), title);
+    return bar;
+}
+
+} // namespace
+
+void prepareForScreenshots()
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
+    for (const char *name : {"QT_SCREEN_SCALE_FACTORS", "QT_FONT_DPI", "QT_QPA_PLATFORMTHEME"})
+        qunsetenv(name);
+}
+
+int runScreenshots(AppState &state, const CommandLine &commandLine)
+{
+    const QString folder = *commandLine.screenshotsFolder;
+    if (!QDir().mkpath(folder))
+        return fail(QStringLiteral("%1 cannot be made").arg(folder));
+    waitForRealFigures(state);
+    AppDelegate delegate(state, commandLine.theme);
+    UserInterface *windows = delegate.userInterface();
+    if (windows == nullptr)
+        return fail(QStringLiteral("the windows cannot be loaded"));
+    if (const auto problem = windows->renderScreenshots(folder))
+        return fail(*problem);
+    const QString file = QDir(folder).filePath(QStringLiteral("menu-bar.png"));
+    return menuBarPicture(state).save(file) ? 0 : fail(QStringLiteral("%1 cannot be written").arg(file));
+}
+
+} // namespace swabby

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "engine/state/MenuBarTitle.h"
+
+#include <QtGui/QColor>
+#include <QtGui/QIcon>
+#include <QtGui/QImage>
+
+namespace swabby {
+
+/// The colour of a title, bright enough for a dark menu bar.
+QColor titleColor(TitleColor color);
+
+/// The two-line image of a menu bar as wide as the item: "Swabby" over the load. It keeps its colours in
+/// light and dark menu bars.
+QImage renderTitleImage(const MenuBarTitle &title, double devicePixelRatio);
+
+/// The load alone in a small square, on a dark plate so that it can be read on any panel.
+QImage renderTraySquare(const MenuBarTitle &title, int size);
+
+/// The same in every size that hosts of such squares ask for.
+QIcon trayIcon(const MenuBarTitle &title);
+
+/// Swabby's own mark, for windows.
+QIcon applicationIcon();
+
+} // namespace swabby

@@ -1,0 +1,91 @@
+#include "app/AppDelegate.h"
+#include "app/CommandLine.h"
+#include "app/Display.h"
+#include "app/ScreenshotRun.h"
+#include "app/StatusItemController.h"
+#include "app/TitleImage.h"
+#include "app/machine/MachineChoice.h"
+#include "engine/state/AppState.h"
+
+#include <QtWidgets/QApplication>
+
+#include <cstdio>
+
+using namespace swabby;
+
+namespace {
+
+int complain(const QString &words, int status)
+{
+    std::fprintf(stderr, "swabby: %s\n", qPrintable(words));
+    return status;
+}
+
+QStringList argumentsOf(int argc, char *argv[])
+{
+    QStringList arguments;
+    for (int index = 1; index < argc; ++index)
+        arguments.append(QString::fromLocal8Bit(argv[index]));
+    return arguments;
+}
+
+// The load is a figure over time, and its second look need not wait a minute.
+void lookTwice(AppState &state)
+{
+    QObject::connect(&state, &AppState::applied, &state, [&state] {
+        if (state.refreshesApplied() < refreshesUntilFigures(state.machine()))
+            state.refresh();
+    });
+}
+
+int runApplication(AppState &state, const CommandLine &commandLine)
+{
+    lookTwice(state);
+    state.start();
+    state.requestMainSection(commandLine.section);
+    AppDelegate delegate(state, commandLine.theme);
+    delegate.applicationDidFinishLaunching();
+    if (!commandLine.isBackground || !StatusItemController::hasPlace())
+        delegate.openMainWindow();
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    prepareProcess();
+    QString problem;
+    const auto commandLine = parseCommandLine(argumentsOf(argc, argv), &problem);
+    if (!commandLine)
+        return complain(problem, 2);
+    if (commandLine->wantsHelp || commandLine->wantsVersion) {
+        const QString words =
+            commandLine->wantsHelp ? commandLineHelp() : QStringLiteral("swabby " SWABBY_VERSION "\n");
+        std::fputs(qPrintable(words), stdout);
+        return 0;
+    }
+    const std::shared_ptr<Machine> machine = chooseMachine(commandLine->machineFolder, &problem);
+    if (machine == nullptr)
+        return complain(problem, 2);
+    if (commandLine->screenshotsFolder)
+        prepareForScreenshots();
+    else if (!hasDisplay())
+        return complain(
+            QStringLiteral("there is no display to open a window on; use swabbyctl in a terminal, "
+                           "or --screenshots OUT for pictures"),
+            1);
+
+    int toolkitArgumentCount = 1;
+    QApplication application(toolkitArgumentCount, argv);
+    QApplication::setApplicationName(QStringLiteral("swabby"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Swabby"));
+    QApplication::setApplicationVersion(QStringLiteral(SWABBY_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("com.swabby.app"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(applicationIcon());
+
+    const bool isForPictures = commandLine->screenshotsFolder.has_value();
+    AppState state(machine, isForPictures ? Record::nothing : Record::everything);
+    return isForPictures ? runScreenshots(state, *commandLine) : runApplication(state, *commandLine);
+}

@@ -1,0 +1,86 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Swabby.Ui
+
+Window {
+    id: window
+
+    required property MainWindowView view
+
+    width: 940
+    height: 660
+    minimumWidth: 820
+    minimumHeight: 560
+    title: view.selected.title
+    color: Theme.window
+    onClosing: close => close.accepted = window.view.mayClose()
+
+    Item {
+        id: content
+
+        anchors.fill: parent
+        enabled: !sheets.isOpen
+
+        Sidebar {
+            id: sidebar
+
+            width: 210
+            height: parent.height
+            focus: true
+            isPointed: true
+            view: window.view
+        }
+
+        Toolbar {
+            id: toolbar
+
+            x: sidebar.width
+            width: parent.width - x
+            view: window.view
+        }
+
+        SectionPage {
+            x: sidebar.width
+            y: toolbar.height
+            width: parent.width - x
+            height: parent.height - y
+            view: window.view
+        }
+    }
+
+    SheetLayer {
+        id: sheets
+
+        anchors.fill: parent
+        view: window.view
+    }
+
+    HintBubble {
+    }
+
+    Shortcut {
+        sequences: [StandardKey.Refresh, "Ctrl+R"]
+        enabled: !sheets.isOpen
+        onActivated: window.view.refresh()
+    }
+
+    Shortcut {
+        sequences: [StandardKey.Close]
+        onActivated: window.close()
+    }
+
+    Instantiator {
+        model: window.view.sections
+
+        Shortcut {
+            id: shortcut
+
+            required property sectionRow modelData
+            required property int index
+
+            sequence: shortcut.modelData.shortcut
+            enabled: !sheets.isOpen
+            onActivated: window.view.selectIndex(shortcut.index)
+        }
+    }
+}

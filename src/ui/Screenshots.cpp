@@ -1,0 +1,70 @@
+#include "ui/Screenshots.h"
+
+#include "ui/WindowLibrary.h"
+#include "ui/qmltypes/MainWindowView.h"
+#include "ui/qmltypes/Theme.h"
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDir>
+#include <QtGui/QImage>
+#include <QtQml/QQmlEngine>
+#include <QtQuick/QQuickWindow>
+
+namespace swabby {
+namespace {
+
+struct Shot {
+    const char *name;
+    MainSection section;
+    void (*prepare)(MainWindowView &view);
+};
+
+const Shot shots[] = {
+    {"overview", MainSection::overview, nullptr},
+    {"health-detail", MainSection::overview,
+     [](MainWindowView &view) { view.setProperty("showHealthDetail", true); }},
+    {"speed", MainSection::speed, nullptr},
+    {"speed-browsers", MainSection::speed, [](MainWindowView &view) { view.setProperty("speedView", 1); }},
+    {"battery", MainSection::battery, nullptr},
+    {"network", MainSection::network, nullptr},
+    {"startup", MainSection::startup, nullptr},
+};
+
+// A window that was never drawn is all one colour.
+bool showsSomething(const QImage &image)
+{
+    if (image.isNull())
+        return false;
+    const QRgb first = image.pixel(0, 0);
+    for (int y = 0; y < image.height(); y += 7)
+        for (int x = 0; x < image.width(); x += 7)
+            if (image.pixel(x, y) != first)
+                return true;
+    return false;
+}
+
+} // namespace
+
+std::optional<QString> renderScreenshots(const UserInterfaceContext &context, const QString &folder)
+{
+    for (const Shot &shot : shots) {
+        const auto open = openWindow(context);
+        if (open == nullptr)
+            return QStringLiteral("the window could not be made");
+        open->theme->setStill(true);
+        open->window->show();
+        open->view->select(shot.section);
+        if (shot.prepare != nullptr)
+            shot.prepare(*open->view);
+        QCoreApplication::processEvents();
+        const QImage image = open->window->grabWindow();
+        const QString file = QDir(folder).filePath(QLatin1String(shot.name) + QStringLiteral(".png"));
+        if (!showsSomething(image))
+            return QStringLiteral("%1 did not render").arg(QLatin1String(shot.name));
+        if (!image.save(file))
+            return QStringLiteral("%1 cannot be written").arg(file);
+    }
+    return std::nullopt;
+}
+
+} // namespace swabby

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "platform/Machine.h"
+
+#include <QtCore/QString>
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace swabby {
+
+class AppState;
+
+/// Refreshes until every figure is one to show. The load needs a second look on any machine: the first one
+/// has nothing to compare with and says 0.
+inline int refreshesUntilFigures(const Machine &machine)
+{
+    return std::max(2, machine.refreshesUntilReal);
+}
+
+enum class ThemeChoice { system, light, dark };
+
+/// What the windows are told by the program that opens them.
+struct UserInterfaceContext {
+    AppState *state = nullptr;
+    ThemeChoice theme = ThemeChoice::system;
+    /// Whether Swabby can still be reached once its last window is closed.
+    std::function<bool()> staysWithoutWindow;
+    std::function<void()> quit;
+};
+
+/// The windows. They live in a library of their own, loaded when the first one opens, so that Swabby
+/// stays small while it only watches.
+class UserInterface {
+public:
+    virtual ~UserInterface() = default;
+
+    /// Opens the main window, or brings it to the front.
+    virtual void openMainWindow() = 0;
+    /// Draws every view into PNG files of that folder. No value when all went well, else what did not.
+    virtual std::optional<QString> renderScreenshots(const QString &folder) = 0;
+};
+
+/// The library's one entry, by the name below.
+using UserInterfaceEntry = UserInterface *(*)(const UserInterfaceContext &context);
+inline constexpr const char *userInterfaceEntryName = "swabbyUserInterface";
+
+} // namespace swabby

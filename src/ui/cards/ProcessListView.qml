@@ -1,0 +1,67 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Swabby.Ui
+
+// Programs as rows divided by hairlines; a friendly line when there are none.
+Column {
+    id: list
+
+    required property MainWindowView view
+    required property RowModel rows
+    property string emptyText
+    property bool hasBars: false
+
+    spacing: 0
+
+    Repeater {
+        model: list.rows
+
+        Item {
+            id: place
+
+            required property processRowText entry
+            required property int index
+
+            width: list.width
+            height: row.implicitHeight + 16
+
+            Hairline {
+                width: parent.width
+                visible: place.index > 0
+            }
+
+            ProcessRowView {
+                id: row
+
+                y: 8
+                width: parent.width - 36
+                entry: place.entry
+                isCompact: list.view.state.isCompact
+                hasBar: list.hasBars
+            }
+
+            SymbolButton {
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                width: 24
+                height: 24
+                symbolSize: 13
+                symbol: place.entry.isPinned ? "pin.fill" : "pin"
+                symbolColor: place.entry.isPinned ? Theme.accent : Theme.secondary
+                tip: place.entry.isPinned ? "Unpin app" : "Pin app"
+                name: tip + ": " + place.entry.name
+                onActivated: list.view.togglePin(place.entry.pid)
+            }
+        }
+    }
+
+    PlainLabel {
+        width: parent.width
+        topPadding: 12
+        bottomPadding: 12
+        horizontalAlignment: Text.AlignHCenter
+        text: list.emptyText
+        color: Theme.secondary
+        visible: list.rows.count === 0
+    }
+}

@@ -1,0 +1,7 @@
+import QtQuick
+import Swabby.Ui
+
+Rectangle {
+    height: 1
+    color: Theme.hairline
+}

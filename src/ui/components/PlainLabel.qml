@@ -1,0 +1,14 @@
+import QtQuick
+import Swabby.Ui
+
+// All text of the product: what programs call themselves is never read as markup.
+Text {
+    textFormat: Text.PlainText
+    color: Theme.primary
+    font: Theme.bodyFont
+    elide: Text.ElideRight
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+    Accessible.ignored: text === ""
+}

@@ -1,0 +1,47 @@
+import QtQuick
+import Swabby.Ui
+
+// What every button has in common: pointer, keyboard, tooltip and the words for screen readers.
+Item {
+    id: pressable
+
+    property string name
+    property string tip
+    property bool isBusy: false
+    property real innerRadius: 7
+    readonly property bool isHovered: area.containsMouse
+    readonly property bool isPressed: area.pressed
+
+    signal activated
+
+    function trigger(): void {
+        Hints.hide(pressable);
+        if (pressable.enabled && !pressable.isBusy)
+            pressable.activated();
+    }
+
+    activeFocusOnTab: true
+    Accessible.role: Accessible.Button
+    Accessible.name: name
+    Accessible.description: tip
+    Accessible.focusable: true
+    Accessible.focused: activeFocus
+    Accessible.onPressAction: trigger()
+    Keys.onSpacePressed: trigger()
+    Keys.onReturnPressed: trigger()
+    Keys.onEnterPressed: trigger()
+    onActiveFocusChanged: activeFocus ? Hints.show(pressable, tip) : Hints.hide(pressable)
+
+    MouseArea {
+        id: area
+
+        anchors.fill: parent
+        hoverEnabled: true
+        onClicked: pressable.trigger()
+        onContainsMouseChanged: containsMouse ? Hints.show(pressable, pressable.tip) : Hints.hide(pressable)
+    }
+
+    FocusRing {
+        innerRadius: pressable.innerRadius
+    }
+}

@@ -1,0 +1,61 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Swabby.Ui
+
+// The frame of every section: its subtitle over its panel, or a sentence until there are figures.
+Item {
+    id: frame
+
+    required property MainWindowView view
+    readonly property string page: view.state.isKnown ? view.selected.page : ""
+
+    function showPage(): void {
+        if (page === "")
+            loader.source = "";
+        else
+            loader.setSource(Qt.resolvedUrl("../" + page), {
+                "view": view
+            });
+    }
+
+    onPageChanged: showPage()
+    Component.onCompleted: showPage()
+
+    PlainLabel {
+        id: subtitle
+
+        x: 20
+        y: 16
+        width: parent.width - 40
+        text: frame.view.selected.subtitle
+        font: Theme.subtitleFont
+        color: Theme.secondary
+    }
+
+    Loader {
+        id: loader
+
+        anchors.top: subtitle.bottom
+        anchors.topMargin: 14
+        anchors.bottom: parent.bottom
+        width: parent.width
+        visible: frame.view.state.isKnown
+    }
+
+    Column {
+        anchors.centerIn: parent
+        spacing: 14
+        visible: !frame.view.state.isKnown
+
+        Spinner {
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: 24
+            height: 24
+        }
+
+        PlainLabel {
+            text: "Taking a first look at your Mac…"
+            color: Theme.secondary
+        }
+    }
+}

@@ -1,0 +1,53 @@
+import QtQuick
+import Swabby.Ui
+
+Item {
+    id: row
+
+    property sectionRow section
+    property bool isSelected: false
+    property bool hasKeyboard: false
+
+    signal chosen
+
+    implicitHeight: 30
+    Accessible.role: Accessible.ListItem
+    Accessible.name: section.title
+    Accessible.selectable: true
+    Accessible.selected: isSelected
+    Accessible.onPressAction: chosen()
+
+    Rectangle {
+        anchors.fill: parent
+        radius: 7
+        color: row.isSelected ? Theme.accentFill : area.containsMouse ? Theme.quietFill : "transparent"
+    }
+
+    SymbolItem {
+        x: 10
+        anchors.verticalCenter: parent.verticalCenter
+        name: row.section.symbol
+        color: row.isSelected ? Theme.onAccent : Theme.accent
+    }
+
+    PlainLabel {
+        x: 35
+        width: parent.width - 43
+        anchors.verticalCenter: parent.verticalCenter
+        text: row.section.title
+        color: row.isSelected ? Theme.onAccent : Theme.primary
+        Accessible.ignored: true
+    }
+
+    MouseArea {
+        id: area
+
+        anchors.fill: parent
+        hoverEnabled: true
+        onClicked: row.chosen()
+    }
+
+    FocusRing {
+        visible: row.hasKeyboard
+    }
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "health/HealthIssue.h"
+#include "ui/presentation/Tint.h"
+
+#include <QtCore/QList>
+#include <QtCore/QObject>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+#include <functional>
+
+namespace swabby {
+
+/// One health issue as its card shows it.
+struct IssueCard {
+    Q_GADGET
+    QML_VALUE_TYPE(issueCard)
+    Q_PROPERTY(int tint READ tintIndex)
+    Q_PROPERTY(QString severity MEMBER severity)
+    Q_PROPERTY(QString what MEMBER what)
+    Q_PROPERTY(QString why MEMBER why)
+    Q_PROPERTY(QString how MEMBER how)
+    Q_PROPERTY(QString actionLabel MEMBER actionLabel)
+    Q_PROPERTY(bool isDestructive MEMBER isDestructive)
+    Q_PROPERTY(int index MEMBER index)
+
+public:
+    Tint tint = Tint::orange;
+    QString severity; ///< the level in a word, for those who do not see its colour
+    QString what;
+    QString why;
+    QString how;
+    QString actionLabel; ///< empty: no button
+    bool isDestructive = false;
+    int index = 0; ///< among the published issues
+
+    int tintIndex() const { return static_cast<int>(tint); }
+    bool operator==(const IssueCard &) const = default;
+};
+
+/// "Healthy", "Under load" or "Struggling".
+QString healthWord(HealthLevel level);
+
+/// The button's words for an action, e.g. "Quit Safari" or "Free up space".
+QString actionLabel(const HealthIssueAction &action);
+bool isDestructive(const HealthIssueAction &action);
+
+/// The issues that pass, in order, with buttons only for actions that can be carried out today.
+QList<IssueCard> issueCards(const QList<HealthIssue> &issues,
+                            const std::function<bool(const HealthIssueAction &)> &canPerform,
+                            std::optional<MainSection> only = {});
+
+} // namespace swabby

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "health/LeakSuspect.h"
+
+#include <QtCore/QList>
+#include <QtCore/QObject>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace swabby {
+
+/// A suspected leak as its banner shows it.
+struct LeakText {
+    Q_GADGET
+    QML_VALUE_TYPE(leakText)
+    Q_PROPERTY(QString headline MEMBER headline)
+    Q_PROPERTY(QString detail MEMBER detail)
+
+public:
+    int pid = 0;
+    QString headline;
+    QString detail;
+
+    bool operator==(const LeakText &) const = default;
+};
+
+QList<LeakText> leakTexts(const QList<LeakSuspect> &suspects);
+
+} // namespace swabby

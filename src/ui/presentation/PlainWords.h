@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QtCore/QString>
+
+#include <optional>
+
+namespace swabby {
+
+/// A name as one harmless line: control characters, line breaks and characters that turn the reading
+/// direction around become blanks. Names of programs are written by anybody.
+QString oneLine(const QString &name);
+
+/// The value as a whole number, cut off towards zero; "–" for a value that is no number.
+QString wholeNumber(double value);
+
+/// "5h 12m".
+QString hoursAndMinutes(int minutes);
+
+} // namespace swabby

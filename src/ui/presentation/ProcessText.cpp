@@ -1,0 +1,130 @@
+#include "ui/presentation/ProcessText.h"
+
+#include "engine/ByteCount.h"
+#include "ui/presentation/PlainWords.h"
+#include "ui/presentation/ThemeColors.h"
+
+#include <algorithm>
+
+namespace swabby {
+namespace {
+
+void describeActivity(ProcessRowText &row, const ProcessSample &process)
+{
+    row.detail = fileByteCount(static_cast<std::int64_t>(process.rssBytes));
+    row.value = QString::asprintf("%.0f%%", process.cpuPercent);
+    row.isEmphasized = process.cpuPercent > 50;
+    row.fraction = process.cpuPercent / 100;
+    row.tint = row.isEmphasized ? Tint::red : Tint::accent;
+}
+
+void describeEnergy(ProcessRowText &row, const ProcessSample &process)
+{
+    row.detail = fileByteCount(static_cast<std::int64_t>(process.rssBytes));
+    row.value = energyWord(process.energyImpact);
+    row.isEmphasized = process.energyImpact >= 40;
+    row.fraction = process.energyImpact / 100;
+    row.tint = process.energyImpact >= 40   ? Tint::red
+               : process.energyImpact >= 10 ? Tint::orange
+                                            : Tint::accent;
+}
+
+void describeNetwork(ProcessRowText &row, const ProcessSample &process)
+{
+    row.value = networkRate(process.networkBytesPerSec);
+    row.detail = row.value;
+    row.isEmphasized = process.networkBytesPerSec >= 1'000'000;
+    row.fraction = static_cast<double>(process.networkBytesPerSec) / 4'000'000;
+    row.tint = row.isEmphasized ? Tint::red : Tint::accent;
+}
+
+} // namespace
+
+ProcessRowText processRowText(const ProcessSample &process, ProcessRowMode mode, bool isPinned)
+{
+    ProcessRowText row;
+    row.pid = process.pid;
+    row.name = oneLine(process.name);
+    row.letter = tileLetter(process.name);
+    row.tileColor = tileColorIndex(process.name);
+    row.trust = process.trustRatio();
+    row.trustSymbol = row.trust > 49 ? QStringLiteral("star.fill") : QStringLiteral("star");
+    row.isPinned = isPinned;
+    switch (mode) {
+    case ProcessRowMode::activity:
+        describeActivity(row, process);
+        break;
+    case ProcessRowMode::battery:
+        describeEnergy(row, process);
+        break;
+    case ProcessRowMode::network:
+        describeNetwork(row, process);
+        break;
+    }
+    row.fraction = std::clamp(row.fraction, 0.0, 1.0);
+    return row;
+}
+
+QList<ProcessRowText> processRowTexts(const QList<ProcessSample> &processes, ProcessRowMode mode,
+                                      const std::set<QString> &pinnedNames)
+{
+    QList<ProcessRowText> rows;
+    rows.reserve(processes.size());
+    for (const ProcessSample &process : processes)
+        rows.append(processRowText(process, mode, pinnedNames.contains(process.name)));
+    return rows;
+}
+
+QList<BrowserRowText> browserRowTexts(const QList<BrowserRollupEntry> &entries)
+{
+    QList<BrowserRowText> rows;
+    rows.reserve(entries.size());
+    for (const BrowserRollupEntry &entry : entries)
+        rows.append({oneLine(entry.browserName),
+                     QString::number(entry.processCount) + QStringLiteral(" tabs & helpers"),
+                     fileByteCount(static_cast<std::int64_t>(entry.totalMemBytes)),
+                     QString::asprintf("%.0f%% busy", entry.totalCPUPercent)});
+    return rows;
+}
+
+QString energyWord(double energyImpact)
+{
+    return energyImpact >= 40   ? QStringLiteral("High")
+           : energyImpact >= 10 ? QStringLiteral("Moderate")
+                                : QStringLiteral("Low");
+}
+
+QString networkRate(std::int64_t bytesPerSec)
+{
+    return fileByteCount(bytesPerSec) + QStringLiteral("/s");
+}
+
+QString tileLetter(const QString &name)
+{
+    for (const char32_t code : name.toStdU32String())
+        if (QChar::isLetterOrNumber(code))
+            return QString::fromUcs4(&code, 1).toUpper();
+    return QStringLiteral("?");
+}
+
+int tileColorIndex(const QString &name)
+{
+    quint32 hash = 2'166'136'261U;
+    for (const char byte : name.toUtf8())
+        hash = (hash ^ static_cast<unsigned char>(byte)) * 16'777'619U;
+    return static_cast<int>(hash % static_cast<quint32>(tileColors().size()));
+}
+
+QList<ProcessSample> filteredProcesses(const QList<ProcessSample> &processes, const QString &searchText)
+{
+    if (searchText.trimmed().isEmpty())
+        return processes;
+    const QString wanted = searchText.toLower();
+    QList<ProcessSample> found;
+    for (const ProcessSample &process : processes)
+        if (process.name.toLower().contains(wanted))
+            found.append(process);
+    return found;
+}
+
+} // namespace swabby

@@ -1,0 +1,90 @@
+#pragma once
+
+#include "engine/BrowserRollupEntry.h"
+#include "engine/ProcessSample.h"
+#include "ui/presentation/Tint.h"
+
+#include <QtCore/QList>
+#include <QtCore/QObject>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+#include <set>
+
+namespace swabby {
+
+/// What a list of programs is about; it decides a row's value and the line under its name.
+enum class ProcessRowMode { activity, battery, network };
+
+/// One program as its row shows it.
+struct ProcessRowText {
+    Q_GADGET
+    QML_VALUE_TYPE(processRowText)
+    Q_PROPERTY(int pid MEMBER pid)
+    Q_PROPERTY(QString name MEMBER name)
+    Q_PROPERTY(QString letter MEMBER letter)
+    Q_PROPERTY(int tileColor MEMBER tileColor)
+    Q_PROPERTY(QString detail MEMBER detail)
+    Q_PROPERTY(QString value MEMBER value)
+    Q_PROPERTY(bool isEmphasized MEMBER isEmphasized)
+    Q_PROPERTY(double fraction MEMBER fraction)
+    Q_PROPERTY(int tint READ tintIndex)
+    Q_PROPERTY(int trust MEMBER trust)
+    Q_PROPERTY(QString trustSymbol MEMBER trustSymbol)
+    Q_PROPERTY(bool isPinned MEMBER isPinned)
+
+public:
+    int pid = 0;
+    QString name;
+    QString letter;    ///< on the tile that stands for a missing icon
+    int tileColor = 0; ///< index into tileColors()
+    QString detail;
+    QString value;
+    bool isEmphasized = false;
+    double fraction = 0; ///< of the bar beside the value, 0–1
+    Tint tint = Tint::accent;
+    int trust = 0;
+    QString trustSymbol;
+    bool isPinned = false;
+
+    int tintIndex() const { return static_cast<int>(tint); }
+    bool operator==(const ProcessRowText &) const = default;
+};
+
+/// One browser as its row shows it.
+struct BrowserRowText {
+    Q_GADGET
+    QML_VALUE_TYPE(browserRowText)
+    Q_PROPERTY(QString name MEMBER name)
+    Q_PROPERTY(QString detail MEMBER detail)
+    Q_PROPERTY(QString memory MEMBER memory)
+    Q_PROPERTY(QString load MEMBER load)
+
+public:
+    QString name;
+    QString detail;
+    QString memory;
+    QString load;
+
+    bool operator==(const BrowserRowText &) const = default;
+};
+
+ProcessRowText processRowText(const ProcessSample &process, ProcessRowMode mode, bool isPinned);
+QList<ProcessRowText> processRowTexts(const QList<ProcessSample> &processes, ProcessRowMode mode,
+                                      const std::set<QString> &pinnedNames);
+QList<BrowserRowText> browserRowTexts(const QList<BrowserRollupEntry> &entries);
+
+/// "High", "Moderate" or "Low".
+QString energyWord(double energyImpact);
+/// "4.2 MB/s".
+QString networkRate(std::int64_t bytesPerSec);
+
+/// The letter on a program's tile: the first letter or digit of its name.
+QString tileLetter(const QString &name);
+/// Always the same for the same name, on every machine and at every start.
+int tileColorIndex(const QString &name);
+
+/// The processes whose name contains the text, whatever the case. A text of only blanks keeps all; any
+/// other is matched as typed, its outer blanks included.
+QList<ProcessSample> filteredProcesses(const QList<ProcessSample> &processes, const QString &searchText);
+
+} // namespace swabby

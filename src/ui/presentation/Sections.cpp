@@ -1,0 +1,51 @@
+#include "ui/presentation/Sections.h"
+
+namespace swabby {
+namespace {
+
+QString pageFile(MainSection section)
+{
+    switch (section) {
+    case MainSection::overview:
+        return QStringLiteral("OverviewPage.qml");
+    case MainSection::speed:
+        return QStringLiteral("SpeedPage.qml");
+    case MainSection::battery:
+        return QStringLiteral("BatteryPage.qml");
+    case MainSection::network:
+        return QStringLiteral("NetworkPage.qml");
+    case MainSection::startup:
+        return QStringLiteral("StartupPage.qml");
+    case MainSection::swabbyCheck:
+    case MainSection::storage:
+    case MainSection::developer:
+        return {};
+    }
+    return {};
+}
+
+} // namespace
+
+QList<SectionRow> builtSections()
+{
+    QList<SectionRow> rows;
+    for (const MainSection section : allSections)
+        if (isBuilt(section))
+            rows.append({sectionName(section), sectionTitle(section), sectionSubtitle(section),
+                         sectionSymbol(section), QStringLiteral("Ctrl+") + keyEquivalent(section),
+                         QStringLiteral("sections/") + pageFile(section)});
+    return rows;
+}
+
+bool isBuilt(MainSection section)
+{
+    return !pageFile(section).isEmpty();
+}
+
+bool canPerform(const HealthIssueAction &action)
+{
+    const auto *open = std::get_if<OpenSection>(&action);
+    return open != nullptr && isBuilt(open->section);
+}
+
+} // namespace swabby

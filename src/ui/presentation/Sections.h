@@ -1,0 +1,41 @@
+#pragma once
+
+#include "health/HealthIssue.h"
+#include "health/MainSection.h"
+
+#include <QtCore/QList>
+#include <QtCore/QObject>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace swabby {
+
+/// One of the sidebar's rows.
+struct SectionRow {
+    Q_GADGET
+    QML_VALUE_TYPE(sectionRow)
+    Q_PROPERTY(QString name MEMBER name)
+    Q_PROPERTY(QString title MEMBER title)
+    Q_PROPERTY(QString subtitle MEMBER subtitle)
+    Q_PROPERTY(QString symbol MEMBER symbol)
+    Q_PROPERTY(QString shortcut MEMBER shortcut)
+    Q_PROPERTY(QString page MEMBER page)
+
+public:
+    QString name;
+    QString title;
+    QString subtitle;
+    QString symbol;
+    QString shortcut; ///< a key sequence
+    QString page;     ///< the QML file that shows it
+
+    bool operator==(const SectionRow &) const = default;
+};
+
+/// The sections that have a page, in the sidebar's order. A section appears by entering its page here.
+QList<SectionRow> builtSections();
+bool isBuilt(MainSection section);
+
+/// Whether a health issue's action can be carried out in this window.
+bool canPerform(const HealthIssueAction &action);
+
+} // namespace swabby

@@ -1,0 +1,46 @@
+#include "ui/presentation/StartupText.h"
+
+#include "ui/presentation/PlainWords.h"
+
+namespace swabby {
+namespace {
+
+QString startupDetail(const LoginItem &item)
+{
+    const QString scope = scopeText(item.scope);
+    if (item.isOrphaned)
+        return scope + QStringLiteral(" · its program no longer exists");
+    if (item.bootDelaySeconds)
+        return scope + QStringLiteral(" · started %1 s after startup").arg(*item.bootDelaySeconds);
+    // A classic item always counts as loaded, which says nothing about it.
+    if (item.isLoaded && item.scope != LoginItemScope::classicLoginItem)
+        return scope + QStringLiteral(" · running");
+    return scope;
+}
+
+} // namespace
+
+bool isWorthASecondLook(const LoginItem &item)
+{
+    return !item.isAppleSigned || item.isOrphaned;
+}
+
+QList<StartupRowText> startupRowTexts(const QList<LoginItem> &items, bool worthASecondLook)
+{
+    QList<StartupRowText> rows;
+    for (const LoginItem &item : items) {
+        if (isWorthASecondLook(item) != worthASecondLook)
+            continue;
+        StartupRowText row = {item.id(), oneLine(item.label), {}, Tint::orange, startupDetail(item)};
+        if (item.isOrphaned) {
+            row.badge = QStringLiteral("Left behind");
+            row.badgeTint = Tint::red;
+        } else if (!item.isAppleSigned) {
+            row.badge = QStringLiteral("Not signed by Apple");
+        }
+        rows.append(row);
+    }
+    return rows;
+}
+
+} // namespace swabby

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "startup/LoginItem.h"
+#include "ui/presentation/Tint.h"
+
+#include <QtCore/QList>
+#include <QtCore/QObject>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace swabby {
+
+/// Something that starts by itself, as its row shows it.
+struct StartupRowText {
+    Q_GADGET
+    QML_VALUE_TYPE(startupRowText)
+    Q_PROPERTY(QString id MEMBER id)
+    Q_PROPERTY(QString label MEMBER label)
+    Q_PROPERTY(QString badge MEMBER badge)
+    Q_PROPERTY(int badgeTint READ badgeTintIndex)
+    Q_PROPERTY(QString detail MEMBER detail)
+
+public:
+    QString id;
+    QString label;
+    QString badge; ///< empty: no badge
+    Tint badgeTint = Tint::orange;
+    QString detail;
+
+    int badgeTintIndex() const { return static_cast<int>(badgeTint); }
+    bool operator==(const StartupRowText &) const = default;
+};
+
+/// Whether a person should look at the item: nobody vouches for it, or its program is gone.
+bool isWorthASecondLook(const LoginItem &item);
+
+QList<StartupRowText> startupRowTexts(const QList<LoginItem> &items, bool worthASecondLook);
+
+} // namespace swabby

@@ -1,0 +1,27 @@
+#include "ui/qmltypes/Figures.h"
+
+#include "engine/state/AppState.h"
+#include "ui/UserInterface.h"
+
+namespace swabby {
+
+Figures figuresOf(const AppState &state)
+{
+    return {
+        .stats = state.stats(),
+        .processes = state.processes(),
+        .batteryDrainers = state.batteryDrainers(),
+        .networkUsers = state.networkUsers(),
+        .browserRollups = state.browserRollups(),
+        .loginItems = state.loginItems(),
+        .history = state.history(),
+        .health = state.health(),
+        .healthIssues = state.healthIssues(),
+        .leakSuspects = state.leakSuspects(),
+        .pinnedNames = state.pinnedNames(),
+        .isKnown = state.refreshesApplied() > 0,
+        .speedIsKnown = state.refreshesApplied() >= refreshesUntilFigures(state.machine()),
+    };
+}
+
+} // namespace swabby

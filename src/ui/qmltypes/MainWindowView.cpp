@@ -1,0 +1,111 @@
+#include "ui/qmltypes/MainWindowView.h"
+
+#include "app/settings/Settings.h"
+#include "engine/state/AppState.h"
+
+#include <QtQml/QQmlEngine>
+
+namespace swabby {
+
+MainWindowView::MainWindowView(const UserInterfaceContext &context, QObject *parent)
+    : QObject(parent), m_context(context)
+{
+    QJSEngine::setObjectOwnership(&m_stateView, QJSEngine::CppOwnership);
+    AppState *state = m_context.state;
+    if (state == nullptr)
+        return;
+    m_isRefreshing = state->refreshesApplied() == 0;
+    connect(state, &AppState::changed, this, &MainWindowView::followState);
+    connect(state, &AppState::applied, this, [this] { setRefreshing(false); });
+    followState();
+}
+
+void MainWindowView::followState()
+{
+    AppState &state = *m_context.state;
+    m_stateView.show(figuresOf(state),
+                     Settings(*state.machine().settings).rowDensity() == RowDensity::compact);
+    if (const auto requested = state.requestedMainSection()) {
+        select(*requested);
+        state.requestMainSection(std::nullopt);
+    }
+}
+
+int MainWindowView::selectedIndex() const
+{
+    for (int index = 0; index < m_sections.size(); ++index)
+        if (m_sections.at(index).name == sectionName(m_selection))
+            return index;
+    return 0;
+}
+
+void MainWindowView::select(MainSection section)
+{
+    if (section == m_selection || !isBuilt(section))
+        return;
+    m_selection = section;
+    Q_EMIT selectionChanged();
+}
+
+void MainWindowView::selectIndex(int index)
+{
+    if (const auto section = sectionFrom(m_sections.value(index).name))
+        select(*section);
+}
+
+void MainWindowView::performIssue(int index)
+{
+    m_showHealthDetail = false;
+    Q_EMIT sheetChanged();
+    const QList<HealthIssue> &issues = m_stateView.figures().healthIssues;
+    if (index < 0 || index >= issues.size())
+        return;
+    MainSection selection = m_selection;
+    m_coordinator.perform(issues.at(index), selection);
+    select(selection);
+}
+
+void MainWindowView::togglePin(int pid)
+{
+    const Figures &figures = m_stateView.figures();
+    for (const auto *list : {&figures.processes, &figures.batteryDrainers, &figures.networkUsers})
+        for (const ProcessSample &process : *list)
+            if (process.pid == pid && m_context.state != nullptr) {
+                m_context.state->togglePin(QString(process.name));
+                return;
+            }
+}
+
+void MainWindowView::refresh()
+{
+    if (m_isRefreshing || m_context.state == nullptr)
+        return;
+    setRefreshing(true);
+    m_context.state->refresh();
+}
+
+void MainWindowView::setRefreshing(bool isRefreshing)
+{
+    if (isRefreshing == m_isRefreshing)
+        return;
+    m_isRefreshing = isRefreshing;
+    Q_EMIT refreshingChanged();
+}
+
+bool MainWindowView::mayClose()
+{
+    if (!m_context.staysWithoutWindow || m_context.staysWithoutWindow())
+        return true;
+    m_showHealthDetail = false;
+    m_showLastWindowNotice = true;
+    Q_EMIT sheetChanged();
+    return false;
+}
+
+void MainWindowView::quit()
+{
+    if (m_context.quit)
+        m_context.quit();
+}
+
+} // namespace swabby

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "ui/UserInterface.h"
+#include "ui/presentation/Sections.h"
+#include "ui/qmltypes/MainWindowCoordinator.h"
+#include "ui/qmltypes/StateView.h"
+
+#include <QtCore/QObject>
+#include <QtQml/qqmlregistration.h>
+
+namespace swabby {
+
+/// What one main window shows and what its controls ask for. Begins anew with every window.
+class MainWindowView : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made with the window")
+    Q_PROPERTY(swabby::StateView *state READ state CONSTANT)
+    Q_PROPERTY(QList<swabby::SectionRow> sections READ sections CONSTANT)
+    Q_PROPERTY(int selectedIndex READ selectedIndex NOTIFY selectionChanged)
+    Q_PROPERTY(swabby::SectionRow selected READ selected NOTIFY selectionChanged)
+    Q_PROPERTY(bool showHealthDetail MEMBER m_showHealthDetail NOTIFY sheetChanged)
+    Q_PROPERTY(bool showLastWindowNotice MEMBER m_showLastWindowNotice NOTIFY sheetChanged)
+    Q_PROPERTY(int speedView MEMBER m_speedView NOTIFY speedViewChanged)
+    Q_PROPERTY(bool isRefreshing READ isRefreshing NOTIFY refreshingChanged)
+
+public:
+    explicit MainWindowView(const UserInterfaceContext &context, QObject *parent = nullptr);
+
+    StateView *state() { return &m_stateView; }
+    const QList<SectionRow> &sections() const { return m_sections; }
+    int selectedIndex() const;
+    SectionRow selected() const { return m_sections.value(selectedIndex()); }
+    MainSection selection() const { return m_selection; }
+    bool isRefreshing() const { return m_isRefreshing; }
+
+    /// Shows the section, when it has a page.
+    void select(MainSection section);
+    Q_INVOKABLE void selectIndex(int index);
+    /// Closes the sheet and does what the issue at that place offers.
+    Q_INVOKABLE void performIssue(int index);
+    Q_INVOKABLE void togglePin(int pid);
+    Q_INVOKABLE void refresh();
+    /// Whether the window may close now; when not, it says why.
+    Q_INVOKABLE bool mayClose();
+    Q_INVOKABLE void quit();
+
+Q_SIGNALS:
+    void selectionChanged();
+    void sheetChanged();
+    void speedViewChanged();
+    void refreshingChanged();
+
+private:
+    void followState();
+    void setRefreshing(bool isRefreshing);
+
+    UserInterfaceContext m_context;
+    StateView m_stateView;
+    MainWindowCoordinator m_coordinator;
+    QList<SectionRow> m_sections = builtSections();
+    MainSection m_selection = MainSection::overview;
+    int m_speedView = 0; // the busiest programs; 1 is by browser
+    bool m_showHealthDetail = false;
+    bool m_showLastWindowNotice = false;
+    bool m_isRefreshing = false;
+};
+
+} // namespace swabby

@@ -1,0 +1,116 @@
+#include "ui/qmltypes/StateView.h"
+
+#include "ui/presentation/Gauges.h"
+#include "ui/presentation/HealthText.h"
+#include "ui/presentation/LeakText.h"
+#include "ui/presentation/NetworkText.h"
+#include "ui/presentation/Sections.h"
+#include "ui/presentation/StartupText.h"
+
+#include <QtQml/QQmlEngine>
+
+namespace swabby {
+namespace {
+
+QString pidOf(const ProcessRowText &row)
+{
+    return QString::number(row.pid);
+}
+
+} // namespace
+
+StateView::StateView(QObject *parent) : QObject(parent)
+{
+    // Members handed to QML without an owner would otherwise be deleted by it.
+    for (RowModel *model : {&m_gauges, &m_issues, &m_speedIssues, &m_leaks, &m_topProcesses, &m_processes,
+                            &m_drainers, &m_networkUsers, &m_browsers, &m_startupToReview, &m_startupRest})
+        QJSEngine::setObjectOwnership(model, QJSEngine::CppOwnership);
+}
+
+void StateView::show(const Figures &figures, bool isCompact)
+{
+    m_figures = figures;
+    m_isCompact = isCompact;
+    m_gauges.show(figures.isKnown ? overviewGauges(figures.stats, figures.speedIsKnown) : QList<Gauge>(),
+                  [](const Gauge &gauge) { return gauge.title.section(QLatin1Char(' '), 0, 0); });
+    const auto issueKey = [](const IssueCard &card) { return QString::number(card.index); };
+    m_issues.show(issueCards(figures.healthIssues, canPerform), issueKey);
+    m_speedIssues.show(issueCards(figures.healthIssues, canPerform, MainSection::speed), issueKey);
+    m_leaks.show(leakTexts(figures.leakSuspects),
+                 [](const LeakText &leak) { return QString::number(leak.pid); });
+    m_drainers.show(processRowTexts(figures.batteryDrainers, ProcessRowMode::battery, figures.pinnedNames),
+                    pidOf);
+    m_networkUsers.show(processRowTexts(figures.networkUsers, ProcessRowMode::network, figures.pinnedNames),
+                        pidOf);
+    m_browsers.show(browserRowTexts(figures.browserRollups),
+                    [](const BrowserRowText &row) { return row.name; });
+    const auto itemKey = [](const StartupRowText &row) { return row.id; };
+    m_startupToReview.show(startupRowTexts(figures.loginItems, true), itemKey);
+    m_startupRest.show(startupRowTexts(figures.loginItems, false), itemKey);
+    showProcesses();
+    Q_EMIT changed();
+}
+
+void StateView::showProcesses()
+{
+    const auto rows = [this](const QList<ProcessSample> &processes) {
+        return processRowTexts(processes, ProcessRowMode::activity, m_figures.pinnedNames);
+    };
+    QList<ProcessRowText> top = rows(m_figures.processes.mid(0, 1));
+    for (ProcessRowText &row : top)
+        row.detail += QStringLiteral(" memory");
+    // The one row stays and takes up whichever program is on top.
+    m_topProcesses.show(top, [](const ProcessRowText &) { return QString(); });
+    m_processes.show(rows(filteredProcesses(m_figures.processes, m_searchText)), pidOf);
+}
+
+QString StateView::healthWord() const
+{
+    return swabby::healthWord(m_figures.health);
+}
+
+int StateView::healthTint() const
+{
+    return static_cast<int>(tintOf(m_figures.health));
+}
+
+SpeedDay StateView::speedDay() const
+{
+    return {speedStretches(m_figures.history, m_figures.stats.timestamp)};
+}
+
+QString StateView::averageSpeed() const
+{
+    return averageSpeedText(m_figures.history);
+}
+
+QString StateView::speedSentence() const
+{
+    return speedHistorySentence(m_figures.history);
+}
+
+BatterySummary StateView::battery() const
+{
+    return batterySummary(m_figures.stats);
+}
+
+QString StateView::networkRate() const
+{
+    return totalNetworkRate(m_figures.networkUsers);
+}
+
+QString StateView::networkSentence() const
+{
+    return swabby::networkSentence(m_figures.networkUsers);
+}
+
+void StateView::setSearchText(const QString &text)
+{
+    if (text == m_searchText)
+        return;
+    m_searchText = text;
+    showProcesses();
+    Q_EMIT searchTextChanged();
+}
+
+} // namespace swabby

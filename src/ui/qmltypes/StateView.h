@@ -1,0 +1,100 @@
+#pragma once
+
+#include "ui/presentation/BatteryText.h"
+#include "ui/presentation/ProcessText.h"
+#include "ui/qmltypes/Figures.h"
+#include "ui/qmltypes/RowModel.h"
+#include "ui/qmltypes/Sparkline.h"
+
+#include <QtCore/QObject>
+#include <QtQml/qqmlregistration.h>
+
+namespace swabby {
+
+/// The published figures in the words and rows that the pages show.
+class StateView : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made with the window")
+    Q_PROPERTY(bool isKnown READ isKnown NOTIFY changed)
+    Q_PROPERTY(bool isHealthy READ isHealthy NOTIFY changed)
+    Q_PROPERTY(QString healthWord READ healthWord NOTIFY changed)
+    Q_PROPERTY(int healthTint READ healthTint NOTIFY changed)
+    Q_PROPERTY(swabby::SpeedDay speedDay READ speedDay NOTIFY changed)
+    Q_PROPERTY(bool hasSpeedLine READ hasSpeedLine NOTIFY changed)
+    Q_PROPERTY(QString averageSpeed READ averageSpeed NOTIFY changed)
+    Q_PROPERTY(QString speedSentence READ speedSentence NOTIFY changed)
+    Q_PROPERTY(swabby::BatterySummary battery READ battery NOTIFY changed)
+    Q_PROPERTY(QString networkRate READ networkRate NOTIFY changed)
+    Q_PROPERTY(QString networkSentence READ networkSentence NOTIFY changed)
+    Q_PROPERTY(bool isCompact READ isCompact NOTIFY changed)
+    Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
+    Q_PROPERTY(swabby::RowModel *gauges READ gauges CONSTANT)
+    Q_PROPERTY(swabby::RowModel *issues READ issues CONSTANT)
+    Q_PROPERTY(swabby::RowModel *speedIssues READ speedIssues CONSTANT)
+    Q_PROPERTY(swabby::RowModel *leaks READ leaks CONSTANT)
+    Q_PROPERTY(swabby::RowModel *topProcesses READ topProcesses CONSTANT)
+    Q_PROPERTY(swabby::RowModel *processes READ processes CONSTANT)
+    Q_PROPERTY(swabby::RowModel *drainers READ drainers CONSTANT)
+    Q_PROPERTY(swabby::RowModel *networkUsers READ networkUsers CONSTANT)
+    Q_PROPERTY(swabby::RowModel *browsers READ browsers CONSTANT)
+    Q_PROPERTY(swabby::RowModel *startupToReview READ startupToReview CONSTANT)
+    Q_PROPERTY(swabby::RowModel *startupRest READ startupRest CONSTANT)
+
+public:
+    explicit StateView(QObject *parent = nullptr);
+
+    void show(const Figures &figures, bool isCompact);
+    const Figures &figures() const { return m_figures; }
+
+    bool isKnown() const { return m_figures.isKnown; }
+    bool isHealthy() const { return m_figures.health == HealthLevel::green; }
+    QString healthWord() const;
+    int healthTint() const;
+    SpeedDay speedDay() const;
+    bool hasSpeedLine() const { return !speedDay().stretches.isEmpty(); }
+    QString averageSpeed() const;
+    QString speedSentence() const;
+    BatterySummary battery() const;
+    QString networkRate() const;
+    QString networkSentence() const;
+    bool isCompact() const { return m_isCompact; }
+    QString searchText() const { return m_searchText; }
+    void setSearchText(const QString &text);
+
+    RowModel *gauges() { return &m_gauges; }
+    RowModel *issues() { return &m_issues; }
+    RowModel *speedIssues() { return &m_speedIssues; }
+    RowModel *leaks() { return &m_leaks; }
+    RowModel *topProcesses() { return &m_topProcesses; }
+    RowModel *processes() { return &m_processes; }
+    RowModel *drainers() { return &m_drainers; }
+    RowModel *networkUsers() { return &m_networkUsers; }
+    RowModel *browsers() { return &m_browsers; }
+    RowModel *startupToReview() { return &m_startupToReview; }
+    RowModel *startupRest() { return &m_startupRest; }
+
+Q_SIGNALS:
+    void changed();
+    void searchTextChanged();
+
+private:
+    void showProcesses();
+
+    Figures m_figures;
+    bool m_isCompact = false;
+    QString m_searchText;
+    RowModel m_gauges;
+    RowModel m_issues;
+    RowModel m_speedIssues;
+    RowModel m_leaks;
+    RowModel m_topProcesses;
+    RowModel m_processes;
+    RowModel m_drainers;
+    RowModel m_networkUsers;
+    RowModel m_browsers;
+    RowModel m_startupToReview;
+    RowModel m_startupRest;
+};
+
+} // namespace swabby

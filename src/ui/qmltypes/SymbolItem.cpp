@@ -1,0 +1,49 @@
+#include "ui/qmltypes/SymbolItem.h"
+
+#include "ui/presentation/SvgPath.h"
+#include "ui/presentation/SymbolTable.h"
+
+#include <QtGui/QPainter>
+
+namespace swabby {
+
+SymbolItem::SymbolItem(QQuickItem *parent) : QQuickPaintedItem(parent)
+{
+    setImplicitSize(16, 16);
+    setAntialiasing(true);
+}
+
+void SymbolItem::setName(const QString &name)
+{
+    if (name == m_name)
+        return;
+    m_name = name;
+    Q_EMIT nameChanged();
+    update();
+}
+
+void SymbolItem::setColor(const QColor &color)
+{
+    if (color == m_color)
+        return;
+    m_color = color;
+    Q_EMIT colorChanged();
+    update();
+}
+
+void SymbolItem::paint(QPainter *painter)
+{
+    const SymbolDrawing *drawing = findSymbol(m_name);
+    if (drawing == nullptr)
+        return;
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->scale(width() / 24, height() / 24);
+    const QPen pen(m_color, 1.9, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+    painter->fillPath(svgPath(QLatin1String(drawing->fill)), m_color);
+    painter->strokePath(svgPath(QLatin1String(drawing->stroke)), pen);
+    painter->setCompositionMode(QPainter::CompositionMode_DestinationOut);
+    painter->strokePath(svgPath(QLatin1String(drawing->cut)),
+                        QPen(Qt::black, 2.1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+}
+
+} // namespace swabby

@@ -1,0 +1,75 @@
+#include "ui/qmltypes/Theme.h"
+
+#include "ui/qmltypes/DesktopAppearance.h"
+
+#include <QtGui/QFontDatabase>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QScreen>
+#include <QtQml/QQmlEngine>
+
+namespace swabby {
+namespace {
+
+// The desktop's font where it names one. "Sans Serif" is what Qt says when it does not, and without a
+// display there is no desktop at all.
+QString familyOfInterface()
+{
+    static const QString family = [] {
+        const QString inter = QStringLiteral("Inter");
+        const QString named = QGuiApplication::font().family();
+        const bool isUnnamed = named.isEmpty() || named.startsWith(QLatin1String("Sans")) ||
+                               QGuiApplication::platformName() == QLatin1String("offscreen");
+        return isUnnamed && QFontDatabase::hasFamily(inter) ? inter : named;
+    }();
+    return family;
+}
+
+double pointsPerPixel()
+{
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    return screen == nullptr ? 0.75 : 72 / screen->logicalDotsPerInchY();
+}
+
+} // namespace
+
+Theme::Theme(ThemeChoice choice, QObject *parent)
+    : QObject(parent), m_choice(choice), m_desktop(new DesktopAppearance(this))
+{
+    connect(m_desktop, &DesktopAppearance::changed, this, &Theme::changed);
+}
+
+Theme *Theme::create(QQmlEngine *engine, QJSEngine *)
+{
+    auto *theme = engine->findChild<Theme *>(QString(), Qt::FindDirectChildrenOnly);
+    if (theme == nullptr)
+        theme = new Theme(ThemeChoice::system, engine);
+    QJSEngine::setObjectOwnership(theme, QJSEngine::CppOwnership);
+    return theme;
+}
+
+bool Theme::isDark() const
+{
+    return m_choice == ThemeChoice::dark || (m_choice == ThemeChoice::system && m_desktop->isDark());
+}
+
+bool Theme::moves() const
+{
+    return !m_isStill && !m_desktop->reducesMotion();
+}
+
+void Theme::setStill(bool isStill)
+{
+    m_isStill = isStill;
+    Q_EMIT changed();
+}
+
+QFont Theme::font(double pixels, QFont::Weight weight)
+{
+    QFont font(familyOfInterface());
+    // Sizes in pixels are whole numbers; the type scale has halves.
+    font.setPointSizeF(pixels * pointsPerPixel());
+    font.setWeight(weight);
+    return font;
+}
+
+} // namespace swabby

@@ -1,0 +1,64 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Swabby.Ui
+
+// How the machine is doing right now.
+ScrollPage {
+    id: page
+
+    required property MainWindowView view
+
+    HeroCard {
+        width: parent.width
+        view: page.view
+    }
+
+    Grid {
+        id: gauges
+
+        readonly property int inOneRow: page.view.state.gauges.count
+        readonly property bool isTight: (width - 12 * (inOneRow - 1)) / inOneRow < 150
+
+        width: parent.width
+        columns: isTight ? 2 : inOneRow
+        spacing: 12
+
+        Repeater {
+            model: page.view.state.gauges
+
+            GaugeCard {
+                width: (gauges.width - 12 * (gauges.columns - 1)) / gauges.columns
+            }
+        }
+    }
+
+    Repeater {
+        model: page.view.state.leaks
+
+        LeakBanner {
+            width: parent.width
+        }
+    }
+
+    SpeedHistoryCard {
+        width: parent.width
+        figures: page.view.state
+    }
+
+    Repeater {
+        model: page.view.state.issues
+
+        HealthIssueCard {
+            required property issueCard entry
+
+            width: parent.width
+            issue: entry
+            onAction: page.view.performIssue(entry.index)
+        }
+    }
+
+    TopProcessCard {
+        width: parent.width
+        figures: page.view.state
+    }
+}

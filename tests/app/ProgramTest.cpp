@@ -1,0 +1,86 @@
+#include "support/TemporaryMachine.h"
+
+#include <QtCore/QProcess>
+#include <QtGui/QImage>
+#include <QtTest/QTest>
+
+using namespace swabby;
+
+namespace {
+
+struct Run {
+    int status = -1;
+    QByteArray output;
+    QByteArray errors;
+};
+
+Run runProgram(const QStringList &arguments, bool hasPlatform = false)
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        if (!hasPlatform)
+            environment.remove(QLatin1String(name));
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(SWABBY_PROGRAM), arguments);
+    if (!process.waitForFinished(60'000))
+        return {};
+    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+}
+
+} // namespace
+
+class ProgramTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyViewIsDrawnWithoutADisplay()
+    {
+        TemporaryMachine machine(
+            {{u"now"_qs, 1'790'000'000},
+             {u"disk"_qs, QJsonObject{{u"freeBytes"_qs, 10}, {u"totalBytes"_qs, 1000}}}});
+        machine.setProcesses({"10 1 90 1.0 1000 /Applications/Mill.app/Contents/MacOS/Mill"});
+        QTemporaryDir folder;
+        const QString pictures = folder.filePath(u"a/b"_qs);
+        const Run run = runProgram({u"--machine"_qs, machine.folder(), u"--screenshots"_qs, pictures});
+        QVERIFY2(run.status == 0, run.errors.constData());
+        for (const char *name :
+             {"overview", "health-detail", "speed", "speed-browsers", "battery", "network", "startup"}) {
+            const QImage image(pictures + u'/' + QLatin1String(name) + u".png"_qs);
+            QCOMPARE(image.size(), QSize(1880, 1320));
+        }
+        QVERIFY(!QImage(pictures + u"/menu-bar.png"_qs).isNull());
+        QVERIFY(!QFile::exists(machine.historyFile())); // taking pictures leaves no trace
+
+        const Run refused =
+            runProgram({u"--machine"_qs, machine.folder(), u"--screenshots"_qs, u"/dev/null/x"_qs});
+        QCOMPARE(refused.status, 1);
+        QCOMPARE(refused.errors.count('\n'), 1);
+    }
+
+    void refusalsAreOneLine_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("status");
+        QTest::newRow("wrong usage") << QStringList{u"--theme"_qs, u"blue"_qs} << 2;
+        QTest::newRow("no machine") << QStringList{u"--machine"_qs, u"/nonexistent"_qs} << 2;
+        QTest::newRow("no display") << QStringList{} << 1;
+    }
+    void refusalsAreOneLine()
+    {
+        QFETCH(QStringList, arguments);
+        const Run run = runProgram(arguments);
+        QTEST(run.status, "status");
+        QCOMPARE(run.errors.count('\n'), 1);
+        QVERIFY(run.output.isEmpty());
+    }
+
+    void helpAndVersionNeedNoDisplay()
+    {
+        QVERIFY(runProgram({u"--help"_qs}).output.contains("--screenshots"));
+        QVERIFY(runProgram({u"--version"_qs}).output.startsWith("swabby "));
+    }
+};
+
+QTEST_MAIN(ProgramTest)
+#include "ProgramTest.moc"

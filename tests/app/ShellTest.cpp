@@ -1,0 +1,162 @@
+#include "app/AppDelegate.h"
+#include "app/CommandLine.h"
+#include "app/StatusItemController.h"
+#include "app/TitleImage.h"
+#include "app/settings/Settings.h"
+#include "engine/state/AppState.h"
+#include "support/TemporaryMachine.h"
+#include "ui/presentation/ThemeColors.h"
+
+#include <QtGui/QWindow>
+#include <QtTest/QTest>
+
+using namespace swabby;
+
+class ShellTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void argumentsAreRead()
+    {
+        QString problem;
+        const auto full = parseCommandLine(
+            {u"--machine"_qs, u"/m"_qs, u"--section=speed"_qs, u"--theme"_qs, u"dark"_qs, u"--background"_qs},
+            &problem);
+        QVERIFY2(full, qPrintable(problem));
+        QCOMPARE(full->machineFolder, u"/m"_qs);
+        QCOMPARE(full->section, MainSection::speed);
+        QCOMPARE(full->theme, ThemeChoice::dark);
+        QVERIFY(full->isBackground && !full->screenshotsFolder);
+        QCOMPARE(parseCommandLine({}, &problem)->theme, ThemeChoice::system);
+    }
+
+    void wrongArgumentsAreExplained_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("said");
+        QTest::newRow("unknown") << QStringList{u"--fast"_qs} << u"--fast"_qs;
+        QTest::newRow("stray") << QStringList{u"speed"_qs} << u"--section"_qs;
+        QTest::newRow("no value") << QStringList{u"--machine"_qs} << u"--machine needs"_qs;
+        QTest::newRow("empty value") << QStringList{u"--machine="_qs} << u"--machine needs"_qs;
+        QTest::newRow("section") << QStringList{u"--section"_qs, u"x"_qs} << u"overview, swabbyCheck"_qs;
+        QTest::newRow("theme") << QStringList{u"--theme=blue"_qs} << u"light, dark, system"_qs;
+    }
+    void wrongArgumentsAreExplained()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, said);
+        QString problem;
+        QVERIFY(!parseCommandLine(arguments, &problem));
+        QVERIFY2(problem.contains(said) && !problem.contains(u'\n'), qPrintable(problem));
+    }
+
+    void theTitleImageKeepsItsMeasures()
+    {
+        const QImage small = renderTitleImage({u"5%"_qs, TitleColor::red}, 1);
+        const QImage wide = renderTitleImage({u"1000000%"_qs, TitleColor::green}, 1);
+        const QImage twice = renderTitleImage({u"5%"_qs, TitleColor::red}, 2);
+        QVERIFY(wide.width() > small.width()); // as wide as the wider line
+        QCOMPARE(wide.height(), small.height());
+        QVERIFY(qAbs(twice.width() - 2 * small.width()) <= 2);
+        QCOMPARE(small.pixelColor(0, 0).alpha(), 0);
+        // The upper line starts below the margin, in translucent white; the lower one is in the colour.
+        QCOMPARE(inkRows(small, 0, 6), 0);
+        QVERIFY(inkRows(small, 6, small.height() / 2) > 4);
+        QVERIFY(hasColor(small, titleColor(TitleColor::red)));
+        QVERIFY(!hasColor(small, titleColor(TitleColor::green)));
+    }
+
+    void theTraySquareCanBeReadOnAnyPanel()
+    {
+        for (const TitleColor color : {TitleColor::green, TitleColor::yellow, TitleColor::red})
+            for (const int size : {16, 22, 24, 32, 48, 64})
+                for (const char *text : {"5%", "46%", "100%"}) {
+                    const QImage image = renderTraySquare({QLatin1String(text), color}, size);
+                    const QColor ground = image.pixelColor(size / 2, 1);
+                    QVERIFY(contrastRatio(titleColor(color), ground) >= 4.5);
+                    QCOMPARE(ground.alpha(), 255); // so the panel's colour does not matter
+                    QVERIFY(hasColor(image, titleColor(color), size < 32 ? 60 : 4));
+                    QVERIFY2(!hasInkAtTheEdge(image, ground),
+                             qPrintable(QStringLiteral("%1 in %2").arg(QLatin1String(text)).arg(size)));
+                }
+    }
+
+    void theItemFollowsTheState()
+    {
+        const QJsonArray ticks = {QJsonArray{0, 0, 0, 0}, QJsonArray{46, 0, 54, 0}};
+        TemporaryMachine folder({{u"now"_qs, 1'790'000'000}, {u"cpuTicks"_qs, ticks}});
+        AppState state(folder.open(), Record::nothing);
+        StatusItemController controller(state, {[this] { ++m_opened; }, [] {}});
+        QCOMPARE(controller.cpuColor(), TitleColor::green);
+        const QImage before = controller.renderTitleImage();
+        for (int refreshes = 1; refreshes <= 2; ++refreshes) {
+            state.refresh();
+            QVERIFY(waitUntil([&] { return state.refreshesApplied() == refreshes; }));
+        }
+        QCOMPARE(controller.cpuColor(), TitleColor::yellow);
+        QVERIFY(controller.renderTitleImage() != before);
+        controller.togglePopover();
+        QCOMPARE(m_opened, 1);
+    }
+
+    void theDockFollowsSettingAndWindows()
+    {
+        TemporaryMachine folder({{u"now"_qs, 1'790'000'000}});
+        AppState state(folder.open(), Record::nothing);
+        Settings(*state.machine().settings).setShowInDock(false);
+        AppDelegate delegate(state, ThemeChoice::light);
+        delegate.applicationDidFinishLaunching();
+        QCOMPARE(folder.events(u"activationPolicy"_qs).last().toString(), u"accessory"_qs);
+        QWindow window;
+        window.show();
+        QVERIFY(waitUntil([&] { return folder.events(u"activationPolicy"_qs).last() == u"regular"_qs; }));
+        window.close();
+        QVERIFY(waitUntil([&] { return folder.events(u"activationPolicy"_qs).last() == u"accessory"_qs; }));
+        QWindow untitled;
+        untitled.setFlags(Qt::Popup);
+        untitled.show();
+        delegate.syncActivationPolicy();
+        QCOMPARE(folder.events(u"activationPolicy"_qs).last().toString(), u"accessory"_qs);
+    }
+
+private:
+    static int inkRows(const QImage &image, int from, int to)
+    {
+        int rows = 0;
+        for (int y = from; y < to; ++y)
+            for (int x = 0; x < image.width(); ++x)
+                if (image.pixelColor(x, y).alpha() > 0) {
+                    ++rows;
+                    break;
+                }
+        return rows;
+    }
+
+    static bool hasColor(const QImage &image, const QColor &color, int tolerance = 8)
+    {
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x) {
+                const QColor pixel = image.pixelColor(x, y);
+                if (pixel.alpha() > 200 && qAbs(pixel.red() - color.red()) <= tolerance &&
+                    qAbs(pixel.green() - color.green()) <= tolerance &&
+                    qAbs(pixel.blue() - color.blue()) <= tolerance)
+                    return true;
+            }
+        return false;
+    }
+
+    static bool hasInkAtTheEdge(const QImage &image, const QColor &ground)
+    {
+        const int last = image.width() - 1;
+        for (int at = image.width() / 4; at < image.width() * 3 / 4; ++at)
+            for (const QPoint &point : {QPoint(at, 0), QPoint(at, last), QPoint(0, at), QPoint(last, at)})
+                if (image.pixelColor(point) != ground)
+                    return true;
+        return false;
+    }
+
+    int m_opened = 0;
+};
+
+QTEST_MAIN(ShellTest)
+#include "ShellTest.moc"

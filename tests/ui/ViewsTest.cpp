@@ -1,0 +1,175 @@
+#include "ui/WindowLibrary.h"
+#include "ui/qmltypes/MainWindowView.h"
+#include "ui/qmltypes/Theme.h"
+
+#include <QtGui/QAccessible>
+#include <QtGui/QGuiApplication>
+#include <QtQml/QQmlEngine>
+#include <QtQml/QQmlProperty>
+#include <QtQuick/QQuickItem>
+#include <QtQuick/QQuickWindow>
+#include <QtTest/QTest>
+
+using namespace swabby;
+
+namespace {
+
+const QString hostile =
+    u"<img src='http://example.invalid/a.png'><b>A program whose name never ends</b> & Sons "_qs;
+
+Figures everythingAtOnce()
+{
+    Figures figures;
+    figures.isKnown = figures.speedIsKnown = true;
+    figures.stats.cpuUsagePercent = 100;
+    figures.stats.memUsedBytes = 1'023'900'000'000;
+    figures.stats.memTotalBytes = 1'099'511'627'776;
+    figures.stats.diskFreeBytes = 999'990'000'000;
+    figures.stats.diskTotalBytes = 8'000'000'000'000;
+    figures.stats.batteryPercent = 100;
+    figures.stats.isCharging = true;
+    figures.stats.timeRemainingMinutes = 1'439;
+    figures.stats.batteryHealthPercent = 101;
+    figures.stats.batteryCycleCount = 123'456;
+    figures.stats.timestamp = 1'790'000'000;
+    figures.history = {{1'789'999'940, 50, 50}, {1'790'000'000, 60, 50}};
+    figures.health = HealthLevel::red;
+    for (int pid = 1; pid <= 8; ++pid)
+        figures.processes.append({pid,
+                                  hostile + QString::number(pid),
+                                  {},
+                                  1'600.0 / pid,
+                                  60,
+                                  1ULL << 40,
+                                  false,
+                                  90.0 / pid,
+                                  123'456'789'012 / pid});
+    figures.batteryDrainers = figures.networkUsers = figures.processes;
+    figures.browserRollups = {{hostile, 1'234, 1ULL << 40, 1'600}};
+    figures.leakSuspects = {{1, hostile, 123'456.7, 30}};
+    figures.loginItems = {{hostile, {}, {}, LoginItemScope::globalDaemon, true, true, false, false, 86'400},
+                          {hostile, {}, {}, LoginItemScope::userAgent, true, false, true, false, {}}};
+    for (const MainSection section : {MainSection::speed, MainSection::storage})
+        figures.healthIssues.append({HealthLevel::red, section, hostile, hostile.repeated(3), hostile,
+                                     OpenSection{MainSection::speed}});
+    return figures;
+}
+
+Figures nothingAtAll()
+{
+    Figures figures;
+    figures.isKnown = true;
+    return figures;
+}
+
+QList<QQuickItem *> visibleItems(QQuickItem *root)
+{
+    QList<QQuickItem *> items;
+    if (!root->isVisible() || root->opacity() == 0)
+        return items;
+    items.append(root);
+    for (QQuickItem *child : root->childItems())
+        items.append(visibleItems(child));
+    return items;
+}
+
+QString described(const QQuickItem *item)
+{
+    return QString::fromLatin1(item->metaObject()->className()) + u" \""_qs +
+           item->property("text").toString() + u'"';
+}
+
+void verifyText(QQuickItem *item, const QQuickWindow &window)
+{
+    QCOMPARE(item->property("textFormat").toInt(), static_cast<int>(Qt::PlainText));
+    const QRectF place = item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
+    QVERIFY2(place.left() >= 0 && place.right() <= window.width(), qPrintable(described(item)));
+    // What does not fit ends in an ellipsis or in a new line, never at an edge.
+    QVERIFY2(item->property("contentWidth").toDouble() <= item->width() + 1, qPrintable(described(item)));
+    QVERIFY2(item->width() >= 24 || !item->property("truncated").toBool(),
+             qPrintable(u"no room for "_qs + described(item)));
+}
+
+void verifyControl(QQuickItem *item)
+{
+    QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(item);
+    QVERIFY2(accessible != nullptr, qPrintable(described(item)));
+    QVERIFY2(!accessible->text(QAccessible::Name).isEmpty(), qPrintable(described(item)));
+    QVERIFY2(item->width() >= 24 && item->height() >= 24, qPrintable(described(item)));
+}
+
+} // namespace
+
+class ViewsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everyViewHolds_data()
+    {
+        QTest::addColumn<QString>("section");
+        QTest::addColumn<bool>("isFull");
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<bool>("hasSheet");
+        for (const QSize size : {QSize(820, 560), QSize(940, 660), QSize(1880, 1120)})
+            for (const bool isFull : {true, false}) {
+                const auto row = [&](const QString &name, bool hasSheet) {
+                    QTest::addRow("%s%s, %s, %d wide", qPrintable(name), hasSheet ? " with its sheet" : "",
+                                  isFull ? "full" : "empty", size.width())
+                        << name << isFull << size << hasSheet;
+                };
+                for (const SectionRow &section : builtSections())
+                    row(section.name, false);
+                row(u"overview"_qs, true);
+            }
+    }
+    void everyViewHolds()
+    {
+        QFETCH(QString, section);
+        QFETCH(bool, isFull);
+        QFETCH(QSize, size);
+        QFETCH(bool, hasSheet);
+        QTest::failOnWarning(QRegularExpression(u".*"_qs));
+        const auto open = openWindow({nullptr, isFull ? ThemeChoice::dark : ThemeChoice::light, {}, {}});
+        QVERIFY(open != nullptr);
+        open->theme->setStill(true);
+        open->view->state()->show(isFull ? everythingAtOnce() : nothingAtAll(), isFull);
+        open->view->select(*sectionFrom(section));
+        open->view->setProperty("showHealthDetail", hasSheet);
+        open->window->resize(size);
+        open->window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(open->window.get()));
+        int texts = 0;
+        int controls = 0;
+        for (QQuickItem *item : visibleItems(open->window->contentItem())) {
+            if (item->inherits("QQuickText") && !item->property("text").toString().isEmpty()) {
+                verifyText(item, *open->window);
+                ++texts;
+            }
+            if (item->activeFocusOnTab()) {
+                verifyControl(item);
+                ++controls;
+            }
+            if (QTest::currentTestFailed())
+                return;
+        }
+        QVERIFY(texts > 6);
+        QVERIFY(controls >= 3);
+        // The page is drawn, and nothing but the page: no name has fetched a picture.
+        QVERIFY(!open->window->grabWindow().isNull());
+    }
+
+    void theThemeIsTheChosenOne()
+    {
+        for (const ThemeChoice choice : {ThemeChoice::light, ThemeChoice::dark}) {
+            const auto open = openWindow({nullptr, choice, {}, {}});
+            open->theme->setStill(true);
+            open->view->state()->show(nothingAtAll(), false);
+            open->window->show();
+            const QColor corner = open->window->grabWindow().pixelColor(open->window->width() - 5, 45);
+            QCOMPARE(corner, choice == ThemeChoice::dark ? darkColors().window : lightColors().window);
+        }
+    }
+};
+
+QTEST_MAIN(ViewsTest)
+#include "ViewsTest.moc"
