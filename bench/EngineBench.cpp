@@ -98,15 +98,21 @@ BENCHMARK(historyLoad)->Unit(benchmark::kMillisecond);
 
 void healthRules(benchmark::State &state)
 {
-    SystemStats stats = {.cpuUsagePercent = 90,
-                         .memUsedBytes = 95,
-                         .memTotalBytes = 100,
-                         .diskFreeBytes = 1,
-                         .diskTotalBytes = 100,
-                         .thermalState = ThermalState::critical};
+    SystemStats stats;
+    stats.cpuUsagePercent = 90;
+    stats.memUsedBytes = 95;
+    stats.memTotalBytes = 100;
+    stats.diskFreeBytes = 1;
+    stats.diskTotalBytes = 100;
+    stats.thermalState = ThermalState::critical;
     QList<ProcessSample> processes;
-    for (int pid = 1; pid <= 8; ++pid)
-        processes.append({.pid = pid, .name = QStringLiteral("program"), .cpuPercent = pid * 12.0});
+    for (int pid = 1; pid <= 8; ++pid) {
+        ProcessSample process;
+        process.pid = pid;
+        process.name = QStringLiteral("program");
+        process.cpuPercent = pid * 12.0;
+        processes.append(process);
+    }
     for (auto _ : state)
         benchmark::DoNotOptimize(computeHealth(stats, processes, {}));
 }

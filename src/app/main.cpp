@@ -6,6 +6,7 @@
 #include "app/TitleImage.h"
 #include "app/machine/MachineChoice.h"
 #include "engine/state/AppState.h"
+#include "platform/posix/TerminationSignals.h"
 
 #include <QtWidgets/QApplication>
 
@@ -55,6 +56,7 @@ int runApplication(AppState &state, const CommandLine &commandLine)
 int main(int argc, char *argv[])
 {
     prepareProcess();
+    const TerminationSignals signalsEndTheLoop;
     QString problem;
     const auto commandLine = parseCommandLine(argumentsOf(argc, argv), &problem);
     if (!commandLine)

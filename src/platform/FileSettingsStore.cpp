@@ -8,6 +8,7 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QSaveFile>
 
+#include <limits>
 #include <sys/stat.h>
 
 namespace swabby {
@@ -35,6 +36,15 @@ std::optional<QJsonObject> readObject(const QString &path)
     if (!document.isObject())
         return std::nullopt;
     return document.object();
+}
+
+/// Copies a file that is no JSON object to a name nothing has yet. False when it cannot be copied.
+bool putAside(const QString &path)
+{
+    QString aside = path + QStringLiteral(".unreadable");
+    for (int number = 2; QFileInfo::exists(aside); ++number)
+        aside = path + QStringLiteral(".unreadable.%1").arg(number);
+    return QFile::copy(path, aside);
 }
 
 bool replaceWhole(const QString &path, const QByteArray &text)
@@ -76,7 +86,12 @@ bool FileSettingsStore::remove(const QString &key)
 
 bool FileSettingsStore::add(const QString &key, qint64 amount)
 {
-    return change([&](QJsonObject &values) { values.insert(key, values.value(key).toInteger() + amount); });
+    return change([&](QJsonObject &values) {
+        qint64 sum = 0;
+        if (__builtin_add_overflow(values.value(key).toInteger(), amount, &sum))
+            sum = std::numeric_limits<qint64>::max();
+        values.insert(key, sum);
+    });
 }
 
 bool FileSettingsStore::change(const std::function<void(QJsonObject &)> &edit)
@@ -87,12 +102,8 @@ bool FileSettingsStore::change(const std::function<void(QJsonObject &)> &edit)
     const auto lock = FolderLock::lock(file.absolutePath());
     if (!lock)
         return false;
-    std::optional<QJsonObject> values = readObject(m_filePath);
-    if (!values && QFileInfo(m_filePath).size() > 0 &&
-        !replaceWhole(m_filePath + QStringLiteral(".unreadable"), [&] {
-            QFile damaged(m_filePath);
-            return damaged.open(QIODevice::ReadOnly) ? damaged.readAll() : QByteArray();
-        }()))
+    const std::optional<QJsonObject> values = readObject(m_filePath);
+    if (!values && QFileInfo(m_filePath).size() > 0 && !putAside(m_filePath))
         return false;
     QJsonObject changed = values.value_or(QJsonObject());
     edit(changed);

@@ -59,13 +59,13 @@ Window {
     }
 
     Shortcut {
-        sequences: [StandardKey.Refresh, "Ctrl+R"]
+        sequences: ["Ctrl+R", "F5"]
         enabled: !sheets.isOpen
         onActivated: window.view.refresh()
     }
 
     Shortcut {
-        sequences: [StandardKey.Close]
+        sequence: "Ctrl+W"
         onActivated: window.close()
     }
 

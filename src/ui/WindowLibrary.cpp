@@ -4,6 +4,7 @@
 #include "ui/qmltypes/MainWindowView.h"
 #include "ui/qmltypes/Theme.h"
 
+#include <QtCore/QTimer>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickWindow>
@@ -15,7 +16,7 @@
 namespace swabby {
 namespace {
 
-// Closing a window frees a lot in small pieces, which the allocator would keep.
+// Making a window and closing it free a lot in small pieces, which the allocator would keep.
 void giveMemoryBack()
 {
 #ifdef __GLIBC__
@@ -78,6 +79,8 @@ void WindowLibrary::openMainWindow()
     window->show();
     window->raise();
     window->requestActivate();
+    constexpr int settledMilliseconds = 3'000;
+    QTimer::singleShot(settledMilliseconds, &m_closing, &giveMemoryBack);
 }
 
 std::optional<QString> WindowLibrary::renderScreenshots(const QString &folder)

@@ -43,7 +43,9 @@ void sweepStrays(const QString &filePath)
 {
     const QFileInfo file(filePath);
     QDir folder(file.absolutePath());
-    static const QRegularExpression sixLetters(QStringLiteral("^\\.[A-Za-z]{6}$"));
+    // The one word of six letters that a person puts behind a file's name is not ours.
+    static const QRegularExpression sixLetters(QStringLiteral("^\\.(?!backup$)[A-Za-z]{6}$"),
+                                               QRegularExpression::CaseInsensitiveOption);
     for (const QString &name : folder.entryList({file.fileName() + QStringLiteral(".??????")}, QDir::Files))
         if (sixLetters.match(name.mid(file.fileName().size())).hasMatch())
             folder.remove(name);

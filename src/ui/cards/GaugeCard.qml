@@ -6,6 +6,7 @@ Card {
     id: card
 
     required property gauge entry
+    required property int index
 
     spacing: 8
     Accessible.role: Accessible.Indicator

@@ -1,11 +1,9 @@
 #pragma once
 
 #include <QtCore/QObject>
-#include <QtCore/QVariantMap>
+#include <QtDBus/QDBusVariant>
 
 #include <optional>
-
-class QDBusVariant;
 
 namespace swabby {
 

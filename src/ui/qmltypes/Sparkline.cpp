@@ -49,6 +49,12 @@ void Sparkline::paintStretch(QPainter *painter, const SpeedStretch &stretch) con
         return QPointF(lineWidth / 2 + point.x() * (width() - lineWidth),
                        lineWidth + (1 - point.y()) * (height() - 2 * lineWidth));
     };
+    if (stretch.size() == 1) {
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(m_color);
+        painter->drawEllipse(placed(stretch.first()), lineWidth, lineWidth);
+        return;
+    }
     QPainterPath line(placed(stretch.first()));
     for (const QPointF &point : stretch)
         line.lineTo(placed(point));

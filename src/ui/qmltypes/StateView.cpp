@@ -9,6 +9,8 @@
 
 #include <QtQml/QQmlEngine>
 
+#include <algorithm>
+
 namespace swabby {
 namespace {
 
@@ -77,6 +79,13 @@ int StateView::healthTint() const
 SpeedDay StateView::speedDay() const
 {
     return {speedStretches(m_figures.history, m_figures.stats.timestamp)};
+}
+
+bool StateView::hasSpeedLine() const
+{
+    const QList<SpeedStretch> stretches = speedDay().stretches;
+    return std::any_of(stretches.begin(), stretches.end(),
+                       [](const SpeedStretch &stretch) { return stretch.size() > 1; });
 }
 
 QString StateView::averageSpeed() const

@@ -52,7 +52,7 @@ public:
     QString healthWord() const;
     int healthTint() const;
     SpeedDay speedDay() const;
-    bool hasSpeedLine() const { return !speedDay().stretches.isEmpty(); }
+    bool hasSpeedLine() const;
     QString averageSpeed() const;
     QString speedSentence() const;
     BatterySummary battery() const;

@@ -19,6 +19,11 @@ ScrollPage {
         readonly property int inOneRow: page.view.state.gauges.count
         readonly property bool isTight: (width - 12 * (inOneRow - 1)) / inOneRow < 150
 
+        // Whole pixels, so that the last card ends where the cards above and below do.
+        function edge(column: int): real {
+            return Math.round(column * (width + 12) / columns);
+        }
+
         width: parent.width
         columns: isTight ? 2 : inOneRow
         spacing: 12
@@ -27,7 +32,7 @@ ScrollPage {
             model: page.view.state.gauges
 
             GaugeCard {
-                width: (gauges.width - 12 * (gauges.columns - 1)) / gauges.columns
+                width: gauges.edge(index % gauges.columns + 1) - gauges.edge(index % gauges.columns) - 12
             }
         }
     }
