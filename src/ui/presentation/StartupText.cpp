@@ -36,7 +36,7 @@ QList<StartupRowText> startupRowTexts(const QList<LoginItem> &items, bool worthA
             row.badge = QStringLiteral("Left behind");
             row.badgeTint = Tint::red;
         } else if (!item.isAppleSigned) {
-            row.badge = QStringLiteral("Not signed by Apple");
+            row.badge = QStringLiteral("Not part of the system");
         }
         rows.append(row);
     }

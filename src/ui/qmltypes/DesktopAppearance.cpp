@@ -36,6 +36,8 @@ DesktopAppearance::DesktopAppearance(QObject *parent) : QObject(parent)
     QDBusConnection bus = QDBusConnection::sessionBus();
     if (QGuiApplication::platformName() == QLatin1String("offscreen") || !bus.isConnected())
         return;
+    // A slot is refused as long as nobody has used the type of its value.
+    qRegisterMetaType<QDBusVariant>("QDBusVariant");
     bus.connect(service, path, interface, QStringLiteral("SettingChanged"), this,
                 SLOT(settingChanged(QString, QString, QDBusVariant)));
     ask(appearance, colorScheme);
