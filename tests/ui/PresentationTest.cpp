@@ -165,12 +165,6 @@ private Q_SLOTS:
     void issuesOfferOnlyWhatCanBeDone()
     {
         const ProcessSample safari = process(u"Safari\n"_qs);
-        QCOMPARE(actionLabel(KillProcess{safari}), u"Quit Safari "_qs);
-        QVERIFY(isDestructive(KillProcess{safari}));
-        QCOMPARE(actionLabel(OpenSection{MainSection::storage}), u"Free up space"_qs);
-        QCOMPARE(actionLabel(OpenSection{MainSection::startup}), u"Review startup items"_qs);
-        QCOMPARE(actionLabel(OpenSection{MainSection::network}), u"Look into it"_qs);
-
         HealthIssue speed = {
             HealthLevel::red, MainSection::speed, u"w"_qs, {}, {}, OpenSection{MainSection::speed}};
         HealthIssue storage = {HealthLevel::yellow, MainSection::storage, {}, {}, {}, KillProcess{safari}};
@@ -212,10 +206,6 @@ private Q_SLOTS:
         stats.timeRemainingMinutes.reset();
         QCOMPARE(batterySummary(stats).headline, u"Charging"_qs);
         QCOMPARE(batterySummary(stats).facts.size(), 1); // nothing is made up about health and cycles
-        const QList<QPair<int, QString>> bands = {{69, u"Worn"_qs}, {70, u"Fair"_qs}, {79, u"Fair"_qs},
-                                                  {80, u"Good"_qs}, {89, u"Good"_qs}, {90, u"Excellent"_qs}};
-        for (const auto &[percent, word] : bands)
-            QVERIFY2(healthBandSentence(percent).startsWith(word), qPrintable(word));
     }
 
     void networkAndStartupInWords()

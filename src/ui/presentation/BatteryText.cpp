@@ -1,5 +1,6 @@
 #include "ui/presentation/BatteryText.h"
 
+#include "engine/Probes.h"
 #include "ui/presentation/PlainWords.h"
 
 #include <algorithm>
@@ -47,7 +48,7 @@ BatterySummary batterySummary(const SystemStats &stats)
     summary.tint = stats.isCharging || percent > 20 ? Tint::green : percent > 10 ? Tint::orange : Tint::red;
     summary.headline = batteryHeadline(stats);
     if (stats.batteryHealthPercent) {
-        summary.condition = healthBandSentence(*stats.batteryHealthPercent);
+        summary.condition = BatteryMonitor::healthBand(*stats.batteryHealthPercent);
         summary.facts.append(
             {QStringLiteral("Health"), QString::number(*stats.batteryHealthPercent) + QLatin1Char('%')});
     }
@@ -55,17 +56,6 @@ BatterySummary batterySummary(const SystemStats &stats)
         summary.facts.append({QStringLiteral("Charge cycles"), QString::number(*stats.batteryCycleCount)});
     summary.facts.append({QStringLiteral("Temperature"), temperatureWord(stats.thermalState)});
     return summary;
-}
-
-QString healthBandSentence(int healthPercent)
-{
-    if (healthPercent < 70)
-        return QStringLiteral("Worn — Apple recommends having this battery checked out or replaced.");
-    if (healthPercent < 80)
-        return QStringLiteral("Fair — you'll likely notice shorter battery life than when it was new.");
-    if (healthPercent < 90)
-        return QStringLiteral("Good — this battery still holds a solid charge.");
-    return QStringLiteral("Excellent — this battery is basically like new.");
 }
 
 } // namespace swabby

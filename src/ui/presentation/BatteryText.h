@@ -50,7 +50,4 @@ public:
 
 BatterySummary batterySummary(const SystemStats &stats);
 
-/// What the maximum capacity, a percentage of the design capacity, means for the owner.
-QString healthBandSentence(int healthPercent);
-
 } // namespace swabby

@@ -28,7 +28,7 @@ Gauge speedGauge(const SystemStats &stats, bool isKnown)
         gauge.rest = QStringLiteral("Measuring…");
         return gauge;
     }
-    gauge.value = wholeNumber(stats.cpuUsagePercent) + QStringLiteral("% busy");
+    gauge.value = wholeNumberText(stats.cpuUsagePercent) + QStringLiteral("% busy");
     gauge.fraction = barFraction(stats.cpuUsagePercent / 100);
     gauge.tint = tintAbove(stats.cpuUsagePercent, 30, 70);
     return gauge;

@@ -1,49 +1,9 @@
 #include "ui/presentation/HealthText.h"
 
+#include "health/HealthRules.h"
 #include "ui/presentation/PlainWords.h"
 
 namespace swabby {
-namespace {
-
-QString sectionActionLabel(MainSection section)
-{
-    switch (section) {
-    case MainSection::storage:
-        return QStringLiteral("Free up space");
-    case MainSection::startup:
-        return QStringLiteral("Review startup items");
-    default:
-        return QStringLiteral("Look into it");
-    }
-}
-
-} // namespace
-
-QString healthWord(HealthLevel level)
-{
-    switch (level) {
-    case HealthLevel::green:
-        return QStringLiteral("Healthy");
-    case HealthLevel::yellow:
-        return QStringLiteral("Under load");
-    case HealthLevel::red:
-        return QStringLiteral("Struggling");
-    }
-    return {};
-}
-
-QString actionLabel(const HealthIssueAction &action)
-{
-    if (const auto *kill = std::get_if<KillProcess>(&action))
-        return QStringLiteral("Quit ") + oneLine(kill->process.name);
-    return sectionActionLabel(std::get<OpenSection>(action).section);
-}
-
-bool isDestructive(const HealthIssueAction &action)
-{
-    return std::holds_alternative<KillProcess>(action);
-}
-
 QList<IssueCard> issueCards(const QList<HealthIssue> &issues,
                             const std::function<bool(const HealthIssueAction &)> &canPerform,
                             std::optional<MainSection> only)
@@ -62,8 +22,8 @@ QList<IssueCard> issueCards(const QList<HealthIssue> &issues,
         card.how = oneLine(issue.how);
         card.index = index;
         if (issue.action && canPerform(*issue.action)) {
-            card.actionLabel = actionLabel(*issue.action);
-            card.isDestructive = isDestructive(*issue.action);
+            card.actionLabel = oneLine(actionLabel(issue).value_or(QString()));
+            card.isDestructive = isDestructive(issue);
         }
         cards.append(card);
     }

@@ -38,13 +38,6 @@ public:
     bool operator==(const IssueCard &) const = default;
 };
 
-/// "Healthy", "Under load" or "Struggling".
-QString healthWord(HealthLevel level);
-
-/// The button's words for an action, e.g. "Quit Safari" or "Free up space".
-QString actionLabel(const HealthIssueAction &action);
-bool isDestructive(const HealthIssueAction &action);
-
 /// The issues that pass, in order, with buttons only for actions that can be carried out today.
 QList<IssueCard> issueCards(const QList<HealthIssue> &issues,
                             const std::function<bool(const HealthIssueAction &)> &canPerform,

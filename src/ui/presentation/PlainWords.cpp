@@ -31,7 +31,7 @@ QString oneLine(const QString &name)
     return line;
 }
 
-QString wholeNumber(double value)
+QString wholeNumberText(double value)
 {
     if (!std::isfinite(value))
         return QStringLiteral("–");

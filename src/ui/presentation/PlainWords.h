@@ -11,7 +11,7 @@ namespace swabby {
 QString oneLine(const QString &name);
 
 /// The value as a whole number, cut off towards zero; "–" for a value that is no number.
-QString wholeNumber(double value);
+QString wholeNumberText(double value);
 
 /// "5h 12m".
 QString hoursAndMinutes(int minutes);

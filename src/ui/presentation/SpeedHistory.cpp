@@ -38,7 +38,8 @@ QString averageSpeedText(const History &history)
     double sum = 0;
     for (const HistoryPoint &point : history)
         sum += point.cpu;
-    return QStringLiteral("Avg ") + wholeNumber(sum / static_cast<double>(history.size())) + QLatin1Char('%');
+    return QStringLiteral("Avg ") + wholeNumberText(sum / static_cast<double>(history.size())) +
+           QLatin1Char('%');
 }
 
 QString speedHistorySentence(const History &history)
@@ -48,7 +49,8 @@ QString speedHistorySentence(const History &history)
     const auto busiest =
         std::max_element(history.begin(), history.end(),
                          [](const auto &one, const auto &other) { return one.cpu < other.cpu; });
-    return QStringLiteral("Speed over the last 24 hours, at most %1% busy").arg(wholeNumber(busiest->cpu));
+    return QStringLiteral("Speed over the last 24 hours, at most %1% busy")
+        .arg(wholeNumberText(busiest->cpu));
 }
 
 } // namespace swabby

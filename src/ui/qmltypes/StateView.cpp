@@ -1,5 +1,6 @@
 #include "ui/qmltypes/StateView.h"
 
+#include "health/HealthRules.h"
 #include "ui/presentation/Gauges.h"
 #include "ui/presentation/HealthText.h"
 #include "ui/presentation/LeakText.h"
