@@ -148,8 +148,8 @@ bool readAll(int descriptor, const StopToken &own, const StopToken &callers, std
     }
 }
 
-/// Waits for the child's end; a stop ends its whole group first, whose number is nobody else's until the child
-/// is waited for.
+/// Waits for the child's end; a stop ends its whole group first, whose number is nobody else's until the
+/// child is waited for.
 void waitForEnd(pid_t child, const StopToken &own, const StopToken &callers)
 {
     bool ended = false;
