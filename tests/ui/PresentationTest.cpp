@@ -33,7 +33,8 @@ private Q_SLOTS:
         QTest::addColumn<double>("memory");
         QTest::addColumn<double>("usedDisk");
         QTest::addColumn<QList<Tint>>("tints");
-        const auto row = [](const char *name, double cpu, double memory, double disk, QList<Tint> tints) {
+        const auto row = [](const char *name, double cpu, double memory, double disk,
+                            const QList<Tint> &tints) {
             QTest::newRow(name) << cpu << memory << disk << tints;
         };
         row("just below", 29.9, 0.6999, 0.8999, {Tint::accent, Tint::accent, Tint::accent});

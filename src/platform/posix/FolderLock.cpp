@@ -2,8 +2,8 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
-#include <QtCore/QRegularExpression>
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
@@ -43,12 +43,15 @@ void sweepStrays(const QString &filePath)
 {
     const QFileInfo file(filePath);
     QDir folder(file.absolutePath());
-    // The one word of six letters that a person puts behind a file's name is not ours.
-    static const QRegularExpression sixLetters(QStringLiteral("^\\.(?!backup$)[A-Za-z]{6}$"),
-                                               QRegularExpression::CaseInsensitiveOption);
-    for (const QString &name : folder.entryList({file.fileName() + QStringLiteral(".??????")}, QDir::Files))
-        if (sixLetters.match(name.mid(file.fileName().size())).hasMatch())
+    for (const QString &name : folder.entryList({file.fileName() + QStringLiteral(".??????")}, QDir::Files)) {
+        const QString ending = name.mid(file.fileName().size() + 1);
+        const bool isLetters = std::all_of(ending.begin(), ending.end(), [](QChar letter) {
+            return letter.unicode() < 128 && letter.isLetter();
+        });
+        // The one word of six letters that a person puts behind a file's name is not ours.
+        if (isLetters && ending.compare(QLatin1String("backup"), Qt::CaseInsensitive) != 0)
             folder.remove(name);
+    }
 }
 
 } // namespace swabby
