@@ -2,6 +2,7 @@
 
 #include "platform/BootClock.h"
 #include "platform/Clock.h"
+#include "platform/Disposal.h"
 #include "platform/DockPresence.h"
 #include "platform/KernelCounters.h"
 #include "platform/Places.h"
@@ -36,6 +37,7 @@ struct Machine {
     std::unique_ptr<BootClock> boot;
     std::unique_ptr<StartupSource> startup;
     std::unique_ptr<DockPresence> dock;
+    std::unique_ptr<Disposal> disposal; ///< set by every kind of machine
 };
 
 } // namespace swabby
