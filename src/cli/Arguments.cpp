@@ -23,7 +23,10 @@ constexpr std::array verbs = {
     Verb{"watch", "watch [--refreshes N] [--interval SECONDS] [--snooze SECONDS]", 0, 0,
          "refreshes interval snooze"},
     Verb{"history", "history", 0, 0, ""},
-    Verb{"startup", "startup", 0, 0, ""},
+    Verb{"startup", "startup [disable ID | enable ID | reveal ID | disabled]", 0, 2, ""},
+    Verb{"ask", "ask QUESTION", 1, 1, ""},
+    Verb{"explain", "explain --pid PID | --item ID", 0, 0, "pid item"},
+    Verb{"key", "key set | key delete | key status", 1, 1, ""},
     Verb{"settings", "settings [KEY [VALUE | --unset]]", 0, 2, "unset"},
     Verb{"pin", "pin NAME", 1, 1, ""},
     Verb{"context", "context", 0, 0, ""},
@@ -72,6 +75,8 @@ std::variant<Arguments, WrongUsage, Information> parseArguments(const QStringLis
                        {QStringLiteral("refreshes"), {}, QStringLiteral("N")},
                        {QStringLiteral("interval"), {}, QStringLiteral("SECONDS")},
                        {QStringLiteral("snooze"), {}, QStringLiteral("SECONDS")},
+                       {QStringLiteral("pid"), {}, QStringLiteral("PID")},
+                       {QStringLiteral("item"), {}, QStringLiteral("ID")},
                        {{QStringLiteral("h"), QStringLiteral("help")}, {}},
                        {{QStringLiteral("v"), QStringLiteral("version")}, {}}});
     if (!parser.parse(commandLine))
@@ -97,7 +102,7 @@ std::variant<Arguments, WrongUsage, Information> parseArguments(const QStringLis
     if (arguments.operands.size() < verb->fewestOperands || arguments.operands.size() > verb->mostOperands)
         return wrong(QStringLiteral("%1 takes another number of arguments").arg(arguments.verb), &*verb);
     const QStringList own = QString::fromLatin1(verb->options).split(QLatin1Char(' '));
-    for (const char *option : {"unset", "refreshes", "interval", "snooze"})
+    for (const char *option : {"unset", "refreshes", "interval", "snooze", "pid", "item"})
         if (parser.isSet(QLatin1String(option)) && !own.contains(QLatin1String(option)))
             return wrong(QStringLiteral("%1 knows no --%2").arg(arguments.verb, QLatin1String(option)),
                          &*verb);
@@ -124,6 +129,14 @@ std::variant<Arguments, WrongUsage, Information> parseArguments(const QStringLis
         arguments.snooze = secondsFrom(parser.value(QStringLiteral("snooze")));
         if (!arguments.snooze)
             return wrong(QStringLiteral("--snooze takes seconds from 0"), &*verb);
+    }
+    if (parser.isSet(QStringLiteral("item")))
+        arguments.item = parser.value(QStringLiteral("item"));
+    if (parser.isSet(QStringLiteral("pid"))) {
+        bool parsed = false;
+        arguments.pid = parser.value(QStringLiteral("pid")).toInt(&parsed);
+        if (!parsed)
+            return wrong(QStringLiteral("--pid takes a process id"), &*verb);
     }
     return arguments;
 }

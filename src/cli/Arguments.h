@@ -17,6 +17,8 @@ struct Arguments {
     std::optional<int> refreshes; ///< lines that watch prints; absent: no end
     double interval = 60;         ///< seconds between watch's refreshes
     std::optional<double> snooze; ///< seconds
+    std::optional<std::int32_t> pid;
+    std::optional<QString> item; ///< id of a startup item
 };
 
 /// One line: what is wrong and what is right.

@@ -184,6 +184,11 @@ QJsonObject recordJson(const HealthIssue &issue)
             {QStringLiteral("action"), actionJson(issue.action)}};
 }
 
+QJsonObject recordJson(const Notification &notification)
+{
+    return {{QStringLiteral("title"), notification.title}, {QStringLiteral("body"), notification.body}};
+}
+
 template <typename Record>
 QJsonArray listJson(const QList<Record> &records)
 {
@@ -195,7 +200,7 @@ QJsonArray listJson(const QList<Record> &records)
 
 } // namespace
 
-QJsonObject toJson(const AppState &state)
+QJsonObject toJson(const AppState &state, const QList<Notification> &notifications)
 {
     const MenuBarTitle title = menuBarTitle(state.stats().cpuUsagePercent, state.health());
     return {{QStringLiteral("stats"), recordJson(state.stats())},
@@ -211,7 +216,7 @@ QJsonObject toJson(const AppState &state)
             {QStringLiteral("pinnedNames"), pinnedNamesJson(state)},
             {QStringLiteral("menuBar"), QJsonObject{{QStringLiteral("text"), title.text},
                                                     {QStringLiteral("color"), caseName(title.color)}}},
-            {QStringLiteral("notifications"), QJsonArray()}};
+            {QStringLiteral("notifications"), listJson(notifications)}};
 }
 
 QJsonArray toJson(const History &history)

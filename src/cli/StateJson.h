@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/state/AppState.h"
+#include "platform/Notifier.h"
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonObject>
@@ -10,7 +11,8 @@ namespace swabby {
 // Records as JSON: field names letter for letter, cases by name, an absent value null, dates as seconds
 // since 1970.
 
-QJsonObject toJson(const AppState &state);
+/// The published state, and the notifications that its refresh posted.
+QJsonObject toJson(const AppState &state, const QList<Notification> &notifications);
 QJsonArray toJson(const History &history);
 QJsonArray toJson(const QList<LoginItem> &items);
 QJsonArray pinnedNamesJson(const AppState &state);

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "cli/Arguments.h"
+#include "engine/state/AppState.h"
 #include "platform/Machine.h"
 
+#include <functional>
 #include <memory>
 
 namespace swabby {
@@ -17,5 +19,16 @@ int runVerb(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
 int runSnapshot(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
 int runWatch(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
 int runSettings(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+int runStartup(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+int runAsk(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+int runExplain(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+int runKey(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+
+/// Refreshes until every figure is a real one, calls, and runs the event loop until somebody ends it. Gives
+/// the status it was ended with.
+int runRefreshed(AppState &state, const std::function<void()> &then);
+
+/// The program of that id among the published ones, else as the system knows it now; none when there is none.
+std::optional<ProcessSample> findProcess(std::int32_t pid, const AppState &state);
 
 } // namespace swabby

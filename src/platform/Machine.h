@@ -5,13 +5,18 @@
 #include "platform/Disposal.h"
 #include "platform/DockPresence.h"
 #include "platform/KernelCounters.h"
+#include "platform/LoginService.h"
+#include "platform/Notifier.h"
 #include "platform/Places.h"
 #include "platform/PowerSupply.h"
 #include "platform/ProcessSurvey.h"
+#include "platform/SecretStore.h"
 #include "platform/SettingsStore.h"
 #include "platform/Shell.h"
+#include "platform/StartupControl.h"
 #include "platform/StartupSource.h"
 #include "platform/StopToken.h"
+#include "platform/Workspace.h"
 
 #include <memory>
 
@@ -36,7 +41,12 @@ struct Machine {
     std::unique_ptr<PowerSupply> power;
     std::unique_ptr<BootClock> boot;
     std::unique_ptr<StartupSource> startup;
+    std::unique_ptr<StartupControl> startupControl;
     std::unique_ptr<DockPresence> dock;
+    std::unique_ptr<Notifier> notifier;
+    std::unique_ptr<SecretStore> secrets;
+    std::unique_ptr<Workspace> workspace;
+    std::unique_ptr<LoginService> login;
     std::unique_ptr<Disposal> disposal; ///< set by every kind of machine
 };
 

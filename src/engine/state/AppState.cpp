@@ -43,6 +43,7 @@ AppState::AppState(std::shared_ptr<Machine> machine, Record record)
     : m_machine(std::move(machine)),
       m_record(record),
       m_sampler(std::make_shared<MachineSampler>(*m_machine)),
+      m_bookkeeping(1),
       m_refreshes(mostRefreshesAtOnce)
 {
     if (m_record == Record::everything)
@@ -128,10 +129,7 @@ void AppState::judgeHealth()
 
 void AppState::countAttention()
 {
-    // The disk's wait belongs on background work; with none free the count still must not be lost.
-    const auto count = [machine = m_machine] { Settings(*machine->settings).addAttention(); };
-    if (!m_refreshes.begin(count))
-        count();
+    m_bookkeeping.queue([machine = m_machine] { Settings(*machine->settings).addAttention(); });
 }
 
 void AppState::togglePin(const QString &name)

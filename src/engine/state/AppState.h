@@ -3,12 +3,12 @@
 #include "engine/BrowserRollupEntry.h"
 #include "engine/HistoryPoint.h"
 #include "engine/SystemStats.h"
-#include "engine/state/BackgroundWork.h"
 #include "engine/state/MachineSampler.h"
 #include "health/HealthIssue.h"
 #include "health/HistoryKeeper.h"
 #include "health/LeakDetection.h"
 #include "health/LeakSuspect.h"
+#include "platform/BackgroundWork.h"
 #include "platform/Machine.h"
 #include "startup/LoginItem.h"
 
@@ -53,6 +53,12 @@ public:
     QString systemContextSummary() const;
 
     Machine &machine() const { return *m_machine; }
+    std::shared_ptr<Machine> sharedMachine() const { return m_machine; }
+    /// Where counters and dates are read and written: off the main thread, one after the other in the order
+    /// asked.
+    BackgroundWork &bookkeeping() { return m_bookkeeping; }
+    /// Whether refreshes leave traces.
+    Record record() const { return m_record; }
 
     const SystemStats &stats() const { return m_stats; }
     const QList<ProcessSample> &processes() const { return m_processes; }
@@ -111,6 +117,7 @@ private:
     std::optional<MainSection> m_requestedMainSection;
     int m_refreshesApplied = 0;
 
+    BackgroundWork m_bookkeeping;
     BackgroundWork m_refreshes; // last, so that it is waited for while everything it uses still stands
 };
 

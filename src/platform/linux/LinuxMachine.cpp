@@ -3,9 +3,14 @@
 #include "platform/Utf8.h"
 #include "platform/linux/LinuxBootClock.h"
 #include "platform/linux/LinuxKernelCounters.h"
+#include "platform/linux/LinuxLoginService.h"
+#include "platform/linux/LinuxNotifier.h"
 #include "platform/linux/LinuxPowerSupply.h"
 #include "platform/linux/LinuxProcessSurveyor.h"
+#include "platform/linux/LinuxSecretStore.h"
+#include "platform/linux/LinuxStartupControl.h"
 #include "platform/linux/LinuxStartupSource.h"
+#include "platform/linux/LinuxWorkspace.h"
 #include "platform/posix/PosixShell.h"
 
 #include <pwd.h>
@@ -15,6 +20,7 @@
 #include <array>
 #include <chrono>
 #include <cstdlib>
+#include <filesystem>
 
 namespace swabby {
 
@@ -66,6 +72,17 @@ std::string homeFolder()
     std::array<char, 4096> buffer;
     ::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found);
     return folderVariable("HOME", found && found->pw_dir ? found->pw_dir : "/");
+}
+
+/// The program of that name beside the one that runs; the path an AppImage was started by, since what lies
+/// inside is gone with it.
+std::string ownProgram(const std::string &name)
+{
+    const std::string image = variable("APPIMAGE", {});
+    if (image.starts_with('/'))
+        return image;
+    std::error_code ignored;
+    return std::filesystem::read_symlink("/proc/self/exe", ignored).replace_filename(name).string();
 }
 
 double steadySeconds()
@@ -137,6 +154,19 @@ std::shared_ptr<Machine> makeThisComputer()
         return table->pidRunning(program, folder);
     };
     startup.stop = stop;
+    machine->startupControl = std::make_unique<LinuxStartupControl>(
+        LinuxStartupControl::Folders{startup.autostart.user, startup.autostart.system, startup.units.user,
+                                     startup.userBus},
+        stop);
+    machine->login = std::make_unique<LinuxLoginService>(startup.autostart.user, startup.autostart.system,
+                                                         ownProgram("swabby"));
+    const std::string sessionBus = variable("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + runtime + "/bus");
+    machine->notifier = std::make_unique<LinuxNotifier>(sessionBus);
+    machine->workspace = std::make_unique<LinuxWorkspace>(
+        LinuxWorkspace::Sources{sessionBus, startup.autostart.desktops, programs.searched,
+                                textOf(startup.autostart.user)},
+        *machine->shell, stop);
+    machine->secrets = std::make_unique<LinuxSecretStore>(LinuxSecretStore::Patience(), stop);
     machine->startup = std::make_unique<LinuxStartupSource>(std::move(startup));
     return machine;
 }

@@ -2,11 +2,13 @@
 
 #include "platform/FileSettingsStore.h"
 #include "platform/machinefolder/FolderClock.h"
+#include "platform/machinefolder/FolderServices.h"
 #include "platform/machinefolder/FolderShell.h"
 #include "platform/machinefolder/MachineDescription.h"
 #include "platform/mactools/HardwareReport.h"
 #include "platform/mactools/MacBootClock.h"
 #include "platform/mactools/MacProcessSurveyor.h"
+#include "platform/mactools/MacStartupControl.h"
 #include "platform/mactools/MacStartupSource.h"
 
 #include <QtCore/QDir>
@@ -102,7 +104,13 @@ std::shared_ptr<Machine> makeFolderMachine(const QString &givenFolder, QString *
     machine->power = std::make_unique<FolderPowerSupply>(description, *machine->shell);
     machine->boot = std::make_unique<MacBootClock>(*machine->shell);
     machine->startup = std::make_unique<MacStartupSource>(*machine->shell, machine->places);
+    machine->startupControl = std::make_unique<MacStartupControl>(*machine->shell, machine->places);
     machine->dock = std::make_unique<FolderDockPresence>(machine->events);
+    machine->notifier = std::make_unique<FolderNotifier>(machine->events);
+    machine->secrets = std::make_unique<FolderSecretStore>(folder + QStringLiteral("/keychain.json"));
+    machine->workspace = std::make_unique<FolderWorkspace>(machine->events);
+    machine->login =
+        std::make_unique<FolderLoginService>(folder + QStringLiteral("/opens-at-login"), machine->events);
     return machine;
 }
 
