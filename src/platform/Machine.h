@@ -1,6 +1,8 @@
 #pragma once
 
+#include "platform/ApplicationSource.h"
 #include "platform/BootClock.h"
+#include "platform/CleanupPlaces.h"
 #include "platform/Clock.h"
 #include "platform/Disposal.h"
 #include "platform/DockPresence.h"
@@ -8,6 +10,7 @@
 #include "platform/Places.h"
 #include "platform/PowerSupply.h"
 #include "platform/ProcessSurvey.h"
+#include "platform/RunningApplications.h"
 #include "platform/SettingsStore.h"
 #include "platform/Shell.h"
 #include "platform/StartupSource.h"
@@ -22,6 +25,7 @@ namespace swabby {
 /// work, so every service may be called from any thread unless its header says otherwise.
 struct Machine {
     Places places;
+    CleanupPlaces cleanup;
     std::int32_t ownProcessId = 0;
     /// Refreshes until figures over an interval are real ones.
     int refreshesUntilReal = 2;
@@ -36,6 +40,8 @@ struct Machine {
     std::unique_ptr<PowerSupply> power;
     std::unique_ptr<BootClock> boot;
     std::unique_ptr<StartupSource> startup;
+    std::unique_ptr<ApplicationSource> applications;
+    std::unique_ptr<RunningApplications> runningApplications;
     std::unique_ptr<DockPresence> dock;
     std::unique_ptr<Disposal> disposal; ///< set by every kind of machine
 };

@@ -2,14 +2,18 @@
 
 #include "platform/FileSettingsStore.h"
 #include "platform/machinefolder/FolderClock.h"
+#include "platform/machinefolder/FolderRunningApplications.h"
 #include "platform/machinefolder/FolderShell.h"
 #include "platform/machinefolder/MachineDescription.h"
 #include "platform/mactools/HardwareReport.h"
+#include "platform/mactools/MacApplicationSource.h"
 #include "platform/mactools/MacBootClock.h"
+#include "platform/mactools/MacCleanupPlaces.h"
 #include "platform/mactools/MacProcessSurveyor.h"
 #include "platform/mactools/MacStartupSource.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFile>
 
 #include <unistd.h>
 
@@ -64,6 +68,11 @@ private:
     const EventLog &m_events;
 };
 
+std::filesystem::path pathOf(const QString &name)
+{
+    return QFile::encodeName(name).toStdString();
+}
+
 // The log stands as long as every service that writes to it.
 struct FolderMachine : Machine {
     explicit FolderMachine(const QString &folder) : events(folder + QStringLiteral("/events.jsonl")) {}
@@ -102,6 +111,11 @@ std::shared_ptr<Machine> makeFolderMachine(const QString &givenFolder, QString *
     machine->power = std::make_unique<FolderPowerSupply>(description, *machine->shell);
     machine->boot = std::make_unique<MacBootClock>(*machine->shell);
     machine->startup = std::make_unique<MacStartupSource>(*machine->shell, machine->places);
+    machine->cleanup = macCleanupPlaces(pathOf(home), pathOf(machine->places.root));
+    machine->applications = std::make_unique<MacApplicationSource>(
+        machine->cleanup.root, machine->cleanup.home, description->bundleId());
+    machine->runningApplications =
+        std::make_unique<FolderRunningApplications>(description->runningApplications(), machine->events);
     machine->dock = std::make_unique<FolderDockPresence>(machine->events);
     return machine;
 }
