@@ -1,6 +1,8 @@
 #pragma once
 
+#include "platform/ApplicationSource.h"
 #include "platform/BootClock.h"
+#include "platform/CleanupPlaces.h"
 #include "platform/Clock.h"
 #include "platform/Disposal.h"
 #include "platform/DockPresence.h"
@@ -11,6 +13,7 @@
 #include "platform/PowerSupply.h"
 #include "platform/ProcessSurvey.h"
 #include "platform/SecretStore.h"
+#include "platform/RunningApplications.h"
 #include "platform/SettingsStore.h"
 #include "platform/Shell.h"
 #include "platform/StartupControl.h"
@@ -27,6 +30,7 @@ namespace swabby {
 /// work, so every service may be called from any thread unless its header says otherwise.
 struct Machine {
     Places places;
+    CleanupPlaces cleanup;
     std::int32_t ownProcessId = 0;
     /// Refreshes until figures over an interval are real ones.
     int refreshesUntilReal = 2;
@@ -42,6 +46,8 @@ struct Machine {
     std::unique_ptr<BootClock> boot;
     std::unique_ptr<StartupSource> startup;
     std::unique_ptr<StartupControl> startupControl;
+    std::unique_ptr<ApplicationSource> applications;
+    std::unique_ptr<RunningApplications> runningApplications;
     std::unique_ptr<DockPresence> dock;
     std::unique_ptr<Notifier> notifier;
     std::unique_ptr<SecretStore> secrets;

@@ -1,7 +1,9 @@
 #include "platform/FileSettingsStore.h"
 #include "platform/ThisComputer.h"
 #include "platform/Utf8.h"
+#include "platform/linux/LinuxApplicationSource.h"
 #include "platform/linux/LinuxBootClock.h"
+#include "platform/linux/LinuxCleanupPlaces.h"
 #include "platform/linux/LinuxKernelCounters.h"
 #include "platform/linux/LinuxLoginService.h"
 #include "platform/linux/LinuxNotifier.h"
@@ -9,6 +11,7 @@
 #include "platform/linux/LinuxProcessSurveyor.h"
 #include "platform/linux/LinuxSecretStore.h"
 #include "platform/linux/LinuxStartupControl.h"
+#include "platform/linux/LinuxRunningApplications.h"
 #include "platform/linux/LinuxStartupSource.h"
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/posix/PosixShell.h"
@@ -138,6 +141,21 @@ std::shared_ptr<Machine> makeThisComputer()
     machine->processes = std::make_unique<LinuxProcessSurveyor>(
         LinuxProcessSurveyor::Sources{procRoot, table, steadySeconds, tcpSocketBytes, stop});
 
+    const UserFolders userFolders = {.home = home,
+                                     .cache = folderVariable("XDG_CACHE_HOME", home + "/.cache"),
+                                     .config = configHome,
+                                     .data = dataHome,
+                                     .state = folderVariable("XDG_STATE_HOME", home + "/.local/state")};
+    machine->cleanup = linuxCleanupPlaces(userFolders);
+    const LinuxApplicationSource applications(userFolders, programs, QStringLiteral("com.swabby.app"));
+    machine->applications = std::make_unique<LinuxApplicationSource>(applications);
+
+    const auto pidRunning = [table](const std::string &program, const std::string &folder) {
+        return table->pidRunning(program, folder);
+    };
+    machine->runningApplications = std::make_unique<LinuxRunningApplications>(
+        applications, LinuxRunningApplications::Sources{[table] { table->list(); }, pidRunning});
+
     LinuxStartupSource::Sources startup;
     startup.autostart = {configHome + "/autostart",
                          withEnding(folders(variable("XDG_CONFIG_DIRS", {}), {"/etc/xdg"}), "/autostart"),
@@ -150,9 +168,7 @@ std::shared_ptr<Machine> makeThisComputer()
     startup.systemBus =
         variable("DBUS_SYSTEM_BUS_ADDRESS", hasManager ? "unix:path=/run/dbus/system_bus_socket" : "");
     startup.userBus = variable("DBUS_SESSION_BUS_ADDRESS", hasManager ? "unix:path=" + runtime + "/bus" : "");
-    startup.pidRunning = [table](const std::string &program, const std::string &folder) {
-        return table->pidRunning(program, folder);
-    };
+    startup.pidRunning = pidRunning;
     startup.stop = stop;
     machine->startupControl = std::make_unique<LinuxStartupControl>(
         LinuxStartupControl::Folders{startup.autostart.user, startup.autostart.system, startup.units.user,

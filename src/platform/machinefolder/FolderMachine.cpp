@@ -3,15 +3,19 @@
 #include "platform/FileSettingsStore.h"
 #include "platform/machinefolder/FolderClock.h"
 #include "platform/machinefolder/FolderServices.h"
+#include "platform/machinefolder/FolderRunningApplications.h"
 #include "platform/machinefolder/FolderShell.h"
 #include "platform/machinefolder/MachineDescription.h"
 #include "platform/mactools/HardwareReport.h"
+#include "platform/mactools/MacApplicationSource.h"
 #include "platform/mactools/MacBootClock.h"
+#include "platform/mactools/MacCleanupPlaces.h"
 #include "platform/mactools/MacProcessSurveyor.h"
 #include "platform/mactools/MacStartupControl.h"
 #include "platform/mactools/MacStartupSource.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFile>
 
 #include <unistd.h>
 
@@ -66,6 +70,11 @@ private:
     const EventLog &m_events;
 };
 
+std::filesystem::path pathOf(const QString &name)
+{
+    return QFile::encodeName(name).toStdString();
+}
+
 // The log stands as long as every service that writes to it.
 struct FolderMachine : Machine {
     explicit FolderMachine(const QString &folder) : events(folder + QStringLiteral("/events.jsonl")) {}
@@ -105,6 +114,11 @@ std::shared_ptr<Machine> makeFolderMachine(const QString &givenFolder, QString *
     machine->boot = std::make_unique<MacBootClock>(*machine->shell);
     machine->startup = std::make_unique<MacStartupSource>(*machine->shell, machine->places);
     machine->startupControl = std::make_unique<MacStartupControl>(*machine->shell, machine->places);
+    machine->cleanup = macCleanupPlaces(pathOf(home), pathOf(machine->places.root));
+    machine->applications = std::make_unique<MacApplicationSource>(
+        machine->cleanup.root, machine->cleanup.home, description->bundleId());
+    machine->runningApplications =
+        std::make_unique<FolderRunningApplications>(description->runningApplications(), machine->events);
     machine->dock = std::make_unique<FolderDockPresence>(machine->events);
     machine->notifier = std::make_unique<FolderNotifier>(machine->events);
     machine->secrets = std::make_unique<FolderSecretStore>(folder + QStringLiteral("/keychain.json"));

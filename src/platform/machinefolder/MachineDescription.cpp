@@ -149,4 +149,23 @@ std::optional<std::int32_t> MachineDescription::ownProcessId() const
     return wholeNumber<std::int32_t>(m_facts.value(QLatin1String("ownProcessID")));
 }
 
+QString MachineDescription::bundleId() const
+{
+    return m_facts.value(QLatin1String("bundleID")).toString(QStringLiteral("com.swabby.app"));
+}
+
+std::vector<DescribedApplication> MachineDescription::runningApplications() const
+{
+    std::vector<DescribedApplication> applications;
+    for (const QJsonValue &described : m_facts.value(QLatin1String("runningApplications")).toArray()) {
+        const QJsonObject facts = described.toObject();
+        const auto pid = wholeNumber<std::int32_t>(facts.value(QLatin1String("pid")));
+        if (pid)
+            applications.push_back(
+                {.application = {.pid = *pid, .bundleId = facts.value(QLatin1String("bundleID")).toString()},
+                 .terminates = facts.value(QLatin1String("terminates")).toBool(true)});
+    }
+    return applications;
+}
+
 } // namespace swabby

@@ -2,14 +2,22 @@
 
 #include "platform/KernelCounters.h"
 #include "platform/PowerSupply.h"
+#include "platform/RunningApplications.h"
 
 #include <QtCore/QJsonObject>
 
 #include <atomic>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace swabby {
+
+/// An application of a description, and whether it quits when it is asked to.
+struct DescribedApplication {
+    RunningApplication application;
+    bool terminates = true;
+};
 
 /// What a machine folder's machine.json says. Every key may be missing; a value of the wrong type counts
 /// as missing.
@@ -33,6 +41,9 @@ public:
     std::optional<PowerSource> powerSource() const;
     std::uint32_t userId() const;
     std::optional<std::int32_t> ownProcessId() const;
+    QString bundleId() const;
+    /// Without those that have no pid.
+    std::vector<DescribedApplication> runningApplications() const;
 
 private:
     QJsonObject m_facts;

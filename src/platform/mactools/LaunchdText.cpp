@@ -2,24 +2,10 @@
 
 #include "platform/TextScan.h"
 #include "platform/Utf8.h"
-
-#include <plist/plist.h>
-
-#include <memory>
+#include "platform/mactools/PropertyList.h"
 
 namespace swabby {
 namespace {
-
-using PlistNode = std::unique_ptr<void, decltype([](void *node) { plist_free(node); })>;
-
-std::optional<QString> stringOf(plist_t node)
-{
-    if (!node || plist_get_node_type(node) != PLIST_STRING)
-        return std::nullopt;
-    std::uint64_t length = 0;
-    const char *text = plist_get_string_ptr(node, &length);
-    return text ? QString::fromUtf8(text, static_cast<qsizetype>(length)) : QString();
-}
 
 /// The first of an array that holds nothing but strings.
 std::optional<QString> firstString(plist_t node)
@@ -28,26 +14,22 @@ std::optional<QString> firstString(plist_t node)
         return std::nullopt;
     const std::uint32_t count = plist_array_get_size(node);
     for (std::uint32_t i = 0; i < count; ++i)
-        if (!stringOf(plist_array_get_item(node, i)))
+        if (!plistText(plist_array_get_item(node, i)))
             return std::nullopt;
-    return count > 0 ? stringOf(plist_array_get_item(node, 0)) : std::nullopt;
+    return count > 0 ? plistText(plist_array_get_item(node, 0)) : std::nullopt;
 }
 
 } // namespace
 
 std::optional<LaunchJob> parseLaunchJob(const QByteArray &propertyList)
 {
-    if (propertyList.isEmpty() || propertyList.size() > largestLaunchJob)
-        return std::nullopt;
-    plist_t parsed = nullptr;
-    plist_from_memory(propertyList.constData(), static_cast<std::uint32_t>(propertyList.size()), &parsed);
-    const PlistNode top(parsed);
-    if (!top || plist_get_node_type(top.get()) != PLIST_DICT)
+    const PlistNode top = plistDictionary(propertyList);
+    if (!top)
         return std::nullopt;
 
     LaunchJob job;
-    job.label = stringOf(plist_dict_get_item(top.get(), "Label"));
-    job.programPath = stringOf(plist_dict_get_item(top.get(), "Program")).value_or(QString());
+    job.label = plistText(plist_dict_get_item(top.get(), "Label"));
+    job.programPath = plistText(plist_dict_get_item(top.get(), "Program")).value_or(QString());
     if (job.programPath.isEmpty())
         job.programPath = firstString(plist_dict_get_item(top.get(), "ProgramArguments")).value_or(QString());
     return job;

@@ -15,10 +15,6 @@ struct LaunchJob {
     QString programPath; ///< empty when it names none
 };
 
-/// A job takes a few hundred bytes. What is nested as deeply as a larger file can hold would exhaust the
-/// stack of whoever reads it.
-inline constexpr qsizetype largestLaunchJob = 128 * 1024;
-
 /// No value for bytes that are no property list (XML or binary) with a dictionary at the top, or too many.
 std::optional<LaunchJob> parseLaunchJob(const QByteArray &propertyList);
 

@@ -1,6 +1,7 @@
 #include "platform/mactools/MacStartupSource.h"
 
 #include "platform/mactools/LaunchdText.h"
+#include "platform/mactools/PropertyList.h"
 
 #include <QtCore/QDirIterator>
 #include <QtCore/QFile>
@@ -48,7 +49,7 @@ void MacStartupSource::addFolder(const QString &folder, LoginItemScope scope,
         if (!path.endsWith(QLatin1String(".plist")) || !QFileInfo(path).isFile() ||
             !file.open(QIODevice::ReadOnly))
             continue;
-        const std::optional<LaunchJob> job = parseLaunchJob(file.read(largestLaunchJob + 1));
+        const std::optional<LaunchJob> job = parseLaunchJob(file.read(largestPropertyList + 1));
         if (!job)
             continue;
         const QString label = job->label.value_or(files.fileName());

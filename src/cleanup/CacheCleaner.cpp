@@ -1,0 +1,125 @@
+#include "cleanup/CacheCleaner.h"
+
+#include "cleanup/DiskUsage.h"
+#include "cleanup/SaturatedBytes.h"
+#include "platform/FolderListing.h"
+#include "platform/Utf8.h"
+
+#include <algorithm>
+
+namespace swabby::CacheCleaner {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::int64_t smallestKnownCache = 1'000'001;
+constexpr std::int64_t smallestUnknownCache = 20'000'001;
+constexpr std::size_t mostUnknownCaches = 8;
+
+/// A place to look at, and what of it would go.
+struct Candidate {
+    CacheEntry entry;
+    std::vector<fs::path> parts;
+};
+
+/// Those of at least that size, largest first; of equal ones the earlier one first.
+std::vector<CacheEntry> measured(Shell &shell, std::vector<Candidate> candidates, std::int64_t smallest,
+                                 const ScanControl &control)
+{
+    std::vector<fs::path> paths;
+    for (const Candidate &candidate : candidates)
+        paths.insert(paths.end(), candidate.parts.begin(), candidate.parts.end());
+    const std::vector<std::int64_t> sizes = directorySizes(shell, paths, control);
+
+    std::vector<CacheEntry> entries;
+    auto size = sizes.begin();
+    for (Candidate &candidate : candidates) {
+        for (std::size_t part = 0; part < candidate.parts.size(); ++part)
+            candidate.entry.sizeBytes = saturatedSum(candidate.entry.sizeBytes, *size++);
+        if (candidate.entry.sizeBytes >= smallest)
+            entries.push_back(std::move(candidate.entry));
+    }
+    std::stable_sort(entries.begin(), entries.end(), [](const CacheEntry &left, const CacheEntry &right) {
+        return left.sizeBytes > right.sizeBytes;
+    });
+    return entries;
+}
+
+bool isCalledTrash(const fs::path &path)
+{
+    return path.filename() == ".Trash";
+}
+
+bool cleanOne(const Machine &machine, const CacheEntry &entry, const ExcludeList &excludes)
+{
+    const CleanupPlaces &places = machine.cleanup;
+    const auto mustStay = [&](const fs::path &path) { return excludes.covers(path); };
+    if (entry.path == places.trash)
+        return machine.disposal->emptyTrash({entry.path, places.trash.parent_path(), entry.identity},
+                                            mustStay);
+    const RemovalTarget target = {entry.path, places.cachesRoot, entry.identity};
+    if (isCalledTrash(entry.path))
+        return machine.disposal->emptyFolder(target, mustStay);
+    return !excludes.covers(entry.path) && machine.disposal->deleteOutright(target);
+}
+
+} // namespace
+
+std::vector<CacheEntry> scan(const Machine &machine, const ScanControl &control, const ExcludeList &excludes)
+{
+    std::vector<Candidate> candidates;
+    for (const KnownCache &known : machine.cleanup.knownCaches) {
+        std::error_code problem;
+        const auto identity = FileIdentity::of(known.path);
+        if (!identity || !fs::exists(known.path, problem))
+            continue;
+        std::vector<fs::path> parts = {known.path};
+        if (excludes.covers(known.path))
+            parts = known.path == machine.cleanup.trash ? partsThatMayGo(machine.cleanup.trashItems, excludes)
+                                                        : std::vector<fs::path>();
+        if (!parts.empty())
+            candidates.push_back(
+                {{.path = known.path, .description = known.description, .identity = *identity},
+                 std::move(parts)});
+    }
+    return measured(*machine.shell, std::move(candidates), smallestKnownCache, control);
+}
+
+std::vector<CacheEntry> scanUnknownCaches(const Machine &machine, const ScanControl &control,
+                                          const ExcludeList &excludes)
+{
+    const std::vector<KnownCache> &known = machine.cleanup.knownCaches;
+    std::vector<Candidate> candidates;
+    for (const fs::path &path : childrenOf(machine.cleanup.cachesRoot)) {
+        std::error_code problem;
+        const auto identity = FileIdentity::of(path);
+        if (!identity || !fs::is_directory(path, problem) || excludes.covers(path) ||
+            std::any_of(known.begin(), known.end(), [&](const auto &row) { return row.path == path; }))
+            continue;
+        candidates.push_back(
+            {{.path = path, .description = textOf(path.filename().native()), .identity = *identity}, {path}});
+    }
+    std::vector<CacheEntry> entries =
+        measured(*machine.shell, std::move(candidates), smallestUnknownCache, control);
+    entries.resize(std::min(entries.size(), mostUnknownCaches));
+    return entries;
+}
+
+std::vector<bool> clean(const Machine &machine, const std::vector<CacheEntry> &entries,
+                        const ExcludeList &excludes)
+{
+    std::vector<bool> gone;
+    for (const CacheEntry &entry : entries)
+        gone.push_back(cleanOne(machine, entry, excludes));
+
+    for (const PackageCleanup &cleanup : machine.cleanup.packageCleanups) {
+        const bool isChosen = std::any_of(entries.begin(), entries.end(), [&](const CacheEntry &entry) {
+            return entry.path == cleanup.cacheFolder;
+        });
+        if ((isChosen || !cleanup.onlyWhenChosen) && !excludes.covers(cleanup.cacheFolder))
+            machine.shell->run("/usr/bin/env", cleanup.words);
+    }
+    return gone;
+}
+
+} // namespace swabby::CacheCleaner

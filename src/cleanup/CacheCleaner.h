@@ -1,0 +1,26 @@
+#pragma once
+
+#include "cleanup/CacheEntry.h"
+#include "cleanup/ExcludeList.h"
+#include "platform/Machine.h"
+#include "platform/ScanControl.h"
+
+#include <vector>
+
+/// Finds data that is made again when it is missed, and deletes it. Every call blocks for the disk and for
+/// tools: background work only.
+namespace swabby::CacheCleaner {
+
+/// The known places that hold more than a megabyte, largest first.
+std::vector<CacheEntry> scan(const Machine &machine, const ScanControl &control, const ExcludeList &excludes);
+
+/// The eight largest other folders of caches of more than twenty megabytes, largest first.
+std::vector<CacheEntry> scanUnknownCaches(const Machine &machine, const ScanControl &control,
+                                          const ExcludeList &excludes);
+
+/// Deletes these outright, of the Trash its contents, then lets the package managers drop what they keep.
+/// Says of each entry, in order, whether nothing of it stayed.
+std::vector<bool> clean(const Machine &machine, const std::vector<CacheEntry> &entries,
+                        const ExcludeList &excludes);
+
+} // namespace swabby::CacheCleaner

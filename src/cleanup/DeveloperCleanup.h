@@ -1,0 +1,48 @@
+#pragma once
+
+#include "cleanup/DeveloperTexts.h"
+#include "cleanup/ExcludeList.h"
+#include "platform/Machine.h"
+#include "platform/ScanControl.h"
+
+#include <string>
+#include <variant>
+#include <vector>
+
+/// Measures and clears what developers' tools pile up. Every call blocks for the disk and for tools:
+/// background work only.
+namespace swabby::DeveloperCleanup {
+
+enum class DockerState { available, notInstalled, notRunning };
+
+struct DockerStatus {
+    DockerState state = DockerState::notInstalled;
+    std::vector<DockerRow> rows; ///< some when available, else none
+
+    bool operator==(const DockerStatus &) const = default;
+};
+
+/// What emptying the build cache would free; 0 when there is none.
+std::int64_t derivedDataSize(const Machine &machine, const ScanControl &control, const ExcludeList &excludes);
+
+/// Deletes everything in the build cache except what must stay. False when something else stayed too.
+bool clearDerivedData(const Machine &machine, const ExcludeList &excludes);
+
+/// Longest unused first.
+std::vector<SimulatorRuntimeInfo> scanSimulatorRuntimes(const Machine &machine, const ScanControl &control);
+
+/// Asks the simulator tool to delete each of these; it does not say in a dependable way whether it did.
+void deleteSimulatorRuntimes(const Machine &machine, const std::vector<QString> &identifiers);
+
+/// The container engine's program as the machine knows it.
+std::optional<std::string> findDocker(const Machine &machine);
+
+DockerStatus dockerStatus(const Machine &machine, const ScanControl &control);
+
+/// The sum of what the rows say; what does not fit becomes the largest number.
+std::int64_t estimatedReclaimableBytes(const std::vector<DockerRow> &rows);
+
+/// Lets the container engine drop what it can do without. False when there is no engine.
+bool prune(const Machine &machine);
+
+} // namespace swabby::DeveloperCleanup

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "cleanup/SaturatedBytes.h"
+#include "platform/Utf8.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <vector>
+
+namespace swabby {
+
+/// Files with exactly the same contents, in the order found; the first one is kept.
+struct DuplicateGroup {
+    std::vector<std::filesystem::path> paths;
+    std::int64_t sizeBytes = 0; ///< of one copy
+
+    QString name() const { return paths.empty() ? QString() : textOf(paths.front().filename().native()); }
+    std::int64_t wastedBytes() const
+    {
+        return saturatedProduct(sizeBytes, static_cast<std::int64_t>(paths.size()) - 1);
+    }
+
+    bool operator==(const DuplicateGroup &) const = default;
+};
+
+} // namespace swabby

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QtCore/QString>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace swabby {
+
+/// A folder that is known to be made again when it is missed.
+struct KnownCache {
+    std::filesystem::path path;
+    QString description;
+
+    bool operator==(const KnownCache &) const = default;
+};
+
+/// A package manager's own way to drop what it keeps.
+struct PackageCleanup {
+    std::vector<std::string> words;    ///< the command and its arguments
+    std::filesystem::path cacheFolder; ///< what it clears: while that must stay, it does not run
+    /// Whether it runs only when that folder was among what somebody agreed to remove.
+    bool onlyWhenChosen = true;
+};
+
+/// Where clutter lies on the machine looked after. Paths are absolute and without a trailing slash; one
+/// that is empty does not exist on this kind of machine, and neither does what would lie there.
+struct CleanupPlaces {
+    std::filesystem::path home;
+    std::filesystem::path root; ///< what stands for "/"; empty on a real machine
+    std::filesystem::path cachesRoot;
+    std::filesystem::path trash;
+    std::filesystem::path trashItems; ///< the folder whose children were thrown away; may be the Trash itself
+    std::filesystem::path downloads;
+    std::filesystem::path desktop;
+    std::vector<KnownCache> knownCaches; ///< the Trash first; of equal sizes the earlier one comes first
+    std::vector<PackageCleanup> packageCleanups;
+    std::vector<std::filesystem::path> projectRoots; ///< those that exist are searched, in this order
+    std::filesystem::path buildCache;
+    std::string simulatorTool;
+    std::vector<std::string> containerTools; ///< as the machine knows them; the first that is there is used
+};
+
+} // namespace swabby

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <filesystem>
+#include <vector>
+
+namespace swabby {
+
+/// What lies directly in a folder, hidden names too, in the order the disk gives it; empty when it cannot
+/// be listed. Blocks for the disk.
+std::vector<std::filesystem::path> childrenOf(const std::filesystem::path &folder);
+
+} // namespace swabby

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/ApplicationSource.h"
+
+namespace swabby {
+
+/// The bundles of the applications folders, the machine's first, then the user's own.
+class MacApplicationSource final : public ApplicationSource {
+public:
+    /// Our own bundle identifier is never listed.
+    MacApplicationSource(std::filesystem::path root, std::filesystem::path home, QString ownBundleId)
+        : m_root(std::move(root)), m_home(std::move(home)), m_ownBundleId(std::move(ownBundleId))
+    {
+    }
+
+    std::vector<FoundApplication> applications() override;
+    std::vector<LeftoverPlace> leftoverPlaces(const QString &name, const QString &bundleId) const override;
+
+private:
+    void addFolder(const std::filesystem::path &folder, std::vector<FoundApplication> &found) const;
+
+    const std::filesystem::path m_root;
+    const std::filesystem::path m_home;
+    const QString m_ownBundleId;
+};
+
+} // namespace swabby
