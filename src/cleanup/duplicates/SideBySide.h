@@ -1,0 +1,17 @@
+#pragma once
+
+#include "cleanup/duplicates/Candidates.h"
+#include "cleanup/duplicates/Reading.h"
+
+namespace swabby {
+
+/// So many files can be read next to each other in one buffer.
+constexpr std::size_t mostSideBySide = ReadBuffer::chunkCount;
+
+/// Parts a few files of one size by their bytes: each set it gives holds two and more files that are equal
+/// from end to end. What cannot be read or changes meanwhile is in none. No byte is read twice, and a file is
+/// read no further than it takes to tell it from the others.
+std::vector<CandidateSet> partedSideBySide(const Candidates &candidates, const CandidateSet &set,
+                                           ReadBuffer &buffer, ReadMeter &meter);
+
+} // namespace swabby

@@ -1,0 +1,50 @@
+#include "platform/posix/OpenFolder.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace swabby {
+
+struct OpenFolder::Listing {
+    explicit Listing(DIR *opened) : entries(opened), descriptor(::dirfd(opened)) {}
+    Listing(const Listing &) = delete;
+    Listing &operator=(const Listing &) = delete;
+    ~Listing() { ::closedir(entries); }
+
+    DIR *entries;
+    int descriptor;
+};
+
+std::optional<OpenFolder> OpenFolder::open(const std::filesystem::path &path)
+{
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0)
+        return std::nullopt;
+    if (DIR *listing = ::fdopendir(descriptor))
+        return OpenFolder(std::make_shared<Listing>(listing));
+    ::close(descriptor);
+    return std::nullopt;
+}
+
+void OpenFolder::forEachFile(const std::function<bool(const char *, const FileIdentity &)> &visit) const
+{
+    while (const dirent *entry = ::readdir(m_listing->entries)) {
+        if (entry->d_type != DT_REG && entry->d_type != DT_UNKNOWN)
+            continue;
+        struct stat facts = {};
+        if (::fstatat(m_listing->descriptor, entry->d_name, &facts, AT_SYMLINK_NOFOLLOW) != 0 ||
+            !S_ISREG(facts.st_mode))
+            continue;
+        if (!visit(entry->d_name, FileIdentity::from(facts)))
+            return;
+    }
+}
+
+std::optional<RegularFile> OpenFolder::openFile(const char *name) const
+{
+    return RegularFile::openIn(m_listing->descriptor, name);
+}
+
+} // namespace swabby
