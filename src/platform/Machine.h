@@ -11,6 +11,7 @@
 #include "platform/Notifier.h"
 #include "platform/Places.h"
 #include "platform/PowerSupply.h"
+#include "platform/ProcessControl.h"
 #include "platform/ProcessSurvey.h"
 #include "platform/SecretStore.h"
 #include "platform/RunningApplications.h"
@@ -46,6 +47,7 @@ struct Machine {
     std::unique_ptr<BootClock> boot;
     std::unique_ptr<StartupSource> startup;
     std::unique_ptr<StartupControl> startupControl;
+    std::unique_ptr<ProcessControl> processControl;
     std::unique_ptr<ApplicationSource> applications;
     std::unique_ptr<RunningApplications> runningApplications;
     std::unique_ptr<DockPresence> dock;

@@ -154,4 +154,40 @@ void AppState::snoozeUntil(std::optional<double> time)
     Q_EMIT changed();
 }
 
+void AppState::removeProcess(std::int32_t pid)
+{
+    m_processes.removeIf([&](const ProcessSample &process) { return process.pid == pid; });
+    Q_EMIT changed();
+}
+
+void AppState::removeLoginItem(const QString &id)
+{
+    m_loginItems.removeIf([&](const LoginItem &item) { return item.id() == id; });
+    Q_EMIT changed();
+}
+
+void AppState::setScanning(bool isScanning)
+{
+    m_isScanning = isScanning;
+    Q_EMIT changed();
+}
+
+void AppState::setLastScan(double time)
+{
+    m_lastScan = time;
+    Q_EMIT changed();
+}
+
+void AppState::setRemoving(bool isRemoving)
+{
+    m_isRemoving = isRemoving;
+    Q_EMIT changed();
+}
+
+void AppState::setLastCleanupSuccess(const std::optional<CleanupSuccess> &success)
+{
+    m_lastCleanupSuccess = success;
+    Q_EMIT changed();
+}
+
 } // namespace swabby

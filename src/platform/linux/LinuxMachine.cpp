@@ -8,6 +8,7 @@
 #include "platform/linux/LinuxLoginService.h"
 #include "platform/linux/LinuxNotifier.h"
 #include "platform/linux/LinuxPowerSupply.h"
+#include "platform/linux/LinuxProcessControl.h"
 #include "platform/linux/LinuxProcessSurveyor.h"
 #include "platform/linux/LinuxSecretStore.h"
 #include "platform/linux/LinuxStartupControl.h"
@@ -125,6 +126,7 @@ std::shared_ptr<Machine> makeThisComputer()
         std::make_unique<LinuxKernelCounters>(LinuxKernelCounters::Roots{procRoot, sysRoot, "/"});
     machine->power = std::make_unique<LinuxPowerSupply>(std::string(sysRoot) + "/class/power_supply");
     machine->boot = std::make_unique<LinuxBootClock>(procRoot);
+    machine->processControl = std::make_unique<LinuxProcessControl>(procRoot);
 
     const ProgramFolders programs = {
         {},

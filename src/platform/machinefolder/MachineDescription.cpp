@@ -168,4 +168,13 @@ std::vector<DescribedApplication> MachineDescription::runningApplications() cons
     return applications;
 }
 
+std::set<std::int32_t> MachineDescription::unsignalablePids() const
+{
+    std::set<std::int32_t> pids;
+    for (const QJsonValue &described : m_facts.value(QLatin1String("unsignalablePids")).toArray())
+        if (const auto pid = wholeNumber<std::int32_t>(described))
+            pids.insert(*pid);
+    return pids;
+}
+
 } // namespace swabby

@@ -9,6 +9,7 @@
 #include <atomic>
 #include <memory>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace swabby {
@@ -44,6 +45,7 @@ public:
     QString bundleId() const;
     /// Without those that have no pid.
     std::vector<DescribedApplication> runningApplications() const;
+    std::set<std::int32_t> unsignalablePids() const;
 
 private:
     QJsonObject m_facts;

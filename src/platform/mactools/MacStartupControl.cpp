@@ -1,6 +1,7 @@
 #include "platform/mactools/MacStartupControl.h"
 
 #include "platform/mactools/LaunchdText.h"
+#include "platform/mactools/PropertyList.h"
 #include "platform/posix/RenameWithoutReplacing.h"
 
 #include <QtCore/QDirIterator>
@@ -54,7 +55,7 @@ std::vector<StartupEntry> MacStartupControl::setAsideEntries()
         if (!path.endsWith(ending) || !QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
             continue;
         const QString definition = path.chopped(static_cast<qsizetype>(qstrlen(setAsideEnding)));
-        const std::optional<LaunchJob> job = parseLaunchJob(file.read(largestLaunchJob + 1));
+        const std::optional<LaunchJob> job = parseLaunchJob(file.read(largestPropertyList + 1));
         StartupEntry entry;
         entry.label = job && job->label ? *job->label : QFileInfo(definition).fileName();
         entry.definitionPath = definition;
