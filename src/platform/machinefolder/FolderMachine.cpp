@@ -2,6 +2,7 @@
 
 #include "platform/FileSettingsStore.h"
 #include "platform/machinefolder/FolderClock.h"
+#include "platform/machinefolder/FolderDisposal.h"
 #include "platform/machinefolder/FolderShell.h"
 #include "platform/machinefolder/MachineDescription.h"
 #include "platform/mactools/HardwareReport.h"
@@ -10,6 +11,7 @@
 #include "platform/mactools/MacStartupSource.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QFile>
 
 #include <unistd.h>
 
@@ -103,6 +105,8 @@ std::shared_ptr<Machine> makeFolderMachine(const QString &givenFolder, QString *
     machine->boot = std::make_unique<MacBootClock>(*machine->shell);
     machine->startup = std::make_unique<MacStartupSource>(*machine->shell, machine->places);
     machine->dock = std::make_unique<FolderDockPresence>(machine->events);
+    machine->disposal = std::make_unique<FolderDisposal>(QFile::encodeName(folder).toStdString(),
+                                                         description->trashRefuses(), machine->events);
     return machine;
 }
 

@@ -149,4 +149,13 @@ std::optional<std::int32_t> MachineDescription::ownProcessId() const
     return wholeNumber<std::int32_t>(m_facts.value(QLatin1String("ownProcessID")));
 }
 
+std::vector<std::filesystem::path> MachineDescription::trashRefuses() const
+{
+    std::vector<std::filesystem::path> paths;
+    for (const QJsonValue &path : m_facts.value(QLatin1String("trashRefuses")).toArray())
+        if (path.isString())
+            paths.emplace_back(QFile::encodeName(path.toString()).toStdString());
+    return paths;
+}
+
 } // namespace swabby

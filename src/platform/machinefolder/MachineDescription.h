@@ -6,8 +6,10 @@
 #include <QtCore/QJsonObject>
 
 #include <atomic>
+#include <filesystem>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace swabby {
 
@@ -33,6 +35,8 @@ public:
     std::optional<PowerSource> powerSource() const;
     std::uint32_t userId() const;
     std::optional<std::int32_t> ownProcessId() const;
+    /// What cannot be moved to the Trash, nor anything under it.
+    std::vector<std::filesystem::path> trashRefuses() const;
 
 private:
     QJsonObject m_facts;
