@@ -6,6 +6,7 @@
 #include "cleanup/DeveloperCleanup.h"
 #include "cleanup/DuplicateFinder.h"
 #include "cleanup/SaturatedBytes.h"
+#include "cleanup/Scans.h"
 
 #include <algorithm>
 
@@ -91,19 +92,10 @@ private:
                 mayGo.identities.erase(mayGo.identities.begin() + static_cast<std::ptrdiff_t>(copy));
             isWhole = false;
         }
-        DuplicateRemoval removal = DuplicateFinder::removeDuplicates({mayGo}, foldersOf(mayGo), *m_machine.disposal, m_stop);
+            DuplicateRemoval removal =
+            DuplicateFinder::removeDuplicates({mayGo}, duplicateFolders(m_machine), *m_machine.disposal, m_stop);
         std::move(removal.trashed.begin(), removal.trashed.end(), std::back_inserter(m_outcome.trashed));
         return isWhole && removal.stayed == 0;
-    }
-
-    /// The folders the copies lie in. Where a group was found is where its copies may go from.
-    static std::vector<std::filesystem::path> foldersOf(const DuplicateGroup &group)
-    {
-        std::vector<std::filesystem::path> folders;
-        for (const std::filesystem::path &path : group.paths)
-            if (std::find(folders.begin(), folders.end(), path.parent_path()) == folders.end())
-                folders.push_back(path.parent_path());
-        return folders;
     }
 
     bool remove(const AppUninstall &uninstall)

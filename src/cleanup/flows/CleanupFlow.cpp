@@ -92,7 +92,7 @@ QCoro::Task<> CleanupFlow::restore()
     const auto restoring = m_work.ask([machine = m_state.sharedMachine()] {
         return PutBackRecord(machine->places.applicationData).putBackAll(*machine->disposal);
     });
-    const PutBackOutcome outcome = co_await restoring;
+    const PutBackResult outcome = co_await restoring;
     if (!self)
         co_return;
     m_canPutBack = outcome.left > 0;

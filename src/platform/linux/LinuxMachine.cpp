@@ -4,6 +4,7 @@
 #include "platform/linux/LinuxApplicationSource.h"
 #include "platform/linux/LinuxBootClock.h"
 #include "platform/linux/LinuxCleanupPlaces.h"
+#include "platform/linux/LinuxDisposal.h"
 #include "platform/linux/LinuxKernelCounters.h"
 #include "platform/linux/LinuxLoginService.h"
 #include "platform/linux/LinuxNotifier.h"
@@ -122,6 +123,7 @@ std::shared_ptr<Machine> makeThisComputer()
     machine->settings = std::make_unique<FileSettingsStore>(textOf(preferences + "/settings.json"));
     machine->shell = std::make_unique<PosixShell>(stop);
     machine->dock = std::make_unique<NoDockPresence>();
+    machine->disposal = std::make_unique<LinuxDisposal>(dataHome, *machine->clock);
     machine->kernel =
         std::make_unique<LinuxKernelCounters>(LinuxKernelCounters::Roots{procRoot, sysRoot, "/"});
     machine->power = std::make_unique<LinuxPowerSupply>(std::string(sysRoot) + "/class/power_supply");

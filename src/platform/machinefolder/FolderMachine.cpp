@@ -5,6 +5,7 @@
 #include "platform/machinefolder/FolderServices.h"
 #include "platform/machinefolder/FolderProcessControl.h"
 #include "platform/machinefolder/FolderRunningApplications.h"
+#include "platform/machinefolder/FolderDisposal.h"
 #include "platform/machinefolder/FolderShell.h"
 #include "platform/machinefolder/MachineDescription.h"
 #include "platform/mactools/HardwareReport.h"
@@ -128,6 +129,8 @@ std::shared_ptr<Machine> makeFolderMachine(const QString &givenFolder, QString *
     machine->workspace = std::make_unique<FolderWorkspace>(machine->events);
     machine->login =
         std::make_unique<FolderLoginService>(folder + QStringLiteral("/opens-at-login"), machine->events);
+    machine->disposal = std::make_unique<FolderDisposal>(QFile::encodeName(folder).toStdString(),
+                                                         description->trashRefuses(), machine->events);
     return machine;
 }
 

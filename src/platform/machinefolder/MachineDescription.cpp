@@ -175,6 +175,13 @@ std::set<std::int32_t> MachineDescription::unsignalablePids() const
         if (const auto pid = wholeNumber<std::int32_t>(described))
             pids.insert(*pid);
     return pids;
+std::vector<std::filesystem::path> MachineDescription::trashRefuses() const
+{
+    std::vector<std::filesystem::path> paths;
+    for (const QJsonValue &path : m_facts.value(QLatin1String("trashRefuses")).toArray())
+        if (path.isString())
+            paths.emplace_back(QFile::encodeName(path.toString()).toStdString());
+    return paths;
 }
 
 } // namespace swabby

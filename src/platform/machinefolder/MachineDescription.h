@@ -7,6 +7,7 @@
 #include <QtCore/QJsonObject>
 
 #include <atomic>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <set>
@@ -46,6 +47,8 @@ public:
     /// Without those that have no pid.
     std::vector<DescribedApplication> runningApplications() const;
     std::set<std::int32_t> unsignalablePids() const;
+    /// What cannot be moved to the Trash, nor anything under it.
+    std::vector<std::filesystem::path> trashRefuses() const;
 
 private:
     QJsonObject m_facts;

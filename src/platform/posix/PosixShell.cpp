@@ -1,6 +1,7 @@
 #include "platform/posix/PosixShell.h"
 
 #include "platform/Utf8.h"
+#include "platform/posix/Descriptor.h"
 
 #include <cerrno>
 #include <csignal>
@@ -17,26 +18,6 @@ extern char **environ;
 namespace swabby {
 namespace {
 
-class Descriptor {
-public:
-    explicit Descriptor(int number = -1) : m_number(number) {}
-    ~Descriptor() { close(); }
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-
-    int number() const { return m_number; }
-    void set(int number) { m_number = number; }
-    void close()
-    {
-        if (m_number >= 0)
-            ::close(m_number);
-        m_number = -1;
-    }
-
-private:
-    int m_number;
-};
-
 bool makePipe(Descriptor &readEnd, Descriptor &writeEnd)
 {
     int ends[2] = {-1, -1};
@@ -49,8 +30,8 @@ bool makePipe(Descriptor &readEnd, Descriptor &writeEnd)
     ::fcntl(ends[0], F_SETFD, FD_CLOEXEC);
     ::fcntl(ends[1], F_SETFD, FD_CLOEXEC);
 #endif
-    readEnd.set(ends[0]);
-    writeEnd.set(ends[1]);
+    readEnd = Descriptor(ends[0]);
+    writeEnd = Descriptor(ends[1]);
     return true;
 }
 
@@ -211,14 +192,14 @@ std::optional<std::string> PosixShell::runWith(const Variables &variables, const
     if (m_stop.stopRequested() || stop.stopRequested() || !makePipe(readEnd, writeEnd))
         return std::nullopt;
     const pid_t child = spawn(executable, arguments, environmentFor(variables), writeEnd.number(), output);
-    writeEnd.close();
+    writeEnd.reset();
     if (child < 0)
         return std::nullopt;
     started();
 
     std::string text;
     readAll(readEnd.number(), m_stop, stop, text);
-    readEnd.close();
+    readEnd.reset();
     waitForEnd(child, m_stop, stop);
     if (!isUtf8(text))
         return std::nullopt;
