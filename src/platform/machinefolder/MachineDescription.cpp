@@ -175,6 +175,8 @@ std::set<std::int32_t> MachineDescription::unsignalablePids() const
         if (const auto pid = wholeNumber<std::int32_t>(described))
             pids.insert(*pid);
     return pids;
+}
+
 std::vector<std::filesystem::path> MachineDescription::trashRefuses() const
 {
     std::vector<std::filesystem::path> paths;
