@@ -142,15 +142,15 @@ bool LinuxDisposal::putBack(const TrashedItem &item)
     const std::string name = item.trashed.filename().native();
     if (!trash || files.filename() != "files" || !item.from.is_absolute())
         return false;
-    const auto found = identityIn(trash->files.number(), name);
-    if (!found || !found->isSameThing(item.identity))
+    const auto found = notedThing({trash->files.number(), name}, item.identity);
+    if (!found)
         return false;
 
     const Descriptor root = holdFolder("/");
     MadeFolders parent(root.number(), item.from.parent_path().relative_path(), 0777,
                        [](int) { return true; });
     if (moveEntry({trash->files.number(), name}, {parent.last().number(), item.from.filename().native()},
-                  item.identity) != MoveResult::moved) {
+                  *found) != MoveResult::moved) {
         parent.undo();
         return false;
     }

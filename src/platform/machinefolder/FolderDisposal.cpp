@@ -89,16 +89,16 @@ bool FolderDisposal::putBack(const TrashedItem &item)
 {
     const Descriptor trash = holdFolder(AT_FDCWD, trashPath().native(), Links::refuse);
     const std::string name = item.trashed.filename().native();
-    const auto found = identityIn(trash.number(), name);
+    const auto found = notedThing({trash.number(), name}, item.identity);
     if (item.trashed.parent_path() != trashPath() || !isInside(trash.number()) || !found ||
-        !found->isSameThing(item.identity) || !startsWith(item.from, m_folder))
+        !startsWith(item.from, m_folder))
         return false;
 
     const Descriptor whole = holdFolder(m_folder);
     MadeFolders parent(whole.number(), item.from.parent_path().lexically_relative(m_folder), 0777,
                        [this](int folder) { return isInside(folder); });
-    if (moveEntry({trash.number(), name}, {parent.last().number(), item.from.filename().native()},
-                  item.identity) != MoveResult::moved) {
+    if (moveEntry({trash.number(), name}, {parent.last().number(), item.from.filename().native()}, *found) !=
+        MoveResult::moved) {
         parent.undo();
         return false;
     }

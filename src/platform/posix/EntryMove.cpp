@@ -80,6 +80,16 @@ MoveResult moveEntry(const EntryAt &from, const EntryAt &to, const FileIdentity 
     return MoveResult::refused;
 }
 
+std::optional<FileIdentity> notedThing(const EntryAt &entry, const FileIdentity &noted)
+{
+    auto found = identityIn(entry.folder, entry.name);
+    FileIdentity expected = noted;
+    if (!found)
+        return found;
+    expected.device = found->device;
+    return found->isSameThing(expected) ? found : std::nullopt;
+}
+
 std::string numberedName(const std::string &name, int attempt, std::size_t largest)
 {
     constexpr std::size_t longestEnding = 16;
