@@ -47,7 +47,7 @@ std::vector<std::vector<fs::path>> searchRoots(Shell &shell, const std::vector<f
         const auto text = shell.run(
             "/usr/bin/find",
             {root.native(), "-maxdepth", "5", "-type", "d", "-name", "node_modules", "-prune", "-print"},
-            ToolOutput::standardOutput, control.stop);
+            ToolOutput::fileNames, control.stop);
         if (text)
             found[index] = parseProjectSearch(*text, root);
         const std::scoped_lock guard(mutex);

@@ -93,10 +93,11 @@ std::optional<std::int64_t> parseIsoTime(const QString &text)
                           text.at(13) == QLatin1Char(':') && text.at(16) == QLatin1Char(':');
     if (!isSpaced)
         return std::nullopt;
-    const QDate date(digitsAt(text, 0, 4), digitsAt(text, 5, 2), digitsAt(text, 8, 2));
+    const int year = digitsAt(text, 0, 4); // there are dates of negative years
+    const QDate date(year, digitsAt(text, 5, 2), digitsAt(text, 8, 2));
     const QTime time(digitsAt(text, 11, 2), digitsAt(text, 14, 2), digitsAt(text, 17, 2));
     const std::optional<int> offset = offsetOf(text.mid(zoneBegin));
-    if (!date.isValid() || !time.isValid() || !offset)
+    if (year < 0 || !date.isValid() || !time.isValid() || !offset)
         return std::nullopt;
     return QDateTime(date, time, Qt::UTC).toSecsSinceEpoch() - *offset;
 }

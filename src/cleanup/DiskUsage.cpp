@@ -29,7 +29,9 @@ std::int64_t parseDiskUsage(std::string_view text)
 
 std::int64_t directorySize(Shell &shell, const std::filesystem::path &path, const StopToken &stop)
 {
-    const auto text = shell.run("/usr/bin/du", {"-sk", path.native()}, ToolOutput::standardOutput, stop);
+    // The tool repeats the path, so its text is UTF-8 when that is.
+    const ToolOutput output = isUtf8(path.native()) ? ToolOutput::standardOutput : ToolOutput::fileNames;
+    const auto text = shell.run("/usr/bin/du", {"-sk", path.native()}, output, stop);
     return text ? parseDiskUsage(*text) : 0;
 }
 

@@ -8,8 +8,9 @@
 
 namespace swabby {
 
-/// Which of a tool's streams make up its text.
-enum class ToolOutput { bothStreams, standardOutput };
+/// Which of a tool's streams make up its text. As fileNames its standard output is given also when it is no
+/// UTF-8: file names are bytes, and one odd name must not hide all the others.
+enum class ToolOutput { bothStreams, standardOutput, fileNames };
 
 /// Runs external tools. The only place of the program that starts a process.
 class Shell {

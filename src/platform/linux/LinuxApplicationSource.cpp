@@ -83,11 +83,16 @@ std::vector<LinuxApplicationSource::Started> LinuxApplicationSource::startedAppl
             continue;
         const std::string id = name.substr(0, name.size() - entrySuffix.size());
         auto started = fromEntry(id, desktopEntryFrom(fileText((entries / name).native())));
-        // A second entry for the same program opens a page or a document with it.
-        if (started && std::none_of(found.begin(), found.end(), [&](const Started &other) {
-                return other.application.path == started->application.path;
-            }))
+        if (!started)
+            continue;
+        const auto same = std::find_if(found.begin(), found.end(), [&](const Started &other) {
+            return other.application.path == started->application.path;
+        });
+        // Of several entries the ones with more words open a page or a document.
+        if (same == found.end())
             found.push_back(std::move(*started));
+        else if (started->words < same->words)
+            *same = std::move(*started);
     }
     for (const char *folder : {"Applications", ".local/bin", "bin"})
         addImages(m_folders.home / folder, found);
@@ -99,7 +104,8 @@ LinuxApplicationSource::fromEntry(const std::string &id, const DesktopEntry &ent
 {
     if (entry.type != "Application" || entry.isHidden || !entry.isForDisplay || textOf(id) == m_ownId)
         return std::nullopt;
-    const std::string started = startedProgram(execArguments(entry.exec), m_programs.searched);
+    const std::vector<std::string> words = execArguments(entry.exec);
+    const std::string started = startedProgram(words, m_programs.searched);
     const fs::path program = withoutLinks(started);
     const fs::path home = withoutLinks(m_folders.home.native());
     if (!isThere(started) || isInterpreter(program.native()) || !isUnder(program, home))
@@ -116,14 +122,13 @@ LinuxApplicationSource::fromEntry(const std::string &id, const DesktopEntry &ent
         // not ours to judge, and neither is a folder somebody develops it in.
         const fs::path folder = privateFolder(program.native(), resolvedPrograms);
         const std::string name = folder.filename().native();
-        const bool isItsOwn = isCalledAfter(name, program.stem().native()) ||
-                              isCalledAfter(name, entry.name) || isCalledAfter(name, id);
+        const bool isItsOwn = isCalledAfter(name, program.stem().native()) || isCalledAfter(name, entry.name);
         if (!isItsOwn || !isUnder(folder, home) || isThere((folder / ".git").native()))
             return std::nullopt;
         application.path = folder;
         application.foundIn = folder.parent_path();
     }
-    return Started{std::move(application), program};
+    return Started{std::move(application), program, words.size()};
 }
 
 void LinuxApplicationSource::addImages(const fs::path &folder, std::vector<Started> &found) const

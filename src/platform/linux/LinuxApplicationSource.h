@@ -21,12 +21,12 @@ public:
     std::vector<FoundApplication> applications() override;
     std::vector<LeftoverPlace> leftoverPlaces(const QString &name, const QString &bundleId) const override;
 
-    const ProgramFolders &programs() const { return m_programs; }
-    /// The program file that the application starts. As applications() gives it, which it is made with.
     struct Started {
         FoundApplication application;
-        std::filesystem::path program;
+        std::filesystem::path program; ///< what runs while the application does
+        std::size_t words = 1;         ///< of the command that starts it
     };
+    /// The same applications with their programs.
     std::vector<Started> startedApplications() const;
 
 private:

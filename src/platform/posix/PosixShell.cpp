@@ -201,7 +201,7 @@ std::optional<std::string> PosixShell::runWith(const Variables &variables, const
     readAll(readEnd.number(), m_stop, stop, text);
     readEnd.reset();
     waitForEnd(child, m_stop, stop);
-    if (!isUtf8(text))
+    if (output != ToolOutput::fileNames && !isUtf8(text))
         return std::nullopt;
     return text;
 }
