@@ -47,6 +47,7 @@ private:
         std::uint32_t folder;
     };
 
+    void identify(const StopToken &stop);
     CandidateSet partners(const CandidateIndex *begin, const CandidateIndex *end,
                           const ExcludeList &excludes) const;
 
