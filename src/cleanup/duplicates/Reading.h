@@ -31,7 +31,7 @@ public:
     ReadMeter(const ScanControl &control, std::int64_t totalBytes);
 
     bool stopRequested() const { return m_control.stop.stopRequested(); }
-    /// So much of the file needs no reading any more. From any thread.
+    /// So much of the file is read or need not be. From any thread; nothing is told after a stop.
     void count(std::int64_t bytes, const std::string &fileName);
     /// Everything is read.
     void finish();
