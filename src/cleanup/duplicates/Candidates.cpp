@@ -74,7 +74,7 @@ std::vector<CandidateSet> Candidates::ofSameSize(const ExcludeList &excludes, co
         const CandidateIndex *last = first;
         while (last != end && size(*last) == size(*first))
             ++last;
-        if (CandidateSet set = partners(first, last, excludes); set.size() > 1)
+        if (CandidateSet set = partners(first, last, excludes, stop); set.size() > 1)
             sets.push_back(std::move(set));
         first = last;
     }
@@ -82,7 +82,7 @@ std::vector<CandidateSet> Candidates::ofSameSize(const ExcludeList &excludes, co
 }
 
 CandidateSet Candidates::partners(const CandidateIndex *begin, const CandidateIndex *end,
-                                  const ExcludeList &excludes) const
+                                  const ExcludeList &excludes, const StopToken &stop) const
 {
     CandidateSet set;
     if (end - begin < 2)
@@ -91,7 +91,7 @@ CandidateSet Candidates::partners(const CandidateIndex *begin, const CandidateIn
         return identity(left).device == identity(right).device &&
                identity(left).inode == identity(right).inode;
     };
-    for (const CandidateIndex *way = begin; way != end;) {
+    for (const CandidateIndex *way = begin; way != end && !stop.stopRequested();) {
         const CandidateIndex *const first = way;
         bool mustStay = false; // when one way to it is excluded: the others may lead to the same name
         for (; way != end && sameFile(*way, *first); ++way)

@@ -48,8 +48,8 @@ private:
     };
 
     void identify(const StopToken &stop);
-    CandidateSet partners(const CandidateIndex *begin, const CandidateIndex *end,
-                          const ExcludeList &excludes) const;
+    CandidateSet partners(const CandidateIndex *begin, const CandidateIndex *end, const ExcludeList &excludes,
+                          const StopToken &stop) const;
 
     std::vector<Folder> m_folders;
     std::vector<File> m_files;
