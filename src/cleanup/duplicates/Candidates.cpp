@@ -1,5 +1,7 @@
 #include "cleanup/duplicates/Candidates.h"
 
+#include "cleanup/duplicates/Reading.h"
+
 #include <algorithm>
 #include <numeric>
 #include <tuple>
@@ -13,14 +15,30 @@ Candidates::Candidates(const std::vector<std::filesystem::path> &folders, const 
         if (!opened)
             continue;
         const auto folder = static_cast<std::uint32_t>(m_folders.size());
-        // A link takes no part: to remove it would free nothing, and what it leads to may be its only copy.
-        opened->forEachFile([&](const char *name, const FileIdentity &identity) {
-            if (identity.size >= smallestSize)
-                m_files.push_back({name, identity, folder});
+        opened->forEachName([&](const char *name) {
+            m_files.push_back({name, {}, folder});
             return !stop.stopRequested();
         });
         m_folders.push_back({path, *std::move(opened)});
     }
+    identify(stop);
+    // A link takes no part: to remove it would free nothing, and what it leads to may be its only copy.
+    std::erase_if(m_files, [](const File &file) {
+        return file.identity.kind != FileKind::file || file.identity.size < smallestSize;
+    });
+}
+
+void Candidates::identify(const StopToken &stop)
+{
+    constexpr std::size_t portion = 256; // so that taking turns costs nothing beside it
+    onAllCores((m_files.size() + portion - 1) / portion, stop, [this](std::size_t number, ReadBuffer &) {
+        const std::size_t end = std::min(m_files.size(), (number + 1) * portion);
+        for (std::size_t index = number * portion; index < end; ++index) {
+            File &file = m_files[index];
+            if (const auto identity = m_folders[file.folder].opened.identityOf(file.name.c_str()))
+                file.identity = *identity;
+        }
+    });
 }
 
 std::filesystem::path Candidates::path(CandidateIndex index) const
@@ -56,7 +74,7 @@ std::vector<CandidateSet> Candidates::ofSameSize(const ExcludeList &excludes, co
         const CandidateIndex *last = first;
         while (last != end && size(*last) == size(*first))
             ++last;
-        if (CandidateSet set = partners(first, last, excludes); set.size() > 1)
+        if (CandidateSet set = partners(first, last, excludes, stop); set.size() > 1)
             sets.push_back(std::move(set));
         first = last;
     }
@@ -64,7 +82,7 @@ std::vector<CandidateSet> Candidates::ofSameSize(const ExcludeList &excludes, co
 }
 
 CandidateSet Candidates::partners(const CandidateIndex *begin, const CandidateIndex *end,
-                                  const ExcludeList &excludes) const
+                                  const ExcludeList &excludes, const StopToken &stop) const
 {
     CandidateSet set;
     if (end - begin < 2)
@@ -73,7 +91,7 @@ CandidateSet Candidates::partners(const CandidateIndex *begin, const CandidateIn
         return identity(left).device == identity(right).device &&
                identity(left).inode == identity(right).inode;
     };
-    for (const CandidateIndex *way = begin; way != end;) {
+    for (const CandidateIndex *way = begin; way != end && !stop.stopRequested();) {
         const CandidateIndex *const first = way;
         bool mustStay = false; // when one way to it is excluded: the others may lead to the same name
         for (; way != end && sameFile(*way, *first); ++way)

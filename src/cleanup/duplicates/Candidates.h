@@ -47,8 +47,9 @@ private:
         std::uint32_t folder;
     };
 
-    CandidateSet partners(const CandidateIndex *begin, const CandidateIndex *end,
-                          const ExcludeList &excludes) const;
+    void identify(const StopToken &stop);
+    CandidateSet partners(const CandidateIndex *begin, const CandidateIndex *end, const ExcludeList &excludes,
+                          const StopToken &stop) const;
 
     std::vector<Folder> m_folders;
     std::vector<File> m_files;

@@ -12,7 +12,7 @@
 namespace swabby {
 namespace {
 
-constexpr auto chunkSize = static_cast<std::int64_t>(ReadBuffer::chunkSize);
+constexpr auto chunkSize = static_cast<std::int64_t>(ReadBuffer::largestChunk);
 
 struct FreeDigest {
     void operator()(EVP_MD_CTX *digest) const { EVP_MD_CTX_free(digest); }
@@ -35,7 +35,7 @@ std::optional<std::uint64_t> endsFingerprint(const RegularFile &file, ReadBuffer
     const std::int64_t size = file.identity().size;
     const std::int64_t head = std::min(size, endSize);
     const std::int64_t tail = std::min(size - head, endSize);
-    char *const bytes = buffer.chunk(0);
+    char *const bytes = buffer.at(0);
     if (!file.readAt(0, bytes, static_cast<std::size_t>(head)) ||
         !file.readAt(size - tail, bytes + head, static_cast<std::size_t>(tail)))
         return std::nullopt;
@@ -48,7 +48,7 @@ std::optional<std::string> sha256Of(const RegularFile &file, ReadBuffer &buffer,
     if (!digest || EVP_DigestInit_ex(digest.get(), EVP_sha256(), nullptr) != 1)
         return std::nullopt;
     file.expectWholeReading();
-    char *const bytes = buffer.chunk(0);
+    char *const bytes = buffer.at(0);
     const bool isWhole = forEachChunk(file.identity().size, [&](std::int64_t offset, std::size_t size) {
         return file.readAt(offset, bytes, size) && EVP_DigestUpdate(digest.get(), bytes, size) == 1 &&
                onRead(static_cast<std::int64_t>(size));
@@ -67,10 +67,11 @@ bool haveSameBytes(const RegularFile &left, const RegularFile &right, ReadBuffer
         return false;
     left.expectWholeReading();
     right.expectWholeReading();
+    char *const leftBytes = buffer.at(0);
+    char *const rightBytes = buffer.at(ReadBuffer::largestChunk);
     const auto areSame = [&](std::int64_t offset, std::size_t size) {
-        return left.readAt(offset, buffer.chunk(0), size) && right.readAt(offset, buffer.chunk(1), size) &&
-               std::memcmp(buffer.chunk(0), buffer.chunk(1), size) == 0 &&
-               onRead(static_cast<std::int64_t>(2 * size));
+        return left.readAt(offset, leftBytes, size) && right.readAt(offset, rightBytes, size) &&
+               std::memcmp(leftBytes, rightBytes, size) == 0 && onRead(static_cast<std::int64_t>(2 * size));
     };
     return forEachChunk(left.identity().size, areSame) && !left.hasChanged() && !right.hasChanged();
 }

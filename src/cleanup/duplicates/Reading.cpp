@@ -19,6 +19,8 @@ ReadMeter::ReadMeter(const ScanControl &control, std::int64_t totalBytes)
 
 void ReadMeter::count(std::int64_t bytes, const std::string &fileName)
 {
+    if (stopRequested())
+        return; // what is passed over now was not read
     const std::int64_t done = m_done.fetch_add(bytes, std::memory_order_relaxed) + bytes;
     if (m_control.progress && done - m_reported.load(std::memory_order_relaxed) >= m_step)
         report(fileName);

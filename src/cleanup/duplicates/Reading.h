@@ -14,12 +14,12 @@ namespace swabby {
 /// The room a worker reads into. What all workers hold together is bounded, whatever the files' sizes.
 class ReadBuffer {
 public:
-    static constexpr std::size_t chunkSize = 128 * 1024; // two of them stay in a core's own cache
-    static constexpr std::size_t chunkCount = 8;
+    static constexpr std::size_t size = 1024 * 1024;
+    static constexpr std::size_t largestChunk = 128 * 1024; // two of them stay in a core's own cache
 
-    ReadBuffer() : m_bytes(new char[chunkSize * chunkCount]) {}
+    ReadBuffer() : m_bytes(new char[size]) {}
 
-    char *chunk(std::size_t number) { return m_bytes.get() + number * chunkSize; }
+    char *at(std::size_t offset) { return m_bytes.get() + offset; }
 
 private:
     std::unique_ptr<char[]> m_bytes; // untouched until something is read
@@ -31,7 +31,7 @@ public:
     ReadMeter(const ScanControl &control, std::int64_t totalBytes);
 
     bool stopRequested() const { return m_control.stop.stopRequested(); }
-    /// So much of the file needs no reading any more. From any thread.
+    /// So much of the file is read or need not be. From any thread; nothing is told after a stop.
     void count(std::int64_t bytes, const std::string &fileName);
     /// Everything is read.
     void finish();

@@ -26,10 +26,16 @@ struct Range {
     bool isEnd = false;
 };
 
+/// How much of each so many files can be read at once.
+std::size_t chunkSizeFor(std::size_t members)
+{
+    return std::min(ReadBuffer::largestChunk, ReadBuffer::size / members);
+}
+
 /// What to read next: the beginning, then the end, where most differences are, then what is between them.
 Range nextRange(const Likeness &likeness, std::int64_t fileSize)
 {
-    constexpr auto chunkSize = static_cast<std::int64_t>(ReadBuffer::chunkSize);
+    const auto chunkSize = static_cast<std::int64_t>(chunkSizeFor(likeness.members.size()));
     if (likeness.known == 0)
         return {0, std::min(endSize, fileSize)};
     const std::int64_t left = fileSize - likeness.known - (likeness.isEndKnown ? endSize : 0);
@@ -82,10 +88,11 @@ private:
     {
         const auto size = static_cast<std::size_t>(range.size);
         const std::size_t firstPart = parts.size();
+        const std::size_t chunkSize = chunkSizeFor(likeness.members.size());
         std::vector<const char *> samples; // what the members of each part hold in this range
         for (std::size_t slot = 0; slot < likeness.members.size() && !m_meter.stopRequested(); ++slot) {
             Member &member = likeness.members[slot];
-            char *const bytes = m_buffer.chunk(slot);
+            char *const bytes = m_buffer.at(slot * chunkSize);
             if (range.isEnd) // so the whole is read unless the ends differ
                 member.file.expectWholeReading();
             if (!member.file.readAt(range.offset, bytes, size))

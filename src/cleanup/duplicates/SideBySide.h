@@ -5,8 +5,9 @@
 
 namespace swabby {
 
-/// So many files can be read next to each other in one buffer.
-constexpr std::size_t mostSideBySide = ReadBuffer::chunkCount;
+/// So many files are read next to each other: with more, the pieces of each became small, and each worker
+/// would hold too many files open.
+constexpr std::size_t mostSideBySide = 32;
 
 /// Parts a few files of one size by their bytes: each set it gives holds two and more files that are equal
 /// from end to end. What cannot be read or changes meanwhile is in none. No byte is read twice, and a file is

@@ -28,18 +28,19 @@ std::optional<OpenFolder> OpenFolder::open(const std::filesystem::path &path)
     return std::nullopt;
 }
 
-void OpenFolder::forEachFile(const std::function<bool(const char *, const FileIdentity &)> &visit) const
+void OpenFolder::forEachName(const std::function<bool(const char *)> &visit) const
 {
-    while (const dirent *entry = ::readdir(m_listing->entries)) {
-        if (entry->d_type != DT_REG && entry->d_type != DT_UNKNOWN)
-            continue;
-        struct stat facts = {};
-        if (::fstatat(m_listing->descriptor, entry->d_name, &facts, AT_SYMLINK_NOFOLLOW) != 0 ||
-            !S_ISREG(facts.st_mode))
-            continue;
-        if (!visit(entry->d_name, FileIdentity::from(facts)))
+    while (const dirent *entry = ::readdir(m_listing->entries))
+        if ((entry->d_type == DT_REG || entry->d_type == DT_UNKNOWN) && !visit(entry->d_name))
             return;
-    }
+}
+
+std::optional<FileIdentity> OpenFolder::identityOf(const char *name) const
+{
+    struct stat facts = {};
+    if (::fstatat(m_listing->descriptor, name, &facts, AT_SYMLINK_NOFOLLOW) != 0)
+        return std::nullopt;
+    return FileIdentity::from(facts);
 }
 
 std::optional<RegularFile> OpenFolder::openFile(const char *name) const

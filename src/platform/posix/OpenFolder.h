@@ -15,10 +15,13 @@ public:
     /// Follows a link at the end of the path. No value when it is no folder or may not be listed.
     static std::optional<OpenFolder> open(const std::filesystem::path &path);
 
-    /// Calls visit with each regular file's name and identity, in the system's order, until that returns
-    /// false. Links, folders, pipes, sockets and devices are left out. Once for each object.
-    void forEachFile(const std::function<bool(const char *name, const FileIdentity &identity)> &visit) const;
-    /// No value when there is no regular file of that name or it may not be read.
+    /// Calls visit with each name that may be a regular file's, in the system's order, until that returns
+    /// false. Once for each object.
+    void forEachName(const std::function<bool(const char *name)> &visit) const;
+    /// What the name leads to, links not followed. From any thread; no value when it is gone.
+    std::optional<FileIdentity> identityOf(const char *name) const;
+    /// Opens what was a regular file a moment ago. From any thread; no value when it is none any more or may
+    /// not be read.
     std::optional<RegularFile> openFile(const char *name) const;
 
 private:

@@ -9,16 +9,14 @@ namespace swabby {
 
 std::optional<RegularFile> RegularFile::open(const std::filesystem::path &path)
 {
-    return openIn(AT_FDCWD, path.c_str());
+    // Merely opening some devices does something, so it is looked at first.
+    const auto found = FileIdentity::of(path);
+    return found && found->kind == FileKind::file ? openIn(AT_FDCWD, path.c_str()) : std::nullopt;
 }
 
 std::optional<RegularFile> RegularFile::openIn(int folder, const char *name)
 {
-    // Merely opening some devices does something, so it is looked at first; should a pipe take its place
-    // meanwhile, opening it does not wait.
-    struct stat before = {};
-    if (::fstatat(folder, name, &before, AT_SYMLINK_NOFOLLOW) != 0 || !S_ISREG(before.st_mode))
-        return std::nullopt;
+    // Should a pipe have taken its place meanwhile, opening it does not wait.
     RegularFile file(::openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
     const auto facts = file.m_descriptor >= 0 ? factsOf(file.m_descriptor) : std::nullopt;
     if (!facts || facts->identity.kind != FileKind::file)

@@ -16,7 +16,8 @@ class RegularFile {
 public:
     /// No value when it is no regular file or may not be read.
     static std::optional<RegularFile> open(const std::filesystem::path &path);
-    /// The same of a name in a folder that is open under this descriptor.
+    /// The same of a name in a folder that is open under this descriptor, which was a regular file a moment
+    /// ago: opening it is the first that is done with it.
     static std::optional<RegularFile> openIn(int folder, const char *name);
 
     RegularFile(RegularFile &&other) noexcept
