@@ -6,6 +6,7 @@
 #include "app/StatusItemController.h"
 #include "app/TitleImage.h"
 #include "app/machine/MachineChoice.h"
+#include "cleanup/Scans.h"
 #include "engine/state/AppState.h"
 #include "health/flows/NotificationFlow.h"
 #include "platform/posix/TerminationSignals.h"
@@ -45,7 +46,9 @@ int runApplication(AppState &state, const CommandLine &commandLine)
 {
     lookTwice(state);
     CloudAI ai(state.sharedMachine(), modelAddressesFromEnvironment());
-    NotificationFlow notifications(state, ai);
+    NotificationFlow notifications(state, ai, [machine = state.sharedMachine()](const ScanControl &control) {
+        return reclaimableStorage(*machine, control);
+    });
     state.start();
     state.requestMainSection(commandLine.section);
     AppDelegate delegate(state, commandLine.theme);

@@ -19,6 +19,10 @@ struct Arguments {
     std::optional<double> snooze; ///< seconds
     std::optional<std::int32_t> pid;
     std::optional<QString> item; ///< id of a startup item
+    bool yes = false;            ///< agrees to the question
+    bool force = false;
+    bool unknown = false; ///< caches that no table knows
+    bool vet = false;     ///< the same, looked over by the assistant
 };
 
 /// One line: what is wrong and what is right.

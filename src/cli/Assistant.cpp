@@ -12,19 +12,6 @@
 namespace swabby {
 namespace {
 
-QString caseName(ActionRecommendation recommendation)
-{
-    switch (recommendation) {
-    case ActionRecommendation::keep:
-        return QStringLiteral("keep");
-    case ActionRecommendation::quit:
-        return QStringLiteral("quit");
-    case ActionRecommendation::forceQuit:
-        return QStringLiteral("forceQuit");
-    }
-    return {};
-}
-
 /// What happened on the way to an answer goes to standard error, beside the answer.
 template <typename Value>
 void printNote(const Answered<Value> &answer, const QString &sentNote)
@@ -103,7 +90,7 @@ int runAsk(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
     }
     AppState state(machine, Record::nothing);
     CloudAI ai(machine, modelAddressesFromEnvironment());
-    return runRefreshed(state,
+    return runRefreshed(state, machine->refreshesUntilReal,
                         [&] { printAnswer(ai, question, state.systemContextSummary(), arguments.json); });
 }
 
@@ -115,11 +102,13 @@ int runExplain(const Arguments &arguments, const std::shared_ptr<Machine> &machi
     }
     AppState state(machine, Record::nothing);
     CloudAI ai(machine, modelAddressesFromEnvironment());
-    return runRefreshed(state, [&] {
+    return runRefreshed(state, machine->refreshesUntilReal, [&] {
         if (const auto request = requestFor(arguments, state)) {
             printExplanation(ai, *request, arguments.json);
             return;
         }
+        if (arguments.json)
+            print(jsonText(QJsonValue::Null) + '\n');
         printProblem(arguments.pid
                          ? QStringLiteral("swabbyctl: no program with the process id %1").arg(*arguments.pid)
                          : QStringLiteral("swabbyctl: no startup item \"%1\"").arg(*arguments.item));

@@ -7,13 +7,12 @@
 
 namespace swabby {
 
-int runRefreshed(AppState &state, const std::function<void()> &then)
+int runRefreshed(AppState &state, int refreshes, const std::function<void()> &then)
 {
-    QObject::connect(&state, &AppState::applied, &state, [&] {
-        const int wanted = state.machine().refreshesUntilReal;
-        if (state.refreshesApplied() < wanted)
+    QObject::connect(&state, &AppState::applied, &state, [&state, refreshes, then] {
+        if (state.refreshesApplied() < refreshes)
             state.refresh();
-        else if (state.refreshesApplied() == wanted)
+        else if (state.refreshesApplied() == refreshes)
             then();
     });
     state.refresh();
@@ -25,7 +24,7 @@ int runSnapshot(const Arguments &arguments, const std::shared_ptr<Machine> &mach
 {
     const bool wantsContext = arguments.verb == QLatin1String("context");
     AppState state(machine, Record::nothing);
-    return runRefreshed(state, [&] {
+    return runRefreshed(state, machine->refreshesUntilReal, [&] {
         if (arguments.json)
             print(jsonText(wantsContext ? QJsonValue(state.systemContextSummary())
                                         : QJsonValue(toJson(state, {}))) +

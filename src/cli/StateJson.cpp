@@ -7,6 +7,20 @@
 #include <limits>
 
 namespace swabby {
+
+QString caseName(ActionRecommendation recommendation)
+{
+    switch (recommendation) {
+    case ActionRecommendation::keep:
+        return QStringLiteral("keep");
+    case ActionRecommendation::quit:
+        return QStringLiteral("quit");
+    case ActionRecommendation::forceQuit:
+        return QStringLiteral("forceQuit");
+    }
+    return {};
+}
+
 namespace {
 
 QString caseName(HealthLevel level)
@@ -46,19 +60,6 @@ QString caseName(ThermalState state)
         return QStringLiteral("serious");
     case ThermalState::critical:
         return QStringLiteral("critical");
-    }
-    return {};
-}
-
-QString caseName(ActionRecommendation recommendation)
-{
-    switch (recommendation) {
-    case ActionRecommendation::keep:
-        return QStringLiteral("keep");
-    case ActionRecommendation::quit:
-        return QStringLiteral("quit");
-    case ActionRecommendation::forceQuit:
-        return QStringLiteral("forceQuit");
     }
     return {};
 }
@@ -217,6 +218,11 @@ QJsonObject toJson(const AppState &state, const QList<Notification> &notificatio
             {QStringLiteral("menuBar"), QJsonObject{{QStringLiteral("text"), title.text},
                                                     {QStringLiteral("color"), caseName(title.color)}}},
             {QStringLiteral("notifications"), listJson(notifications)}};
+}
+
+QJsonObject toJson(const ProcessSample &process)
+{
+    return recordJson(process);
 }
 
 QJsonArray toJson(const History &history)

@@ -15,7 +15,11 @@ namespace swabby {
 QJsonObject toJson(const AppState &state, const QList<Notification> &notifications);
 QJsonArray toJson(const History &history);
 QJsonArray toJson(const QList<LoginItem> &items);
+QJsonObject toJson(const ProcessSample &process);
 QJsonArray pinnedNamesJson(const AppState &state);
+
+/// "keep", "quit" or "forceQuit".
+QString caseName(ActionRecommendation recommendation);
 
 /// One JSON value as compact text, also where it is no object or array.
 QByteArray jsonText(const QJsonValue &value);

@@ -55,6 +55,11 @@ int runVerb(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
         {QStringLiteral("startup"), runStartup},   {QStringLiteral("settings"), runSettings},
         {QStringLiteral("pin"), runPin},           {QStringLiteral("ask"), runAsk},
         {QStringLiteral("explain"), runExplain},   {QStringLiteral("key"), runKey},
+        {QStringLiteral("caches"), runCaches},     {QStringLiteral("duplicates"), runScan},
+        {QStringLiteral("deep-scan"), runScan},    {QStringLiteral("apps"), runScan},
+        {QStringLiteral("developer"), runScan},    {QStringLiteral("items"), runScan},
+        {QStringLiteral("remove"), runRemove},     {QStringLiteral("put-back"), runPutBack},
+        {QStringLiteral("quit"), runQuit},         {QStringLiteral("check"), runCheck},
     };
     return verbs.at(arguments.verb)(arguments, machine);
 }

@@ -1,4 +1,5 @@
 #include "ai/CloudAI.h"
+#include "cleanup/Scans.h"
 #include "cli/Output.h"
 #include "cli/StateJson.h"
 #include "cli/StateText.h"
@@ -31,7 +32,8 @@ int runWatch(const Arguments &arguments, const std::shared_ptr<Machine> &machine
 {
     AppState state(machine, Record::everything);
     CloudAI ai(machine, modelAddressesFromEnvironment());
-    NotificationFlow notifications(state, ai);
+    NotificationFlow notifications(
+        state, ai, [machine](const ScanControl &control) { return reclaimableStorage(*machine, control); });
     if (arguments.snooze)
         state.snoozeUntil(machine->clock->now() + *arguments.snooze);
 
