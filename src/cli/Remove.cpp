@@ -13,27 +13,34 @@
 namespace swabby {
 namespace {
 
-/// The items of these ids, each once, in the order asked for; no value when one is unknown.
-std::optional<std::vector<RemovableItem>> itemsOf(const QStringList &ids,
-                                                  const std::vector<RemovableItem> &all)
+/// The items of these ids, each once, in the order asked for.
+std::vector<RemovableItem> itemsOf(const QStringList &ids, const std::vector<RemovableItem> &all)
 {
     std::vector<RemovableItem> items;
     QStringList seen;
     for (const QString &id : ids) {
-        if (seen.contains(id))
-            continue;
-        seen.append(id);
         const auto item =
             std::find_if(all.begin(), all.end(), [&](const RemovableItem &known) { return known.id == id; });
-        if (item == all.end()) {
-            printProblem(QStringLiteral(
-                             "swabbyctl: nothing to remove has the id \"%1\"; swabbyctl items lists the ids")
-                             .arg(id));
-            return std::nullopt;
-        }
-        items.push_back(*item);
+        if (item != all.end() && !seen.contains(id))
+            items.push_back(*item);
+        seen.append(id);
     }
     return items;
+}
+
+/// Says of each id that stands for nothing that it does.
+bool areAllKnown(const QStringList &ids, const std::vector<RemovableItem> &items)
+{
+    bool areKnown = true;
+    for (const QString &id : ids) {
+        if (std::any_of(items.begin(), items.end(), [&](const RemovableItem &item) { return item.id == id; }))
+            continue;
+        printProblem(
+            QStringLiteral("swabbyctl: nothing to remove has the id \"%1\"; swabbyctl items lists the ids")
+                .arg(id));
+        areKnown = false;
+    }
+    return areKnown;
 }
 
 /// What came of the question; success is absent when it was not agreed to.
@@ -65,7 +72,7 @@ void printRun(const Arguments &arguments, const ConfirmationInfo &info,
 void askAndRemove(const Arguments &arguments, const std::vector<RemovableItem> &items, CleanupFlow &flow)
 {
     const ConfirmationInfo info = ConfirmationBuilder::remove(items, flow);
-    if (!isAgreed(arguments, info)) {
+    if (!areAllKnown(arguments.operands, items) || !isAgreed(arguments, info)) {
         printRun(arguments, info, items, std::nullopt);
         return;
     }
@@ -83,10 +90,7 @@ int runRemove(const Arguments &arguments, const std::shared_ptr<Machine> &machin
     const ScanControl control = terminalControl(*machine);
     const auto scan = [&] { return itemsNamed(arguments.operands, *machine, control); };
     return runInBackground(*machine, scan, [&](const std::vector<RemovableItem> &all) {
-        if (const auto items = itemsOf(arguments.operands, all))
-            askAndRemove(arguments, *items, flow);
-        else
-            QCoreApplication::exit(notDone);
+        askAndRemove(arguments, itemsOf(arguments.operands, all), flow);
     });
 }
 
