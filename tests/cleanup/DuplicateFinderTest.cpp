@@ -223,26 +223,36 @@ private Q_SLOTS:
         QCOMPARE(found, 0);
     }
 
+    void whatChangesWhileItIsReadIsInNoGroup_data()
+    {
+        QTest::addColumn<std::size_t>("count");
+        QTest::newRow("a few, read side by side") << std::size_t(3);
+        QTest::newRow("many, known by their digests") << std::size_t(40);
+    }
+
     void whatChangesWhileItIsReadIsInNoGroup()
     {
+        QFETCH(std::size_t, count);
         const DuplicateFolders folders;
         const std::string content = contentOf(400'000);
-        for (const char *name : {"Downloads/a", "Downloads/b", "Downloads/c"})
+        PathSet unchanged;
+        for (std::size_t number = 0; number < count; ++number) {
+            const Path name = Path("Downloads") / std::to_string(number);
             folders.write(name, content);
-        // The times are far from now, so that a change shows however coarse the system's clock is.
-        for (const char *name : {"Downloads/a", "Downloads/b", "Downloads/c"})
+            // So far from now that a change shows however coarse the system's clock is.
             std::filesystem::last_write_time(folders.top() / name, std::filesystem::file_time_type());
-        PathSet unchanged = {"Downloads/a", "Downloads/b", "Downloads/c"};
+            unchanged.insert(name);
+        }
         ScanControl control;
         control.progress = [&](const ScanProgress &now) {
-            // The first bytes of this one have been read, and those of the others not yet.
+            // The first bytes of this one have been read, the last ones not yet.
             const Path name = Path("Downloads") / now.what.toStdString();
-            if (unchanged.size() == 3 && unchanged.erase(name) > 0)
+            if (unchanged.size() == count && unchanged.erase(name) > 0)
                 folders.write(name, changedAt(content, 0));
         };
         const auto found = setsOf(folders.scan(control), folders.top());
         QCOMPARE(found, std::set<PathSet>({unchanged}));
-        QCOMPARE(unchanged.size(), 2U);
+        QCOMPARE(unchanged.size(), count - 1);
     }
 
     void aStopEndsTheReading()
