@@ -223,25 +223,36 @@ private Q_SLOTS:
         QCOMPARE(found, 0);
     }
 
+    void whatChangesWhileItIsReadIsInNoGroup_data()
+    {
+        QTest::addColumn<std::size_t>("count");
+        QTest::newRow("a few, read side by side") << std::size_t(3);
+        QTest::newRow("many, known by their digests") << std::size_t(40);
+    }
+
     void whatChangesWhileItIsReadIsInNoGroup()
     {
+        QFETCH(std::size_t, count);
         const DuplicateFolders folders;
         const std::string content = contentOf(400'000);
-        for (const char *name : {"Downloads/a", "Downloads/b", "Downloads/c"})
+        PathSet unchanged;
+        for (std::size_t number = 0; number < count; ++number) {
+            const Path name = Path("Downloads") / std::to_string(number);
             folders.write(name, content);
+            // So far from now that a change shows however coarse the system's clock is.
+            std::filesystem::last_write_time(folders.top() / name, std::filesystem::file_time_type());
+            unchanged.insert(name);
+        }
         ScanControl control;
-        bool isChanged = false;
-        control.progress = [&](const ScanProgress &) {
-            // Its first bytes have been read, and found equal to those of the others.
-            if (!std::exchange(isChanged, true))
-                folders.write("Downloads/a", changedAt(content, 0));
+        control.progress = [&](const ScanProgress &now) {
+            // The first bytes of this one have been read, the last ones not yet.
+            const Path name = Path("Downloads") / now.what.toStdString();
+            if (unchanged.size() == count && unchanged.erase(name) > 0)
+                folders.write(name, changedAt(content, 0));
         };
-        // Its time is far from now, so that the change shows however coarse the system's clock is.
-        const Path a = folders.downloads() / "a";
-        std::filesystem::last_write_time(a, std::filesystem::file_time_type());
-        QCOMPARE(setsOf(folders.scan(control), folders.top()),
-                 std::set<PathSet>({{"Downloads/b", "Downloads/c"}}));
-        QVERIFY(isChanged);
+        const auto found = setsOf(folders.scan(control), folders.top());
+        QCOMPARE(found, std::set<PathSet>({unchanged}));
+        QCOMPARE(unchanged.size(), count - 1);
     }
 
     void aStopEndsTheReading()

@@ -19,12 +19,15 @@ public:
         if (target.path.filename() == "refused" || target.path.parent_path() != target.allowedFolder)
             return std::nullopt;
         std::filesystem::rename(target.path, place);
+        afterEach();
         return TrashedItem{target.path, place, target.identity};
     }
     bool putBack(const TrashedItem &) override { return false; }
     bool deleteOutright(const RemovalTarget &) override { return false; }
     bool emptyFolder(const RemovalTarget &, const MustStay &) override { return false; }
     bool emptyTrash(const RemovalTarget &, const MustStay &) override { return false; }
+
+    std::function<void()> afterEach = [] {};
 
 private:
     Path m_folder;
@@ -151,26 +154,11 @@ private Q_SLOTS:
 
     void theKeptOneChangesDuringTheRemoval()
     {
-        struct Interrupting final : Disposal {
-            Interrupting(Path folder, Path kept) : trash(std::move(folder)), keptPath(std::move(kept)) {}
-            std::optional<TrashedItem> moveToTrash(const RemovalTarget &target) override
-            {
-                auto item = trash.moveToTrash(target);
-                rewriteSecretly(keptPath);
-                return item;
-            }
-            bool putBack(const TrashedItem &) override { return false; }
-            bool deleteOutright(const RemovalTarget &) override { return false; }
-            bool emptyFolder(const RemovalTarget &, const MustStay &) override { return false; }
-            bool emptyTrash(const RemovalTarget &, const MustStay &) override { return false; }
-
-            FolderTrash trash;
-            Path keptPath;
-        };
         const DuplicateFolders folders;
         for (const char *name : {"Downloads/kept", "Desktop/a", "Desktop/b", "Desktop/c"})
             folders.write(name, contentOf(size));
-        Interrupting disposal(folders.top(), folders.downloads() / "kept");
+        FolderTrash disposal(folders.top());
+        disposal.afterEach = [&] { rewriteSecretly(folders.downloads() / "kept"); };
         const auto removal = DuplicateFinder::removeDuplicates(folders.scan(), folders.both(), disposal);
         QCOMPARE(removal.trashed.size(), 1U);
         QCOMPARE(removal.stayed, 2);
