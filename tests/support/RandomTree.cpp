@@ -187,9 +187,9 @@ std::string bytesOf(const fs::path &path)
     return text.str();
 }
 
-Ground::Ground()
+Ground::Ground(const fs::path &place)
 {
-    std::string name = fs::temp_directory_path() / "swabby-test-XXXXXX";
+    std::string name = place / "swabby-test-XXXXXX";
     if (!::mkdtemp(name.data()))
         qFatal("no temporary folder");
     m_path = name;

@@ -30,10 +30,10 @@ void growOutside(const std::filesystem::path &folder);
 void writeBytes(const std::filesystem::path &path, const std::string &content);
 std::string bytesOf(const std::filesystem::path &path);
 
-/// A folder in the system's temporary place that ends with its object, whatever is in it.
+/// A folder in a temporary place that ends with its object, whatever is in it.
 class Ground {
 public:
-    Ground();
+    explicit Ground(const std::filesystem::path &place = std::filesystem::temp_directory_path());
     ~Ground();
     Ground(const Ground &) = delete;
     Ground &operator=(const Ground &) = delete;
