@@ -2,8 +2,13 @@
 //     TMPDIR=/dev/shm parsers_fuzz -max_len=4096 CORPUS
 
 #include "app/settings/Settings.h"
+#include "cleanup/DeepScanner.h"
+#include "cleanup/DeveloperTexts.h"
+#include "cleanup/DiskUsage.h"
 #include "health/HistoryStore.h"
+#include "platform/linux/LinuxCleanupPlaces.h"
 #include "platform/machinefolder/MachineDescription.h"
+#include "platform/mactools/ApplicationBundle.h"
 #include "platform/mactools/HardwareReport.h"
 #include "platform/mactools/LaunchdText.h"
 #include "platform/mactools/MacBootClock.h"
@@ -61,6 +66,8 @@ void readMachine(const QByteArray &bytes)
     machine.powerSource();
     machine.userId();
     machine.ownProcessId();
+    machine.bundleId();
+    machine.runningApplications();
 }
 
 void readHistory(const QByteArray &bytes)
@@ -81,7 +88,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         return 0;
     const std::string_view text(reinterpret_cast<const char *>(data) + 1, size - 1);
     const QByteArray bytes(text.data(), static_cast<qsizetype>(text.size()));
-    switch (data[0] % 14) {
+    switch (data[0] % 21) {
     case 0:
         require(parseProcessRows(text, sortedListingLines).size() <= sortedListingLines);
         break;
@@ -124,6 +131,31 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         break;
     case 13:
         readHistory(bytes);
+        break;
+    case 14:
+        require(!parseBundleFacts(bytes) || !parseBundleFacts(bytes)->identifier.isEmpty());
+        break;
+    case 15:
+        parseSimulatorRuntimes(bytes, 1e9);
+        break;
+    case 16:
+        parseDockerUsage(text);
+        break;
+    case 17:
+        require(parseByteString(text) >= 0);
+        break;
+    case 18:
+        parseIsoTime(QString::fromUtf8(bytes));
+        break;
+    case 19:
+        require(parseDiskUsage(text) % 1024 == 0);
+        break;
+    case 20:
+        for (const auto &path : DeepScanner::parseProjectSearch(text, "/r"))
+            require(path.native().starts_with("/r/") && path.filename() == "node_modules" &&
+                    path.lexically_normal().native().starts_with("/r/"));
+        if (const std::string folder = userFolderIn(text, "DOWNLOAD", "/h").native(); !folder.empty())
+            require(!std::string("/h/").starts_with(folder + '/'));
         break;
     }
     return 0;
