@@ -65,7 +65,7 @@ QCoro::Task<Answered<std::optional<QString>>> CloudAI::respond(QString system, Q
     const auto chosen = m_lookups.ask(
         [machine = m_machine, addresses = m_addresses] { return chooseRoute(*machine, addresses); });
     const Route route = co_await chosen;
-    const auto open = connection.lock();
+    auto open = connection.lock();
     if (!open || route.isSwitchedOff)
         co_return {};
     if (!route.address.isValid()) {
@@ -74,6 +74,7 @@ QCoro::Task<Answered<std::optional<QString>>> CloudAI::respond(QString system, Q
         co_return {.value = std::nullopt, .wasSent = false, .wantsKey = wantsKey};
     }
     const auto sent = open->post({route.address, route.key, messagesRequest(system, prompt, maxTokens)});
+    open.reset();
     const ModelResponse response = co_await sent;
     co_return {.value = response.body ? messagesReplyText(*response.body) : std::nullopt,
                .wasSent = response.wasSent};

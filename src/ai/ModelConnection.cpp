@@ -50,6 +50,95 @@ QNetworkRequest networkRequest(const ModelRequest &request)
     return result;
 }
 
+/// A body that is given out once. After a lost connection the library would send a question again by itself,
+/// up to four times in all, unless the question cannot be had again.
+class BodyForOnce final : public QIODevice {
+public:
+    explicit BodyForOnce(QByteArray body) : m_body(std::move(body)) { open(ReadOnly | Unbuffered); }
+
+    bool reset() override { return false; }
+    qint64 size() const override { return m_body.size(); }
+
+private:
+    qint64 readData(char *target, qint64 most) override
+    {
+        const qint64 count = std::min(most, m_body.size() - m_given);
+        std::copy_n(m_body.constData() + m_given, count, target);
+        m_given += count;
+        return count;
+    }
+    qint64 writeData(const char * /*source*/, qint64 /*size*/) override { return -1; }
+
+    const QByteArray m_body;
+    qint64 m_given = 0;
+};
+
+using Promise = std::shared_ptr<QPromise<ModelResponse>>;
+
+/// One request from beginning to end, on the thread that makes it. It has a manager of its own: a shared one
+/// lets six through at a time, and keeps connections and credentials.
+class Errand final : public QNetworkAccessManager {
+public:
+    Errand(const ModelRequest &request, ModelConnection::Limits limits, Promise promise)
+        : m_limits(limits), m_body(request.body), m_promise(std::move(promise))
+    {
+        setProxyFactory(new SystemProxies);
+        m_reply = post(networkRequest(request), &m_body);
+        // What arrives faster than it is read stays on the way.
+        m_reply->setReadBufferSize(limits.answerBytes + 1);
+        connect(m_reply, &QNetworkReply::requestSent, this, [this] { m_response.wasSent = true; });
+        connect(m_reply, &QNetworkReply::readyRead, this, [this] {
+            if (!readMore())
+                m_reply->abort();
+        });
+        connect(m_reply, &QNetworkReply::finished, this, [this] {
+            answer();
+            deleteLater();
+        });
+        QTimer::singleShot(limits.time, m_reply, &QNetworkReply::abort);
+    }
+
+    ~Errand() override
+    {
+        if (!m_isAnswered)
+            finish();
+    }
+
+private:
+    /// False when the answer is too long.
+    bool readMore()
+    {
+        m_answer += m_reply->read(m_limits.answerBytes + 1 - m_answer.size());
+        return m_answer.size() <= m_limits.answerBytes;
+    }
+
+    void answer()
+    {
+        const int status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+        constexpr int firstGood = 200;
+        constexpr int lastGood = 299;
+        if (m_reply->error() == QNetworkReply::NoError && status >= firstGood && status <= lastGood &&
+            readMore())
+            m_response.body = m_answer;
+        finish();
+    }
+
+    void finish()
+    {
+        m_isAnswered = true;
+        m_promise->addResult(m_response);
+        m_promise->finish();
+    }
+
+    const ModelConnection::Limits m_limits;
+    BodyForOnce m_body;
+    const Promise m_promise;
+    QNetworkReply *m_reply = nullptr;
+    ModelResponse m_response;
+    QByteArray m_answer;
+    bool m_isAnswered = false;
+};
+
 } // namespace
 
 /// The thread and what lives on it.
@@ -57,70 +146,31 @@ class ModelConnection::Courier {
 public:
     explicit Courier(Limits limits) : m_limits(limits)
     {
-        m_context.moveToThread(&m_thread);
-        QObject::connect(&m_thread, &QThread::started, &m_context, &useUtilityPriority, Qt::DirectConnection);
+        m_errands.moveToThread(&m_thread);
+        QObject::connect(&m_thread, &QThread::started, &m_errands, &useUtilityPriority, Qt::DirectConnection);
         m_thread.setObjectName(QStringLiteral("assistant"));
         m_thread.start();
     }
 
     ~Courier()
     {
-        // Replies end with their manager, each telling its promise so.
         QMetaObject::invokeMethod(
-            &m_context, [this] { m_manager.reset(); }, Qt::BlockingQueuedConnection);
+            &m_errands, [this] { qDeleteAll(m_errands.children()); }, Qt::BlockingQueuedConnection);
         m_thread.quit();
         m_thread.wait();
     }
 
-    void post(const ModelRequest &request, const std::shared_ptr<QPromise<ModelResponse>> &promise)
+    void post(const ModelRequest &request, const Promise &promise)
     {
-        QMetaObject::invokeMethod(&m_context, [this, request, promise] { send(request, promise); });
+        QMetaObject::invokeMethod(&m_errands, [this, request, promise] {
+            (new Errand(request, m_limits, promise))->setParent(&m_errands);
+        });
     }
 
 private:
-    void send(const ModelRequest &request, const std::shared_ptr<QPromise<ModelResponse>> &promise)
-    {
-        if (!m_manager) {
-            m_manager = std::make_unique<QNetworkAccessManager>();
-            m_manager->setProxyFactory(new SystemProxies);
-        }
-        QNetworkReply *reply = m_manager->post(networkRequest(request), request.body);
-        const auto response = std::make_shared<ModelResponse>();
-        const auto body = std::make_shared<QByteArray>();
-        const auto answer = [reply, promise, response, body] {
-            if (promise->future().isFinished())
-                return;
-            const int status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-            constexpr int firstGood = 200;
-            constexpr int lastGood = 299;
-            if (reply->error() == QNetworkReply::NoError && status >= firstGood && status <= lastGood)
-                response->body = *body;
-            promise->addResult(*response);
-            promise->finish();
-        };
-        QObject::connect(reply, &QNetworkReply::requestSent, reply, [response] { response->wasSent = true; });
-        QObject::connect(reply, &QNetworkReply::readyRead, reply, [this, reply, body] {
-            *body += reply->read(m_limits.answerBytes + 1 - body->size());
-            if (body->size() > m_limits.answerBytes)
-                reply->abort();
-        });
-        QObject::connect(reply, &QNetworkReply::finished, reply, [reply, answer] {
-            answer();
-            reply->deleteLater();
-        });
-        QObject::connect(reply, &QObject::destroyed, [promise, response] {
-            if (promise->future().isFinished())
-                return;
-            promise->addResult(*response);
-            promise->finish();
-        });
-        QTimer::singleShot(m_limits.time, reply, &QNetworkReply::abort);
-    }
-
     const Limits m_limits;
     QThread m_thread;
-    QObject m_context; ///< everything runs where this lives
-    std::unique_ptr<QNetworkAccessManager> m_manager;
+    QObject m_errands; ///< parent of those under way
 };
 
 ModelConnection::ModelConnection(Limits limits) : m_limits(limits) {}
