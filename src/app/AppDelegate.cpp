@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 
+#include "app/ApplicationFlows.h"
 #include "app/StatusItemController.h"
 #include "app/settings/Settings.h"
 #include "engine/state/AppState.h"
@@ -39,7 +40,10 @@ bool isTitledWindow(const QWindow *window)
 
 } // namespace
 
-AppDelegate::AppDelegate(AppState &state, ThemeChoice theme) : m_state(state), m_theme(theme) {}
+AppDelegate::AppDelegate(AppState &state, ApplicationFlows &flows, ThemeChoice theme)
+    : m_state(state), m_flows(flows), m_theme(theme)
+{
+}
 
 AppDelegate::~AppDelegate() = default;
 
@@ -48,8 +52,23 @@ void AppDelegate::applicationDidFinishLaunching()
     const bool isShown = Settings(*m_state.machine().settings).showInDock();
     m_state.machine().dock->setActivationPolicy(isShown ? ActivationPolicy::regular
                                                         : ActivationPolicy::accessory);
-    const StatusItemController::Actions actions = {[this] { openMainWindow(); },
-                                                   [] { QCoreApplication::quit(); }};
+    const StatusItemController::Actions actions = {.openMainWindow = [this] { openMainWindow(); },
+                                                   .openAskWindow =
+                                                       [this] {
+                                                           if (UserInterface *windows = userInterface())
+                                                               windows->openAskWindow();
+                                                       },
+                                                   .openSettingsWindow =
+                                                       [this] {
+                                                           if (UserInterface *windows = userInterface())
+                                                               windows->openSettingsWindow();
+                                                       },
+                                                   .togglePopover =
+                                                       [this](const QRect &statusItem) {
+                                                           if (UserInterface *windows = userInterface())
+                                                               windows->togglePopover(statusItem);
+                                                       },
+                                                   .quit = [] { QCoreApplication::quit(); }};
     m_statusItemController = std::make_unique<StatusItemController>(m_state, actions);
     QCoreApplication::instance()->installEventFilter(this);
 }
@@ -80,8 +99,14 @@ UserInterface *AppDelegate::userInterface()
     if (m_userInterface != nullptr)
         return m_userInterface.get();
     if (const UserInterfaceEntry make = findUserInterface())
-        m_userInterface.reset(
-            make({&m_state, m_theme, &StatusItemController::hasPlace, [] { QCoreApplication::quit(); }}));
+        m_userInterface.reset(make({.state = &m_state,
+                                    .ai = &m_flows.ai,
+                                    .cleanup = &m_flows.cleanup,
+                                    .quitting = &m_flows.quitting,
+                                    .startup = &m_flows.startup,
+                                    .theme = m_theme,
+                                    .staysWithoutWindow = &StatusItemController::hasPlace,
+                                    .quit = [] { QCoreApplication::quit(); }}));
     return m_userInterface.get();
 }
 

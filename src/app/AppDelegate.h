@@ -10,6 +10,7 @@
 namespace swabby {
 
 class AppState;
+struct ApplicationFlows;
 class StatusItemController;
 
 /// Starts what the application shows: its place in the dock, its item in the menu bar, its windows.
@@ -17,7 +18,7 @@ class AppDelegate : public QObject {
     Q_OBJECT
 
 public:
-    AppDelegate(AppState &state, ThemeChoice theme);
+    AppDelegate(AppState &state, ApplicationFlows &flows, ThemeChoice theme);
     ~AppDelegate() override;
 
     void applicationDidFinishLaunching();
@@ -35,6 +36,7 @@ public:
 
 private:
     AppState &m_state;
+    ApplicationFlows &m_flows;
     ThemeChoice m_theme;
     std::unique_ptr<StatusItemController> m_statusItemController;
     std::unique_ptr<UserInterface> m_userInterface;

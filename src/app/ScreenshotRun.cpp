@@ -1,6 +1,7 @@
 #include "app/ScreenshotRun.h"
 
 #include "app/AppDelegate.h"
+#include "app/ApplicationFlows.h"
 #include "app/TitleImage.h"
 #include "engine/state/AppState.h"
 #include "ui/UserInterface.h"
@@ -60,7 +61,8 @@ int runScreenshots(AppState &state, const CommandLine &commandLine)
     if (!QDir().mkpath(folder))
         return fail(QStringLiteral("%1 cannot be made").arg(folder));
     waitForRealFigures(state);
-    AppDelegate delegate(state, commandLine.theme);
+    ApplicationFlows flows(state);
+    AppDelegate delegate(state, flows, commandLine.theme);
     UserInterface *windows = delegate.userInterface();
     if (windows == nullptr)
         return fail(QStringLiteral("the windows cannot be loaded"));

@@ -11,6 +11,8 @@ StatusItemController::StatusItemController(AppState &state, Actions actions, QOb
     : QObject(parent), m_state(state), m_actions(std::move(actions)), m_menu(std::make_unique<QMenu>())
 {
     m_menu->addAction(QStringLiteral("Open Swabby"), this, [this] { m_actions.openMainWindow(); });
+    m_menu->addAction(QStringLiteral("Ask AI"), this, [this] { m_actions.openAskWindow(); });
+    m_menu->addAction(QStringLiteral("Settings"), this, [this] { m_actions.openSettingsWindow(); });
     m_menu->addAction(QStringLiteral("Refresh now"), this, [this] { m_state.refresh(); });
     m_menu->addSeparator();
     m_menu->addAction(QStringLiteral("Quit Swabby"), this, [this] { m_actions.quit(); });
@@ -65,7 +67,7 @@ QImage StatusItemController::renderTitleImage(double devicePixelRatio) const
 
 void StatusItemController::togglePopover()
 {
-    m_actions.openMainWindow();
+    m_actions.togglePopover(m_statusItem != nullptr ? m_statusItem->geometry() : QRect());
 }
 
 MenuBarTitle StatusItemController::title() const

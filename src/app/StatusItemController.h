@@ -21,6 +21,9 @@ class StatusItemController : public QObject {
 public:
     struct Actions {
         std::function<void()> openMainWindow;
+        std::function<void()> openAskWindow;
+        std::function<void()> openSettingsWindow;
+        std::function<void(const QRect &statusItem)> togglePopover;
         std::function<void()> quit;
     };
 

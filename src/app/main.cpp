@@ -1,14 +1,12 @@
-#include "ai/CloudAI.h"
 #include "app/AppDelegate.h"
+#include "app/ApplicationFlows.h"
 #include "app/CommandLine.h"
 #include "app/Display.h"
 #include "app/ScreenshotRun.h"
 #include "app/StatusItemController.h"
 #include "app/TitleImage.h"
 #include "app/machine/MachineChoice.h"
-#include "cleanup/Scans.h"
 #include "engine/state/AppState.h"
-#include "health/flows/NotificationFlow.h"
 #include "platform/posix/TerminationSignals.h"
 
 #include <QtWidgets/QApplication>
@@ -45,15 +43,13 @@ void lookTwice(AppState &state)
 int runApplication(AppState &state, const CommandLine &commandLine)
 {
     lookTwice(state);
-    CloudAI ai(state.sharedMachine(), modelAddressesFromEnvironment());
-    NotificationFlow notifications(state, ai, [machine = state.sharedMachine()](const ScanControl &control) {
-        return reclaimableStorage(*machine, control);
-    });
+    ApplicationFlows flows(state);
     state.start();
     state.requestMainSection(commandLine.section);
-    AppDelegate delegate(state, commandLine.theme);
+    AppDelegate delegate(state, flows, commandLine.theme);
     delegate.applicationDidFinishLaunching();
-    QObject::connect(&notifications, &NotificationFlow::opened, &delegate, &AppDelegate::openMainWindowAt);
+    QObject::connect(&flows.notifications, &NotificationFlow::opened, &delegate,
+                     &AppDelegate::openMainWindowAt);
     if (!commandLine.isBackground || !StatusItemController::hasPlace())
         delegate.openMainWindow();
     return QApplication::exec();

@@ -48,10 +48,10 @@ bool showsSomething(const QImage &image)
 std::optional<QString> renderScreenshots(const UserInterfaceContext &context, const QString &folder)
 {
     for (const Shot &shot : shots) {
-        const auto open = openWindow(context);
+        const auto open = openMainWindow(context);
         if (open == nullptr)
             return QStringLiteral("the window could not be made");
-        open->theme->setStill(true);
+        open->engine->theme->setStill(true);
         open->window->show();
         open->view->select(shot.section);
         if (shot.prepare != nullptr)

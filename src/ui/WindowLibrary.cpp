@@ -1,13 +1,14 @@
 #include "ui/WindowLibrary.h"
 
 #include "ui/Screenshots.h"
+#include "ui/qmltypes/AskView.h"
 #include "ui/qmltypes/MainWindowView.h"
+#include "ui/qmltypes/PopoverView.h"
+#include "ui/qmltypes/SettingsView.h"
 #include "ui/qmltypes/Theme.h"
 
 #include <QtCore/QTimer>
 #include <QtQml/QQmlComponent>
-#include <QtQml/QQmlEngine>
-#include <QtQuick/QQuickWindow>
 
 #ifdef __GLIBC__
 #include <malloc.h>
@@ -36,46 +37,93 @@ void drawInSoftware()
 
 } // namespace
 
-std::unique_ptr<OpenWindow> openWindow(const UserInterfaceContext &context)
+WindowEngine::WindowEngine(ThemeChoice choice)
 {
     drawInSoftware();
-    auto open = std::make_unique<OpenWindow>();
-    open->engine = std::make_unique<QQmlEngine>();
-    open->engine->addImportPath(QStringLiteral("qrc:/qt/qml"));
-    open->theme = new Theme(context.theme, open->engine.get());
-    open->view = std::make_unique<MainWindowView>(context);
-    QQmlEngine::setObjectOwnership(open->view.get(), QQmlEngine::CppOwnership);
-
-    QQmlComponent component(open->engine.get(), QUrl(QStringLiteral("qrc:/qt/qml/Swabby/Ui/MainWindow.qml")));
-    QObject *root = component.createWithInitialProperties(
-        {{QStringLiteral("view"), QVariant::fromValue(open->view.get())}});
-    open->window.reset(qobject_cast<QQuickWindow *>(root));
-    if (open->window == nullptr) {
-        delete root;
-        qWarning("%s", qPrintable(component.errorString()));
-        return nullptr;
-    }
-    return open;
+    engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    theme = new Theme(choice, &engine);
 }
 
-WindowLibrary::WindowLibrary(UserInterfaceContext context) : m_context(std::move(context)) {}
+std::unique_ptr<QQuickWindow> makeWindow(WindowEngine &engine, const QString &file, QObject *view)
+{
+    QQmlEngine::setObjectOwnership(view, QQmlEngine::CppOwnership);
+    QQmlComponent component(&engine.engine, QUrl(QStringLiteral("qrc:/qt/qml/Swabby/Ui/") + file));
+    QObject *root =
+        component.createWithInitialProperties({{QStringLiteral("view"), QVariant::fromValue(view)}});
+    std::unique_ptr<QQuickWindow> window(qobject_cast<QQuickWindow *>(root));
+    if (window == nullptr) {
+        delete root;
+        qWarning("%s", qPrintable(component.errorString()));
+    }
+    return window;
+}
+
+std::unique_ptr<OpenWindow<MainWindowView>> openMainWindow(const UserInterfaceContext &context,
+                                                           std::shared_ptr<WindowEngine> engine)
+{
+    return openWindow<MainWindowView>(context, QStringLiteral("MainWindow.qml"), std::move(engine));
+}
+
+std::unique_ptr<OpenWindow<AskView>> openAskWindow(const UserInterfaceContext &context,
+                                                   std::shared_ptr<WindowEngine> engine)
+{
+    return openWindow<AskView>(context, QStringLiteral("AskWindow.qml"), std::move(engine));
+}
+
+std::unique_ptr<OpenWindow<SettingsView>> openSettingsWindow(const UserInterfaceContext &context,
+                                                             std::shared_ptr<WindowEngine> engine)
+{
+    return openWindow<SettingsView>(context, QStringLiteral("SettingsWindow.qml"), std::move(engine));
+}
+
+std::unique_ptr<OpenWindow<PopoverView>> openPopover(const UserInterfaceContext &context,
+                                                     std::shared_ptr<WindowEngine> engine)
+{
+    return openWindow<PopoverView>(context, QStringLiteral("Popover.qml"), std::move(engine));
+}
+
+WindowLibrary::WindowLibrary(UserInterfaceContext context) : m_context(std::move(context))
+{
+    m_context.openMainWindow = [this] { openMainWindow(); };
+    m_context.openAskWindow = [this] { openAskWindow(); };
+    m_context.openSettingsWindow = [this] { openSettingsWindow(); };
+}
 
 WindowLibrary::~WindowLibrary() = default;
 
-void WindowLibrary::openMainWindow()
+std::shared_ptr<WindowEngine> WindowLibrary::sharedEngine()
 {
-    if (m_open == nullptr) {
-        m_open = openWindow(m_context);
-        if (m_open == nullptr)
-            return;
-        // A closed window is let go whole: the next one begins at the overview again.
-        QObject::connect(m_open->window.get(), &QWindow::visibleChanged, &m_closing, [this](bool isVisible) {
-            if (!isVisible)
-                QMetaObject::invokeMethod(
-                    &m_closing, [this] { dropClosedWindow(); }, Qt::QueuedConnection);
-        });
+    std::shared_ptr<WindowEngine> engine = m_engine.lock();
+    if (!engine) {
+        engine = std::make_shared<WindowEngine>(m_context.theme);
+        m_engine = engine;
     }
-    QQuickWindow *window = m_open->window.get();
+    return engine;
+}
+
+template <typename View>
+void WindowLibrary::present(std::unique_ptr<OpenWindow<View>> &open,
+                            std::unique_ptr<OpenWindow<View>> (*make)(const UserInterfaceContext &,
+                                                                      std::shared_ptr<WindowEngine>))
+{
+    if (open == nullptr) {
+        open = make(m_context, sharedEngine());
+        if (open == nullptr)
+            return;
+        // A closed window is let go whole: the next one begins anew.
+        const auto drop = [&open] {
+            if (open == nullptr || open->window->isVisible())
+                return;
+            open.reset();
+            giveMemoryBack();
+        };
+        QObject::connect(open->window.get(), &QWindow::visibleChanged, &m_closing,
+                         [this, drop](bool isVisible) {
+                             if (!isVisible)
+                                 QMetaObject::invokeMethod(&m_closing, drop, Qt::QueuedConnection);
+                         });
+    }
+    QQuickWindow *window = open->window.get();
     window->show();
     window->raise();
     window->requestActivate();
@@ -83,17 +131,34 @@ void WindowLibrary::openMainWindow()
     QTimer::singleShot(settledMilliseconds, &m_closing, &giveMemoryBack);
 }
 
+void WindowLibrary::openMainWindow()
+{
+    present(m_main, &swabby::openMainWindow);
+}
+
+void WindowLibrary::openAskWindow()
+{
+    present(m_ask, &swabby::openAskWindow);
+}
+
+void WindowLibrary::openSettingsWindow()
+{
+    present(m_settings, &swabby::openSettingsWindow);
+}
+
+void WindowLibrary::togglePopover(const QRect &statusItem)
+{
+    Q_UNUSED(statusItem)
+    if (m_popover != nullptr && m_popover->window->isVisible()) {
+        m_popover->window->close();
+        return;
+    }
+    present(m_popover, &swabby::openPopover);
+}
+
 std::optional<QString> WindowLibrary::renderScreenshots(const QString &folder)
 {
     return swabby::renderScreenshots(m_context, folder);
-}
-
-void WindowLibrary::dropClosedWindow()
-{
-    if (m_open == nullptr || m_open->window->isVisible())
-        return;
-    m_open.reset();
-    giveMemoryBack();
 }
 
 } // namespace swabby

@@ -3,27 +3,59 @@
 #include "ui/UserInterface.h"
 
 #include <QtCore/QObject>
+#include <QtQml/QQmlEngine>
+#include <QtQuick/QQuickWindow>
 
 #include <memory>
 
-class QQmlEngine;
-class QQuickWindow;
-
 namespace swabby {
 
+class AskView;
 class MainWindowView;
+class PopoverView;
+class SettingsView;
 class Theme;
 
-/// A main window with everything it stands on, in the order in which it must be let go.
-struct OpenWindow {
-    std::unique_ptr<MainWindowView> view;
-    std::unique_ptr<QQmlEngine> engine;
+/// What all windows stand on; alive while one of them is.
+struct WindowEngine {
+    explicit WindowEngine(ThemeChoice choice);
+
+    QQmlEngine engine;
     Theme *theme = nullptr; ///< the engine's
+};
+
+/// A window with what it shows, in the order in which it must be let go.
+template <typename View>
+struct OpenWindow {
+    std::shared_ptr<WindowEngine> engine;
+    std::unique_ptr<View> view;
     std::unique_ptr<QQuickWindow> window;
 };
 
-/// Makes the window without showing it. Null when its views are broken; the log then says why.
-std::unique_ptr<OpenWindow> openWindow(const UserInterfaceContext &context);
+/// Makes the window of that QML file without showing it; its property "view" is the view. Null when its views
+/// are broken; the log then says why.
+std::unique_ptr<QQuickWindow> makeWindow(WindowEngine &engine, const QString &file, QObject *view);
+
+/// Makes a window of each kind. The view is made from the context alone.
+template <typename View>
+std::unique_ptr<OpenWindow<View>> openWindow(const UserInterfaceContext &context, const QString &file,
+                                             std::shared_ptr<WindowEngine> engine = {})
+{
+    auto open = std::make_unique<OpenWindow<View>>();
+    open->engine = engine ? std::move(engine) : std::make_shared<WindowEngine>(context.theme);
+    open->view = std::make_unique<View>(context);
+    open->window = makeWindow(*open->engine, file, open->view.get());
+    return open->window ? std::move(open) : nullptr;
+}
+
+std::unique_ptr<OpenWindow<MainWindowView>> openMainWindow(const UserInterfaceContext &context,
+                                                           std::shared_ptr<WindowEngine> engine = {});
+std::unique_ptr<OpenWindow<AskView>> openAskWindow(const UserInterfaceContext &context,
+                                                   std::shared_ptr<WindowEngine> engine = {});
+std::unique_ptr<OpenWindow<SettingsView>> openSettingsWindow(const UserInterfaceContext &context,
+                                                             std::shared_ptr<WindowEngine> engine = {});
+std::unique_ptr<OpenWindow<PopoverView>> openPopover(const UserInterfaceContext &context,
+                                                     std::shared_ptr<WindowEngine> engine = {});
 
 class WindowLibrary final : public UserInterface {
 public:
@@ -31,13 +63,25 @@ public:
     ~WindowLibrary() override;
 
     void openMainWindow() override;
+    void openAskWindow() override;
+    void openSettingsWindow() override;
+    void togglePopover(const QRect &statusItem) override;
     std::optional<QString> renderScreenshots(const QString &folder) override;
 
 private:
-    void dropClosedWindow();
+    /// The engine of the windows that are open, or a new one.
+    std::shared_ptr<WindowEngine> sharedEngine();
+    template <typename View>
+    void present(std::unique_ptr<OpenWindow<View>> &open,
+                 std::unique_ptr<OpenWindow<View>> (*make)(const UserInterfaceContext &,
+                                                           std::shared_ptr<WindowEngine>));
 
     UserInterfaceContext m_context;
-    std::unique_ptr<OpenWindow> m_open;
+    std::weak_ptr<WindowEngine> m_engine;
+    std::unique_ptr<OpenWindow<MainWindowView>> m_main;
+    std::unique_ptr<OpenWindow<AskView>> m_ask;
+    std::unique_ptr<OpenWindow<SettingsView>> m_settings;
+    std::unique_ptr<OpenWindow<PopoverView>> m_popover;
     QObject m_closing;
 };
 

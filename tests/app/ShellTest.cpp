@@ -1,4 +1,5 @@
 #include "app/AppDelegate.h"
+#include "app/ApplicationFlows.h"
 #include "app/CommandLine.h"
 #include "app/StatusItemController.h"
 #include "app/TitleImage.h"
@@ -104,7 +105,8 @@ private Q_SLOTS:
         TemporaryMachine folder({{u"now"_qs, 1'790'000'000}});
         AppState state(folder.open(), Record::nothing);
         Settings(*state.machine().settings).setShowInDock(false);
-        AppDelegate delegate(state, ThemeChoice::light);
+        ApplicationFlows flows(state);
+        AppDelegate delegate(state, flows, ThemeChoice::light);
         delegate.applicationDidFinishLaunching();
         QCOMPARE(folder.events(u"activationPolicy"_qs).last().toString(), u"accessory"_qs);
         QWindow window;

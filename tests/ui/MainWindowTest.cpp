@@ -1,3 +1,5 @@
+#include "app/ApplicationFlows.h"
+#include "app/settings/Settings.h"
 #include "engine/state/AppState.h"
 #include "support/TemporaryMachine.h"
 #include "ui/WindowLibrary.h"
@@ -44,6 +46,8 @@ private Q_SLOTS:
         m_folder = std::make_unique<TemporaryMachine>(fullMachine());
         m_folder->setProcesses({"10 1 30 1.0 1000 /Applications/Mill.app/Contents/MacOS/Mill"});
         m_state = std::make_unique<AppState>(m_folder->open(), Record::nothing);
+        Settings(*m_state->machine().settings).setHasCompletedOnboarding(true);
+        m_flows = std::make_unique<ApplicationFlows>(*m_state);
         m_stays = true;
         m_hasQuit = false;
         open();
@@ -52,6 +56,7 @@ private Q_SLOTS:
     void cleanup()
     {
         m_open.reset();
+        m_flows.reset();
         m_state.reset();
     }
 
@@ -170,10 +175,16 @@ private Q_SLOTS:
 private:
     void open()
     {
-        m_open = openWindow(
-            {m_state.get(), ThemeChoice::light, [this] { return m_stays; }, [this] { m_hasQuit = true; }});
+        m_open = openMainWindow({.state = m_state.get(),
+                                 .ai = &m_flows->ai,
+                                 .cleanup = &m_flows->cleanup,
+                                 .quitting = &m_flows->quitting,
+                                 .startup = &m_flows->startup,
+                                 .theme = ThemeChoice::light,
+                                 .staysWithoutWindow = [this] { return m_stays; },
+                                 .quit = [this] { m_hasQuit = true; }});
         QVERIFY(m_open != nullptr);
-        m_open->theme->setStill(true);
+        m_open->engine->theme->setStill(true);
         m_open->window->show();
         m_open->window->requestActivate();
         QVERIFY(QTest::qWaitForWindowActive(m_open->window.get()));
@@ -206,7 +217,8 @@ private:
 
     std::unique_ptr<TemporaryMachine> m_folder;
     std::unique_ptr<AppState> m_state;
-    std::unique_ptr<OpenWindow> m_open;
+    std::unique_ptr<ApplicationFlows> m_flows;
+    std::unique_ptr<OpenWindow<MainWindowView>> m_open;
     bool m_stays = true;
     bool m_hasQuit = false;
 };

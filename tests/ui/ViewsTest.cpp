@@ -130,9 +130,9 @@ private Q_SLOTS:
         QFETCH(QSize, size);
         QFETCH(bool, hasSheet);
         QTest::failOnWarning(QRegularExpression(u".*"_qs));
-        const auto open = openWindow({nullptr, isFull ? ThemeChoice::dark : ThemeChoice::light, {}, {}});
+        const auto open = openMainWindow({.theme = isFull ? ThemeChoice::dark : ThemeChoice::light});
         QVERIFY(open != nullptr);
-        open->theme->setStill(true);
+        open->engine->theme->setStill(true);
         open->view->state()->show(isFull ? everythingAtOnce() : nothingAtAll(), isFull);
         open->view->select(*sectionFrom(section));
         open->view->setProperty("showHealthDetail", hasSheet);
@@ -162,8 +162,8 @@ private Q_SLOTS:
     void theThemeIsTheChosenOne()
     {
         for (const ThemeChoice choice : {ThemeChoice::light, ThemeChoice::dark}) {
-            const auto open = openWindow({nullptr, choice, {}, {}});
-            open->theme->setStill(true);
+            const auto open = openMainWindow({.theme = choice});
+            open->engine->theme->setStill(true);
             open->view->state()->show(nothingAtAll(), false);
             open->window->show();
             const QColor corner = open->window->grabWindow().pixelColor(open->window->width() - 5, 45);

@@ -19,7 +19,7 @@ Pressable {
     Rectangle {
         anchors.fill: parent
         radius: button.innerRadius
-        color: button.isProminent ? Theme.accentFill : button.isDestructive ? Theme.washes[Tints.red] : button.quietColor
+        color: button.isProminent && button.isDestructive ? Theme.dangerFill : button.isProminent ? Theme.accentFill : button.isDestructive ? Theme.washes[Tints.red] : button.quietColor
 
         Behavior on color {
             ColorAnimation {

@@ -7,6 +7,7 @@ Rectangle {
 
     property string letter
     property int tileColor: 0
+    property font letterFont: Theme.smallHeadingFont
 
     implicitWidth: 24
     implicitHeight: 24
@@ -16,7 +17,7 @@ Rectangle {
     PlainLabel {
         anchors.centerIn: parent
         text: tile.letter
-        font: Theme.smallHeadingFont
+        font: tile.letterFont
         color: "white"
         Accessible.ignored: true
     }

@@ -4,9 +4,8 @@
 #include "ui/presentation/PlainWords.h"
 
 namespace swabby {
-QList<IssueCard> issueCards(const QList<HealthIssue> &issues,
-                            const std::function<bool(const HealthIssueAction &)> &canPerform,
-                            std::optional<MainSection> only)
+
+QList<IssueCard> issueCards(const QList<HealthIssue> &issues, std::optional<MainSection> only)
 {
     QList<IssueCard> cards;
     for (int index = 0; index < issues.size(); ++index) {
@@ -21,7 +20,7 @@ QList<IssueCard> issueCards(const QList<HealthIssue> &issues,
         card.why = oneLine(issue.why);
         card.how = oneLine(issue.how);
         card.index = index;
-        if (issue.action && canPerform(*issue.action)) {
+        if (issue.action) {
             card.actionLabel = oneLine(actionLabel(issue).value_or(QString()));
             card.isDestructive = isDestructive(issue);
         }

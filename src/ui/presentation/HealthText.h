@@ -7,7 +7,7 @@
 #include <QtCore/QObject>
 #include <QtQmlIntegration/qqmlintegration.h>
 
-#include <functional>
+#include <optional>
 
 namespace swabby {
 
@@ -38,9 +38,7 @@ public:
     bool operator==(const IssueCard &) const = default;
 };
 
-/// The issues that pass, in order, with buttons only for actions that can be carried out today.
-QList<IssueCard> issueCards(const QList<HealthIssue> &issues,
-                            const std::function<bool(const HealthIssueAction &)> &canPerform,
-                            std::optional<MainSection> only = {});
+/// The issues, in order, of one section or of all.
+QList<IssueCard> issueCards(const QList<HealthIssue> &issues, std::optional<MainSection> only = {});
 
 } // namespace swabby

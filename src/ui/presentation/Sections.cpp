@@ -17,9 +17,11 @@ QString pageFile(MainSection section)
     case MainSection::startup:
         return QStringLiteral("StartupPage.qml");
     case MainSection::swabbyCheck:
+        return QStringLiteral("CheckPage.qml");
     case MainSection::storage:
+        return QStringLiteral("StoragePage.qml");
     case MainSection::developer:
-        return {};
+        return QStringLiteral("DeveloperPage.qml");
     }
     return {};
 }
@@ -40,12 +42,6 @@ QList<SectionRow> builtSections()
 bool isBuilt(MainSection section)
 {
     return !pageFile(section).isEmpty();
-}
-
-bool canPerform(const HealthIssueAction &action)
-{
-    const auto *open = std::get_if<OpenSection>(&action);
-    return open != nullptr && isBuilt(open->section);
 }
 
 } // namespace swabby

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "health/HealthIssue.h"
 #include "health/MainSection.h"
 
 #include <QtCore/QList>
@@ -34,8 +33,5 @@ public:
 /// The sections that have a page, in the sidebar's order. A section appears by entering its page here.
 QList<SectionRow> builtSections();
 bool isBuilt(MainSection section);
-
-/// Whether a health issue's action can be carried out in this window.
-bool canPerform(const HealthIssueAction &action);
 
 } // namespace swabby

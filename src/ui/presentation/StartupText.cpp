@@ -18,7 +18,27 @@ QString startupDetail(const LoginItem &item)
     return scope;
 }
 
+StartupRowText rowFor(const LoginItem &item)
+{
+    StartupRowText row;
+    row.id = item.id();
+    row.label = oneLine(item.label);
+    row.canReveal = !item.plistPath.isEmpty();
+    return row;
+}
+
 } // namespace
+
+QList<StartupRowText> disabledRowTexts(const QList<LoginItem> &items)
+{
+    QList<StartupRowText> rows;
+    for (const LoginItem &item : items) {
+        StartupRowText row = rowFor(item);
+        row.detail = QStringLiteral("Turned off in Swabby");
+        rows.append(row);
+    }
+    return rows;
+}
 
 bool isWorthASecondLook(const LoginItem &item)
 {
@@ -31,7 +51,9 @@ QList<StartupRowText> startupRowTexts(const QList<LoginItem> &items, bool worthA
     for (const LoginItem &item : items) {
         if (isWorthASecondLook(item) != worthASecondLook)
             continue;
-        StartupRowText row = {item.id(), oneLine(item.label), {}, Tint::orange, startupDetail(item)};
+        StartupRowText row = rowFor(item);
+        row.detail = startupDetail(item);
+        row.canDisable = item.canDisableInPlace;
         if (item.isOrphaned) {
             row.badge = QStringLiteral("Left behind");
             row.badgeTint = Tint::red;

@@ -18,6 +18,8 @@ struct StartupRowText {
     Q_PROPERTY(QString badge MEMBER badge)
     Q_PROPERTY(int badgeTint READ badgeTintIndex)
     Q_PROPERTY(QString detail MEMBER detail)
+    Q_PROPERTY(bool canDisable MEMBER canDisable)
+    Q_PROPERTY(bool canReveal MEMBER canReveal)
 
 public:
     QString id;
@@ -25,6 +27,8 @@ public:
     QString badge; ///< empty: no badge
     Tint badgeTint = Tint::orange;
     QString detail;
+    bool canDisable = false;
+    bool canReveal = false;
 
     int badgeTintIndex() const { return static_cast<int>(badgeTint); }
     bool operator==(const StartupRowText &) const = default;
@@ -32,6 +36,9 @@ public:
 
 /// Whether a person should look at the item: nobody vouches for it, or its program is gone.
 bool isWorthASecondLook(const LoginItem &item);
+
+/// What was turned off here.
+QList<StartupRowText> disabledRowTexts(const QList<LoginItem> &items);
 
 QList<StartupRowText> startupRowTexts(const QList<LoginItem> &items, bool worthASecondLook);
 

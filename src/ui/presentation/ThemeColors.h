@@ -22,6 +22,7 @@ struct ThemeColors {
     QColor tertiary;   ///< placeholders and axis labels only
     QColor accent;     ///< symbols, bars, the focus ring
     QColor accentFill; ///< behind white text: deep enough to read it
+    QColor dangerFill; ///< behind white text, of what destroys
     QColor onAccent;
     QColor cardEdge; ///< the hairline on paper, as one colour
     QColor shadow;   ///< of a card, just to be seen and laid thrice; none in the dark

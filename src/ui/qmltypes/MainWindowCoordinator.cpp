@@ -1,15 +1,51 @@
 #include "ui/qmltypes/MainWindowCoordinator.h"
 
-#include "ui/presentation/Sections.h"
+#include "cleanup/flows/QuitFlow.h"
+
+#include <QtQml/QQmlEngine>
 
 namespace swabby {
 
-void MainWindowCoordinator::perform(const HealthIssue &issue, MainSection &selection) const
+MainWindowCoordinator::MainWindowCoordinator(const UserInterfaceContext &context, QObject *parent)
+    : QObject(parent), m_confirmation(context), m_explanation(context, m_confirmation)
 {
-    if (!issue.action || !canPerform(*issue.action))
+    for (QObject *member : {static_cast<QObject *>(&m_confirmation), static_cast<QObject *>(&m_explanation)})
+        QJSEngine::setObjectOwnership(member, QJSEngine::CppOwnership);
+    if (context.quitting != nullptr)
+        connect(context.quitting, &QuitFlow::finished, this, [this](std::int32_t /*pid*/, bool wasTold) {
+            setNotice(wasTold ? QString()
+                              : QStringLiteral("That program could not be quit. It may have ended already."));
+        });
+}
+
+void MainWindowCoordinator::setNotice(const QString &notice)
+{
+    if (notice == m_notice)
+        return;
+    m_notice = notice;
+    Q_EMIT noticeChanged();
+}
+
+void MainWindowCoordinator::explain(const ExplainRequest &request)
+{
+    setNotice({});
+    m_explanation.open(request);
+}
+
+void MainWindowCoordinator::quit(const ProcessSample &process, Quitting::Force force)
+{
+    setNotice({});
+    m_confirmation.askToQuit(process, force);
+}
+
+void MainWindowCoordinator::perform(const HealthIssue &issue, MainSection &selection)
+{
+    if (!issue.action)
         return;
     if (const auto *open = std::get_if<OpenSection>(&*issue.action))
         selection = open->section;
+    else if (const auto *kill = std::get_if<KillProcess>(&*issue.action))
+        quit(kill->process, shouldForceQuit(kill->process) ? Quitting::Force::yes : Quitting::Force::no);
 }
 
 } // namespace swabby

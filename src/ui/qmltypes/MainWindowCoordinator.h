@@ -1,15 +1,48 @@
 #pragma once
 
 #include "health/HealthIssue.h"
+#include "ui/UserInterface.h"
+#include "ui/qmltypes/ConfirmationView.h"
+#include "ui/qmltypes/ExplainView.h"
+
+#include <QtCore/QObject>
+#include <QtQml/qqmlregistration.h>
 
 namespace swabby {
 
-/// Carries out for a main window what its panels ask for. Confirmations and explanations will be raised
-/// here too.
-class MainWindowCoordinator {
+/// Through it the panels of a main window raise confirmations and explanations, and say a word when something
+/// did not work.
+class MainWindowCoordinator : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made with the window")
+    Q_PROPERTY(swabby::ConfirmationView *confirmation READ confirmation CONSTANT)
+    Q_PROPERTY(swabby::ExplainView *explanation READ explanation CONSTANT)
+    Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
+
 public:
-    /// Does what the issue's action says, as far as the window can; it may switch the section shown.
-    void perform(const HealthIssue &issue, MainSection &selection) const;
+    explicit MainWindowCoordinator(const UserInterfaceContext &context, QObject *parent = nullptr);
+
+    ConfirmationView *confirmation() { return &m_confirmation; }
+    ExplainView *explanation() { return &m_explanation; }
+    /// A quiet word about something that did not work; empty when there is none.
+    const QString &notice() const { return m_notice; }
+    void setNotice(const QString &notice);
+    Q_INVOKABLE void dismissNotice() { setNotice({}); }
+
+    void explain(const ExplainRequest &request);
+    /// The question before a program is quit.
+    void quit(const ProcessSample &process, Quitting::Force force);
+    /// Does what the issue's action says; it may switch the section shown.
+    void perform(const HealthIssue &issue, MainSection &selection);
+
+Q_SIGNALS:
+    void noticeChanged();
+
+private:
+    ConfirmationView m_confirmation;
+    ExplainView m_explanation;
+    QString m_notice;
 };
 
 } // namespace swabby

@@ -8,12 +8,21 @@
 namespace swabby {
 
 MainWindowView::MainWindowView(const UserInterfaceContext &context, QObject *parent)
-    : QObject(parent), m_context(context)
+    : QObject(parent),
+      m_context(context),
+      m_coordinator(context),
+      m_check(context, m_coordinator),
+      m_storage(context, m_coordinator),
+      m_startup(context, m_coordinator),
+      m_developer(context, m_coordinator)
 {
-    QJSEngine::setObjectOwnership(&m_stateView, QJSEngine::CppOwnership);
+    for (QObject *member : std::initializer_list<QObject *>{&m_stateView, &m_coordinator, &m_check,
+                                                            &m_storage, &m_startup, &m_developer})
+        QJSEngine::setObjectOwnership(member, QJSEngine::CppOwnership);
     AppState *state = m_context.state;
     if (state == nullptr)
         return;
+    m_showWelcome = !Settings(*state->machine().settings).hasCompletedOnboarding();
     m_isRefreshing = state->refreshesApplied() == 0;
     connect(state, &AppState::changed, this, &MainWindowView::followState);
     connect(state, &AppState::applied, this, [this] { setRefreshing(false); });
@@ -25,6 +34,10 @@ void MainWindowView::followState()
     AppState &state = *m_context.state;
     m_stateView.show(figuresOf(state),
                      Settings(*state.machine().settings).rowDensity() == RowDensity::compact);
+    if (m_isScanning != state.isScanning()) {
+        m_isScanning = state.isScanning();
+        Q_EMIT refreshingChanged();
+    }
     if (const auto requested = state.requestedMainSection()) {
         select(*requested);
         state.requestMainSection(std::nullopt);
@@ -65,15 +78,66 @@ void MainWindowView::performIssue(int index)
     select(selection);
 }
 
-void MainWindowView::togglePin(int pid)
+std::optional<ProcessSample> MainWindowView::findProcess(int pid) const
 {
     const Figures &figures = m_stateView.figures();
     for (const auto *list : {&figures.processes, &figures.batteryDrainers, &figures.networkUsers})
         for (const ProcessSample &process : *list)
-            if (process.pid == pid && m_context.state != nullptr) {
-                m_context.state->togglePin(QString(process.name));
-                return;
-            }
+            if (process.pid == pid)
+                return process;
+    return std::nullopt;
+}
+
+void MainWindowView::togglePin(int pid)
+{
+    if (const auto process = findProcess(pid); process && m_context.state != nullptr)
+        m_context.state->togglePin(process->name);
+}
+
+void MainWindowView::explainProcess(int pid)
+{
+    if (const auto process = findProcess(pid))
+        m_coordinator.explain({*process});
+}
+
+void MainWindowView::quitProcess(int pid)
+{
+    if (const auto process = findProcess(pid))
+        m_coordinator.quit(*process, Quitting::Force::no);
+}
+
+void MainWindowView::forceQuitProcess(int pid)
+{
+    if (const auto process = findProcess(pid))
+        m_coordinator.quit(*process, Quitting::Force::yes);
+}
+
+void MainWindowView::openCheck()
+{
+    if (m_selection == MainSection::swabbyCheck)
+        m_check.run();
+    else
+        select(MainSection::swabbyCheck);
+}
+
+void MainWindowView::openAskWindow()
+{
+    if (m_context.openAskWindow)
+        m_context.openAskWindow();
+}
+
+void MainWindowView::openSettingsWindow()
+{
+    if (m_context.openSettingsWindow)
+        m_context.openSettingsWindow();
+}
+
+void MainWindowView::finishWelcome()
+{
+    m_showWelcome = false;
+    if (m_context.state != nullptr)
+        Settings(*m_context.state->machine().settings).setHasCompletedOnboarding(true);
+    Q_EMIT sheetChanged();
 }
 
 void MainWindowView::refresh()

@@ -2,8 +2,12 @@
 
 #include "ui/UserInterface.h"
 #include "ui/presentation/Sections.h"
+#include "ui/qmltypes/CheckView.h"
+#include "ui/qmltypes/DeveloperView.h"
 #include "ui/qmltypes/MainWindowCoordinator.h"
+#include "ui/qmltypes/StartupView.h"
 #include "ui/qmltypes/StateView.h"
+#include "ui/qmltypes/StorageView.h"
 
 #include <QtCore/QObject>
 #include <QtQml/qqmlregistration.h>
@@ -16,11 +20,18 @@ class MainWindowView : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made with the window")
     Q_PROPERTY(swabby::StateView *state READ state CONSTANT)
+    Q_PROPERTY(swabby::MainWindowCoordinator *coordinator READ coordinator CONSTANT)
+    Q_PROPERTY(swabby::CheckView *check READ check CONSTANT)
+    Q_PROPERTY(swabby::StorageView *storage READ storage CONSTANT)
+    Q_PROPERTY(swabby::StartupView *startup READ startup CONSTANT)
+    Q_PROPERTY(swabby::DeveloperView *developer READ developer CONSTANT)
     Q_PROPERTY(QList<swabby::SectionRow> sections READ sections CONSTANT)
     Q_PROPERTY(int selectedIndex READ selectedIndex NOTIFY selectionChanged)
     Q_PROPERTY(swabby::SectionRow selected READ selected NOTIFY selectionChanged)
     Q_PROPERTY(bool showHealthDetail MEMBER m_showHealthDetail NOTIFY sheetChanged)
     Q_PROPERTY(bool showLastWindowNotice MEMBER m_showLastWindowNotice NOTIFY sheetChanged)
+    Q_PROPERTY(bool showWelcome READ showWelcome NOTIFY sheetChanged)
+    Q_PROPERTY(bool isScanning READ isScanning NOTIFY refreshingChanged)
     Q_PROPERTY(int speedView MEMBER m_speedView NOTIFY speedViewChanged)
     Q_PROPERTY(bool isRefreshing READ isRefreshing NOTIFY refreshingChanged)
 
@@ -28,6 +39,14 @@ public:
     explicit MainWindowView(const UserInterfaceContext &context, QObject *parent = nullptr);
 
     StateView *state() { return &m_stateView; }
+    MainWindowCoordinator *coordinator() { return &m_coordinator; }
+    CheckView *check() { return &m_check; }
+    StorageView *storage() { return &m_storage; }
+    StartupView *startup() { return &m_startup; }
+    DeveloperView *developer() { return &m_developer; }
+    bool showWelcome() const { return m_showWelcome; }
+    /// Whether a full check runs, here or anywhere.
+    bool isScanning() const { return m_isScanning; }
     const QList<SectionRow> &sections() const { return m_sections; }
     int selectedIndex() const;
     SectionRow selected() const { return m_sections.value(selectedIndex()); }
@@ -40,6 +59,14 @@ public:
     /// Closes the sheet and does what the issue at that place offers.
     Q_INVOKABLE void performIssue(int index);
     Q_INVOKABLE void togglePin(int pid);
+    Q_INVOKABLE void explainProcess(int pid);
+    Q_INVOKABLE void quitProcess(int pid);
+    Q_INVOKABLE void forceQuitProcess(int pid);
+    /// Shows the full check, which begins with that.
+    Q_INVOKABLE void openCheck();
+    Q_INVOKABLE void openAskWindow();
+    Q_INVOKABLE void openSettingsWindow();
+    Q_INVOKABLE void finishWelcome();
     Q_INVOKABLE void refresh();
     /// Whether the window may close now; when not, it says why.
     Q_INVOKABLE bool mayClose();
@@ -54,15 +81,23 @@ Q_SIGNALS:
 private:
     void followState();
     void setRefreshing(bool isRefreshing);
+    /// The listed program of that id; none when it is listed no more.
+    std::optional<ProcessSample> findProcess(int pid) const;
 
     UserInterfaceContext m_context;
     StateView m_stateView;
     MainWindowCoordinator m_coordinator;
+    CheckView m_check;
+    StorageView m_storage;
+    StartupView m_startup;
+    DeveloperView m_developer;
     QList<SectionRow> m_sections = builtSections();
     MainSection m_selection = MainSection::overview;
     int m_speedView = 0; // the busiest programs; 1 is by browser
     bool m_showHealthDetail = false;
     bool m_showLastWindowNotice = false;
+    bool m_showWelcome = false;
+    bool m_isScanning = false;
     bool m_isRefreshing = false;
 };
 

@@ -37,8 +37,8 @@ void StateView::show(const Figures &figures, bool isCompact)
     m_gauges.show(figures.isKnown ? overviewGauges(figures.stats, figures.speedIsKnown) : QList<Gauge>(),
                   [](const Gauge &gauge) { return gauge.title.section(QLatin1Char(' '), 0, 0); });
     const auto issueKey = [](const IssueCard &card) { return QString::number(card.index); };
-    m_issues.show(issueCards(figures.healthIssues, canPerform), issueKey);
-    m_speedIssues.show(issueCards(figures.healthIssues, canPerform, MainSection::speed), issueKey);
+    m_issues.show(issueCards(figures.healthIssues), issueKey);
+    m_speedIssues.show(issueCards(figures.healthIssues, MainSection::speed), issueKey);
     m_leaks.show(leakTexts(figures.leakSuspects),
                  [](const LeakText &leak) { return QString::number(leak.pid); });
     m_drainers.show(processRowTexts(figures.batteryDrainers, ProcessRowMode::battery, figures.pinnedNames),

@@ -31,6 +31,7 @@ class Theme : public QObject {
     Q_PROPERTY(QColor tertiary READ tertiary NOTIFY changed)
     Q_PROPERTY(QColor accent READ accent NOTIFY changed)
     Q_PROPERTY(QColor accentFill READ accentFill NOTIFY changed)
+    Q_PROPERTY(QColor dangerFill READ dangerFill NOTIFY changed)
     Q_PROPERTY(QColor onAccent READ onAccent NOTIFY changed)
     Q_PROPERTY(QColor cardEdge READ cardEdge NOTIFY changed)
     Q_PROPERTY(QColor shadow READ shadow NOTIFY changed)
@@ -75,6 +76,7 @@ public:
     QColor tertiary() const { return colors().tertiary; }
     QColor accent() const { return colors().accent; }
     QColor accentFill() const { return colors().accentFill; }
+    QColor dangerFill() const { return colors().dangerFill; }
     QColor onAccent() const { return colors().onAccent; }
     QColor cardEdge() const { return colors().cardEdge; }
     QColor shadow() const { return colors().shadow; }

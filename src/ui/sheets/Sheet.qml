@@ -10,6 +10,7 @@ FocusScope {
     default property alias body: scroll.content
     property alias footer: footerSlot.data
     property string name
+    property real headerHeight: 28
 
     signal dismissed
     signal confirmed
@@ -49,14 +50,14 @@ FocusScope {
         x: 18
         y: 18
         width: parent.width - 36
-        height: 28
+        height: sheet.headerHeight
     }
 
     ScrollPage {
         id: scroll
 
         x: 2
-        y: headerSlot.y + headerSlot.height + 12
+        y: headerSlot.y + headerSlot.height + (headerSlot.height > 0 ? 12 : 0)
         width: parent.width - 4
         height: footerSlot.y - y - 12
         padding: 16

@@ -8,13 +8,33 @@ FocusScope {
     id: layer
 
     required property MainWindowView view
-    readonly property string wanted: view.showLastWindowNotice ? "LastWindowSheet.qml" : view.showHealthDetail ? "HealthDetailSheet.qml" : ""
+    readonly property ConfirmationView confirmation: view.coordinator.confirmation
+    readonly property ExplainView explanation: view.coordinator.explanation
+    readonly property string wanted: {
+        if (view.showLastWindowNotice)
+            return "LastWindowSheet.qml";
+        if (confirmation.isOpen)
+            return "ConfirmSheet.qml";
+        if (explanation.isOpen)
+            return "ExplainSheet.qml";
+        if (view.showHealthDetail)
+            return "HealthDetailSheet.qml";
+        return view.showWelcome ? "WelcomeSheet.qml" : "";
+    }
     readonly property bool isOpen: wanted !== ""
     property Item returnTo: null
 
     function close(): void {
-        view.showLastWindowNotice = false;
-        view.showHealthDetail = false;
+        if (view.showLastWindowNotice)
+            view.showLastWindowNotice = false;
+        else if (confirmation.isOpen)
+            confirmation.cancel();
+        else if (explanation.isOpen)
+            explanation.close();
+        else if (view.showHealthDetail)
+            view.showHealthDetail = false;
+        else
+            view.finishWelcome();
     }
 
     visible: opacity > 0

@@ -1,0 +1,52 @@
+import QtQuick
+import Swabby.Ui
+
+// One thing behind an item: where it is, and what becomes of it.
+Item {
+    id: row
+
+    required property removalDetail entry
+
+    signal shown
+
+    implicitHeight: 42
+    Accessible.role: Accessible.ListItem
+    Accessible.name: entry.name + ", " + entry.fate
+
+    Hairline {
+        width: parent.width
+    }
+
+    Column {
+        anchors.left: parent.left
+        anchors.right: button.left
+        anchors.rightMargin: 8
+        anchors.verticalCenter: parent.verticalCenter
+
+        PlainLabel {
+            width: parent.width
+            text: row.entry.name
+            elide: Text.ElideMiddle
+        }
+
+        PlainLabel {
+            width: parent.width
+            text: row.entry.place === "" ? row.entry.fate : row.entry.fate + " · " + row.entry.place
+            elide: Text.ElideMiddle
+            font: Theme.smallFont
+            color: Theme.secondary
+        }
+    }
+
+    SymbolButton {
+        id: button
+
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        symbol: "folder"
+        tip: "Show in folder"
+        name: tip + ": " + row.entry.name
+        visible: row.entry.path !== ""
+        onActivated: row.shown()
+    }
+}

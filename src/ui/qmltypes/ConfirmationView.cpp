@@ -1,0 +1,66 @@
+#include "ui/qmltypes/ConfirmationView.h"
+
+#include "startup/flows/StartupFlow.h"
+
+#include <utility>
+
+namespace swabby {
+
+ConfirmationView::ConfirmationView(const UserInterfaceContext &context, QObject *parent)
+    : QObject(parent), m_context(context)
+{
+}
+
+void ConfirmationView::askToQuit(const ProcessSample &process, Quitting::Force force)
+{
+    if (m_context.quitting == nullptr)
+        return;
+    const ConfirmationInfo info = ConfirmationBuilder::quit(process, force, *m_context.quitting);
+    open(info, confirmationText(info, process.name));
+}
+
+void ConfirmationView::askToRemove(const std::vector<RemovableItem> &items,
+                                   const std::function<void()> &onRemoved)
+{
+    if (m_context.cleanup == nullptr || items.empty())
+        return;
+    const ConfirmationInfo info = ConfirmationBuilder::remove(items, *m_context.cleanup, onRemoved);
+    ConfirmationText text = confirmationText(info, {});
+    for (const RemovableItem &item : items)
+        text.details += removalDetails(item, m_context.state->machine().places.home);
+    open(info, text);
+}
+
+void ConfirmationView::ask(const ConfirmationInfo &info)
+{
+    open(info, confirmationText(info, {}));
+}
+
+void ConfirmationView::open(const ConfirmationInfo &info, const ConfirmationText &text)
+{
+    m_info = info;
+    m_text = text;
+    Q_EMIT changed();
+}
+
+void ConfirmationView::confirm()
+{
+    const auto info = std::exchange(m_info, std::nullopt);
+    Q_EMIT changed();
+    if (info && info->onConfirm)
+        info->onConfirm();
+}
+
+void ConfirmationView::cancel()
+{
+    m_info.reset();
+    Q_EMIT changed();
+}
+
+void ConfirmationView::showInFolder(const QString &path)
+{
+    if (m_context.startup != nullptr)
+        m_context.startup->reveal(path);
+}
+
+} // namespace swabby

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "ui/UserInterface.h"
+#include "ui/presentation/ConfirmationText.h"
+
+#include <QtCore/QObject>
+#include <QtQml/qqmlregistration.h>
+
+#include <functional>
+#include <vector>
+
+namespace swabby {
+
+/// The question a window is asking, if it is asking one.
+class ConfirmationView : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made with the window")
+    Q_PROPERTY(bool isOpen READ isOpen NOTIFY changed)
+    Q_PROPERTY(swabby::ConfirmationText text READ text NOTIFY changed)
+
+public:
+    explicit ConfirmationView(const UserInterfaceContext &context, QObject *parent = nullptr);
+
+    bool isOpen() const { return m_info.has_value(); }
+    const ConfirmationText &text() const { return m_text; }
+
+    void askToQuit(const ProcessSample &process, Quitting::Force force);
+    /// onRemoved is called as soon as the removal has begun.
+    void askToRemove(const std::vector<RemovableItem> &items, const std::function<void()> &onRemoved = {});
+    /// Any other question.
+    void ask(const ConfirmationInfo &info);
+
+    Q_INVOKABLE void confirm();
+    Q_INVOKABLE void cancel();
+    Q_INVOKABLE void showInFolder(const QString &path);
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    void open(const ConfirmationInfo &info, const ConfirmationText &text);
+
+    UserInterfaceContext m_context;
+    std::optional<ConfirmationInfo> m_info;
+    ConfirmationText m_text;
+};
+
+} // namespace swabby

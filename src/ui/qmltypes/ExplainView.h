@@ -1,0 +1,75 @@
+#pragma once
+
+#include "ai/flows/ExplainFlow.h"
+#include "ui/UserInterface.h"
+#include "ui/presentation/Tint.h"
+
+#include <QtCore/QObject>
+#include <QtQml/qqmlregistration.h>
+
+#include <memory>
+
+namespace swabby {
+
+class ConfirmationView;
+
+/// "What is this?" for one thing at a time.
+class ExplainView : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made with the window")
+    Q_PROPERTY(bool isOpen READ isOpen NOTIFY changed)
+    Q_PROPERTY(QString name READ name NOTIFY changed)
+    Q_PROPERTY(QString letter READ letter NOTIFY changed)
+    Q_PROPERTY(int tileColor READ tileColor NOTIFY changed)
+    Q_PROPERTY(bool isLoading READ isLoading NOTIFY changed)
+    Q_PROPERTY(QString waitingText READ waitingText CONSTANT)
+    Q_PROPERTY(QString text READ text NOTIFY changed)
+    Q_PROPERTY(QString note READ note NOTIFY changed)
+    Q_PROPERTY(QString recommendation READ recommendation NOTIFY changed)
+    Q_PROPERTY(int recommendationTint READ recommendationTint NOTIFY changed)
+    Q_PROPERTY(QString trust READ trust NOTIFY changed)
+    Q_PROPERTY(QString figures READ figures NOTIFY changed)
+    Q_PROPERTY(QString actionLabel READ actionLabel NOTIFY changed)
+    Q_PROPERTY(QString actionHint READ actionHint NOTIFY changed)
+
+public:
+    ExplainView(const UserInterfaceContext &context, ConfirmationView &confirmation,
+                QObject *parent = nullptr);
+
+    void open(const ExplainRequest &request);
+
+    bool isOpen() const { return m_flow != nullptr; }
+    QString name() const;
+    QString letter() const;
+    int tileColor() const;
+    bool isLoading() const { return m_flow && m_flow->isLoading(); }
+    QString waitingText() const { return ExplainFlow::waitingText(); }
+    QString text() const;
+    QString note() const { return m_flow ? m_flow->note() : QString(); }
+    QString recommendation() const;
+    int recommendationTint() const;
+    /// "Trust 85"; empty for a startup item.
+    QString trust() const;
+    /// What it takes, in small; empty for a startup item.
+    QString figures() const;
+    /// "Force Quit", "Disable", or the way to the system's settings.
+    QString actionLabel() const;
+    QString actionHint() const;
+
+    Q_INVOKABLE void act();
+    Q_INVOKABLE void close();
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    const ProcessSample *process() const;
+    const LoginItem *loginItem() const;
+
+    UserInterfaceContext m_context;
+    ConfirmationView &m_confirmation;
+    std::unique_ptr<ExplainFlow> m_flow;
+};
+
+} // namespace swabby

@@ -1,0 +1,10 @@
+#include "ui/qmltypes/PopoverView.h"
+
+namespace swabby {
+
+PopoverView::PopoverView(const UserInterfaceContext &context, QObject *parent)
+    : QObject(parent), m_context(context)
+{
+}
+
+} // namespace swabby

@@ -1,0 +1,101 @@
+#include "ui/qmltypes/StartupView.h"
+
+#include "startup/flows/StartupFlow.h"
+#include "ui/presentation/PlainWords.h"
+#include "ui/presentation/StartupText.h"
+#include "ui/qmltypes/MainWindowCoordinator.h"
+
+#include <QtQml/QQmlEngine>
+
+#include <algorithm>
+
+namespace swabby {
+
+StartupView::StartupView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator,
+                         QObject *parent)
+    : QObject(parent), m_context(context), m_coordinator(coordinator)
+{
+    QJSEngine::setObjectOwnership(&m_disabled, QJSEngine::CppOwnership);
+    StartupFlow *flow = m_context.startup;
+    if (flow == nullptr)
+        return;
+    connect(flow, &StartupFlow::disabledItemsChanged, this, &StartupView::showDisabled);
+    connect(flow, &StartupFlow::changed, this, [this](const QString &id, bool isDone) {
+        setBusy(id, false);
+        if (!isDone)
+            m_coordinator.setNotice(QStringLiteral("That did not work. Nothing was changed."));
+    });
+    connect(flow, &StartupFlow::nothingOpened, this,
+            [this] { m_coordinator.setNotice(QStringLiteral("There is nothing here to show that with.")); });
+    showDisabled();
+}
+
+const LoginItem *StartupView::find(const QString &id) const
+{
+    const QList<LoginItem> &items = m_context.state->loginItems();
+    const auto item =
+        std::find_if(items.begin(), items.end(), [&](const LoginItem &known) { return known.id() == id; });
+    return item == items.end() ? nullptr : &*item;
+}
+
+void StartupView::explain(const QString &id)
+{
+    if (const LoginItem *item = find(id))
+        m_coordinator.explain({*item});
+}
+
+void StartupView::disable(const QString &id)
+{
+    const LoginItem *item = find(id);
+    if (item == nullptr || m_context.startup == nullptr || m_busyIds.contains(id))
+        return;
+    setBusy(id, true);
+    m_context.startup->disable(LoginItem(*item));
+}
+
+void StartupView::enable(const QString &id)
+{
+    if (m_context.startup == nullptr || m_busyIds.contains(id))
+        return;
+    for (const LoginItem &item : m_context.startup->disabledItems())
+        if (item.id() == id) {
+            setBusy(id, true);
+            m_context.startup->enable(LoginItem(item));
+            return;
+        }
+}
+
+void StartupView::reveal(const QString &id)
+{
+    const LoginItem *item = find(id);
+    if (item != nullptr && m_context.startup != nullptr)
+        m_context.startup->reveal(item->plistPath);
+}
+
+void StartupView::openSettings()
+{
+    if (m_context.startup != nullptr)
+        m_context.startup->openLoginItemSettings();
+}
+
+void StartupView::look()
+{
+    if (m_context.startup != nullptr)
+        m_context.startup->lookForDisabled();
+}
+
+void StartupView::setBusy(const QString &id, bool isBusy)
+{
+    m_busyIds.removeAll(id);
+    if (isBusy)
+        m_busyIds.append(id);
+    Q_EMIT busyChanged();
+}
+
+void StartupView::showDisabled()
+{
+    m_disabled.show(disabledRowTexts(m_context.startup->disabledItems()),
+                    [](const StartupRowText &row) { return row.id; });
+}
+
+} // namespace swabby

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "ui/UserInterface.h"
+#include "ui/qmltypes/RowModel.h"
+
+#include <QtCore/QObject>
+#include <QtCore/QStringList>
+#include <QtQml/qqmlregistration.h>
+
+namespace swabby {
+
+class MainWindowCoordinator;
+struct LoginItem;
+
+/// What can be done to startup items.
+class StartupView : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made with the window")
+    Q_PROPERTY(swabby::RowModel *disabled READ disabled CONSTANT)
+    Q_PROPERTY(QStringList busyIds READ busyIds NOTIFY busyChanged)
+
+public:
+    StartupView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator,
+                QObject *parent = nullptr);
+
+    /// What was turned off here.
+    RowModel *disabled() { return &m_disabled; }
+    /// The items that are being changed.
+    const QStringList &busyIds() const { return m_busyIds; }
+
+    Q_INVOKABLE void explain(const QString &id);
+    Q_INVOKABLE void disable(const QString &id);
+    Q_INVOKABLE void enable(const QString &id);
+    Q_INVOKABLE void reveal(const QString &id);
+    Q_INVOKABLE void openSettings();
+    /// Looks again for what was turned off.
+    Q_INVOKABLE void look();
+
+Q_SIGNALS:
+    void busyChanged();
+
+private:
+    const LoginItem *find(const QString &id) const;
+    void setBusy(const QString &id, bool isBusy);
+    void showDisabled();
+
+    UserInterfaceContext m_context;
+    MainWindowCoordinator &m_coordinator;
+    RowModel m_disabled;
+    QStringList m_busyIds;
+};
+
+} // namespace swabby

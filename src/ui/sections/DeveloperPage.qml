@@ -1,0 +1,8 @@
+import QtQuick
+import Swabby.Ui
+
+ScrollPage {
+    id: page
+
+    required property MainWindowView view
+}

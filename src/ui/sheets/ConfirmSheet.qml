@@ -1,0 +1,97 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Swabby.Ui
+
+// The question before something that cannot simply be taken back. Return is on Cancel's side.
+Sheet {
+    id: sheet
+
+    readonly property ConfirmationView confirmation: sheet.view.coordinator.confirmation
+    readonly property confirmationText question: confirmation.text
+
+    implicitWidth: question.details.length > 0 ? 440 : 380
+    headerHeight: 0
+    name: question.title
+    onConfirmed: dismissed()
+
+    LetterTile {
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: 48
+        height: 48
+        letterFont: Theme.resultFont
+        letter: sheet.question.letter
+        tileColor: sheet.question.tileColor
+        visible: sheet.question.letter !== ""
+    }
+
+    Paragraph {
+        width: parent.width
+        horizontalAlignment: Text.AlignHCenter
+        text: sheet.question.title
+        font: Theme.titleFont
+        Accessible.role: Accessible.Heading
+    }
+
+    Paragraph {
+        width: parent.width
+        horizontalAlignment: Text.AlignHCenter
+        text: sheet.question.message
+        color: Theme.secondary
+    }
+
+    Row {
+        anchors.horizontalCenter: parent.horizontalCenter
+        spacing: 8
+        visible: sheet.question.recommendation !== ""
+
+        Chip {
+            text: sheet.question.recommendation
+            tint: sheet.question.recommendationTint
+        }
+
+        TrustChip {
+            text: sheet.question.trust
+        }
+    }
+
+    Column {
+        width: parent.width
+        visible: sheet.question.details.length > 0
+
+        Repeater {
+            model: sheet.question.details
+
+            RemovalDetailRow {
+                required property removalDetail modelData
+
+                width: parent.width
+                entry: modelData
+                onShown: sheet.confirmation.showInFolder(modelData.path)
+            }
+        }
+    }
+
+    footer: Row {
+        id: buttons
+
+        width: parent.width
+        spacing: 8
+
+        ActionButton {
+            width: (buttons.width - 8) / 2
+            implicitHeight: 32
+            text: "Cancel"
+            focus: true
+            onActivated: sheet.dismissed()
+        }
+
+        ActionButton {
+            width: (buttons.width - 8) / 2
+            implicitHeight: 32
+            text: sheet.question.confirmLabel
+            isDestructive: true
+            isProminent: true
+            onActivated: sheet.confirmation.confirm()
+        }
+    }
+}

@@ -1,0 +1,138 @@
+import QtQuick
+import Swabby.Ui
+
+// What something is, and whether it is safe to do without.
+Sheet {
+    id: sheet
+
+    readonly property ExplainView explanation: sheet.view.coordinator.explanation
+
+    implicitWidth: 420
+    headerHeight: 40
+    name: "What is this? " + explanation.name
+    onConfirmed: dismissed()
+
+    header: [
+        LetterTile {
+            id: tile
+
+            anchors.verticalCenter: parent.verticalCenter
+            width: 40
+            height: 40
+            letterFont: Theme.titleFont
+            letter: sheet.explanation.letter
+            tileColor: sheet.explanation.tileColor
+        },
+        Column {
+            anchors.left: tile.right
+            anchors.leftMargin: 12
+            anchors.right: close.left
+            anchors.verticalCenter: parent.verticalCenter
+
+            PlainLabel {
+                width: parent.width
+                text: sheet.explanation.name
+                font: Theme.titleFont
+                Accessible.role: Accessible.Heading
+            }
+
+            PlainLabel {
+                text: "What is this?"
+                font: Theme.smallFont
+                color: Theme.secondary
+            }
+        },
+        SymbolButton {
+            id: close
+
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: "xmark"
+            symbolSize: 16
+            tip: "Close"
+            onActivated: sheet.dismissed()
+        }
+    ]
+
+    Row {
+        spacing: 10
+        visible: sheet.explanation.isLoading
+
+        Spinner {
+            anchors.verticalCenter: parent.verticalCenter
+        }
+
+        PlainLabel {
+            anchors.verticalCenter: parent.verticalCenter
+            text: sheet.explanation.waitingText
+            color: Theme.secondary
+        }
+    }
+
+    Paragraph {
+        width: parent.width
+        text: sheet.explanation.text
+        visible: text !== ""
+    }
+
+    Item {
+        width: parent.width
+        height: 26
+
+        Row {
+            spacing: 8
+
+            Chip {
+                text: sheet.explanation.recommendation
+                tint: sheet.explanation.recommendationTint
+            }
+
+            TrustChip {
+                text: sheet.explanation.trust
+            }
+        }
+
+        PlainLabel {
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            text: sheet.explanation.figures
+            font: Theme.smallFont
+            color: Theme.secondary
+        }
+    }
+
+    Hairline {
+        width: parent.width
+    }
+
+    footer: [
+        Paragraph {
+            anchors.left: parent.left
+            anchors.right: buttons.left
+            anchors.rightMargin: 12
+            anchors.verticalCenter: parent.verticalCenter
+            text: sheet.explanation.note
+            font: Theme.axisFont
+            color: Theme.secondary
+        },
+        Row {
+            id: buttons
+
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 8
+
+            ActionButton {
+                text: sheet.explanation.actionLabel
+                tip: sheet.explanation.actionHint
+                onActivated: sheet.explanation.act()
+            }
+
+            ActionButton {
+                text: "Done"
+                isProminent: true
+                onActivated: sheet.dismissed()
+            }
+        }
+    ]
+}
