@@ -116,14 +116,16 @@ std::set<std::string> strayRecords(const TrashFolder &trash)
 std::optional<TrashedItem> LinuxDisposal::moveToTrash(const RemovalTarget &target)
 {
     const auto entry = passGuard(target);
-    if (!entry)
+    const auto folder = entry ? identityOf(entry->folder.number()) : std::nullopt;
+    // A mount point is not moved, and no Trash has to be made for it.
+    if (!folder || mountOf(entry->folder.number()) != mountOf(entry->folder.number(), entry->name))
         return std::nullopt;
-    MoveResult result = MoveResult::otherDisk;
+    MoveResult result = MoveResult::refused;
     const auto home = homeTrash(m_dataHome);
     const auto homeDisk = identityOf(home ? home->folder.number() : holdFolder(m_dataHome).number());
     if (!homeDisk)
         return std::nullopt;
-    if (homeDisk->device == target.identity.device) {
+    if (homeDisk->device == folder->device) {
         if (!home)
             return std::nullopt;
         const auto item = trashed(*home, *entry, target, m_clock.now(), &result);

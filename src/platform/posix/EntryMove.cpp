@@ -76,8 +76,8 @@ MoveResult moveEntry(const EntryAt &from, const EntryAt &to, const FileIdentity 
     // Between the look and the move something else may have taken its place.
     if (result != MoveResult::moved || isSame(to, what))
         return result;
-    rename(to, from);
-    return MoveResult::refused;
+    // When its place is taken again by now, it is better where it is than nowhere.
+    return rename(to, from) == MoveResult::moved ? MoveResult::refused : MoveResult::moved;
 }
 
 std::optional<FileIdentity> notedThing(const EntryAt &entry, const FileIdentity &noted)

@@ -15,8 +15,8 @@ struct EntryAt {
 
 enum class MoveResult { moved, nameTaken, otherDisk, refused };
 
-/// Moves that very thing, never over something else and never onto another disk. Whatever the result says
-/// but moved, it is where it was. A folder of the user's own that may not be written is moved all the same.
+/// Moves that very thing, never over something else and never onto another disk. With any result but moved
+/// it is where it was. A folder of the user's own that may not be written is moved all the same.
 MoveResult moveEntry(const EntryAt &from, const EntryAt &to, const FileIdentity &what);
 
 /// What lies there when it is what was noted, perhaps before a restart, which may number the disks anew; no

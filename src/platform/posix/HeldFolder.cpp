@@ -90,14 +90,15 @@ std::optional<FileIdentity> identityOf(int descriptor)
     return FileIdentity::from(facts);
 }
 
-std::uint64_t mountOf(int folder)
+std::uint64_t mountOf(int folder, const std::string &name)
 {
 #ifdef STATX_MNT_ID
     struct statx more = {};
-    if (::statx(folder, "", AT_EMPTY_PATH, STATX_MNT_ID, &more) == 0 && (more.stx_mask & STATX_MNT_ID))
+    const int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_EMPTY_PATH;
+    if (::statx(folder, name.c_str(), flags, STATX_MNT_ID, &more) == 0 && (more.stx_mask & STATX_MNT_ID))
         return more.stx_mnt_id;
 #endif
-    const auto identity = identityOf(folder);
+    const auto identity = name.empty() ? identityOf(folder) : identityIn(folder, name);
     return identity ? identity->device : 0;
 }
 

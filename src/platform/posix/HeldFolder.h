@@ -50,8 +50,9 @@ private:
 std::optional<FileIdentity> identityIn(int folder, const std::string &name);
 std::optional<FileIdentity> identityOf(int descriptor);
 
-/// Tells mounted file systems apart, also two views of the same disk.
-std::uint64_t mountOf(int folder);
+/// Tells mounted file systems apart, also two views of the same disk: the one that a held folder is on, or
+/// what lies in it under that name.
+std::uint64_t mountOf(int folder, const std::string &name = {});
 
 /// Whether the folder is that one or lies in it, at any depth. False when that cannot be found out.
 bool liesAtOrUnder(int folder, const FileIdentity &above);

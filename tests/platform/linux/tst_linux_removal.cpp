@@ -1,66 +1,19 @@
-#include "platform/linux/LinuxDisposal.h"
-#include "platform/machinefolder/FolderDisposal.h"
+#include "platform/linux/RemovalScene.h"
 #include "platform/posix/HeldFolder.h"
-#include "support/RandomTree.h"
 
 #include <QtTest/QTest>
 
-#include <atomic>
-#include <fcntl.h>
 #include <random>
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <thread>
 
 using namespace swabby;
 
 namespace {
 
 namespace fs = std::filesystem;
-
-enum class Way { deleteOutright, moveToTrash, emptyFolder };
-constexpr Way everyWay[] = {Way::deleteOutright, Way::moveToTrash, Way::emptyFolder};
-
-/// A place to remove things in, with either kind of disposal: DIR/home is what may be removed from, and
-/// DIR/home/data or DIR/home/.Trash is where the Trash is.
-struct Scene {
-    explicit Scene(bool isMachineFolder, const fs::path &place = fs::temp_directory_path()) : ground(place)
-    {
-        fs::create_directories(home());
-        growOutside(ground / "outside");
-        if (isMachineFolder)
-            disposal = std::make_unique<FolderDisposal>(machine(), std::vector<fs::path>(), events);
-        else
-            disposal = std::make_unique<LinuxDisposal>(home() / "data", clock);
-    }
-
-    fs::path machine() const { return ground / "machine"; }
-    fs::path home() const { return machine() / "home"; }
-    fs::path tree() const { return home() / "tree"; }
-    bool remove(Way way, const RemovalTarget &target)
-    {
-        switch (way) {
-        case Way::deleteOutright:
-            return disposal->deleteOutright(target);
-        case Way::emptyFolder:
-            return disposal->emptyFolder(target, {});
-        case Way::moveToTrash:
-            break;
-        }
-        auto item = disposal->moveToTrash(target);
-        if (item)
-            trashed.push_back(*std::move(item));
-        return item.has_value();
-    }
-
-    Ground ground;
-    SystemClock clock;
-    EventLog events{QString::fromStdString((ground / "machine/events.jsonl").native())};
-    std::unique_ptr<Disposal> disposal;
-    std::vector<TrashedItem> trashed;
-};
 
 bool isUnder(const std::string &path, const std::string &folder)
 {
@@ -138,32 +91,6 @@ std::string runOfRemovals(std::uint32_t seed, bool isMachineFolder, Way way)
     return difference(relevant(before, touched), relevant(pictureOf(scene.ground.path()), touched));
 }
 
-void exchange(const fs::path &one, const fs::path &other)
-{
-    ::renameat2(AT_FDCWD, one.c_str(), AT_FDCWD, other.c_str(), RENAME_EXCHANGE);
-}
-
-/// Somebody swaps a folder for a link to the outside and back again for as long as this lasts.
-class Swapper {
-public:
-    Swapper(fs::path folder, fs::path link, std::atomic<int> &swaps)
-        : m_thread([this, &swaps, folder = std::move(folder), link = std::move(link)] {
-              for (; !m_stop; ++swaps)
-                  exchange(folder, link);
-          })
-    {
-    }
-    ~Swapper()
-    {
-        m_stop = true;
-        m_thread.join();
-    }
-
-private:
-    std::atomic<bool> m_stop = false;
-    std::thread m_thread;
-};
-
 /// With a mount namespace of its own; SKIP when that is not permitted.
 std::string withMounts(const std::function<std::string()> &work)
 {
@@ -205,54 +132,6 @@ private Q_SLOTS:
             return std::string();
         });
         QCOMPARE(QByteArray::fromStdString(problem), QByteArray());
-    }
-
-    void aFolderSwappedForALinkLeadsNowhere_data()
-    {
-        QTest::addColumn<int>("way");
-        QTest::newRow("deleting") << static_cast<int>(Way::deleteOutright);
-        QTest::newRow("to the Trash") << static_cast<int>(Way::moveToTrash);
-        QTest::newRow("emptying") << static_cast<int>(Way::emptyFolder);
-    }
-
-    void aFolderSwappedForALinkLeadsNowhere()
-    {
-        QFETCH(int, way);
-        // In memory there are far more swaps in the time that a removal takes.
-        Scene scene(false, fs::is_directory("/dev/shm") ? "/dev/shm" : fs::temp_directory_path());
-        // What lies outside has the same names, so that every step would find something there.
-        const auto names = [](const std::string &prefix) {
-            std::vector<std::string> result = {prefix + "two/three"};
-            for (int number = 0; number < 20; ++number)
-                result.push_back(prefix + "one" + std::to_string(number));
-            return result;
-        };
-        const fs::path outside = scene.ground / "outside/mirror";
-        for (const char *prefix : {"", "swapped/", "doomed/swapped/"})
-            for (const std::string &name : names(prefix))
-                writeBytes(outside / name, name);
-        const TreePicture before = pictureOf(scene.ground / "outside");
-
-        int refused = 0;
-        for (int race = 0; race < 2000; ++race) {
-            const fs::path folder = scene.home() / std::to_string(race);
-            for (const std::string &name : names("doomed/swapped/"))
-                writeBytes(folder / name, name);
-            const RemovalTarget target = targetAt(folder / "doomed", scene.home());
-            // In the doomed tree, the doomed folder itself, and on the way to it.
-            const fs::path swapped[] = {folder / "doomed/swapped", folder / "doomed", folder};
-            const fs::path link = scene.home() / ("link" + std::to_string(race));
-            fs::create_symlink(outside, link);
-            std::atomic<int> swaps = 0;
-            const Swapper swapper(swapped[race % 3], link, swaps);
-            while (swaps < 2)
-                std::this_thread::yield();
-            refused += scene.remove(static_cast<Way>(way), target) ? 0 : 1;
-        }
-        QCOMPARE(QByteArray::fromStdString(difference(before, pictureOf(scene.ground / "outside"))),
-                 QByteArray());
-        qInfo("%d of 2000 refused or left something", refused);
-        QVERIFY(refused > 0);
     }
 
     void theGuardRefuses_data()
