@@ -41,8 +41,6 @@ std::vector<std::vector<fs::path>> searchRoots(Shell &shell, const std::vector<f
     std::mutex mutex;
     ScanProgress progress = {.what = {}, .total = static_cast<std::int64_t>(roots.size())};
     sideBySide(roots.size(), [&](std::size_t index) {
-        if (control.stop.stopRequested())
-            return;
         const fs::path &root = roots[index];
         const auto text = shell.run(
             "/usr/bin/find",
