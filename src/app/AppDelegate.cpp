@@ -60,6 +60,12 @@ void AppDelegate::openMainWindow()
         windows->openMainWindow();
 }
 
+void AppDelegate::openMainWindowAt(MainSection section)
+{
+    m_state.requestMainSection(section);
+    openMainWindow();
+}
+
 void AppDelegate::syncActivationPolicy()
 {
     const QWindowList windows = QGuiApplication::topLevelWindows();

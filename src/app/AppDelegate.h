@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/CommandLine.h"
+#include "health/MainSection.h"
 
 #include <QtCore/QObject>
 
@@ -22,6 +23,8 @@ public:
     void applicationDidFinishLaunching();
     /// Opens the main window, or brings it to the front.
     void openMainWindow();
+    /// The same, and shows that section there.
+    void openMainWindowAt(MainSection section);
     /// In the dock while a titled window is open, else as the setting says.
     void syncActivationPolicy();
 

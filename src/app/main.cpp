@@ -1,3 +1,4 @@
+#include "ai/CloudAI.h"
 #include "app/AppDelegate.h"
 #include "app/CommandLine.h"
 #include "app/Display.h"
@@ -5,7 +6,9 @@
 #include "app/StatusItemController.h"
 #include "app/TitleImage.h"
 #include "app/machine/MachineChoice.h"
+#include "cleanup/Scans.h"
 #include "engine/state/AppState.h"
+#include "health/flows/NotificationFlow.h"
 #include "platform/posix/TerminationSignals.h"
 
 #include <QtWidgets/QApplication>
@@ -42,10 +45,15 @@ void lookTwice(AppState &state)
 int runApplication(AppState &state, const CommandLine &commandLine)
 {
     lookTwice(state);
+    CloudAI ai(state.sharedMachine(), modelAddressesFromEnvironment());
+    NotificationFlow notifications(state, ai, [machine = state.sharedMachine()](const ScanControl &control) {
+        return reclaimableStorage(*machine, control);
+    });
     state.start();
     state.requestMainSection(commandLine.section);
     AppDelegate delegate(state, commandLine.theme);
     delegate.applicationDidFinishLaunching();
+    QObject::connect(&notifications, &NotificationFlow::opened, &delegate, &AppDelegate::openMainWindowAt);
     if (!commandLine.isBackground || !StatusItemController::hasPlace())
         delegate.openMainWindow();
     return QApplication::exec();

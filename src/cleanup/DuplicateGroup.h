@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cleanup/SaturatedBytes.h"
+#include "platform/FileIdentity.h"
 #include "platform/Utf8.h"
 
 #include <cstdint>
@@ -13,6 +14,8 @@ namespace swabby {
 struct DuplicateGroup {
     std::vector<std::filesystem::path> paths;
     std::int64_t sizeBytes = 0; ///< of one copy
+    /// What was read at each path. A path without one is never removed.
+    std::vector<FileIdentity> identities = {};
 
     QString name() const { return paths.empty() ? QString() : textOf(paths.front().filename().native()); }
     std::int64_t wastedBytes() const
@@ -20,7 +23,10 @@ struct DuplicateGroup {
         return saturatedProduct(sizeBytes, static_cast<std::int64_t>(paths.size()) - 1);
     }
 
-    bool operator==(const DuplicateGroup &) const = default;
+    bool operator==(const DuplicateGroup &other) const
+    {
+        return paths == other.paths && sizeBytes == other.sizeBytes;
+    }
 };
 
 } // namespace swabby

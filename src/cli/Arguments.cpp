@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 
 namespace swabby {
 namespace {
@@ -18,12 +19,27 @@ struct Verb {
     const char *options; ///< the options of its own, separated by blanks
 };
 
+constexpr int anyNumber = std::numeric_limits<int>::max();
+
 constexpr std::array verbs = {
     Verb{"snapshot", "snapshot", 0, 0, ""},
     Verb{"watch", "watch [--refreshes N] [--interval SECONDS] [--snooze SECONDS]", 0, 0,
          "refreshes interval snooze"},
     Verb{"history", "history", 0, 0, ""},
-    Verb{"startup", "startup", 0, 0, ""},
+    Verb{"startup", "startup [disable ID | enable ID | reveal ID | disabled]", 0, 2, ""},
+    Verb{"ask", "ask QUESTION", 1, 1, ""},
+    Verb{"explain", "explain --pid PID | --item ID", 0, 0, "pid item"},
+    Verb{"key", "key set | key delete | key status", 1, 1, ""},
+    Verb{"caches", "caches [--unknown | --vet]", 0, 0, "unknown vet"},
+    Verb{"duplicates", "duplicates [DIR...]", 0, anyNumber, ""},
+    Verb{"deep-scan", "deep-scan", 0, 0, ""},
+    Verb{"apps", "apps [BUNDLEID]", 0, 1, ""},
+    Verb{"developer", "developer", 0, 0, ""},
+    Verb{"items", "items", 0, 0, ""},
+    Verb{"remove", "remove ID... [--yes]", 1, anyNumber, "yes"},
+    Verb{"put-back", "put-back", 0, 0, ""},
+    Verb{"quit", "quit PID [--force] [--yes]", 1, 1, "force yes"},
+    Verb{"check", "check", 0, 0, ""},
     Verb{"settings", "settings [KEY [VALUE | --unset]]", 0, 2, "unset"},
     Verb{"pin", "pin NAME", 1, 1, ""},
     Verb{"context", "context", 0, 0, ""},
@@ -69,9 +85,15 @@ std::variant<Arguments, WrongUsage, Information> parseArguments(const QStringLis
     parser.addOptions({{QStringLiteral("machine"), {}, QStringLiteral("DIR")},
                        {QStringLiteral("json"), {}},
                        {QStringLiteral("unset"), {}},
+                       {QStringLiteral("yes"), {}},
+                       {QStringLiteral("force"), {}},
+                       {QStringLiteral("unknown"), {}},
+                       {QStringLiteral("vet"), {}},
                        {QStringLiteral("refreshes"), {}, QStringLiteral("N")},
                        {QStringLiteral("interval"), {}, QStringLiteral("SECONDS")},
                        {QStringLiteral("snooze"), {}, QStringLiteral("SECONDS")},
+                       {QStringLiteral("pid"), {}, QStringLiteral("PID")},
+                       {QStringLiteral("item"), {}, QStringLiteral("ID")},
                        {{QStringLiteral("h"), QStringLiteral("help")}, {}},
                        {{QStringLiteral("v"), QStringLiteral("version")}, {}}});
     if (!parser.parse(commandLine))
@@ -97,13 +119,20 @@ std::variant<Arguments, WrongUsage, Information> parseArguments(const QStringLis
     if (arguments.operands.size() < verb->fewestOperands || arguments.operands.size() > verb->mostOperands)
         return wrong(QStringLiteral("%1 takes another number of arguments").arg(arguments.verb), &*verb);
     const QStringList own = QString::fromLatin1(verb->options).split(QLatin1Char(' '));
-    for (const char *option : {"unset", "refreshes", "interval", "snooze"})
+    for (const char *option :
+         {"unset", "refreshes", "interval", "snooze", "pid", "item", "yes", "force", "unknown", "vet"})
         if (parser.isSet(QLatin1String(option)) && !own.contains(QLatin1String(option)))
             return wrong(QStringLiteral("%1 knows no --%2").arg(arguments.verb, QLatin1String(option)),
                          &*verb);
 
     arguments.json = parser.isSet(QStringLiteral("json"));
     arguments.unset = parser.isSet(QStringLiteral("unset"));
+    arguments.yes = parser.isSet(QStringLiteral("yes"));
+    arguments.force = parser.isSet(QStringLiteral("force"));
+    arguments.unknown = parser.isSet(QStringLiteral("unknown"));
+    arguments.vet = parser.isSet(QStringLiteral("vet"));
+    if (arguments.unknown && arguments.vet)
+        return wrong(QStringLiteral("--unknown and --vet exclude each other"), &*verb);
     if (arguments.unset && arguments.operands.size() != 1)
         return wrong(QStringLiteral("--unset takes one key and no value"), &*verb);
     if (parser.isSet(QStringLiteral("machine")))
@@ -124,6 +153,14 @@ std::variant<Arguments, WrongUsage, Information> parseArguments(const QStringLis
         arguments.snooze = secondsFrom(parser.value(QStringLiteral("snooze")));
         if (!arguments.snooze)
             return wrong(QStringLiteral("--snooze takes seconds from 0"), &*verb);
+    }
+    if (parser.isSet(QStringLiteral("item")))
+        arguments.item = parser.value(QStringLiteral("item"));
+    if (parser.isSet(QStringLiteral("pid"))) {
+        bool parsed = false;
+        arguments.pid = parser.value(QStringLiteral("pid")).toInt(&parsed);
+        if (!parsed)
+            return wrong(QStringLiteral("--pid takes a process id"), &*verb);
     }
     return arguments;
 }

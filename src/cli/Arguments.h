@@ -17,6 +17,12 @@ struct Arguments {
     std::optional<int> refreshes; ///< lines that watch prints; absent: no end
     double interval = 60;         ///< seconds between watch's refreshes
     std::optional<double> snooze; ///< seconds
+    std::optional<std::int32_t> pid;
+    std::optional<QString> item; ///< id of a startup item
+    bool yes = false;            ///< agrees to the question
+    bool force = false;
+    bool unknown = false; ///< caches that no table knows
+    bool vet = false;     ///< the same, looked over by the assistant
 };
 
 /// One line: what is wrong and what is right.

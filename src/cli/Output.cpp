@@ -81,4 +81,12 @@ QString harmless(QString text)
     return text;
 }
 
+QString harmlessText(const QString &text)
+{
+    QStringList lines;
+    for (const QString &line : text.split(QLatin1Char('\n')))
+        lines.append(harmless(line));
+    return lines.join(QLatin1Char('\n'));
+}
+
 } // namespace swabby

@@ -24,5 +24,7 @@ QString table(const std::vector<QStringList> &rows, const std::vector<int> &righ
 
 /// A text of the machine's on a terminal: control characters, which could act on it, become visible.
 QString harmless(QString text);
+/// The same for a text of several lines, which stay lines.
+QString harmlessText(const QString &text);
 
 } // namespace swabby

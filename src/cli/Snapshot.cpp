@@ -7,27 +7,32 @@
 
 namespace swabby {
 
-// "snapshot" and "context" look once and leave no trace.
+int runRefreshed(AppState &state, int refreshes, const std::function<void()> &then)
+{
+    QObject::connect(&state, &AppState::applied, &state, [&state, refreshes, then] {
+        if (state.refreshesApplied() < refreshes)
+            state.refresh();
+        else if (state.refreshesApplied() == refreshes)
+            then();
+    });
+    state.refresh();
+    return QCoreApplication::exec();
+}
+
+// "snapshot" and "context" look and leave no trace.
 int runSnapshot(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
 {
     const bool wantsContext = arguments.verb == QLatin1String("context");
-    const int refreshes = machine->refreshesUntilReal;
     AppState state(machine, Record::nothing);
-    QObject::connect(&state, &AppState::applied, &state, [&] {
-        if (state.refreshesApplied() < refreshes) {
-            state.refresh();
-            return;
-        }
+    return runRefreshed(state, machine->refreshesUntilReal, [&] {
         if (arguments.json)
             print(jsonText(wantsContext ? QJsonValue(state.systemContextSummary())
-                                        : QJsonValue(toJson(state))) +
+                                        : QJsonValue(toJson(state, {}))) +
                   '\n');
         else
             print(wantsContext ? state.systemContextSummary() + QLatin1Char('\n') : stateText(state));
         QCoreApplication::exit(done);
     });
-    state.refresh();
-    return QCoreApplication::exec();
 }
 
 } // namespace swabby

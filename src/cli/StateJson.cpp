@@ -7,6 +7,20 @@
 #include <limits>
 
 namespace swabby {
+
+QString caseName(ActionRecommendation recommendation)
+{
+    switch (recommendation) {
+    case ActionRecommendation::keep:
+        return QStringLiteral("keep");
+    case ActionRecommendation::quit:
+        return QStringLiteral("quit");
+    case ActionRecommendation::forceQuit:
+        return QStringLiteral("forceQuit");
+    }
+    return {};
+}
+
 namespace {
 
 QString caseName(HealthLevel level)
@@ -46,19 +60,6 @@ QString caseName(ThermalState state)
         return QStringLiteral("serious");
     case ThermalState::critical:
         return QStringLiteral("critical");
-    }
-    return {};
-}
-
-QString caseName(ActionRecommendation recommendation)
-{
-    switch (recommendation) {
-    case ActionRecommendation::keep:
-        return QStringLiteral("keep");
-    case ActionRecommendation::quit:
-        return QStringLiteral("quit");
-    case ActionRecommendation::forceQuit:
-        return QStringLiteral("forceQuit");
     }
     return {};
 }
@@ -184,6 +185,11 @@ QJsonObject recordJson(const HealthIssue &issue)
             {QStringLiteral("action"), actionJson(issue.action)}};
 }
 
+QJsonObject recordJson(const Notification &notification)
+{
+    return {{QStringLiteral("title"), notification.title}, {QStringLiteral("body"), notification.body}};
+}
+
 template <typename Record>
 QJsonArray listJson(const QList<Record> &records)
 {
@@ -195,7 +201,7 @@ QJsonArray listJson(const QList<Record> &records)
 
 } // namespace
 
-QJsonObject toJson(const AppState &state)
+QJsonObject toJson(const AppState &state, const QList<Notification> &notifications)
 {
     const MenuBarTitle title = menuBarTitle(state.stats().cpuUsagePercent, state.health());
     return {{QStringLiteral("stats"), recordJson(state.stats())},
@@ -211,7 +217,12 @@ QJsonObject toJson(const AppState &state)
             {QStringLiteral("pinnedNames"), pinnedNamesJson(state)},
             {QStringLiteral("menuBar"), QJsonObject{{QStringLiteral("text"), title.text},
                                                     {QStringLiteral("color"), caseName(title.color)}}},
-            {QStringLiteral("notifications"), QJsonArray()}};
+            {QStringLiteral("notifications"), listJson(notifications)}};
+}
+
+QJsonObject toJson(const ProcessSample &process)
+{
+    return recordJson(process);
 }
 
 QJsonArray toJson(const History &history)

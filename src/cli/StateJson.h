@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/state/AppState.h"
+#include "platform/Notifier.h"
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonObject>
@@ -10,10 +11,15 @@ namespace swabby {
 // Records as JSON: field names letter for letter, cases by name, an absent value null, dates as seconds
 // since 1970.
 
-QJsonObject toJson(const AppState &state);
+/// The published state, and the notifications that its refresh posted.
+QJsonObject toJson(const AppState &state, const QList<Notification> &notifications);
 QJsonArray toJson(const History &history);
 QJsonArray toJson(const QList<LoginItem> &items);
+QJsonObject toJson(const ProcessSample &process);
 QJsonArray pinnedNamesJson(const AppState &state);
+
+/// "keep", "quit" or "forceQuit".
+QString caseName(ActionRecommendation recommendation);
 
 /// One JSON value as compact text, also where it is no object or array.
 QByteArray jsonText(const QJsonValue &value);

@@ -4,9 +4,10 @@
 #include "cli/StateJson.h"
 #include "cli/StateText.h"
 #include "health/HistoryStore.h"
-#include "startup/LoginItemScanner.h"
 
 #include <QtCore/QDateTime>
+
+#include <map>
 
 namespace swabby {
 namespace {
@@ -25,16 +26,6 @@ int runHistory(const Arguments &arguments, const std::shared_ptr<Machine> &machi
                         QString::number(point.cpu, 'f', 1) + QLatin1Char('%'),
                         QString::number(point.mem, 'f', 1) + QLatin1Char('%')});
     print(table(rows, {1, 2}));
-    return done;
-}
-
-int runStartup(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
-{
-    const QList<LoginItem> items = LoginItemScanner::scan(*machine->startup, *machine->boot);
-    if (arguments.json)
-        print(jsonText(toJson(items)) + '\n');
-    else
-        print(items.isEmpty() ? QStringLiteral("Nothing starts by itself here.\n") : loginItemsText(items));
     return done;
 }
 
@@ -57,17 +48,20 @@ int runPin(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
 
 int runVerb(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
 {
-    if (arguments.verb == QLatin1String("watch"))
-        return runWatch(arguments, machine);
-    if (arguments.verb == QLatin1String("history"))
-        return runHistory(arguments, machine);
-    if (arguments.verb == QLatin1String("startup"))
-        return runStartup(arguments, machine);
-    if (arguments.verb == QLatin1String("settings"))
-        return runSettings(arguments, machine);
-    if (arguments.verb == QLatin1String("pin"))
-        return runPin(arguments, machine);
-    return runSnapshot(arguments, machine);
+    using Run = int (*)(const Arguments &, const std::shared_ptr<Machine> &);
+    static const std::map<QString, Run> verbs = {
+        {QStringLiteral("snapshot"), runSnapshot}, {QStringLiteral("context"), runSnapshot},
+        {QStringLiteral("watch"), runWatch},       {QStringLiteral("history"), runHistory},
+        {QStringLiteral("startup"), runStartup},   {QStringLiteral("settings"), runSettings},
+        {QStringLiteral("pin"), runPin},           {QStringLiteral("ask"), runAsk},
+        {QStringLiteral("explain"), runExplain},   {QStringLiteral("key"), runKey},
+        {QStringLiteral("caches"), runCaches},     {QStringLiteral("duplicates"), runScan},
+        {QStringLiteral("deep-scan"), runScan},    {QStringLiteral("apps"), runScan},
+        {QStringLiteral("developer"), runScan},    {QStringLiteral("items"), runScan},
+        {QStringLiteral("remove"), runRemove},     {QStringLiteral("put-back"), runPutBack},
+        {QStringLiteral("quit"), runQuit},         {QStringLiteral("check"), runCheck},
+    };
+    return verbs.at(arguments.verb)(arguments, machine);
 }
 
 } // namespace swabby

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "cleanup/flows/ConfirmationBuilder.h"
 #include "cli/Arguments.h"
+#include "engine/state/AppState.h"
 #include "platform/Machine.h"
 
+#include <functional>
 #include <memory>
 
 namespace swabby {
@@ -17,5 +20,26 @@ int runVerb(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
 int runSnapshot(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
 int runWatch(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
 int runSettings(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+int runStartup(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+int runAsk(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+int runExplain(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+int runCaches(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+int runScan(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+int runRemove(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+int runPutBack(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+int runQuit(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+int runCheck(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+int runKey(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+
+/// Refreshes that many times, calls, and runs the event loop until somebody ends it. Gives the status it was
+/// ended with.
+int runRefreshed(AppState &state, int refreshes, const std::function<void()> &then);
+
+/// Asks a question on the terminal, beside the output. True for "y" and "yes" in any case, and when the
+/// arguments say yes; false without asking when there is no terminal.
+bool isAgreed(const Arguments &arguments, const ConfirmationInfo &info);
+
+/// The program of that id among the published ones, else as the system knows it now; none when there is none.
+std::optional<ProcessSample> findProcess(std::int32_t pid, const AppState &state);
 
 } // namespace swabby

@@ -1,7 +1,10 @@
+#include "ai/CloudAI.h"
+#include "cleanup/Scans.h"
 #include "cli/Output.h"
 #include "cli/StateJson.h"
 #include "cli/StateText.h"
 #include "cli/Verbs.h"
+#include "health/flows/NotificationFlow.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QTimer>
@@ -9,12 +12,28 @@
 #include <limits>
 
 namespace swabby {
+namespace {
+
+QString watchText(const AppState &state, const QList<Notification> &posted)
+{
+    QString text = stateLine(state);
+    for (const Notification &notification : posted)
+        text += QStringLiteral("          ") + inBold(notification.title) + QStringLiteral(" - ") +
+                harmless(notification.body) + QLatin1Char('\n');
+    return text;
+}
+
+} // namespace
 
 // The application without windows. A running clock sets the pace, whatever became of the refresh before; a
-// fixed one is moved on as soon as that refresh was applied, or after the same time when it never is.
+// fixed one is moved on as soon as all that refresh started is done, or after the same time when it does not
+// get applied.
 int runWatch(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
 {
     AppState state(machine, Record::everything);
+    CloudAI ai(machine, modelAddressesFromEnvironment());
+    NotificationFlow notifications(
+        state, ai, [machine](const ScanControl &control) { return reclaimableStorage(*machine, control); });
     if (arguments.snooze)
         state.snoozeUntil(machine->clock->now() + *arguments.snooze);
 
@@ -29,9 +48,16 @@ int runWatch(const Arguments &arguments, const std::shared_ptr<Machine> &machine
         pace.start();
     };
     QObject::connect(&pace, &QTimer::timeout, &state, refreshNext);
-    QObject::connect(&state, &AppState::applied, &state, [&] {
-        print(arguments.json ? jsonText(toJson(state)) + '\n' : stateLine(state).toUtf8());
-        if (arguments.refreshes && state.refreshesApplied() >= *arguments.refreshes)
+    if (machine->clock->isFixed()) {
+        // Without a time of its own such a machine would be asked again and again before it has answered.
+        pace.setInterval(std::max(pace.intervalAsDuration(), std::chrono::milliseconds(1'000)));
+        QObject::connect(&state, &AppState::applied, &pace, &QTimer::stop);
+    }
+    int lines = 0;
+    QObject::connect(&notifications, &NotificationFlow::settled, &state, [&] {
+        const QList<Notification> posted = notifications.takePosted();
+        print(arguments.json ? jsonText(toJson(state, posted)) + '\n' : watchText(state, posted).toUtf8());
+        if (++lines == arguments.refreshes.value_or(0))
             QCoreApplication::exit(done);
         else if (machine->clock->isFixed())
             refreshNext();

@@ -94,6 +94,17 @@ bool FileSettingsStore::add(const QString &key, qint64 amount)
     });
 }
 
+bool FileSettingsStore::replace(const QString &key, const QJsonValue &expected, const QJsonValue &value)
+{
+    bool isExpected = false;
+    const bool wasWritten = change([&](QJsonObject &values) {
+        isExpected = values.value(key) == expected;
+        if (isExpected)
+            values.insert(key, value);
+    });
+    return isExpected && wasWritten;
+}
+
 bool FileSettingsStore::change(const std::function<void(QJsonObject &)> &edit)
 {
     const QFileInfo file(m_filePath);

@@ -21,6 +21,7 @@ public:
     bool store(const QString &key, const QJsonValue &value) override;
     bool remove(const QString &key) override;
     bool add(const QString &key, qint64 amount) override;
+    bool replace(const QString &key, const QJsonValue &expected, const QJsonValue &value) override;
 
 private:
     bool change(const std::function<void(QJsonObject &)> &edit);

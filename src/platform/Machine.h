@@ -7,14 +7,20 @@
 #include "platform/Disposal.h"
 #include "platform/DockPresence.h"
 #include "platform/KernelCounters.h"
+#include "platform/LoginService.h"
+#include "platform/Notifier.h"
 #include "platform/Places.h"
 #include "platform/PowerSupply.h"
+#include "platform/ProcessControl.h"
 #include "platform/ProcessSurvey.h"
+#include "platform/SecretStore.h"
 #include "platform/RunningApplications.h"
 #include "platform/SettingsStore.h"
 #include "platform/Shell.h"
+#include "platform/StartupControl.h"
 #include "platform/StartupSource.h"
 #include "platform/StopToken.h"
+#include "platform/Workspace.h"
 
 #include <memory>
 
@@ -40,9 +46,15 @@ struct Machine {
     std::unique_ptr<PowerSupply> power;
     std::unique_ptr<BootClock> boot;
     std::unique_ptr<StartupSource> startup;
+    std::unique_ptr<StartupControl> startupControl;
+    std::unique_ptr<ProcessControl> processControl;
     std::unique_ptr<ApplicationSource> applications;
     std::unique_ptr<RunningApplications> runningApplications;
     std::unique_ptr<DockPresence> dock;
+    std::unique_ptr<Notifier> notifier;
+    std::unique_ptr<SecretStore> secrets;
+    std::unique_ptr<Workspace> workspace;
+    std::unique_ptr<LoginService> login;
     std::unique_ptr<Disposal> disposal; ///< set by every kind of machine
 };
 

@@ -19,6 +19,9 @@ public:
     virtual bool remove(const QString &key) = 0;
     /// Adds to a whole number in one step (absent counts as 0), so that two programs' sums both count.
     virtual bool add(const QString &key, qint64 amount) = 0;
+    /// Stores one key if it still has the expected value (undefined: absent), in one step, so that of two
+    /// programs one does what follows. False when it has another one or could not be written.
+    virtual bool replace(const QString &key, const QJsonValue &expected, const QJsonValue &value) = 0;
 };
 
 } // namespace swabby

@@ -25,6 +25,10 @@ public:
                                            const std::vector<std::string> &arguments,
                                            ToolOutput output = ToolOutput::bothStreams,
                                            const StopToken &stop = {}) = 0;
+
+    /// Starts a program of the person's, with a window of its own say, that lives on without this one. Its
+    /// text goes nowhere. False when it could not be started. Does not wait.
+    virtual bool launch(const std::string &executable, const std::vector<std::string> &arguments) = 0;
 };
 
 } // namespace swabby

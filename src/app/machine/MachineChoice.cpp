@@ -2,6 +2,7 @@
 
 #include "platform/ThisComputer.h"
 #include "platform/machinefolder/FolderMachine.h"
+#include "platform/posix/MemoryPrivacy.h"
 
 #include <cstdlib>
 #include <string>
@@ -16,6 +17,9 @@ void prepareProcess()
         ::setenv("LC_CTYPE", std::string(all).c_str(), 1);
         ::unsetenv("LC_ALL");
     }
+    // A key in the environment is in this process's memory from its first moment.
+    if (std::getenv("ANTHROPIC_API_KEY") != nullptr)
+        keepMemoryPrivate();
     ::setenv("LC_NUMERIC", "C", 1);
     ::setenv("LC_TIME", "C", 1);
 }

@@ -73,6 +73,8 @@ const std::vector<Settings::Key> &Settings::keys()
         {QStringLiteral("pinnedProcessNames"), Type::textList, QJsonArray()},
         {QStringLiteral("weeklyAttentionCount"), Type::integer, 0},
         {QStringLiteral("weeklyBytesFreed"), Type::integer, 0},
+        {QStringLiteral("aiEnabled"), Type::boolean, true},
+        {QStringLiteral("neverRemove"), Type::textList, QJsonArray()},
     };
     return all;
 }
@@ -170,6 +172,10 @@ bool Settings::showInDock() const
 {
     return effective(keyNamed("showInDock")).toBool();
 }
+bool Settings::aiEnabled() const
+{
+    return effective(keyNamed("aiEnabled")).toBool();
+}
 bool Settings::hasCompletedOnboarding() const
 {
     return effective(keyNamed("hasCompletedOnboarding")).toBool();
@@ -209,12 +215,22 @@ std::optional<double> Settings::lastStorageNotifyCheckDate() const
     return dateOf(effective(keyNamed("lastStorageNotifyCheckDate")));
 }
 
+static QStringList textsOf(const QJsonValue &list)
+{
+    QStringList texts;
+    for (const QJsonValue &text : list.toArray())
+        texts.append(text.toString());
+    return texts;
+}
+
 QStringList Settings::pinnedProcessNames() const
 {
-    QStringList names;
-    for (const QJsonValue &name : effective(keyNamed("pinnedProcessNames")).toArray())
-        names.append(name.toString());
-    return names;
+    return textsOf(effective(keyNamed("pinnedProcessNames")));
+}
+
+QStringList Settings::neverRemove() const
+{
+    return textsOf(effective(keyNamed("neverRemove")));
 }
 
 static void storeDate(SettingsStore &store, const char *key, std::optional<double> date)
@@ -223,6 +239,17 @@ static void storeDate(SettingsStore &store, const char *key, std::optional<doubl
         store.store(QLatin1String(key), *date);
     else
         store.remove(QLatin1String(key));
+}
+
+void Settings::takeFromWeek(qint64 bytesFreed, qint64 attentionCount)
+{
+    m_store.add(QStringLiteral("weeklyBytesFreed"), -bytesFreed);
+    m_store.add(QStringLiteral("weeklyAttentionCount"), -attentionCount);
+}
+
+void Settings::addBytesFreed(qint64 bytes)
+{
+    m_store.add(QStringLiteral("weeklyBytesFreed"), bytes);
 }
 
 void Settings::setLastWeeklySummaryDate(std::optional<double> date)

@@ -41,6 +41,8 @@ public:
     QStringList pinnedProcessNames() const;
     qint64 weeklyAttentionCount() const;
     qint64 weeklyBytesFreed() const;
+    bool aiEnabled() const;
+    QStringList neverRemove() const;
 
     void setShowInDock(bool shown);
     void setLastWeeklySummaryDate(std::optional<double> date);
@@ -48,6 +50,9 @@ public:
     void setHasCompletedOnboarding(bool completed);
     void setPinnedProcessNames(const QStringList &names);
     void addAttention();
+    void addBytesFreed(qint64 bytes);
+    /// Takes what was reported off the week's counters; what another program counted meanwhile stays.
+    void takeFromWeek(qint64 bytesFreed, qint64 attentionCount);
 
     /// Every key, in the order people are shown them.
     static const std::vector<Key> &keys();
@@ -64,6 +69,11 @@ public:
     bool store(const Key &key, const QJsonValue &value) { return m_store.store(key.name, value); }
     /// The stored value as it is; undefined when nothing is stored.
     QJsonValue stored(const Key &key) const { return m_store.value(key.name); }
+    /// Stores the value if nobody has changed the stored one since it was seen; false when somebody has.
+    bool replace(const Key &key, const QJsonValue &seen, const QJsonValue &value)
+    {
+        return m_store.replace(key.name, seen, value);
+    }
     /// False when it could not be written.
     bool unset(const Key &key) { return m_store.remove(key.name); }
 

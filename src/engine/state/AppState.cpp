@@ -43,6 +43,7 @@ AppState::AppState(std::shared_ptr<Machine> machine, Record record)
     : m_machine(std::move(machine)),
       m_record(record),
       m_sampler(std::make_shared<MachineSampler>(*m_machine)),
+      m_bookkeeping(1),
       m_refreshes(mostRefreshesAtOnce)
 {
     if (m_record == Record::everything)
@@ -128,10 +129,7 @@ void AppState::judgeHealth()
 
 void AppState::countAttention()
 {
-    // The disk's wait belongs on background work; with none free the count still must not be lost.
-    const auto count = [machine = m_machine] { Settings(*machine->settings).addAttention(); };
-    if (!m_refreshes.begin(count))
-        count();
+    m_bookkeeping.queue([machine = m_machine] { Settings(*machine->settings).addAttention(); });
 }
 
 void AppState::togglePin(const QString &name)
@@ -153,6 +151,42 @@ void AppState::requestMainSection(std::optional<MainSection> section)
 void AppState::snoozeUntil(std::optional<double> time)
 {
     m_snoozedUntil = time;
+    Q_EMIT changed();
+}
+
+void AppState::removeProcess(std::int32_t pid)
+{
+    m_processes.removeIf([&](const ProcessSample &process) { return process.pid == pid; });
+    Q_EMIT changed();
+}
+
+void AppState::removeLoginItem(const QString &id)
+{
+    m_loginItems.removeIf([&](const LoginItem &item) { return item.id() == id; });
+    Q_EMIT changed();
+}
+
+void AppState::setScanning(bool isScanning)
+{
+    m_isScanning = isScanning;
+    Q_EMIT changed();
+}
+
+void AppState::setLastScan(double time)
+{
+    m_lastScan = time;
+    Q_EMIT changed();
+}
+
+void AppState::setRemoving(bool isRemoving)
+{
+    m_isRemoving = isRemoving;
+    Q_EMIT changed();
+}
+
+void AppState::setLastCleanupSuccess(const std::optional<CleanupSuccess> &success)
+{
+    m_lastCleanupSuccess = success;
     Q_EMIT changed();
 }
 

@@ -1,14 +1,15 @@
 #pragma once
 
+#include "cleanup/CleanupSuccess.h"
 #include "engine/BrowserRollupEntry.h"
 #include "engine/HistoryPoint.h"
 #include "engine/SystemStats.h"
-#include "engine/state/BackgroundWork.h"
 #include "engine/state/MachineSampler.h"
 #include "health/HealthIssue.h"
 #include "health/HistoryKeeper.h"
 #include "health/LeakDetection.h"
 #include "health/LeakSuspect.h"
+#include "platform/BackgroundWork.h"
 #include "platform/Machine.h"
 #include "startup/LoginItem.h"
 
@@ -49,10 +50,25 @@ public:
     void requestMainSection(std::optional<MainSection> section);
     /// Silences the notifications until that time, seconds since 1970; absent lifts it.
     void snoozeUntil(std::optional<double> time);
+    /// Takes a program off the lists at once, before the next refresh would.
+    void removeProcess(std::int32_t pid);
+    /// The same for a startup item.
+    void removeLoginItem(const QString &id);
+    void setScanning(bool isScanning);
+    /// Seconds since 1970.
+    void setLastScan(double time);
+    void setRemoving(bool isRemoving);
+    void setLastCleanupSuccess(const std::optional<CleanupSuccess> &success);
     /// The live snapshot in plain lines, as the assistant is given it.
     QString systemContextSummary() const;
 
     Machine &machine() const { return *m_machine; }
+    std::shared_ptr<Machine> sharedMachine() const { return m_machine; }
+    /// Where counters and dates are read and written: off the main thread, one after the other in the order
+    /// asked.
+    BackgroundWork &bookkeeping() { return m_bookkeeping; }
+    /// Whether refreshes leave traces.
+    Record record() const { return m_record; }
 
     const SystemStats &stats() const { return m_stats; }
     const QList<ProcessSample> &processes() const { return m_processes; }
@@ -69,6 +85,10 @@ public:
     std::optional<double> snoozedUntil() const { return m_snoozedUntil; }
     const QList<LeakSuspect> &leakSuspects() const { return m_leakSuspects; }
     const std::set<QString> &pinnedNames() const { return m_pinnedNames; }
+    /// Whether a removal runs.
+    bool isRemoving() const { return m_isRemoving; }
+    /// The last removal's result while its banner is up.
+    const std::optional<CleanupSuccess> &lastCleanupSuccess() const { return m_lastCleanupSuccess; }
     std::optional<MainSection> requestedMainSection() const { return m_requestedMainSection; }
     /// Refreshes applied so far; 0 while the first one still runs.
     int refreshesApplied() const { return m_refreshesApplied; }
@@ -108,9 +128,12 @@ private:
     std::optional<double> m_snoozedUntil;
     QList<LeakSuspect> m_leakSuspects;
     std::set<QString> m_pinnedNames;
+    bool m_isRemoving = false;
+    std::optional<CleanupSuccess> m_lastCleanupSuccess;
     std::optional<MainSection> m_requestedMainSection;
     int m_refreshesApplied = 0;
 
+    BackgroundWork m_bookkeeping;
     BackgroundWork m_refreshes; // last, so that it is waited for while everything it uses still stands
 };
 

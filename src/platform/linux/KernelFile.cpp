@@ -10,21 +10,6 @@
 
 namespace swabby {
 
-Descriptor &Descriptor::operator=(Descriptor &&other) noexcept
-{
-    if (this != &other) {
-        reset();
-        m_number = std::exchange(other.m_number, -1);
-    }
-    return *this;
-}
-
-void Descriptor::reset()
-{
-    if (m_number >= 0)
-        ::close(std::exchange(m_number, -1));
-}
-
 Descriptor openForReading(const std::string &path)
 {
     // A named pipe among configuration files must not hold up the refresh.

@@ -1,34 +1,15 @@
 #pragma once
 
 #include "platform/TextScan.h"
+#include "platform/posix/Descriptor.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace swabby {
-
-/// Owns one file descriptor and closes it.
-class Descriptor {
-public:
-    Descriptor() = default;
-    explicit Descriptor(int number) : m_number(number) {}
-    Descriptor(Descriptor &&other) noexcept : m_number(std::exchange(other.m_number, -1)) {}
-    Descriptor &operator=(Descriptor &&other) noexcept;
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-    ~Descriptor() { reset(); }
-
-    bool isOpen() const { return m_number >= 0; }
-    int number() const { return m_number; }
-    void reset();
-
-private:
-    int m_number = -1;
-};
 
 /// Opens a file or folder for reading, closed on exec; not open when that fails.
 Descriptor openForReading(const std::string &path);

@@ -4,11 +4,18 @@
 #include "platform/linux/LinuxApplicationSource.h"
 #include "platform/linux/LinuxBootClock.h"
 #include "platform/linux/LinuxCleanupPlaces.h"
+#include "platform/linux/LinuxDisposal.h"
 #include "platform/linux/LinuxKernelCounters.h"
+#include "platform/linux/LinuxLoginService.h"
+#include "platform/linux/LinuxNotifier.h"
 #include "platform/linux/LinuxPowerSupply.h"
+#include "platform/linux/LinuxProcessControl.h"
 #include "platform/linux/LinuxProcessSurveyor.h"
+#include "platform/linux/LinuxSecretStore.h"
+#include "platform/linux/LinuxStartupControl.h"
 #include "platform/linux/LinuxRunningApplications.h"
 #include "platform/linux/LinuxStartupSource.h"
+#include "platform/linux/LinuxWorkspace.h"
 #include "platform/posix/PosixShell.h"
 
 #include <pwd.h>
@@ -18,6 +25,7 @@
 #include <array>
 #include <chrono>
 #include <cstdlib>
+#include <filesystem>
 
 namespace swabby {
 
@@ -71,6 +79,17 @@ std::string homeFolder()
     return folderVariable("HOME", found && found->pw_dir ? found->pw_dir : "/");
 }
 
+/// The program of that name beside the one that runs; the path an AppImage was started by, since what lies
+/// inside is gone with it.
+std::string ownProgram(const std::string &name)
+{
+    const std::string image = variable("APPIMAGE", {});
+    if (image.starts_with('/'))
+        return image;
+    std::error_code ignored;
+    return std::filesystem::read_symlink("/proc/self/exe", ignored).replace_filename(name).string();
+}
+
 double steadySeconds()
 {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
@@ -104,10 +123,12 @@ std::shared_ptr<Machine> makeThisComputer()
     machine->settings = std::make_unique<FileSettingsStore>(textOf(preferences + "/settings.json"));
     machine->shell = std::make_unique<PosixShell>(stop);
     machine->dock = std::make_unique<NoDockPresence>();
+    machine->disposal = std::make_unique<LinuxDisposal>(dataHome, *machine->clock);
     machine->kernel =
         std::make_unique<LinuxKernelCounters>(LinuxKernelCounters::Roots{procRoot, sysRoot, "/"});
     machine->power = std::make_unique<LinuxPowerSupply>(std::string(sysRoot) + "/class/power_supply");
     machine->boot = std::make_unique<LinuxBootClock>(procRoot);
+    machine->processControl = std::make_unique<LinuxProcessControl>(procRoot);
 
     const ProgramFolders programs = {
         {},
@@ -153,6 +174,19 @@ std::shared_ptr<Machine> makeThisComputer()
     startup.userBus = variable("DBUS_SESSION_BUS_ADDRESS", hasManager ? "unix:path=" + runtime + "/bus" : "");
     startup.pidRunning = pidRunning;
     startup.stop = stop;
+    machine->startupControl = std::make_unique<LinuxStartupControl>(
+        LinuxStartupControl::Folders{startup.autostart.user, startup.autostart.system, startup.units.user,
+                                     startup.userBus},
+        stop);
+    machine->login = std::make_unique<LinuxLoginService>(startup.autostart.user, startup.autostart.system,
+                                                         ownProgram("swabby"));
+    const std::string sessionBus = variable("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + runtime + "/bus");
+    machine->notifier = std::make_unique<LinuxNotifier>(sessionBus);
+    machine->workspace = std::make_unique<LinuxWorkspace>(
+        LinuxWorkspace::Sources{sessionBus, startup.autostart.desktops, programs.searched,
+                                textOf(startup.autostart.user)},
+        *machine->shell, stop);
+    machine->secrets = std::make_unique<LinuxSecretStore>(LinuxSecretStore::Patience(), stop);
     machine->startup = std::make_unique<LinuxStartupSource>(std::move(startup));
     return machine;
 }

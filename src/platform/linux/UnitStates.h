@@ -24,4 +24,11 @@ std::unordered_map<std::string, UnitState> unitStates(const std::string &busAddr
                                                       const std::vector<std::string> &units,
                                                       std::chrono::milliseconds limit, const StopToken &stop);
 
+enum class UnitChange { start, stop };
+
+/// Has the service manager start or stop a unit; whether it does is not told. Blocks for at most the given
+/// time.
+void changeUnit(const std::string &busAddress, UnitChange change, const std::string &unit,
+                std::chrono::milliseconds limit, const StopToken &stop);
+
 } // namespace swabby

@@ -2,7 +2,10 @@
 
 #include "platform/FileSettingsStore.h"
 #include "platform/machinefolder/FolderClock.h"
+#include "platform/machinefolder/FolderServices.h"
+#include "platform/machinefolder/FolderProcessControl.h"
 #include "platform/machinefolder/FolderRunningApplications.h"
+#include "platform/machinefolder/FolderDisposal.h"
 #include "platform/machinefolder/FolderShell.h"
 #include "platform/machinefolder/MachineDescription.h"
 #include "platform/mactools/HardwareReport.h"
@@ -10,6 +13,7 @@
 #include "platform/mactools/MacBootClock.h"
 #include "platform/mactools/MacCleanupPlaces.h"
 #include "platform/mactools/MacProcessSurveyor.h"
+#include "platform/mactools/MacStartupControl.h"
 #include "platform/mactools/MacStartupSource.h"
 
 #include <QtCore/QDir>
@@ -110,13 +114,23 @@ std::shared_ptr<Machine> makeFolderMachine(const QString &givenFolder, QString *
     machine->processes = std::make_unique<MacProcessSurveyor>(*machine->shell);
     machine->power = std::make_unique<FolderPowerSupply>(description, *machine->shell);
     machine->boot = std::make_unique<MacBootClock>(*machine->shell);
+    machine->processControl = std::make_unique<FolderProcessControl>(description->unsignalablePids(),
+                                                                    *machine->boot, machine->events);
     machine->startup = std::make_unique<MacStartupSource>(*machine->shell, machine->places);
+    machine->startupControl = std::make_unique<MacStartupControl>(*machine->shell, machine->places);
     machine->cleanup = macCleanupPlaces(pathOf(home), pathOf(machine->places.root));
     machine->applications = std::make_unique<MacApplicationSource>(
         machine->cleanup.root, machine->cleanup.home, description->bundleId());
     machine->runningApplications =
         std::make_unique<FolderRunningApplications>(description->runningApplications(), machine->events);
     machine->dock = std::make_unique<FolderDockPresence>(machine->events);
+    machine->notifier = std::make_unique<FolderNotifier>(machine->events);
+    machine->secrets = std::make_unique<FolderSecretStore>(folder + QStringLiteral("/keychain.json"));
+    machine->workspace = std::make_unique<FolderWorkspace>(machine->events);
+    machine->login =
+        std::make_unique<FolderLoginService>(folder + QStringLiteral("/opens-at-login"), machine->events);
+    machine->disposal = std::make_unique<FolderDisposal>(QFile::encodeName(folder).toStdString(),
+                                                         description->trashRefuses(), machine->events);
     return machine;
 }
 

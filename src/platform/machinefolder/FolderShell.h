@@ -17,6 +17,11 @@ public:
     std::optional<std::string> run(const std::string &executable, const std::vector<std::string> &arguments,
                                    ToolOutput output = ToolOutput::bothStreams,
                                    const StopToken &stop = {}) override;
+    /// Nothing of a described machine outlives this program.
+    bool launch(const std::string & /*executable*/, const std::vector<std::string> & /*arguments*/) override
+    {
+        return false;
+    }
 
 private:
     std::string m_folder;

@@ -168,4 +168,22 @@ std::vector<DescribedApplication> MachineDescription::runningApplications() cons
     return applications;
 }
 
+std::set<std::int32_t> MachineDescription::unsignalablePids() const
+{
+    std::set<std::int32_t> pids;
+    for (const QJsonValue &described : m_facts.value(QLatin1String("unsignalablePids")).toArray())
+        if (const auto pid = wholeNumber<std::int32_t>(described))
+            pids.insert(*pid);
+    return pids;
+}
+
+std::vector<std::filesystem::path> MachineDescription::trashRefuses() const
+{
+    std::vector<std::filesystem::path> paths;
+    for (const QJsonValue &path : m_facts.value(QLatin1String("trashRefuses")).toArray())
+        if (path.isString())
+            paths.emplace_back(QFile::encodeName(path.toString()).toStdString());
+    return paths;
+}
+
 } // namespace swabby

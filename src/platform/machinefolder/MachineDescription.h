@@ -7,8 +7,10 @@
 #include <QtCore/QJsonObject>
 
 #include <atomic>
+#include <filesystem>
 #include <memory>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace swabby {
@@ -44,6 +46,9 @@ public:
     QString bundleId() const;
     /// Without those that have no pid.
     std::vector<DescribedApplication> runningApplications() const;
+    std::set<std::int32_t> unsignalablePids() const;
+    /// What cannot be moved to the Trash, nor anything under it.
+    std::vector<std::filesystem::path> trashRefuses() const;
 
 private:
     QJsonObject m_facts;

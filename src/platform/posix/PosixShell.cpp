@@ -1,6 +1,7 @@
 #include "platform/posix/PosixShell.h"
 
 #include "platform/Utf8.h"
+#include "platform/posix/Descriptor.h"
 
 #include <cerrno>
 #include <csignal>
@@ -9,32 +10,13 @@
 #include <poll.h>
 #include <spawn.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 extern char **environ;
 
 namespace swabby {
 namespace {
-
-class Descriptor {
-public:
-    explicit Descriptor(int number = -1) : m_number(number) {}
-    ~Descriptor() { close(); }
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-
-    int number() const { return m_number; }
-    void set(int number) { m_number = number; }
-    void close()
-    {
-        if (m_number >= 0)
-            ::close(m_number);
-        m_number = -1;
-    }
-
-private:
-    int m_number;
-};
 
 bool makePipe(Descriptor &readEnd, Descriptor &writeEnd)
 {
@@ -48,8 +30,8 @@ bool makePipe(Descriptor &readEnd, Descriptor &writeEnd)
     ::fcntl(ends[0], F_SETFD, FD_CLOEXEC);
     ::fcntl(ends[1], F_SETFD, FD_CLOEXEC);
 #endif
-    readEnd.set(ends[0]);
-    writeEnd.set(ends[1]);
+    readEnd = Descriptor(ends[0]);
+    writeEnd = Descriptor(ends[1]);
     return true;
 }
 
@@ -83,9 +65,16 @@ std::vector<char *> pointersTo(const std::vector<std::string> &texts)
     return pointers;
 }
 
+/// Whether a child ends with this program or has a session of its own.
+enum class Bond { child, stranger };
+
+/// Where a stranger writes to: nowhere.
+constexpr int noOutput = -1;
+
 // The child starts with default signals, no blocked ones, in a group of its own.
 pid_t spawn(const std::string &executable, const std::vector<std::string> &arguments,
-            const std::vector<std::string> &environment, int outputEnd, ToolOutput output)
+            const std::vector<std::string> &environment, int outputEnd, ToolOutput output,
+            Bond bond = Bond::child)
 {
     posix_spawn_file_actions_t actions;
     posix_spawnattr_t attributes;
@@ -96,7 +85,10 @@ pid_t spawn(const std::string &executable, const std::vector<std::string> &argum
         return -1;
     }
     ::posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    ::posix_spawn_file_actions_adddup2(&actions, outputEnd, STDOUT_FILENO);
+    if (outputEnd == noOutput)
+        ::posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    else
+        ::posix_spawn_file_actions_adddup2(&actions, outputEnd, STDOUT_FILENO);
     if (output == ToolOutput::bothStreams)
         ::posix_spawn_file_actions_adddup2(&actions, outputEnd, STDERR_FILENO);
     else
@@ -109,8 +101,9 @@ pid_t spawn(const std::string &executable, const std::vector<std::string> &argum
     ::posix_spawnattr_setsigmask(&attributes, &none);
     ::posix_spawnattr_setsigdefault(&attributes, &all);
     ::posix_spawnattr_setpgroup(&attributes, 0);
-    ::posix_spawnattr_setflags(&attributes,
-                               POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
+    ::posix_spawnattr_setflags(
+        &attributes, static_cast<short>(POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF |
+                                        (bond == Bond::child ? POSIX_SPAWN_SETPGROUP : POSIX_SPAWN_SETSID)));
 
     std::vector<std::string> words = {executable};
     words.insert(words.end(), arguments.begin(), arguments.end());
@@ -177,6 +170,19 @@ std::optional<std::string> PosixShell::run(const std::string &executable,
     return runWith({}, executable, arguments, output, stop, [] {});
 }
 
+bool PosixShell::launch(const std::string &executable, const std::vector<std::string> &arguments)
+{
+    if (m_stop.stopRequested())
+        return false;
+    const pid_t child = spawn(executable, arguments, environmentFor({}), noOutput, ToolOutput::standardOutput,
+                              Bond::stranger);
+    if (child < 0)
+        return false;
+    // Somebody has to take note of its end, however much later that is.
+    std::thread([child] { ::waitpid(child, nullptr, 0); }).detach();
+    return true;
+}
+
 std::optional<std::string> PosixShell::runWith(const Variables &variables, const std::string &executable,
                                                const std::vector<std::string> &arguments, ToolOutput output,
                                                const StopToken &stop, const std::function<void()> &started)
@@ -186,14 +192,14 @@ std::optional<std::string> PosixShell::runWith(const Variables &variables, const
     if (m_stop.stopRequested() || stop.stopRequested() || !makePipe(readEnd, writeEnd))
         return std::nullopt;
     const pid_t child = spawn(executable, arguments, environmentFor(variables), writeEnd.number(), output);
-    writeEnd.close();
+    writeEnd.reset();
     if (child < 0)
         return std::nullopt;
     started();
 
     std::string text;
     readAll(readEnd.number(), m_stop, stop, text);
-    readEnd.close();
+    readEnd.reset();
     waitForEnd(child, m_stop, stop);
     if (output != ToolOutput::fileNames && !isUtf8(text))
         return std::nullopt;

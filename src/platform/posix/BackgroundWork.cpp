@@ -1,4 +1,4 @@
-#include "engine/state/BackgroundWork.h"
+#include "platform/BackgroundWork.h"
 
 #include "platform/posix/ThreadPriority.h"
 
@@ -17,12 +17,26 @@ BackgroundWork::~BackgroundWork()
     wait();
 }
 
-bool BackgroundWork::begin(std::function<void()> task)
+namespace {
+
+std::function<void()> withLowPriority(std::function<void()> task)
 {
-    return m_threads.tryStart([task = std::move(task)] {
+    return [task = std::move(task)] {
         useUtilityPriority();
         task();
-    });
+    };
+}
+
+} // namespace
+
+bool BackgroundWork::begin(std::function<void()> task)
+{
+    return m_threads.tryStart(withLowPriority(std::move(task)));
+}
+
+void BackgroundWork::queue(std::function<void()> task)
+{
+    m_threads.start(withLowPriority(std::move(task)));
 }
 
 void BackgroundWork::wait()

@@ -1,0 +1,21 @@
+#include "ai/flows/AssistantNotes.h"
+
+namespace swabby {
+
+QString AssistantNotes::sentForAnswer()
+{
+    return QStringLiteral("Sent to Claude to generate this answer.");
+}
+
+QString AssistantNotes::sentForExplanation()
+{
+    return QStringLiteral("Sent to Claude to generate this explanation.");
+}
+
+QString AssistantNotes::wantsKey()
+{
+    return QStringLiteral("The assistant has no connection of its own yet. Adding a key of yours in the AI "
+                          "settings brings the answers.");
+}
+
+} // namespace swabby

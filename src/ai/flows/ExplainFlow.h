@@ -1,0 +1,42 @@
+#pragma once
+
+#include "ai/CloudAI.h"
+
+#include <QtCore/QObject>
+
+namespace swabby {
+
+/// "What is this?" for one program or startup item, as long as its card is open. Main thread.
+class ExplainFlow : public QObject {
+    Q_OBJECT
+
+public:
+    ExplainFlow(ExplainRequest request, CloudAI &ai) : m_request(std::move(request)), m_ai(ai) {}
+
+    /// Asks for the explanation.
+    void load();
+
+    const ExplainRequest &request() const { return m_request; }
+    bool isLoading() const { return m_isLoading; }
+    /// The explanation; none before it has arrived.
+    const std::optional<QString> &text() const { return m_text; }
+    /// What is to be said beneath it; may be empty.
+    const QString &note() const { return m_note; }
+
+    /// While it has not arrived.
+    static QString waitingText();
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    QCoro::Task<> loadText();
+
+    const ExplainRequest m_request;
+    CloudAI &m_ai;
+    bool m_isLoading = false;
+    std::optional<QString> m_text;
+    QString m_note;
+};
+
+} // namespace swabby

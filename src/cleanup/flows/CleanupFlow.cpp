@@ -1,0 +1,103 @@
+#include "cleanup/flows/CleanupFlow.h"
+
+#include "app/settings/Settings.h"
+#include "cleanup/PutBackRecord.h"
+#include "cleanup/RemovalRun.h"
+#include "cleanup/Scans.h"
+
+#include <QCoroFuture>
+
+#include <QtCore/QPointer>
+#include <QtCore/QTimer>
+
+namespace swabby {
+namespace {
+
+constexpr int runsAtOnce = 8;
+
+/// The whole background half of a removal.
+CleanupSuccess carryOut(const std::vector<RemovableItem> &items, Machine &machine, const StopToken &stop)
+{
+    const RemovalOutcome outcome =
+        removeItems(items, excludeListFrom(*machine.settings), machine, stop);
+    PutBackRecord(machine.places.applicationData).store(outcome.trashed);
+    const std::int64_t freed = totalBytes(items);
+    if (freed >= 1)
+        Settings(*machine.settings).addBytesFreed(freed);
+    return {.id = QUuid::createUuid(),
+            .itemCount = static_cast<qint64>(items.size()),
+            .freedBytes = freed,
+            .left = outcome.left,
+            .canBePutBack = static_cast<qint64>(outcome.trashed.size())};
+}
+
+} // namespace
+
+CleanupFlow::CleanupFlow(AppState &state, std::chrono::milliseconds bannerTime)
+    : m_state(state),
+      m_bannerTime(bannerTime),
+      m_canPutBack(!PutBackRecord(state.machine().places.applicationData).load().empty()),
+      m_work(runsAtOnce)
+{
+}
+
+CleanupFlow::~CleanupFlow()
+{
+    m_stop.requestStop();
+}
+
+void CleanupFlow::remove(const std::vector<RemovableItem> &items)
+{
+    if (!items.empty())
+        run(items);
+}
+
+QCoro::Task<> CleanupFlow::run(std::vector<RemovableItem> items)
+{
+    const QPointer self(this);
+    m_state.setRemoving(true);
+    const auto running =
+        m_work.ask([items = std::move(items), machine = m_state.sharedMachine(), stop = m_stop.token()] {
+            return carryOut(items, *machine, stop);
+        });
+    const CleanupSuccess success = co_await running;
+    if (!self)
+        co_return;
+    m_canPutBack = success.canBePutBack > 0;
+    m_state.setRemoving(false);
+    showBanner(success);
+    Q_EMIT removed(success);
+}
+
+void CleanupFlow::showBanner(const CleanupSuccess &success)
+{
+    m_state.setLastCleanupSuccess(success);
+    QTimer::singleShot(m_bannerTime, this, [this, id = success.id] {
+        // A newer run's banner has a time of its own.
+        if (m_state.lastCleanupSuccess() && m_state.lastCleanupSuccess()->id == id)
+            m_state.setLastCleanupSuccess(std::nullopt);
+    });
+}
+
+void CleanupFlow::putBack()
+{
+    if (m_canPutBack)
+        restore();
+}
+
+QCoro::Task<> CleanupFlow::restore()
+{
+    const QPointer self(this);
+    m_canPutBack = false;
+    const auto restoring = m_work.ask([machine = m_state.sharedMachine()] {
+        return PutBackRecord(machine->places.applicationData).putBackAll(*machine->disposal);
+    });
+    const PutBackResult outcome = co_await restoring;
+    if (!self)
+        co_return;
+    m_canPutBack = outcome.left > 0;
+    m_state.setLastCleanupSuccess(std::nullopt);
+    Q_EMIT restored(outcome.restored, outcome.left);
+}
+
+} // namespace swabby

@@ -1,0 +1,117 @@
+#include "cleanup/PutBackRecord.h"
+#include "cleanup/RemovalRun.h"
+#include "cleanup/Scans.h"
+#include "cleanup/flows/CleanupFlow.h"
+#include "cleanup/flows/ConfirmationBuilder.h"
+#include "cli/Background.h"
+#include "cli/Output.h"
+#include "cli/StateJson.h"
+#include "cli/Verbs.h"
+
+#include <algorithm>
+
+namespace swabby {
+namespace {
+
+/// The items of these ids, each once, in the order asked for.
+std::vector<RemovableItem> itemsOf(const QStringList &ids, const std::vector<RemovableItem> &all)
+{
+    std::vector<RemovableItem> items;
+    QStringList seen;
+    for (const QString &id : ids) {
+        const auto item =
+            std::find_if(all.begin(), all.end(), [&](const RemovableItem &known) { return known.id == id; });
+        if (item != all.end() && !seen.contains(id))
+            items.push_back(*item);
+        seen.append(id);
+    }
+    return items;
+}
+
+/// Says of each id that stands for nothing that it does.
+bool areAllKnown(const QStringList &ids, const std::vector<RemovableItem> &items)
+{
+    bool areKnown = true;
+    for (const QString &id : ids) {
+        if (std::any_of(items.begin(), items.end(), [&](const RemovableItem &item) { return item.id == id; }))
+            continue;
+        printProblem(
+            QStringLiteral("swabbyctl: nothing to remove has the id \"%1\"; swabbyctl items lists the ids")
+                .arg(id));
+        areKnown = false;
+    }
+    return areKnown;
+}
+
+/// What came of the question; success is absent when it was not agreed to.
+void printRun(const Arguments &arguments, const ConfirmationInfo &info,
+              const std::vector<RemovableItem> &items, const std::optional<CleanupSuccess> &success)
+{
+    if (arguments.json)
+        print(jsonText(QJsonObject{
+                  {QStringLiteral("title"), info.title},
+                  {QStringLiteral("message"), info.message},
+                  {QStringLiteral("confirmLabel"), info.confirmLabel},
+                  {QStringLiteral("confirmed"), success.has_value()},
+                  {QStringLiteral("itemCount"), static_cast<qint64>(items.size())},
+                  {QStringLiteral("freedBytes"), static_cast<qint64>(totalBytes(items))},
+                  {QStringLiteral("banner"), success ? QJsonValue(bannerText(*success)) : QJsonValue()},
+                  {QStringLiteral("left"), success ? success->left : 0}}) +
+              '\n');
+    else if (success)
+        print(bannerText(*success) + QLatin1Char('\n') +
+              (success->left > 0 ? leftText(*success) + QLatin1Char('\n') : QString()) +
+              (success->canBePutBack > 0
+                   ? QStringLiteral("\"swabbyctl put-back\" takes what is in the Trash back out.\n")
+                   : QString()));
+    else
+        print(QStringLiteral("Nothing was removed.\n"));
+    QCoreApplication::exit(success ? done : notDone);
+}
+
+void askAndRemove(const Arguments &arguments, const std::vector<RemovableItem> &items, CleanupFlow &flow)
+{
+    const ConfirmationInfo info = ConfirmationBuilder::remove(items, flow);
+    if (!areAllKnown(arguments.operands, items) || !isAgreed(arguments, info)) {
+        printRun(arguments, info, items, std::nullopt);
+        return;
+    }
+    QObject::connect(&flow, &CleanupFlow::removed, &flow,
+                     [=](const CleanupSuccess &success) { printRun(arguments, info, items, success); });
+    info.onConfirm();
+}
+
+} // namespace
+
+int runRemove(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
+{
+    AppState state(machine, Record::nothing);
+    CleanupFlow flow(state);
+    const ScanControl control = terminalControl(*machine);
+    const auto scan = [&] { return itemsNamed(arguments.operands, *machine, control); };
+    return runInBackground(*machine, scan, [&](const std::vector<RemovableItem> &all) {
+        askAndRemove(arguments, itemsOf(arguments.operands, all), flow);
+    });
+}
+
+int runPutBack(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
+{
+    const auto putBack = [&] {
+        return PutBackRecord(machine->places.applicationData).putBackAll(*machine->disposal);
+    };
+    return runInBackground(*machine, putBack, [&](const PutBackResult &result) {
+        if (arguments.json)
+            print(jsonText(QJsonObject{{QStringLiteral("restored"), result.restored},
+                                       {QStringLiteral("left"), result.left}}) +
+                  '\n');
+        else if (result == PutBackResult())
+            print(QStringLiteral("There is nothing to put back.\n"));
+        else
+            print(QStringLiteral("Put back: %1. Still in the Trash: %2.\n")
+                      .arg(result.restored)
+                      .arg(result.left));
+        QCoreApplication::exit(result == PutBackResult() ? notDone : done);
+    });
+}
+
+} // namespace swabby

@@ -1,0 +1,67 @@
+#include "cli/Background.h"
+#include "cli/Output.h"
+#include "cli/Verbs.h"
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace swabby {
+namespace {
+
+bool hasErrorTerminal()
+{
+    static const bool result = ::isatty(STDERR_FILENO) == 1;
+    return result;
+}
+
+QString lineFromInput()
+{
+    QByteArray line;
+    for (int character = std::fgetc(stdin); character != EOF && character != '\n';
+         character = std::fgetc(stdin))
+        line.append(static_cast<char>(character));
+    return QString::fromUtf8(line).trimmed();
+}
+
+} // namespace
+
+ScanControl terminalControl(const Machine &machine)
+{
+    ScanControl control;
+    control.stop = machine.stop.token();
+    if (!hasErrorTerminal())
+        return control;
+    control.progress = [](const ScanProgress &progress) {
+        constexpr qsizetype widest = 60;
+        constexpr std::int64_t whole = 100;
+        const QByteArray what = harmless(progress.what).left(widest).toUtf8();
+        if (progress.total > 0)
+            std::fprintf(stderr, "\r\x1b[K%3d%%  %s",
+                         static_cast<int>(progress.done * whole / progress.total), what.constData());
+        else
+            std::fprintf(stderr, "\r\x1b[K%s", what.constData());
+    };
+    return control;
+}
+
+void clearProgress()
+{
+    if (hasErrorTerminal())
+        std::fprintf(stderr, "\r\x1b[K");
+}
+
+bool isAgreed(const Arguments &arguments, const ConfirmationInfo &info)
+{
+    if (arguments.yes)
+        return true;
+    if (::isatty(STDIN_FILENO) != 1)
+        return false;
+    const QByteArray question = (harmless(info.title) + QLatin1Char('\n') + harmless(info.message) +
+                                 QLatin1Char('\n') + info.confirmLabel + QStringLiteral("? [y/N] "))
+                                    .toUtf8();
+    std::fputs(question.constData(), stderr);
+    const QString answer = lineFromInput().toLower();
+    return answer == QLatin1String("y") || answer == QLatin1String("yes");
+}
+
+} // namespace swabby

@@ -1,0 +1,132 @@
+#include "platform/machinefolder/FolderDisposal.h"
+
+#include "platform/Utf8.h"
+#include "platform/posix/EntryMove.h"
+#include "platform/posix/HeldFolder.h"
+#include "platform/posix/TreeRemoval.h"
+
+#include <algorithm>
+#include <fcntl.h>
+
+namespace swabby {
+namespace {
+
+using Path = std::filesystem::path;
+
+constexpr std::size_t longestName = 255;
+
+QJsonObject fromTo(const Path &from, const Path &to)
+{
+    return {{QStringLiteral("from"), textOf(from.native())}, {QStringLiteral("to"), textOf(to.native())}};
+}
+
+/// The same place by the path that needs no links above its last part.
+Path withoutLinks(const Path &path)
+{
+    std::error_code problem;
+    const Path folder = std::filesystem::weakly_canonical(path.parent_path(), problem);
+    return problem ? path : folder / path.filename();
+}
+
+Path withoutSlash(const Path &path)
+{
+    const Path normal = path.lexically_normal();
+    return normal.has_filename() ? normal : normal.parent_path();
+}
+
+bool startsWith(const Path &path, const Path &start)
+{
+    return std::mismatch(start.begin(), start.end(), path.begin(), path.end()).first == start.end();
+}
+
+} // namespace
+
+bool FolderDisposal::isInside(int folder) const
+{
+    const auto whole = identityOf(holdFolder(m_folder).number());
+    return whole && liesAtOrUnder(folder, *whole);
+}
+
+bool FolderDisposal::isRefused(const Path &path) const
+{
+    return std::any_of(m_trashRefuses.begin(), m_trashRefuses.end(), [&](const Path &given) {
+        const Path refused = withoutSlash(given);
+        return startsWith(path, refused) || startsWith(withoutLinks(path), withoutLinks(refused));
+    });
+}
+
+std::optional<TrashedItem> FolderDisposal::moveToTrash(const RemovalTarget &target)
+{
+    const auto entry = passGuard(target);
+    if (!entry || !isInside(entry->folder.number()) || isRefused(target.path))
+        return std::nullopt;
+    const Descriptor home = holdFolder(m_folder / "home");
+    if (!isInside(home.number()))
+        return std::nullopt;
+    const Descriptor trash = holdOwnFolder(home.number(), ".Trash", Missing::make);
+    const auto identity = identityOf(trash.number());
+    if (!identity || liesAtOrUnder(entry->folder.number(), *identity) ||
+        liesAtOrUnder(trash.number(), target.identity))
+        return std::nullopt;
+
+    const auto nameOf = [&](int attempt) { return numberedName(entry->name, attempt, longestName); };
+    const auto isTaken = [&](int attempt) { return identityIn(trash.number(), nameOf(attempt)).has_value(); };
+    int attempt = isTaken(1) ? firstFreeAttempt(isTaken) : 1;
+    MoveResult result = MoveResult::nameTaken;
+    for (; result == MoveResult::nameTaken; ++attempt) {
+        result = moveEntry({entry->folder.number(), entry->name}, {trash.number(), nameOf(attempt)},
+                           target.identity);
+        if (result != MoveResult::moved)
+            continue;
+        const Path to = trashPath() / nameOf(attempt);
+        m_events.write(QStringLiteral("trash"), fromTo(target.path, to));
+        return TrashedItem{target.path, to, target.identity};
+    }
+    return std::nullopt;
+}
+
+bool FolderDisposal::putBack(const TrashedItem &item)
+{
+    const Descriptor trash = holdFolder(AT_FDCWD, trashPath().native(), Links::refuse);
+    const std::string name = item.trashed.filename().native();
+    const auto found = notedThing({trash.number(), name}, item.identity);
+    if (item.trashed.parent_path() != trashPath() || !isInside(trash.number()) || !found ||
+        !startsWith(item.from, m_folder))
+        return false;
+
+    const Descriptor whole = holdFolder(m_folder);
+    MadeFolders parent(whole.number(), item.from.parent_path().lexically_relative(m_folder), 0777,
+                       [this](int folder) { return isInside(folder); });
+    if (moveEntry({trash.number(), name}, {parent.last().number(), item.from.filename().native()}, *found) !=
+        MoveResult::moved) {
+        parent.undo();
+        return false;
+    }
+    m_events.write(QStringLiteral("putBack"), fromTo(item.trashed, item.from));
+    return true;
+}
+
+bool FolderDisposal::deleteOutright(const RemovalTarget &target)
+{
+    const auto entry = passGuard(target);
+    if (!entry || !isInside(entry->folder.number()) || !deleteGuarded(*entry, target))
+        return false;
+    m_events.write(QStringLiteral("delete"), textOf(target.path.native()));
+    return true;
+}
+
+bool FolderDisposal::emptyFolder(const RemovalTarget &target, const MustStay &mustStay)
+{
+    const auto entry = passGuard(target);
+    return entry && isInside(entry->folder.number()) &&
+           emptyGuarded(*entry, target, mustStay, [&](const std::string &name) {
+               m_events.write(QStringLiteral("delete"), textOf((target.path / name).native()));
+           });
+}
+
+bool FolderDisposal::emptyTrash(const RemovalTarget &trash, const MustStay &mustStay)
+{
+    return emptyFolder(trash, mustStay);
+}
+
+} // namespace swabby

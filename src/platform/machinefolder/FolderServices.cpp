@@ -1,0 +1,92 @@
+#include "platform/machinefolder/FolderServices.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QSaveFile>
+
+namespace swabby {
+namespace {
+
+constexpr auto ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
+
+QJsonObject readObject(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
+}
+
+/// Closed to others before there is anything in it.
+bool writePrivately(const QString &path, const QByteArray &content)
+{
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.setPermissions(ownerOnly) &&
+           file.write(content) == content.size() && file.commit();
+}
+
+} // namespace
+
+void FolderNotifier::post(const Notification &notification, std::function<void()> /*opened*/)
+{
+    m_events.write(QStringLiteral("notification"), QJsonObject{{QStringLiteral("title"), notification.title},
+                                                               {QStringLiteral("body"), notification.body}});
+}
+
+bool FolderWorkspace::reveal(const QString &path)
+{
+    m_events.write(QStringLiteral("reveal"), path);
+    return true;
+}
+
+bool FolderWorkspace::openLoginItemSettings()
+{
+    m_events.write(QStringLiteral("open"),
+                   QStringLiteral("x-apple.systempreferences:com.apple.LoginItems-Settings.extension"));
+    return true;
+}
+
+bool FolderLoginService::isEnabled()
+{
+    return QFile::exists(m_registerFile);
+}
+
+QString FolderLoginService::registerAtLogin()
+{
+    QFile file(m_registerFile);
+    if (!file.open(QIODevice::WriteOnly))
+        return file.errorString();
+    m_events.write(QStringLiteral("loginAtLogin"), true);
+    return {};
+}
+
+QString FolderLoginService::unregister()
+{
+    QFile file(m_registerFile);
+    if (file.exists() && !file.remove())
+        return file.errorString();
+    m_events.write(QStringLiteral("loginAtLogin"), false);
+    return {};
+}
+
+std::optional<QString> FolderSecretStore::read(const QString &account)
+{
+    const QJsonValue secret = readObject(m_file).value(account);
+    return secret.isString() ? std::optional(secret.toString()) : std::nullopt;
+}
+
+bool FolderSecretStore::write(const QString &value, const QString &account)
+{
+    QJsonObject secrets = readObject(m_file);
+    secrets.insert(account, value);
+    return writePrivately(m_file, QJsonDocument(secrets).toJson());
+}
+
+void FolderSecretStore::remove(const QString &account)
+{
+    QJsonObject secrets = readObject(m_file);
+    if (!secrets.contains(account))
+        return;
+    secrets.remove(account);
+    writePrivately(m_file, QJsonDocument(secrets).toJson());
+}
+
+} // namespace swabby

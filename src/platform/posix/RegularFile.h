@@ -1,0 +1,57 @@
+#pragma once
+
+#include "platform/FileIdentity.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <utility>
+
+namespace swabby {
+
+/// A regular file that is open for reading. Reading blocks for as long as the disk does; opening never waits
+/// for anything else, since a pipe, a socket or a device is not opened and a link is not followed.
+class RegularFile {
+public:
+    /// No value when it is no regular file or may not be read.
+    static std::optional<RegularFile> open(const std::filesystem::path &path);
+    /// The same of a name in a folder that is open under this descriptor, which was a regular file a moment
+    /// ago: opening it is the first that is done with it.
+    static std::optional<RegularFile> openIn(int folder, const char *name);
+
+    RegularFile(RegularFile &&other) noexcept
+        : m_descriptor(std::exchange(other.m_descriptor, -1)), m_facts(other.m_facts)
+    {
+    }
+    RegularFile &operator=(RegularFile &&other) noexcept
+    {
+        std::swap(m_descriptor, other.m_descriptor);
+        std::swap(m_facts, other.m_facts);
+        return *this;
+    }
+    ~RegularFile();
+
+    /// What it was when it was opened.
+    const FileIdentity &identity() const { return m_facts.identity; }
+    /// Fills the buffer from there on. False when it cannot be read or ends before.
+    bool readAt(std::int64_t offset, char *buffer, std::size_t size) const;
+    /// Tells the system that all of it will be read in turn.
+    void expectWholeReading() const;
+    /// Whether it was written to since it was opened, also when its time was set back.
+    bool hasChanged() const;
+
+private:
+    struct Facts {
+        FileIdentity identity;
+        std::int64_t changedNanoseconds = 0; ///< when content or attributes changed last; nobody can set it
+    };
+
+    explicit RegularFile(int descriptor) : m_descriptor(descriptor) {}
+    static std::optional<Facts> factsOf(int descriptor);
+
+    int m_descriptor = -1;
+    Facts m_facts;
+};
+
+} // namespace swabby

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/posix/RemovalGuard.h"
+
+namespace swabby {
+
+/// Deletes what has that name in a held folder, a folder with everything in it. No link is followed and no
+/// other mount entered, whatever is swapped meanwhile; the user's own read-only folders are opened up on the
+/// way. Depth costs neither stack nor descriptors. Something other than expected stays. False when something
+/// stayed; a folder in which something stayed remains.
+bool removeEntry(int folder, const std::string &name,
+                 const std::optional<FileIdentity> &expected = std::nullopt);
+
+/// Told of every direct child that is wholly gone.
+using ChildGone = std::function<void(const std::string &name)>;
+
+/// Deletes every child of a held folder but those that must stay, which are asked for as children of
+/// shownAs. False when something stayed.
+bool removeChildren(int folder, const std::filesystem::path &shownAs, const MustStay &mustStay,
+                    const ChildGone &gone = {});
+
+/// What remains of Disposal::deleteOutright and Disposal::emptyFolder once the guard is passed.
+bool deleteGuarded(const HeldEntry &entry, const RemovalTarget &target);
+bool emptyGuarded(const HeldEntry &entry, const RemovalTarget &target, const MustStay &mustStay,
+                  const ChildGone &gone = {});
+
+} // namespace swabby

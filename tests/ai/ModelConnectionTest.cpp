@@ -1,0 +1,249 @@
+#include "ai/CloudAI.h"
+#include "support/LoopbackServer.h"
+#include "support/TemporaryMachine.h"
+
+#include <QtCore/QElapsedTimer>
+#include <QtCore/QProcess>
+#include <QtCore/QStandardPaths>
+#include <QtCore/QTimer>
+#include <QtNetwork/QSslKey>
+#include <QtNetwork/QSslSocket>
+#include <QtTest/QTest>
+
+using namespace swabby;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr ModelConnection::Limits patient;
+
+/// The answer, however long it takes.
+ModelResponse wait(const QFuture<ModelResponse> &future)
+{
+    return waitUntil([&] { return future.isFinished(); }) ? future.result() : ModelResponse{"never", false};
+}
+
+ModelResponse post(const QUrl &address, ModelConnection::Limits limits = patient,
+                   const QByteArray &key = "sk")
+{
+    ModelConnection connection(limits);
+    return wait(connection.post({address, key, "{}"}));
+}
+
+/// Sends a piece again and again until nobody is there.
+LoopbackServer::Respond drip(const QByteArray &start, const QByteArray &piece,
+                             std::chrono::milliseconds pause)
+{
+    return [=](QTcpSocket &socket, const HttpRequest &) {
+        socket.write(start);
+        auto *timer = new QTimer(&socket);
+        QObject::connect(timer, &QTimer::timeout, &socket, [&socket, piece] { socket.write(piece); });
+        timer->start(pause);
+    };
+}
+
+} // namespace
+
+class ModelConnectionTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { qunsetenv("ANTHROPIC_API_KEY"); }
+
+    void redirectsAreNotFollowed_data()
+    {
+        QTest::addColumn<int>("status");
+        for (const int status : {301, 302, 303, 307, 308})
+            QTest::addRow("%d", status) << status;
+    }
+
+    void redirectsAreNotFollowed()
+    {
+        QFETCH(int, status);
+        LoopbackServer elsewhere(always(httpAnswer(200, "{}")));
+        LoopbackServer server(
+            always(httpAnswer(status, "{}", "Location: " + elsewhere.url().toEncoded() + "\r\n")));
+        const ModelResponse response = post(server.url());
+        QVERIFY(!response.body && response.wasSent);
+        QCOMPARE(server.requests().size(), 1);
+        QCOMPARE(elsewhere.connections(), 0);
+    }
+
+    void aStrangersCertificateEndsIt()
+    {
+        if (QStandardPaths::findExecutable(u"openssl"_qs).isEmpty())
+            QSKIP("no openssl to make a certificate with");
+        const QTemporaryDir folder;
+        const QString certificate = folder.filePath(u"certificate"_qs);
+        const QString key = folder.filePath(u"key"_qs);
+        QProcess maker;
+        maker.start(u"openssl"_qs,
+                    {u"req"_qs, u"-x509"_qs, u"-newkey"_qs, u"rsa:2048"_qs, u"-nodes"_qs, u"-batch"_qs,
+                     u"-subj"_qs, u"/CN=127.0.0.1"_qs, u"-addext"_qs, u"subjectAltName=IP:127.0.0.1"_qs,
+                     u"-keyout"_qs, key, u"-out"_qs, certificate});
+        QVERIFY(maker.waitForFinished() && maker.exitCode() == 0);
+        QFile keyFile(key);
+        QVERIFY(keyFile.open(QIODevice::ReadOnly));
+        QSslConfiguration encryption = QSslConfiguration::defaultConfiguration();
+        encryption.setLocalCertificateChain(QSslCertificate::fromPath(certificate));
+        encryption.setPrivateKey(QSslKey(keyFile.readAll(), QSsl::Rsa));
+        const QByteArray good = httpAnswer(200, modelReply(u"Trust me."_qs));
+        LoopbackServer server(always(good), encryption);
+        TemporaryMachine machine;
+        qputenv("ANTHROPIC_API_KEY", "sk-a");
+        CloudAI ai(machine.open(), {.direct = server.url(), .proxy = server.url()});
+        const auto answer = QCoro::waitFor(ai.ask(u"Why?"_qs, {}));
+        QCOMPARE(answer.value.explanation, u"Couldn't come up with an answer right now."_qs);
+        QVERIFY(!answer.wasSent);
+        QCOMPARE(server.bytesReceived(), 0);
+
+        // With the same certificate trusted it is the answer that comes.
+        encryption.setCaCertificates(encryption.localCertificateChain());
+        QSslSocket socket;
+        socket.setSslConfiguration(encryption);
+        socket.connectToHostEncrypted(u"127.0.0.1"_qs, static_cast<quint16>(server.url().port()));
+        QVERIFY(waitUntil([&] { return socket.isEncrypted(); }));
+    }
+
+    void nothingIsAnswered_data()
+    {
+        QTest::addColumn<QByteArray>("answer");
+        QTest::newRow("no answer at all") << QByteArray();
+        QTest::newRow("no HTTP") << QByteArray("220 mail.example ESMTP\r\n");
+        QTest::newRow("less than announced") << QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 90\r\n\r\n{}");
+        // An end that is missing behind a whole answer is not noticed, and not missed.
+        QTest::newRow("half a chunk")
+            << QByteArray("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n2f\r\n") +
+                   modelReply(u"x"_qs).first(30);
+        QTest::newRow("half a header") << QByteArray("HTTP/1.1 200 OK\r\nContent-Le");
+    }
+
+    void nothingIsAnswered()
+    {
+        QFETCH(QByteArray, answer);
+        LoopbackServer server(always(answer));
+        const ModelResponse response = post(server.url());
+        QVERIFY(!response.body || !messagesReplyText(*response.body));
+        QVERIFY(response.wasSent);
+        QCOMPARE(server.requests().size(), 1); // never said twice
+    }
+
+    void aSteadyDripEndsInTime_data()
+    {
+        QTest::addColumn<QByteArray>("start");
+        QTest::newRow("before the header") << QByteArray();
+        QTest::newRow("in the header") << QByteArray("HTTP/1.1 200 OK\r\nX: ");
+        QTest::newRow("in the body") << QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n");
+    }
+
+    void aSteadyDripEndsInTime()
+    {
+        QFETCH(QByteArray, start);
+        LoopbackServer server(drip(start, start.isEmpty() ? "" : "x", 10ms));
+        QElapsedTimer clock;
+        clock.start();
+        QVERIFY(!post(server.url(), {.time = 200ms}).body);
+        QVERIFY(clock.elapsed() >= 200); // or it was no drip
+        QVERIFY(clock.elapsed() < 30'000);
+    }
+
+    void aLongAnswerIsCutOff_data()
+    {
+        QTest::addColumn<qint64>("size");
+        QTest::addColumn<bool>("isTaken");
+        QTest::newRow("just short enough") << qint64(1'000'000) << true;
+        QTest::newRow("a byte too long") << qint64(1'000'001) << false;
+        QTest::newRow("far too long") << qint64(2'000'000'000) << false;
+    }
+
+    void aLongAnswerIsCutOff()
+    {
+        QFETCH(qint64, size);
+        QFETCH(bool, isTaken);
+        std::atomic<qint64> taken = 0;
+        LoopbackServer server([&](QTcpSocket &socket, const HttpRequest &) {
+            const auto sendMore = [&] {
+                constexpr qint64 piece = 65'536;
+                if (socket.bytesToWrite() == 0 && taken < size)
+                    taken += socket.write(QByteArray(std::min(piece, size - taken), 'x'));
+            };
+            QObject::connect(&socket, &QTcpSocket::bytesWritten, &socket, sendMore);
+            socket.write("HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(size) + "\r\n\r\n");
+        });
+        const ModelResponse response = post(server.url());
+        QCOMPARE(response.body.has_value(), isTaken);
+        constexpr qint64 mostOnTheWay = 200'000'000; // the system holds some dozens of megabytes by itself
+        QVERIFY2(taken < mostOnTheWay, qPrintable(QString::number(taken)));
+    }
+
+    void nothingIsRemembered()
+    {
+        LoopbackServer server(always(httpAnswer(200, "{}", "Set-Cookie: a=b; Path=/\r\n")));
+        ModelConnection connection(patient);
+        for (int count = 1; count <= 3; ++count) {
+            QCOMPARE(wait(connection.post({server.url(), "sk", "{}"})).body, QByteArray("{}"));
+            QCOMPARE(server.requests().size(), count);
+            QVERIFY(!server.requests().last().headers.contains("cookie"));
+        }
+    }
+
+    void whetherItWasSent()
+    {
+        QUrl nobody;
+        {
+            const LoopbackServer gone(always({}));
+            nobody = gone.url();
+        }
+        LoopbackServer server(always(httpAnswer(200, "{}")));
+        QVERIFY(!post(nobody).wasSent);
+        QVERIFY(!post(QUrl(u"http://gateway.example/"_qs)).wasSent);
+        QVERIFY(!post(server.url(), patient, "sk\r\nX-Other: 1").wasSent);
+        QCOMPARE(server.connections(), 0);
+        QVERIFY(post(server.url()).wasSent);
+    }
+
+    void twentyAreUnderWayAtOnce()
+    {
+        constexpr int crowd = 20;
+        QList<QTcpSocket *> sockets; // on the server's thread
+        LoopbackServer server([&](QTcpSocket &socket, const HttpRequest &) {
+            sockets.append(&socket);
+            if (sockets.size() == crowd)
+                for (QTcpSocket *waiting : std::as_const(sockets))
+                    always(httpAnswer(200, modelReply(u"At last."_qs)))(*waiting, {});
+        });
+        TemporaryMachine machine;
+        CloudAI ai(machine.open(), {.direct = {}, .proxy = server.url()}, {.time = 20s});
+        int answered = 0;
+        std::vector<QCoro::Task<>> tasks;
+        for (int count = 0; count < crowd; ++count)
+            tasks.push_back([](CloudAI &assistant, int &counter) -> QCoro::Task<> {
+                const auto answer = co_await assistant.respond(u"S"_qs, u"P"_qs, 1);
+                counter += answer.value == u"At last."_qs ? 1 : 0;
+            }(ai, answered));
+        QVERIFY(waitUntil([&] { return answered == crowd; }));
+    }
+
+    void goingAwayEndsWhatIsUnderWay()
+    {
+        LoopbackServer server([](QTcpSocket &, const HttpRequest &) {}); // never answers
+        TemporaryMachine machine;
+        qputenv("ANTHROPIC_API_KEY", "sk-a");
+        auto ai = std::make_unique<CloudAI>(machine.open(), ModelAddresses{server.url(), server.url()});
+        QStringList answers;
+        const auto note = [&](const Answered<AskAnswer> &answer) {
+            answers.append(answer.value.explanation);
+        };
+        for (int count = 0; count < 3; ++count)
+            ai->ask(u"Why?"_qs, {}).then(note);
+        QVERIFY(waitUntil([&] { return server.requests().size() == 3; }));
+        ai->ask(u"Why not?"_qs, {}).then(note); // its key is still being looked up
+        ai.reset();
+        QVERIFY(waitUntil([&] { return answers.size() == 4; }));
+        QCOMPARE(answers.count(u"Couldn't come up with an answer right now."_qs), 4);
+        QCOMPARE(server.requests().size(), 3);
+    }
+};
+
+QTEST_GUILESS_MAIN(ModelConnectionTest)
+#include "ModelConnectionTest.moc"
