@@ -109,8 +109,8 @@ std::vector<bool> clean(const Machine &machine, const std::vector<CacheEntry> &e
                         const ExcludeList &excludes)
 {
     std::vector<bool> gone;
-    for (const CacheEntry &entry : entries)
-        gone.push_back(cleanOne(machine, entry, excludes));
+    std::transform(entries.begin(), entries.end(), std::back_inserter(gone),
+                   [&](const CacheEntry &entry) { return cleanOne(machine, entry, excludes); });
 
     for (const PackageCleanup &cleanup : machine.cleanup.packageCleanups) {
         const bool isChosen = std::any_of(entries.begin(), entries.end(), [&](const CacheEntry &entry) {

@@ -28,9 +28,9 @@ std::int64_t daysSince(const FileIdentity &facts, double now)
     constexpr std::int64_t nanoseconds = 1'000'000'000;
     constexpr double secondsOfADay = 86'400;
     // The whole seconds apart: together they have more digits than a double.
-    const auto seconds = static_cast<double>(facts.modifiedNanoseconds / nanoseconds);
+    const std::int64_t seconds = facts.modifiedNanoseconds / nanoseconds;
     const auto rest = static_cast<double>(facts.modifiedNanoseconds % nanoseconds) / nanoseconds;
-    return wholeNumber((now - seconds - rest) / secondsOfADay);
+    return wholeNumber((now - static_cast<double>(seconds) - rest) / secondsOfADay);
 }
 
 /// The dependency folders of every root, those of the first root first.
@@ -41,8 +41,6 @@ std::vector<std::vector<fs::path>> searchRoots(Shell &shell, const std::vector<f
     std::mutex mutex;
     ScanProgress progress = {.what = {}, .total = static_cast<std::int64_t>(roots.size())};
     sideBySide(roots.size(), [&](std::size_t index) {
-        if (control.stop.stopRequested())
-            return;
         const fs::path &root = roots[index];
         const auto text = shell.run(
             "/usr/bin/find",
@@ -175,10 +173,12 @@ std::vector<std::optional<TrashedItem>> remove(const Machine &machine, const std
                                                const ExcludeList &excludes)
 {
     std::vector<std::optional<TrashedItem>> trashed;
-    for (const DeepScanItem &item : items)
-        trashed.push_back(excludes.covers(item.path)
-                              ? std::nullopt
-                              : machine.disposal->moveToTrash({item.path, item.foundIn, item.identity}));
+    const auto toTrash = [&](const DeepScanItem &item) -> std::optional<TrashedItem> {
+        if (excludes.covers(item.path))
+            return std::nullopt;
+        return machine.disposal->moveToTrash({item.path, item.foundIn, item.identity});
+    };
+    std::transform(items.begin(), items.end(), std::back_inserter(trashed), toTrash);
     return trashed;
 }
 

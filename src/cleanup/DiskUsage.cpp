@@ -42,8 +42,6 @@ std::vector<std::int64_t> directorySizes(Shell &shell, const std::vector<std::fi
     std::mutex mutex;
     ScanProgress progress = {.what = {}, .total = static_cast<std::int64_t>(paths.size())};
     sideBySide(paths.size(), [&](std::size_t index) {
-        if (control.stop.stopRequested())
-            return;
         sizes[index] = directorySize(shell, paths[index], control.stop);
         const std::scoped_lock guard(mutex);
         progress.what = textOf(paths[index].filename().native());

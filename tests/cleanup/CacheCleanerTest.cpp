@@ -171,6 +171,23 @@ private Q_SLOTS:
         QVERIFY(mac.runs().endsWith(u"\n/usr/bin/env brew cleanup -q\n/usr/bin/env pip cache purge"_qs));
     }
 
+    void whatMustStayByNowStays()
+    {
+        const Clutter mac;
+        for (const char *name :
+             {"Library/Caches/Yarn", "Library/Caches/composer", "Library/Caches/x/.Trash/mine"})
+            mac.addFolder(QString::fromLatin1(name), 2'000);
+        std::vector<CacheEntry> entries = CacheCleaner::scan(*mac.machine, {}, {});
+        const auto trash = mac.homePath("Library/Caches/x/.Trash");
+        entries.push_back({trash, u"x"_qs, 1, *FileIdentity::of(trash)});
+        const auto gone = CacheCleaner::clean(
+            *mac.machine, entries, mac.excluding({"Library/Caches/Yarn/v6", "Library/Caches/x/.Trash/mine"}));
+        QCOMPARE(mac.asked(), u"delete ~/Library/Caches/composer in ~/Library/Caches\n"
+                              "empty ~/Library/Caches/x/.Trash in ~/Library/Caches\n"
+                              "keep ~/Library/Caches/x/.Trash/mine"_qs);
+        QCOMPARE(gone, (std::vector<bool>{true, false, true}));
+    }
+
     void packageManagers_data()
     {
         QTest::addColumn<QString>("chosen");

@@ -3,6 +3,7 @@
 #include "cleanup/CacheCleaner.h"
 #include "cleanup/DeepScanner.h"
 #include "cleanup/DeveloperCleanup.h"
+#include "platform/linux/LinuxDisposal.h"
 #include "platform/linux/LinuxRunningApplications.h"
 #include "platform/linux/ProcessTable.h"
 #include "platform/posix/PosixShell.h"
@@ -231,6 +232,46 @@ private Q_SLOTS:
         // Folders that belong to everybody, and names that lead elsewhere.
         for (const QString &name : {u"trash"_qs, u"autostart"_qs, u".."_qs, u""_qs, u"../Loom"_qs})
             QCOMPARE(listed({home.files.path("home/opt/x"), name, name, 1}), QString());
+    }
+
+    void whatIsFoundGoes()
+    {
+        const Home home;
+        const auto machine = home.machine();
+        machine->disposal = std::make_unique<LinuxDisposal>(home.folders.data, *machine->clock);
+        const auto isThere = [&](const char *path) { return fs::exists(home.files.path(path)); };
+
+        home.fill("home/Projects/Loom/node_modules/x", 50'000);
+        fs::last_write_time(home.files.path("home/Projects/Loom"),
+                            fs::file_time_type::clock::now() - std::chrono::hours(24 * 40));
+        const auto items = DeepScanner::scan(*machine, {}, {});
+        QVERIFY(DeepScanner::remove(*machine, items, {}).at(0));
+        QVERIFY(isThere("home/Projects/Loom") && !isThere("home/Projects/Loom/node_modules"));
+        QVERIFY(isThere("home/.local/share/Trash/files/node_modules/x"));
+
+        home.files.writeProgram("home/.local/lib/tide/tide");
+        home.files.write("home/.config/Tide/settings", "kept");
+        home.entry("tide", "Tide", home.files.path("home/.local/lib/tide/tide"));
+        const InstalledApp app = AppUninstaller::scanInstalledApps(*machine, {}, {}).at(0);
+        const auto leftovers = AppUninstaller::scanLeftovers(*machine, app, {}, {});
+        const auto uninstalled = AppUninstaller::uninstall(*machine, app, leftovers, {});
+        QVERIFY(uninstalled.app && uninstalled.leftovers.at(0) && uninstalled.leftovers.at(1));
+        QVERIFY(!isThere("home/.local/lib/tide") && !isThere("home/.config/Tide") &&
+                !isThere("home/.local/share/applications/tide.desktop"));
+        QVERIFY(AppUninstaller::scanInstalledApps(*machine, {}, {}).empty());
+
+        home.fill("home/.cache/pip/x", 1'200);
+        home.fill("home/.cache/yarn/x", 1'100);
+        const ExcludeList excludes({home.files.path("home/.local/share/Trash/files/Tide")});
+        const auto entries = CacheCleaner::scan(*machine, {}, excludes);
+        QCOMPARE(entries.size(), 3U); // the Trash, pip's and yarn's
+        fs::rename(home.files.path("home/.cache/yarn"), home.files.path("home/.cache/was yarn"));
+        home.files.write("home/.cache/yarn/somebody's", "not what was found");
+        machine->cleanup.packageCleanups.clear(); // the computer's own package managers
+        QCOMPARE(CacheCleaner::clean(*machine, entries, excludes).at(1), true);
+        QVERIFY(!isThere("home/.cache/pip") && isThere("home/.cache/yarn/somebody's"));
+        QVERIFY(isThere("home/.local/share/Trash/files/Tide/settings"));
+        QVERIFY(!isThere("home/.local/share/Trash/files/node_modules"));
     }
 
     void running()
