@@ -42,14 +42,13 @@ class Keyring {
 public:
     Keyring()
     {
-        m_daemon.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         m_daemon.start(u"gnome-keyring-daemon"_qs,
                        {u"--unlock"_qs, u"--components=secrets"_qs, u"--foreground"_qs});
         m_daemon.write("test");
+        isRunning = m_daemon.waitForBytesWritten();
         m_daemon.closeWriteChannel();
-        isRunning = m_daemon.waitForStarted() &&
-                    outputOf(u"gdbus"_qs, {u"wait"_qs, u"--session"_qs, u"--timeout"_qs, u"20"_qs,
-                                           u"org.freedesktop.secrets"_qs}) != "failed";
+        isRunning = isRunning && outputOf(u"gdbus"_qs, {u"wait"_qs, u"--session"_qs, u"--timeout"_qs,
+                                                        u"20"_qs, u"org.freedesktop.secrets"_qs}) != "failed";
     }
     ~Keyring()
     {
