@@ -129,8 +129,9 @@ QCoro::Task<> NotificationFlow::checkWeeklySummary()
     const std::optional<Week> week = co_await check;
     if (!self || !week)
         co_return;
-    co_await sendWeeklySummary(week->bytesFreed >= 1 ? fileByteCount(week->bytesFreed) : QString(),
-                               week->attentionCount);
+    // GCC 12 destroys a temporary of a conditional twice when it stands in what is awaited.
+    const QString freedText = week->bytesFreed >= 1 ? fileByteCount(week->bytesFreed) : QString();
+    co_await sendWeeklySummary(freedText, week->attentionCount);
 }
 
 QCoro::Task<> NotificationFlow::sendWeeklySummary(QString freedText, qint64 attentionCount)
