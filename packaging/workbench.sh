@@ -9,6 +9,7 @@ build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev qt6-declarative-de
 run_packages=(qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
     qml6-module-qtquick-window fonts-inter)
 test_packages=(qml6-module-qttest dbus-daemon trash-cli gvfs libglib2.0-bin)
+test_packages=(qml6-module-qttest dbus-daemon gnome-keyring libsecret-tools libglib2.0-bin openssl)
 # What only some tests need is said by their label, needs-PACKAGE.
 lint_packages=(git clang-format clang-tidy shellcheck imagemagick)
 bench_packages=(libbenchmark-dev)

@@ -76,8 +76,10 @@ QCoro::Task<Answered<std::optional<QString>>> CloudAI::respond(QString system, Q
     const auto sent = open->post({route.address, route.key, messagesRequest(system, prompt, maxTokens)});
     open.reset();
     const ModelResponse response = co_await sent;
-    co_return {.value = response.body ? messagesReplyText(*response.body) : std::nullopt,
-               .wasSent = response.wasSent};
+    std::optional<QString> text;
+    if (response.body)
+        text = messagesReplyText(*response.body);
+    co_return {.value = std::move(text), .wasSent = response.wasSent};
 }
 
 QCoro::Task<Answered<QString>> CloudAI::explain(ExplainRequest request)

@@ -54,14 +54,15 @@ int runWatch(const Arguments &arguments, const std::shared_ptr<Machine> &machine
         QObject::connect(&state, &AppState::applied, &pace, &QTimer::stop);
     }
     int lines = 0;
-    QObject::connect(&notifications, &NotificationFlow::settled, &state, [&] {
-        const QList<Notification> posted = notifications.takePosted();
-        print(arguments.json ? jsonText(toJson(state, posted)) + '\n' : watchText(state, posted).toUtf8());
-        if (++lines == arguments.refreshes.value_or(0))
-            QCoreApplication::exit(done);
-        else if (machine->clock->isFixed())
-            refreshNext();
-    });
+    QObject::connect(&notifications, &NotificationFlow::settled, &state,
+                     [&](const QList<Notification> &posted) {
+                         print(arguments.json ? jsonText(toJson(state, posted)) + '\n'
+                                              : watchText(state, posted).toUtf8());
+                         if (++lines == arguments.refreshes.value_or(0))
+                             QCoreApplication::exit(done);
+                         else if (machine->clock->isFixed())
+                             refreshNext();
+                     });
     state.refresh();
     pace.start();
     return QCoreApplication::exec();

@@ -83,19 +83,15 @@ NotificationFlow::~NotificationFlow()
     m_stopScan.requestStop();
 }
 
-void NotificationFlow::postNotification(const QString &title, const QString &body, MainSection section)
+Notification NotificationFlow::postNotification(const QString &title, const QString &body,
+                                                MainSection section)
 {
     const Notification notification = {title, body};
-    m_posted.append(notification);
     m_state.machine().notifier->post(notification, [self = QPointer(this), section] {
         if (self)
             Q_EMIT self->opened(section);
     });
-}
-
-QList<Notification> NotificationFlow::takePosted()
-{
-    return std::exchange(m_posted, {});
+    return notification;
 }
 
 void NotificationFlow::notify(const QList<ProcessSample> &healthInput)
@@ -103,24 +99,29 @@ void NotificationFlow::notify(const QList<ProcessSample> &healthInput)
     if (healthInput.isEmpty() || isSnoozed() || !Settings(*m_state.machine().settings).notifyOnRed())
         return;
     const ProcessSample &hog = healthInput.first();
-    postNotification(QStringLiteral("Your Mac could use some attention"),
-                     hog.name + QStringLiteral(" is using ") + QString::number(wholeNumber(hog.cpuPercent)) +
-                         QStringLiteral("% of your Mac's power right now."),
-                     MainSection::speed);
+    m_alarms.append(postNotification(QStringLiteral("Your Mac could use some attention"),
+                                     hog.name + QStringLiteral(" is using ") +
+                                         QString::number(wholeNumber(hog.cpuPercent)) +
+                                         QStringLiteral("% of your Mac's power right now."),
+                                     MainSection::speed));
 }
 
 QCoro::Task<> NotificationFlow::followRefresh()
 {
     const QPointer self(this);
+    QList<Notification> posted = std::exchange(m_alarms, {});
     const auto weekly = checkWeeklySummary();
     const auto storage = checkStorageCleanupNotification();
-    co_await weekly;
-    co_await storage;
+    const std::optional<Notification> summary = co_await weekly;
+    const std::optional<Notification> reminder = co_await storage;
+    for (const auto &notification : {summary, reminder})
+        if (notification)
+            posted.append(*notification);
     if (self)
-        Q_EMIT self->settled();
+        Q_EMIT self->settled(posted);
 }
 
-QCoro::Task<> NotificationFlow::checkWeeklySummary()
+QCoro::Task<std::optional<Notification>> NotificationFlow::checkWeeklySummary()
 {
     const QPointer self(this);
     const auto check = m_state.bookkeeping().ask([machine = m_state.sharedMachine()] {
@@ -128,23 +129,28 @@ QCoro::Task<> NotificationFlow::checkWeeklySummary()
     });
     const std::optional<Week> week = co_await check;
     if (!self || !week)
-        co_return;
-    co_await sendWeeklySummary(week->bytesFreed >= 1 ? fileByteCount(week->bytesFreed) : QString(),
-                               week->attentionCount);
+        co_return std::nullopt;
+    // GCC 12 destroys a temporary of a conditional twice when it stands in what is awaited.
+    const QString freedText = week->bytesFreed >= 1 ? fileByteCount(week->bytesFreed) : QString();
+    co_return co_await sendWeeklySummary(freedText, week->attentionCount);
 }
 
-QCoro::Task<> NotificationFlow::sendWeeklySummary(QString freedText, qint64 attentionCount)
+QCoro::Task<std::optional<Notification>> NotificationFlow::sendWeeklySummary(QString freedText,
+                                                                             qint64 attentionCount)
 {
     const QPointer self(this);
     const auto sentence = co_await m_ai.weeklySummary(freedText, attentionCount);
-    if (self)
-        postNotification(QStringLiteral("Your weekly Mac check-up"), sentence.value, MainSection::overview);
+    if (!self)
+        co_return std::nullopt;
+    co_return postNotification(QStringLiteral("Your weekly Mac check-up"), sentence.value,
+                               MainSection::overview);
 }
 
-QCoro::Task<> NotificationFlow::checkStorageCleanupNotification()
+QCoro::Task<std::optional<Notification>> NotificationFlow::checkStorageCleanupNotification()
 {
+    std::optional<Notification> reminder;
     if (!m_scan || m_isScanning || isSnoozed())
-        co_return;
+        co_return reminder;
     m_isScanning = true;
     const QPointer self(this);
     const auto machine = m_state.sharedMachine();
@@ -156,19 +162,21 @@ QCoro::Task<> NotificationFlow::checkStorageCleanupNotification()
             [scan = m_scan, stop = m_stopScan.token()] { return scan({.stop = stop, .progress = {}}); });
         const std::int64_t total = co_await scanning;
         if (!self || m_stopScan.token().stopRequested())
-            co_return;
+            co_return reminder;
         const auto finishing = m_state.bookkeeping().ask([machine, seen, total] {
             return finishStorageCheck(*machine->settings, *seen, machine->clock->now(), total);
         });
         const bool isWorthIt = co_await finishing;
         if (self && isWorthIt)
-            postNotification(QStringLiteral("Your Mac could use a cleanup"),
-                             QStringLiteral("You could free up about ") + fileByteCount(total) +
-                                 QStringLiteral(" of space. Open Swabby's Storage tab to clean up."),
-                             MainSection::storage);
+            reminder =
+                postNotification(QStringLiteral("Your Mac could use a cleanup"),
+                                 QStringLiteral("You could free up about ") + fileByteCount(total) +
+                                     QStringLiteral(" of space. Open Swabby's Storage tab to clean up."),
+                                 MainSection::storage);
     }
     if (self)
         m_isScanning = false;
+    co_return reminder;
 }
 
 bool NotificationFlow::isSnoozed() const

@@ -27,23 +27,22 @@ public:
     /// Ends a scan that still runs and waits for it.
     ~NotificationFlow() override;
 
-    /// Posts a notification now; opening it leads to the section.
-    void postNotification(const QString &title, const QString &body, MainSection section);
-    /// What was posted since this was last called.
-    QList<Notification> takePosted();
+    /// Posts a notification now, and gives it; opening it leads to the section.
+    Notification postNotification(const QString &title, const QString &body, MainSection section);
 
 Q_SIGNALS:
-    /// Everything that one refresh started here has finished; once for each refresh.
-    void settled();
+    /// Everything that one refresh started here has finished, with what it posted; once for each refresh.
+    void settled(const QList<swabby::Notification> &posted);
     /// The person opened a notification about that section.
     void opened(swabby::MainSection section);
 
 private:
     void notify(const QList<ProcessSample> &healthInput);
     QCoro::Task<> followRefresh();
-    QCoro::Task<> checkWeeklySummary();
-    QCoro::Task<> sendWeeklySummary(QString freedText, qint64 attentionCount);
-    QCoro::Task<> checkStorageCleanupNotification();
+    // What was posted, if anything was.
+    QCoro::Task<std::optional<Notification>> checkWeeklySummary();
+    QCoro::Task<std::optional<Notification>> sendWeeklySummary(QString freedText, qint64 attentionCount);
+    QCoro::Task<std::optional<Notification>> checkStorageCleanupNotification();
     bool isSnoozed() const;
 
     AppState &m_state;
@@ -51,8 +50,8 @@ private:
     const StorageScan m_scan;
     StopSource m_stopScan;
     bool m_isScanning = false;
-    QList<Notification> m_posted;
-    BackgroundWork m_scans; // last, so that it is waited for while everything it uses still stands
+    QList<Notification> m_alarms; ///< posted by the refresh that is being applied
+    BackgroundWork m_scans;       // last, so that it is waited for while everything it uses still stands
 };
 
 } // namespace swabby

@@ -116,7 +116,7 @@ std::vector<std::string> execArguments(std::string_view exec)
             hasArgument = true;
         } else if (!isQuoted && (character == ' ' || character == '\t')) {
             finish();
-        } else if (!isQuoted && character == '%' && hasNext) {
+        } else if (character == '%' && hasNext && (!isQuoted || exec[index + 1] == '%')) {
             if (exec[++index] == '%') {
                 argument += '%';
                 hasArgument = true;

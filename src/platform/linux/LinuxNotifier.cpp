@@ -40,7 +40,6 @@ public:
     {
         for (const char *signal : {"ActionInvoked", "NotificationClosed"})
             m_loop.listen(service, path, service, signal);
-        askCapabilities();
     }
 
     ~Connection()
@@ -62,24 +61,23 @@ private:
         std::function<void()> opened;
     };
 
-    void askCapabilities()
+    // What the server can show is asked each time: it may have been replaced by another since.
+    void sendNext()
     {
+        if (m_isSending || m_waiting.empty())
+            return;
+        m_isSending = true;
         m_loop.call(
             busQuestion(m_loop.bus(), service, path, service, "GetCapabilities", ServiceStart::whenNeeded),
             serverPatience, [this](sd_bus_message *answer) {
                 // Where nothing is known, text is escaped: an entity too many beats a link too many.
-                m_capabilities = answer ? textsIn(answer) : QStringList{QStringLiteral("body-markup")};
-                m_isReady = true;
-                sendNext();
+                send(answer ? textsIn(answer) : QStringList{QStringLiteral("body-markup")});
             });
     }
 
-    void sendNext()
+    void send(const QStringList &capabilities)
     {
-        if (!m_isReady || m_isSending || m_waiting.empty())
-            return;
-        m_isSending = true;
-        m_loop.call(notifyMessage(m_waiting.front().notification), serverPatience,
+        m_loop.call(notifyMessage(m_waiting.front().notification, capabilities), serverPatience,
                     [this](sd_bus_message *answer) {
                         std::uint32_t id = 0;
                         if (answer && sd_bus_message_read(answer, "u", &id) > 0)
@@ -90,17 +88,17 @@ private:
                     });
     }
 
-    BusMessage notifyMessage(const Notification &notification)
+    BusMessage notifyMessage(const Notification &notification, const QStringList &capabilities)
     {
         BusMessage message =
             busQuestion(m_loop.bus(), service, path, service, "Notify", ServiceStart::whenNeeded);
-        const bool rendersMarkup = m_capabilities.contains(QStringLiteral("body-markup"));
+        const bool rendersMarkup = capabilities.contains(QStringLiteral("body-markup"));
         const QByteArray title = notification.title.toUtf8();
         const QByteArray body =
             (rendersMarkup ? notification.body.toHtmlEscaped() : notification.body).toUtf8();
         constexpr std::uint32_t replacesNone = 0;
         constexpr std::int32_t serversOwnTime = -1;
-        const bool hasActions = m_capabilities.contains(QStringLiteral("actions"));
+        const bool hasActions = capabilities.contains(QStringLiteral("actions"));
         bool isWhole =
             message && sd_bus_message_append(message.get(), "susss", "Swabby", replacesNone, "com.swabby.app",
                                              title.constData(), body.constData()) >= 0;
@@ -130,8 +128,6 @@ private:
             opened();
     }
 
-    QStringList m_capabilities;
-    bool m_isReady = false;
     bool m_isSending = false;
     std::deque<Waiting> m_waiting;
     std::map<std::uint32_t, std::function<void()>> m_opened;

@@ -48,14 +48,22 @@ Attributes attributesFor(const std::string &account)
         secret_attributes_build(schema(), "service", secretService, "account", account.c_str(), nullptr));
 }
 
-/// The account's item; null when there is none or the service does not say.
-Object<SecretItem> findItem(const std::string &account, SecretSearchFlags flags, GCancellable *cancellable)
+using Service = Object<SecretService>;
+
+/// A conversation of its own: the one that the library keeps for the whole process goes on with a service
+/// that has ended since. Null when there is no service.
+Service openService(GCancellable *cancellable)
 {
-    const Object<SecretService> service(
-        secret_service_get_sync(SECRET_SERVICE_OPEN_SESSION, cancellable, nullptr));
-    GList *items = service ? secret_service_search_sync(service.get(), schema(), attributesFor(account).get(),
-                                                        flags, cancellable, nullptr)
-                           : nullptr;
+    return Service(secret_service_open_sync(SECRET_TYPE_SERVICE, nullptr, SECRET_SERVICE_OPEN_SESSION,
+                                            cancellable, nullptr));
+}
+
+/// The account's item; null when there is none or the service does not say.
+Object<SecretItem> findItem(SecretService *service, const std::string &account, SecretSearchFlags flags,
+                            GCancellable *cancellable)
+{
+    GList *items = secret_service_search_sync(service, schema(), attributesFor(account).get(), flags,
+                                              cancellable, nullptr);
     Object<SecretItem> item(items ? SECRET_ITEM(g_object_ref(items->data)) : nullptr);
     g_list_free_full(items, g_object_unref);
     return item;
@@ -63,7 +71,9 @@ Object<SecretItem> findItem(const std::string &account, SecretSearchFlags flags,
 
 std::optional<QString> readNow(const std::string &account, GCancellable *cancellable)
 {
-    const auto item = findItem(account, SECRET_SEARCH_LOAD_SECRETS, cancellable);
+    const Service service = openService(cancellable);
+    const auto item =
+        service ? findItem(service.get(), account, SECRET_SEARCH_LOAD_SECRETS, cancellable) : nullptr;
     const Secret value(item && !secret_item_get_locked(item.get()) ? secret_item_get_secret(item.get())
                                                                    : nullptr);
     if (!value)
@@ -75,18 +85,22 @@ std::optional<QString> readNow(const std::string &account, GCancellable *cancell
 
 bool writeNow(const std::string &secret, const std::string &account, GCancellable *cancellable)
 {
-    if (const auto item = findItem(account, SECRET_SEARCH_UNLOCK, cancellable)) {
-        const Secret value(secret_value_new(secret.data(), static_cast<gssize>(secret.size()), "text/plain"));
+    const Service service = openService(cancellable);
+    if (!service)
+        return false;
+    const Secret value(secret_value_new(secret.data(), static_cast<gssize>(secret.size()), "text/plain"));
+    if (const auto item = findItem(service.get(), account, SECRET_SEARCH_UNLOCK, cancellable))
         return secret_item_set_secret_sync(item.get(), value.get(), cancellable, nullptr) != 0;
-    }
-    return secret_password_storev_sync(schema(), attributesFor(account).get(), SECRET_COLLECTION_DEFAULT,
-                                       "Swabby: key of the AI assistant", secret.c_str(), cancellable,
-                                       nullptr) != 0;
+    return secret_service_store_sync(service.get(), schema(), attributesFor(account).get(),
+                                     SECRET_COLLECTION_DEFAULT, "Swabby: key of the AI assistant",
+                                     value.get(), cancellable, nullptr) != 0;
 }
 
 void removeNow(const std::string &account, GCancellable *cancellable)
 {
-    secret_password_clearv_sync(schema(), attributesFor(account).get(), cancellable, nullptr);
+    if (const Service service = openService(cancellable))
+        secret_service_clear_sync(service.get(), schema(), attributesFor(account).get(), cancellable,
+                                  nullptr);
 }
 
 /// What a call shares with the thread that carries it out, which may outlive the call's patience.
