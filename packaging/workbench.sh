@@ -8,11 +8,11 @@ build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev qt6-declarative-de
     qt6-declarative-dev-tools libgl-dev libplist-dev libsystemd-dev qcoro-qt6-dev libsecret-1-dev libssl-dev)
 run_packages=(qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
     qml6-module-qtquick-window fonts-inter)
-test_packages=(qml6-module-qttest dbus-daemon trash-cli gvfs libglib2.0-bin)
-test_packages=(qml6-module-qttest dbus-daemon gnome-keyring libsecret-tools libglib2.0-bin openssl)
+test_packages=(qml6-module-qttest dbus-daemon trash-cli gvfs libglib2.0-bin gnome-keyring libsecret-tools
+    openssl)
 # What only some tests need is said by their label, needs-PACKAGE.
 lint_packages=(git clang-format clang-tidy shellcheck imagemagick)
-bench_packages=(libbenchmark-dev)
+bench_packages=(libbenchmark-dev jdupes)
 
 say() {
     printf '%s\n' "$*"
