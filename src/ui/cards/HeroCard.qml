@@ -31,7 +31,7 @@ Card {
         Column {
             anchors.left: plate.right
             anchors.leftMargin: 12
-            anchors.right: button.left
+            anchors.right: buttons.left
             anchors.rightMargin: 12
             anchors.verticalCenter: parent.verticalCenter
 
@@ -50,13 +50,24 @@ Card {
             }
         }
 
-        ActionButton {
-            id: button
+        Row {
+            id: buttons
 
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
-            text: "What's going on"
-            onActivated: card.view.showHealthDetail = true
+            spacing: 8
+
+            ActionButton {
+                text: "What's going on"
+                onActivated: card.view.showHealthDetail = true
+            }
+
+            ActionButton {
+                text: "Check"
+                tip: "One-tap check of your Mac's health"
+                isProminent: true
+                onActivated: card.view.openCheck()
+            }
         }
     }
 }

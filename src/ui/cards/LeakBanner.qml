@@ -7,6 +7,9 @@ Card {
 
     required property leakText entry
 
+    signal explained
+    signal quitted
+
     isPaper: false
     fill: Theme.washes[Tints.orange]
 
@@ -23,7 +26,8 @@ Card {
         }
 
         Column {
-            width: parent.width - 30
+            anchors.verticalCenter: parent.verticalCenter
+            width: parent.width - 30 - buttons.width - 14
 
             Paragraph {
                 width: parent.width
@@ -37,6 +41,25 @@ Card {
                 text: banner.entry.detail
                 font: Theme.smallFont
                 color: Theme.primary
+            }
+        }
+
+        Row {
+            id: buttons
+
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 8
+
+            ActionButton {
+                text: "What is this?"
+                name: "What is this? " + banner.entry.headline
+                onActivated: banner.explained()
+            }
+
+            ActionButton {
+                text: "Quit App"
+                name: "Quit App: " + banner.entry.headline
+                onActivated: banner.quitted()
             }
         }
     }

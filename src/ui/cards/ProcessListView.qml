@@ -34,23 +34,21 @@ Column {
                 id: row
 
                 y: 8
-                width: parent.width - 36
+                width: parent.width - actions.width - 12
                 entry: place.entry
                 isCompact: list.view.state.isCompact
                 hasBar: list.hasBars
             }
 
-            SymbolButton {
+            ProcessActions {
+                id: actions
+
                 anchors.right: parent.right
                 anchors.verticalCenter: parent.verticalCenter
-                width: 24
-                height: 24
-                symbolSize: 13
-                symbol: place.entry.isPinned ? "pin.fill" : "pin"
-                symbolColor: place.entry.isPinned ? Theme.accent : Theme.secondary
-                tip: place.entry.isPinned ? "Unpin app" : "Pin app"
-                name: tip + ": " + place.entry.name
-                onActivated: list.view.togglePin(place.entry.pid)
+                view: list.view
+                entry: place.entry
+                hasPin: true
+                isTight: list.width < 560
             }
         }
     }

@@ -6,8 +6,10 @@ import Swabby.Ui
 Card {
     id: card
 
+    required property MainWindowView view
     required property RowModel rows
     property string heading
+    property bool isOff: false
 
     spacing: 4
     visible: rows.count > 0
@@ -37,7 +39,9 @@ Card {
                 }
 
                 Column {
-                    width: parent.width
+                    anchors.left: parent.left
+                    anchors.right: actions.left
+                    anchors.rightMargin: 12
                     anchors.verticalCenter: parent.verticalCenter
                     spacing: 1
 
@@ -65,6 +69,41 @@ Card {
                         text: row.entry.detail
                         font: Theme.smallFont
                         color: Theme.secondary
+                    }
+                }
+
+                Row {
+                    id: actions
+
+                    anchors.right: parent.right
+                    anchors.verticalCenter: parent.verticalCenter
+                    spacing: 8
+
+                    ActionButton {
+                        anchors.verticalCenter: parent.verticalCenter
+                        implicitHeight: 24
+                        text: "What is this?"
+                        name: "What is this? " + row.entry.label
+                        visible: !card.isOff
+                        onActivated: card.view.startup.explain(row.entry.id)
+                    }
+
+                    ActionButton {
+                        anchors.verticalCenter: parent.verticalCenter
+                        implicitHeight: 24
+                        text: card.isOff ? "Turn on again" : "Disable"
+                        name: text + ": " + row.entry.label
+                        isBusy: card.view.startup.busyIds.indexOf(row.entry.id) >= 0
+                        visible: card.isOff || row.entry.canDisable
+                        onActivated: card.isOff ? card.view.startup.enable(row.entry.id) : card.view.startup.disable(row.entry.id)
+                    }
+
+                    MoreMenu {
+                        anchors.verticalCenter: parent.verticalCenter
+                        subject: row.entry.label
+                        labels: row.entry.canReveal ? ["Reveal in Finder", "Open Startup Items in System Settings"] : ["Open Startup Items in System Settings"]
+                        visible: !card.isOff
+                        onChosen: index => labels[index] === "Reveal in Finder" ? card.view.startup.reveal(row.entry.id) : card.view.startup.openSettings()
                     }
                 }
             }

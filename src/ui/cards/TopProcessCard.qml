@@ -6,7 +6,8 @@ import Swabby.Ui
 Card {
     id: card
 
-    required property StateView figures
+    required property MainWindowView view
+    readonly property StateView figures: view.state
 
     verticalPadding: 12
     spacing: 8
@@ -22,9 +23,31 @@ Card {
     Repeater {
         model: card.figures.topProcesses
 
-        ProcessRowView {
+        Item {
+            id: place
+
+            required property processRowText entry
+
             width: parent.width
-            isCompact: card.figures.isCompact
+            height: row.implicitHeight
+
+            ProcessRowView {
+                id: row
+
+                width: parent.width - actions.width - 12
+                entry: place.entry
+                isCompact: card.figures.isCompact
+            }
+
+            ProcessActions {
+                id: actions
+
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                view: card.view
+                entry: place.entry
+                isTight: card.width < 560
+            }
         }
     }
 

@@ -36,6 +36,12 @@ Pressable {
         text: button.text
         font: Theme.buttonFont
         color: button.isProminent ? Theme.onAccent : button.isDestructive ? Theme.inks[Tints.red] : Theme.primary
+        visible: !button.isBusy
         Accessible.ignored: true
+    }
+
+    Spinner {
+        anchors.centerIn: parent
+        visible: button.isBusy
     }
 }

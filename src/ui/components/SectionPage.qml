@@ -32,11 +32,22 @@ Item {
         color: Theme.secondary
     }
 
-    Loader {
-        id: loader
+    NoticeBar {
+        id: notice
 
         anchors.top: subtitle.bottom
         anchors.topMargin: 14
+        x: 20
+        width: parent.width - 40
+        text: frame.view.coordinator.notice
+        onDismissed: frame.view.coordinator.dismissNotice()
+    }
+
+    Loader {
+        id: loader
+
+        anchors.top: notice.bottom
+        anchors.topMargin: notice.visible ? 12 : 0
         anchors.bottom: parent.bottom
         width: parent.width
         visible: frame.view.state.isKnown

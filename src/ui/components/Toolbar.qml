@@ -7,6 +7,8 @@ Item {
 
     required property MainWindowView view
 
+    readonly property bool isTight: width < 640
+
     implicitHeight: 52
 
     PlainLabel {
@@ -36,11 +38,35 @@ Item {
             onActivated: toolbar.view.showHealthDetail = true
         }
 
+        ToolbarButton {
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: "sparkles"
+            text: "Ask AI"
+            tip: "Ask Swabby a question"
+            isTight: toolbar.isTight
+            onActivated: toolbar.view.openAskWindow()
+        }
+
+        ToolbarButton {
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: "checkmark.seal"
+            text: "Swabby Check"
+            tip: "One-tap check of your Mac's health"
+            isTight: toolbar.isTight
+            onActivated: toolbar.view.openCheck()
+        }
+
         SymbolButton {
             symbol: "arrow.clockwise"
             tip: "Refresh"
-            isBusy: toolbar.view.isRefreshing
+            isBusy: toolbar.view.isRefreshing || toolbar.view.isScanning
             onActivated: toolbar.view.refresh()
+        }
+
+        SymbolButton {
+            symbol: "gearshape"
+            tip: "Settings"
+            onActivated: toolbar.view.openSettingsWindow()
         }
     }
 

@@ -12,6 +12,7 @@ namespace swabby {
 struct LeakText {
     Q_GADGET
     QML_VALUE_TYPE(leakText)
+    Q_PROPERTY(int pid MEMBER pid)
     Q_PROPERTY(QString headline MEMBER headline)
     Q_PROPERTY(QString detail MEMBER detail)
 

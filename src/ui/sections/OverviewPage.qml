@@ -42,6 +42,8 @@ ScrollPage {
 
         LeakBanner {
             width: parent.width
+            onExplained: page.view.explainProcess(entry.pid)
+            onQuitted: page.view.quitProcess(entry.pid)
         }
     }
 
@@ -64,6 +66,6 @@ ScrollPage {
 
     TopProcessCard {
         width: parent.width
-        figures: page.view.state
+        view: page.view
     }
 }

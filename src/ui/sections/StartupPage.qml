@@ -1,7 +1,7 @@
 import QtQuick
 import Swabby.Ui
 
-// What launches when a person logs in.
+// What launches when a person logs in, and how to stop it.
 ScrollPage {
     id: page
 
@@ -9,14 +9,24 @@ ScrollPage {
 
     StartupCard {
         width: parent.width
+        view: page.view
         heading: "Worth a second look"
         rows: page.view.state.startupToReview
     }
 
     StartupCard {
         width: parent.width
+        view: page.view
         heading: "Everything else"
         rows: page.view.state.startupRest
+    }
+
+    StartupCard {
+        width: parent.width
+        view: page.view
+        heading: "Turned off here"
+        rows: page.view.startup.disabled
+        isOff: true
     }
 
     Card {
@@ -30,4 +40,30 @@ ScrollPage {
             color: Theme.secondary
         }
     }
+
+    Item {
+        width: parent.width
+        height: 32
+
+        PlainLabel {
+            anchors.left: parent.left
+            anchors.right: settings.left
+            anchors.rightMargin: 12
+            anchors.verticalCenter: parent.verticalCenter
+            text: "System-wide items are changed in the system's own settings."
+            font: Theme.smallFont
+            color: Theme.secondary
+        }
+
+        ActionButton {
+            id: settings
+
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            text: "Open Startup Items in System Settings"
+            onActivated: page.view.startup.openSettings()
+        }
+    }
+
+    Component.onCompleted: page.view.startup.look()
 }

@@ -1,0 +1,52 @@
+import QtQuick
+import Swabby.Ui
+
+// A quiet word about something that did not work, until it is read.
+Rectangle {
+    id: bar
+
+    property string text
+
+    signal dismissed
+
+    implicitHeight: visible ? Math.max(36, label.implicitHeight + 16) : 0
+    radius: 10
+    color: Theme.washes[Tints.orange]
+    visible: text !== ""
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: text
+
+    SymbolItem {
+        x: 12
+        anchors.verticalCenter: parent.verticalCenter
+        width: 16
+        height: 16
+        name: "info.circle"
+        color: Theme.inks[Tints.orange]
+    }
+
+    Paragraph {
+        id: label
+
+        anchors.left: parent.left
+        anchors.leftMargin: 38
+        anchors.right: close.left
+        anchors.rightMargin: 8
+        anchors.verticalCenter: parent.verticalCenter
+        text: bar.text
+        color: Theme.inks[Tints.orange]
+        Accessible.ignored: true
+    }
+
+    SymbolButton {
+        id: close
+
+        anchors.right: parent.right
+        anchors.rightMargin: 6
+        anchors.verticalCenter: parent.verticalCenter
+        symbol: "xmark"
+        symbolSize: 12
+        tip: "Dismiss"
+        onActivated: bar.dismissed()
+    }
+}
