@@ -6,6 +6,10 @@
 
 namespace swabby {
 
+/// Sets in the environment what this system's libraries would otherwise find in ways of their own. Before the
+/// first thread.
+void prepareForThisComputer();
+
 /// The computer this program runs on. Each system's folder has the one implementation of it.
 std::shared_ptr<Machine> makeThisComputer();
 

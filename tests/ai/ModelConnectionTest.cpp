@@ -216,6 +216,7 @@ private Q_SLOTS:
         CloudAI ai(machine.open(), {.direct = {}, .proxy = server.url()}, {.time = 20s});
         int answered = 0;
         std::vector<QCoro::Task<>> tasks;
+        tasks.reserve(crowd);
         for (int count = 0; count < crowd; ++count)
             tasks.push_back([](CloudAI &assistant, int &counter) -> QCoro::Task<> {
                 const auto answer = co_await assistant.respond(u"S"_qs, u"P"_qs, 1);

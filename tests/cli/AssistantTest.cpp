@@ -133,6 +133,44 @@ private Q_SLOTS:
         QVERIFY(!server.requests().last().headers.contains("x-api-key"));
     }
 
+    void withoutABusNoKeyIsKept_data()
+    {
+        QTest::addColumn<QByteArray>("address");
+        QTest::newRow("nobody listens") << QByteArray("unix:path=/nowhere/bus");
+        QTest::newRow("no address") << QByteArray();
+    }
+
+    void withoutABusNoKeyIsKept()
+    {
+        QFETCH(QByteArray, address);
+        // No library may start a bus of its own either: it would inherit the environment.
+        const TemporaryMachine home;
+        home.addTool(u"/dbus-launch"_qs, "echo started >\"$HOME/started\"");
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const QString &place :
+             {u"HOME"_qs, u"XDG_RUNTIME_DIR"_qs, u"XDG_DATA_HOME"_qs, u"XDG_CONFIG_HOME"_qs})
+            environment.insert(place, home.folder());
+        environment.insert(u"PATH"_qs, home.folder() + u"/root:/usr/bin:/bin"_qs);
+        environment.insert(u"DISPLAY"_qs, u":4711"_qs);
+        environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_qs, QString::fromUtf8(address));
+        if (address.isEmpty())
+            environment.remove(u"DBUS_SESSION_BUS_ADDRESS"_qs);
+        for (const auto &[word, status] :
+             {std::pair(u"status"_qs, 0), std::pair(u"set"_qs, 1), std::pair(u"delete"_qs, 0)}) {
+            QProcess program;
+            program.setProcessEnvironment(environment);
+            program.start(QStringLiteral(SWABBYCTL), {u"key"_qs, word, u"--json"_qs});
+            program.write(canary);
+            program.closeWriteChannel();
+            QVERIFY(program.waitForFinished());
+            QCOMPARE(program.exitCode(), status);
+            QCOMPARE(QJsonDocument::fromJson(program.readAllStandardOutput()).object(),
+                     (QJsonObject{{u"stored"_qs, false}}));
+        }
+        QVERIFY(!QFile::exists(home.folder() + u"/started"_qs));
+        QCOMPARE(filesWith(home.folder(), canary), QStringList());
+    }
+
     void watchPrintsWhatEachRefreshPosted()
     {
         LoopbackServer server(always(httpAnswer(200, modelReply(u"A fine week."_qs))));

@@ -22,6 +22,7 @@ void prepareProcess()
         keepMemoryPrivate();
     ::setenv("LC_NUMERIC", "C", 1);
     ::setenv("LC_TIME", "C", 1);
+    prepareForThisComputer();
 }
 
 std::shared_ptr<Machine> chooseMachine(const std::optional<QString> &folder, QString *problem)

@@ -70,6 +70,16 @@ std::vector<std::string> folders(std::string_view list, std::initializer_list<st
     return result;
 }
 
+std::string runtimeFolder()
+{
+    return folderVariable("XDG_RUNTIME_DIR", "/run/user/" + std::to_string(::getuid()));
+}
+
+std::string sessionBusAddress()
+{
+    return variable("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + runtimeFolder() + "/bus");
+}
+
 std::string homeFolder()
 {
     passwd entry = {};
@@ -103,6 +113,12 @@ std::vector<std::string> withEnding(std::vector<std::string> list, const std::st
 }
 
 } // namespace
+
+void prepareForThisComputer()
+{
+    // Without an address, libraries start a bus of their own, with this program's whole environment.
+    ::setenv("DBUS_SESSION_BUS_ADDRESS", sessionBusAddress().c_str(), 1);
+}
 
 std::shared_ptr<Machine> makeThisComputer()
 {
@@ -168,10 +184,9 @@ std::shared_ptr<Machine> makeThisComputer()
     startup.programs = programs;
     // The folder tells that a service manager of this kind runs this machine.
     const bool hasManager = isThere("/run/systemd/system");
-    const std::string runtime = folderVariable("XDG_RUNTIME_DIR", "/run/user/" + std::to_string(::getuid()));
     startup.systemBus =
         variable("DBUS_SYSTEM_BUS_ADDRESS", hasManager ? "unix:path=/run/dbus/system_bus_socket" : "");
-    startup.userBus = variable("DBUS_SESSION_BUS_ADDRESS", hasManager ? "unix:path=" + runtime + "/bus" : "");
+    startup.userBus = sessionBusAddress();
     startup.pidRunning = pidRunning;
     startup.stop = stop;
     machine->startupControl = std::make_unique<LinuxStartupControl>(
@@ -180,7 +195,7 @@ std::shared_ptr<Machine> makeThisComputer()
         stop);
     machine->login = std::make_unique<LinuxLoginService>(startup.autostart.user, startup.autostart.system,
                                                          ownProgram("swabby"));
-    const std::string sessionBus = variable("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + runtime + "/bus");
+    const std::string sessionBus = sessionBusAddress();
     machine->notifier = std::make_unique<LinuxNotifier>(sessionBus);
     machine->workspace = std::make_unique<LinuxWorkspace>(
         LinuxWorkspace::Sources{sessionBus, startup.autostart.desktops, programs.searched,

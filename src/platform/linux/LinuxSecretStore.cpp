@@ -34,13 +34,16 @@ const SecretSchema *schema()
     return &keys;
 }
 
-using Attributes =
-    std::unique_ptr<GHashTable, decltype([](GHashTable *table) { g_hash_table_unref(table); })>;
+struct Unreference {
+    void operator()(GHashTable *table) const { g_hash_table_unref(table); }
+    void operator()(SecretValue *value) const { secret_value_unref(value); }
+    void operator()(gpointer object) const { g_object_unref(object); }
+};
 
+using Attributes = std::unique_ptr<GHashTable, Unreference>;
+using Secret = std::unique_ptr<SecretValue, Unreference>;
 template <typename Type>
-using Object = std::unique_ptr<Type, decltype([](Type *object) { g_object_unref(object); })>;
-
-using Secret = std::unique_ptr<SecretValue, decltype([](SecretValue *value) { secret_value_unref(value); })>;
+using Object = std::unique_ptr<Type, Unreference>;
 
 Attributes attributesFor(const std::string &account)
 {

@@ -178,7 +178,7 @@ private:
         return LinuxSecretStore({patience, patience}, StopToken());
     }
 
-    const StandIn m_home;
+    StandIn m_home;
     PrivateBus m_bus;
 };
 
