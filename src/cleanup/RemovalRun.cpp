@@ -65,12 +65,15 @@ private:
         return kinds;
     }
 
+    /// By its owner, or because the program ends and no tool runs any more.
+    bool isStopped() const { return m_stop.stopRequested() || m_machine.stop.token().stopRequested(); }
+
     /// What is asked for several times is done once and counts for each.
     template <typename Kind, typename Action>
     void once(const std::vector<RemovableItem> &items, const Action &action)
     {
         const auto count = static_cast<qint64>(allOf<Kind>(items).size());
-        if (count > 0 && (m_stop.stopRequested() || !action()))
+        if (count > 0 && (isStopped() || !action()))
             m_outcome.left += count;
     }
 
@@ -78,7 +81,7 @@ private:
     template <typename Action>
     void ifNotStopped(const Action &action)
     {
-        if (m_stop.stopRequested() || !action())
+        if (isStopped() || !action())
             ++m_outcome.left;
     }
 
@@ -86,7 +89,7 @@ private:
     {
         if (entries.empty())
             return;
-        if (m_stop.stopRequested()) {
+        if (isStopped()) {
             m_outcome.left += static_cast<qint64>(entries.size());
             return;
         }

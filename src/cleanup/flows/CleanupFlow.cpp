@@ -21,7 +21,7 @@ CleanupSuccess carryOut(const std::vector<RemovableItem> &items, Machine &machin
     const RemovalOutcome outcome = removeItems(items, excludeListFrom(*machine.settings), machine, stop);
     const std::int64_t freed = totalBytes(items);
     // A run that was ended with the program is reported nowhere, the week included.
-    if (freed >= 1 && !stop.stopRequested())
+    if (freed >= 1 && !stop.stopRequested() && !machine.stop.token().stopRequested())
         Settings(*machine.settings).addBytesFreed(freed);
     return {.id = QUuid::createUuid(),
             .itemCount = static_cast<qint64>(items.size()),
