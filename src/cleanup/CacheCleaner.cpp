@@ -106,17 +106,19 @@ std::vector<CacheEntry> scanUnknownCaches(const Machine &machine, const ScanCont
 }
 
 std::vector<bool> clean(const Machine &machine, const std::vector<CacheEntry> &entries,
-                        const ExcludeList &excludes)
+                        const ExcludeList &excludes, const StopToken &stop)
 {
     std::vector<bool> gone;
-    std::transform(entries.begin(), entries.end(), std::back_inserter(gone),
-                   [&](const CacheEntry &entry) { return cleanOne(machine, entry, excludes); });
+    std::transform(entries.begin(), entries.end(), std::back_inserter(gone), [&](const CacheEntry &entry) {
+        return !stop.stopRequested() && cleanOne(machine, entry, excludes);
+    });
 
     for (const PackageCleanup &cleanup : machine.cleanup.packageCleanups) {
         const bool isChosen = std::any_of(entries.begin(), entries.end(), [&](const CacheEntry &entry) {
             return entry.path == cleanup.cacheFolder;
         });
-        if ((isChosen || !cleanup.onlyWhenChosen) && !excludes.covers(cleanup.cacheFolder))
+        if ((isChosen || !cleanup.onlyWhenChosen) && !excludes.covers(cleanup.cacheFolder) &&
+            !stop.stopRequested())
             machine.shell->run("/usr/bin/env", cleanup.words);
     }
     return gone;

@@ -19,8 +19,9 @@ std::vector<CacheEntry> scanUnknownCaches(const Machine &machine, const ScanCont
                                           const ExcludeList &excludes);
 
 /// Deletes these outright, of the Trash its contents, then lets the package managers drop what they keep.
-/// Says of each entry, in order, whether nothing of it stayed.
+/// Says of each entry, in order, whether nothing of it stayed. When stopped, what follows the entry at hand
+/// stays.
 std::vector<bool> clean(const Machine &machine, const std::vector<CacheEntry> &entries,
-                        const ExcludeList &excludes);
+                        const ExcludeList &excludes, const StopToken &stop = {});
 
 } // namespace swabby::CacheCleaner

@@ -25,7 +25,7 @@ struct DockerStatus {
 /// What emptying the build cache would free; 0 when there is none.
 std::int64_t derivedDataSize(const Machine &machine, const ScanControl &control, const ExcludeList &excludes);
 
-/// Deletes everything in the build cache except what must stay. False when something else stayed too.
+/// Deletes everything in the build cache except what must stay. False when something stayed.
 bool clearDerivedData(const Machine &machine, const ExcludeList &excludes);
 
 /// Longest unused first.

@@ -4,10 +4,11 @@
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
-#include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 #include <QtCore/QSaveFile>
+
+#include <algorithm>
 
 namespace swabby {
 namespace {
@@ -54,6 +55,11 @@ QJsonObject jsonOf(const TrashedItem &item)
     return object;
 }
 
+QByteArray lineOf(const TrashedItem &item)
+{
+    return QJsonDocument(jsonOf(item)).toJson(QJsonDocument::Compact) + '\n';
+}
+
 std::optional<TrashedItem> itemOf(const QJsonObject &object)
 {
     const int kind = object.value(QStringLiteral("kind")).toInt(-1);
@@ -83,23 +89,31 @@ std::vector<TrashedItem> PutBackRecord::load() const
     QFile file(m_filePath);
     if (!file.open(QIODevice::ReadOnly))
         return items;
-    for (const QJsonValue &value : QJsonDocument::fromJson(file.readAll()).array())
-        if (auto item = itemOf(value.toObject()))
+    for (const QByteArray &line : file.readAll().split('\n'))
+        if (auto item = itemOf(QJsonDocument::fromJson(line).object()))
             items.push_back(*std::move(item));
     return items;
 }
 
+bool PutBackRecord::add(const TrashedItem &item) const
+{
+    const QByteArray line = lineOf(item);
+    QDir().mkpath(QFileInfo(m_filePath).absolutePath());
+    QFile file(m_filePath);
+    // In one piece, so that no end of the program leaves half a line.
+    return file.open(QIODevice::Append | QIODevice::Unbuffered, QFile::ReadOwner | QFile::WriteOwner) &&
+           file.write(line) == line.size();
+}
+
 bool PutBackRecord::store(const std::vector<TrashedItem> &items) const
 {
-    QJsonArray array;
-    for (const TrashedItem &item : items)
-        array.append(jsonOf(item));
     QDir().mkpath(QFileInfo(m_filePath).absolutePath());
     QSaveFile file(m_filePath);
     if (!file.open(QIODevice::WriteOnly))
         return false;
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-    file.write(QJsonDocument(array).toJson());
+    for (const TrashedItem &item : items)
+        file.write(lineOf(item));
     return file.commit();
 }
 
@@ -111,21 +125,21 @@ void PutBackRecord::forget() const
 PutBackResult PutBackRecord::putBackAll(Disposal &disposal) const
 {
     // A folder that was moved after something in it has to be there again before that.
-    PutBackResult result;
-    std::vector<TrashedItem> left;
+    std::vector<TrashedItem> restored;
     const std::vector<TrashedItem> items = load();
-    for (auto item = items.rbegin(); item != items.rend(); ++item) {
-        if (disposal.putBack(*item))
-            ++result.restored;
-        else
-            left.insert(left.begin(), *item);
-    }
-    result.left = static_cast<int>(left.size());
+    std::copy_if(items.rbegin(), items.rend(), std::back_inserter(restored),
+                 [&](const TrashedItem &item) { return disposal.putBack(item); });
+
+    std::vector<TrashedItem> left = load();
+    std::erase_if(left, [&](const TrashedItem &item) {
+        return std::find(restored.begin(), restored.end(), item) != restored.end();
+    });
     if (left.empty())
         forget();
     else
         store(left);
-    return result;
+    return {.restored = static_cast<int>(restored.size()),
+            .left = static_cast<int>(items.size() - restored.size())};
 }
 
 } // namespace swabby

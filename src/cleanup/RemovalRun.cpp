@@ -5,6 +5,7 @@
 #include "cleanup/DeepScanner.h"
 #include "cleanup/DeveloperCleanup.h"
 #include "cleanup/DuplicateFinder.h"
+#include "cleanup/PutBackRecord.h"
 #include "cleanup/SaturatedBytes.h"
 #include "cleanup/Scans.h"
 
@@ -17,11 +18,21 @@ namespace {
 class Run {
 public:
     Run(const ExcludeList &excludes, Machine &machine, StopToken stop)
-        : m_excludes(excludes), m_machine(machine), m_stop(std::move(stop))
+        : m_excludes(excludes),
+          m_machine(machine),
+          m_stop(std::move(stop)),
+          m_record(machine.places.applicationData)
     {
+        m_record.forget();
     }
 
-    RemovalOutcome outcome() && { return std::move(m_outcome); }
+    RemovalOutcome outcome() &&
+    {
+        // A full disk takes no note of what went first, and has room by now.
+        if (!m_isRecorded)
+            m_record.store(m_outcome.trashed);
+        return std::move(m_outcome);
+    }
 
     void remove(const std::vector<RemovableItem> &items)
     {
@@ -36,13 +47,16 @@ public:
         once<DerivedData>(items, [&] { return DeveloperCleanup::clearDerivedData(m_machine, m_excludes); });
         once<DockerPrune>(items, [&] { return DeveloperCleanup::prune(m_machine); });
         for (const DeepScanItem &item : allOf<DeepScanItem>(items))
-            ifNotStopped([&] { return note(DeepScanner::remove(m_machine, {item}, m_excludes)); });
+            ifNotStopped([&] {
+                return isGone(item.path, DeepScanner::remove(m_machine, {item}, m_excludes).front());
+            });
         for (const AppUninstall &uninstall : allOf<AppUninstall>(items))
             ifNotStopped([&] { return remove(uninstall); });
     }
 
 private:
-    template <typename Kind> static std::vector<Kind> allOf(const std::vector<RemovableItem> &items)
+    template <typename Kind>
+    static std::vector<Kind> allOf(const std::vector<RemovableItem> &items)
     {
         std::vector<Kind> kinds;
         for (const RemovableItem &item : items)
@@ -51,19 +65,23 @@ private:
         return kinds;
     }
 
+    /// By its owner, or because the program ends and no tool runs any more.
+    bool isStopped() const { return m_stop.stopRequested() || m_machine.stop.token().stopRequested(); }
+
     /// What is asked for several times is done once and counts for each.
     template <typename Kind, typename Action>
     void once(const std::vector<RemovableItem> &items, const Action &action)
     {
         const auto count = static_cast<qint64>(allOf<Kind>(items).size());
-        if (count > 0 && (m_stop.stopRequested() || !action()))
+        if (count > 0 && (isStopped() || !action()))
             m_outcome.left += count;
     }
 
     /// The action says whether nothing of its item stayed.
-    template <typename Action> void ifNotStopped(const Action &action)
+    template <typename Action>
+    void ifNotStopped(const Action &action)
     {
-        if (m_stop.stopRequested() || !action())
+        if (isStopped() || !action())
             ++m_outcome.left;
     }
 
@@ -71,62 +89,74 @@ private:
     {
         if (entries.empty())
             return;
-        if (m_stop.stopRequested()) {
+        if (isStopped()) {
             m_outcome.left += static_cast<qint64>(entries.size());
             return;
         }
-        const std::vector<bool> gone = CacheCleaner::clean(m_machine, entries, m_excludes);
-        m_outcome.left += std::count(gone.begin(), gone.end(), false);
+        const std::vector<bool> gone = CacheCleaner::clean(m_machine, entries, m_excludes, m_stop);
+        for (std::size_t index = 0; index < entries.size(); ++index)
+            if (!gone[index] && FileIdentity::of(entries[index].path))
+                ++m_outcome.left;
     }
 
+    /// One copy after the other, so that each is on record before the next one goes.
     bool thin(const DuplicateGroup &group)
     {
-        DuplicateGroup mayGo = group;
         bool isWhole = true;
-        // The list may have grown since the group was found.
-        for (std::size_t copy = mayGo.paths.size(); copy-- > 1;) {
-            if (!m_excludes.covers(mayGo.paths[copy]))
+        for (std::size_t copy = 1; copy < std::min(group.paths.size(), group.identities.size()); ++copy) {
+            // The list may have grown since the group was found.
+            if (m_excludes.covers(group.paths[copy])) {
+                isWhole = false;
                 continue;
-            mayGo.paths.erase(mayGo.paths.begin() + static_cast<std::ptrdiff_t>(copy));
-            if (copy < mayGo.identities.size())
-                mayGo.identities.erase(mayGo.identities.begin() + static_cast<std::ptrdiff_t>(copy));
-            isWhole = false;
+            }
+            const DuplicateGroup pair = {.paths = {group.paths.front(), group.paths[copy]},
+                                         .sizeBytes = group.sizeBytes,
+                                         .identities = {group.identities.front(), group.identities[copy]}};
+            const DuplicateRemoval removal = DuplicateFinder::removeDuplicates(
+                {pair}, duplicateFolders(m_machine), *m_machine.disposal, m_stop);
+            for (const TrashedItem &item : removal.trashed)
+                record(item);
+            isWhole = isWhole && removal.stayed == 0;
         }
-            DuplicateRemoval removal =
-            DuplicateFinder::removeDuplicates({mayGo}, duplicateFolders(m_machine), *m_machine.disposal, m_stop);
-        std::move(removal.trashed.begin(), removal.trashed.end(), std::back_inserter(m_outcome.trashed));
-        return isWhole && removal.stayed == 0;
+        return isWhole && group.paths.size() == group.identities.size();
     }
 
     bool remove(const AppUninstall &uninstall)
     {
-        auto result = AppUninstaller::uninstall(m_machine, uninstall.app, uninstall.leftovers, m_excludes);
-        const bool isAppGone = note({std::move(result.app)});
-        return note(std::move(result.leftovers)) && isAppGone;
+        const auto result =
+            AppUninstaller::uninstall(m_machine, uninstall.app, uninstall.leftovers, m_excludes);
+        bool isWhole = isGone(uninstall.app.path, result.app);
+        for (std::size_t index = 0; index < uninstall.leftovers.size(); ++index)
+            isWhole = isGone(uninstall.leftovers[index].path, result.leftovers[index]) && isWhole;
+        return isWhole;
     }
 
-    /// Whether all of them went to the Trash.
-    bool note(std::vector<std::optional<TrashedItem>> results)
+    /// Whether nothing is at the path any more: it went to the Trash now, or something else took it before.
+    bool isGone(const std::filesystem::path &path, const std::optional<TrashedItem> &trashed)
     {
-        bool isWhole = true;
-        for (std::optional<TrashedItem> &result : results) {
-            isWhole = isWhole && result.has_value();
-            if (result)
-                m_outcome.trashed.push_back(*std::move(result));
-        }
-        return isWhole;
+        if (trashed)
+            record(*trashed);
+        return trashed || !FileIdentity::of(path);
+    }
+
+    void record(const TrashedItem &item)
+    {
+        m_isRecorded = m_record.add(item) && m_isRecorded;
+        m_outcome.trashed.push_back(item);
     }
 
     const ExcludeList &m_excludes;
     Machine &m_machine;
     const StopToken m_stop;
+    const PutBackRecord m_record;
+    bool m_isRecorded = true;
     RemovalOutcome m_outcome;
 };
 
 } // namespace
 
-RemovalOutcome removeItems(const std::vector<RemovableItem> &items, const ExcludeList &excludes, Machine &machine,
-                           const StopToken &stop)
+RemovalOutcome removeItems(const std::vector<RemovableItem> &items, const ExcludeList &excludes,
+                           Machine &machine, const StopToken &stop)
 {
     Run run(excludes, machine, stop);
     run.remove(items);

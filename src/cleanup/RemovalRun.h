@@ -15,10 +15,11 @@ struct RemovalOutcome {
     qint64 left = 0;                  ///< items of which something stayed
 };
 
-/// Removes the items kind by kind, in the product's order, whatever fails on the way. Ends after the item at hand
+/// Removes the items kind by kind, in the product's order, whatever fails on the way, and keeps a record of
+/// what went to the Trash as it goes, in place of that of the removal before. Ends after the item at hand
 /// when stopped. Blocks for the disk and for tools: background work only.
-RemovalOutcome removeItems(const std::vector<RemovableItem> &items, const ExcludeList &excludes, Machine &machine,
-                           const StopToken &stop);
+RemovalOutcome removeItems(const std::vector<RemovableItem> &items, const ExcludeList &excludes,
+                           Machine &machine, const StopToken &stop);
 
 /// The sum of what the items free, as it was shown.
 std::int64_t totalBytes(const std::vector<RemovableItem> &items);

@@ -110,7 +110,7 @@ int runPutBack(const Arguments &arguments, const std::shared_ptr<Machine> &machi
             print(QStringLiteral("Put back: %1. Still in the Trash: %2.\n")
                       .arg(result.restored)
                       .arg(result.left));
-        QCoreApplication::exit(result == PutBackResult() ? notDone : done);
+        QCoreApplication::exit(result.restored == 0 ? notDone : done);
     });
 }
 

@@ -16,7 +16,10 @@ int runRefreshed(AppState &state, int refreshes, const std::function<void()> &th
             then();
     });
     state.refresh();
-    return QCoreApplication::exec();
+    const int status = QCoreApplication::exec();
+    // Whoever has work under way waits for its tools, and is gone before the state.
+    state.machine().stop.requestStop();
+    return status;
 }
 
 // "snapshot" and "context" look and leave no trace.

@@ -2,6 +2,11 @@
 #include "cli/Output.h"
 #include "cli/Verbs.h"
 
+#include <QtCore/QEventLoop>
+#include <QtCore/QSocketNotifier>
+
+#include <array>
+#include <cerrno>
 #include <cstdio>
 #include <unistd.h>
 
@@ -14,13 +19,26 @@ bool hasErrorTerminal()
     return result;
 }
 
-QString lineFromInput()
+/// The line a person types. Empty when the input ends, and when the program is asked to end meanwhile: the
+/// event loop hears that.
+QString typedLine()
 {
     QByteArray line;
-    for (int character = std::fgetc(stdin); character != EOF && character != '\n';
-         character = std::fgetc(stdin))
-        line.append(static_cast<char>(character));
-    return QString::fromUtf8(line).trimmed();
+    QEventLoop loop;
+    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
+    bool isWhole = false;
+    QObject::connect(&input, &QSocketNotifier::activated, &loop, [&] {
+        std::array<char, 256> typed = {};
+        const ssize_t count = ::read(STDIN_FILENO, typed.data(), typed.size());
+        if (count < 0 && errno == EINTR)
+            return;
+        line.append(typed.data(), std::max<ssize_t>(count, 0));
+        isWhole = line.contains('\n');
+        if (isWhole || count <= 0)
+            loop.quit();
+    });
+    loop.exec();
+    return isWhole ? QString::fromUtf8(line).trimmed() : QString();
 }
 
 } // namespace
@@ -60,7 +78,7 @@ bool isAgreed(const Arguments &arguments, const ConfirmationInfo &info)
                                  QLatin1Char('\n') + info.confirmLabel + QStringLiteral("? [y/N] "))
                                     .toUtf8();
     std::fputs(question.constData(), stderr);
-    const QString answer = lineFromInput().toLower();
+    const QString answer = typedLine().toLower();
     return answer == QLatin1String("y") || answer == QLatin1String("yes");
 }
 

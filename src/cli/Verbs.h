@@ -35,8 +35,9 @@ int runKey(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
 /// ended with.
 int runRefreshed(AppState &state, int refreshes, const std::function<void()> &then);
 
-/// Asks a question on the terminal, beside the output. True for "y" and "yes" in any case, and when the
-/// arguments say yes; false without asking when there is no terminal.
+/// Asks a question on the terminal, beside the output, and runs the event loop until it is answered. True for
+/// "y" and "yes" in any case, and when the arguments say yes; false when interrupted, and without asking when
+/// there is no terminal.
 bool isAgreed(const Arguments &arguments, const ConfirmationInfo &info);
 
 /// The program of that id among the published ones, else as the system knows it now; none when there is none.

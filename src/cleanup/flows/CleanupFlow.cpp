@@ -18,11 +18,10 @@ constexpr int runsAtOnce = 8;
 /// The whole background half of a removal.
 CleanupSuccess carryOut(const std::vector<RemovableItem> &items, Machine &machine, const StopToken &stop)
 {
-    const RemovalOutcome outcome =
-        removeItems(items, excludeListFrom(*machine.settings), machine, stop);
-    PutBackRecord(machine.places.applicationData).store(outcome.trashed);
+    const RemovalOutcome outcome = removeItems(items, excludeListFrom(*machine.settings), machine, stop);
     const std::int64_t freed = totalBytes(items);
-    if (freed >= 1)
+    // A run that was ended with the program is reported nowhere, the week included.
+    if (freed >= 1 && !stop.stopRequested() && !machine.stop.token().stopRequested())
         Settings(*machine.settings).addBytesFreed(freed);
     return {.id = QUuid::createUuid(),
             .itemCount = static_cast<qint64>(items.size()),
@@ -55,15 +54,15 @@ void CleanupFlow::remove(const std::vector<RemovableItem> &items)
 QCoro::Task<> CleanupFlow::run(std::vector<RemovableItem> items)
 {
     const QPointer self(this);
+    ++m_runs;
     m_state.setRemoving(true);
-    const auto running =
-        m_work.ask([items = std::move(items), machine = m_state.sharedMachine(), stop = m_stop.token()] {
-            return carryOut(items, *machine, stop);
-        });
+    const auto running = m_work.ask([items = std::move(items), machine = m_state.sharedMachine(),
+                                     stop = m_stop.token()] { return carryOut(items, *machine, stop); });
     const CleanupSuccess success = co_await running;
     if (!self)
         co_return;
-    m_canPutBack = success.canBePutBack > 0;
+    --m_runs;
+    m_canPutBack = success.canBePutBack > 0 || (m_runs > 0 && m_canPutBack);
     m_state.setRemoving(false);
     showBanner(success);
     Q_EMIT removed(success);
@@ -81,7 +80,7 @@ void CleanupFlow::showBanner(const CleanupSuccess &success)
 
 void CleanupFlow::putBack()
 {
-    if (m_canPutBack)
+    if (canPutBack())
         restore();
 }
 

@@ -13,8 +13,8 @@
 
 namespace swabby {
 
-/// The single entry to removing things: runs what was confirmed in the background, publishes its result for as long
-/// as a banner is read, counts it towards the week, and remembers what can be put back. Main thread.
+/// The single entry to removing things: runs what was confirmed in the background, publishes its result for
+/// as long as a banner is read, counts it towards the week, and remembers what can be put back. Main thread.
 class CleanupFlow : public QObject {
     Q_OBJECT
 
@@ -27,8 +27,8 @@ public:
     void remove(const std::vector<RemovableItem> &items);
     /// Moves what the last removal put into the Trash back where it was, and returns at once.
     void putBack();
-    /// Whether there is something to put back.
-    bool canPutBack() const { return m_canPutBack; }
+    /// Whether there is something to put back, and no removal runs that may still add to it.
+    bool canPutBack() const { return m_canPutBack && m_runs == 0; }
 
 Q_SIGNALS:
     /// A removal has been carried out; what the banner reports, also after the banner.
@@ -45,6 +45,7 @@ private:
     const std::chrono::milliseconds m_bannerTime;
     StopSource m_stop;
     bool m_canPutBack = false;
+    int m_runs = 0;        ///< under way
     BackgroundWork m_work; // last, so that it is waited for while everything it uses still stands
 };
 

@@ -24,11 +24,13 @@ const QString forceQuitMessage = QStringLiteral(
 
 } // namespace
 
-ConfirmationInfo ConfirmationBuilder::quit(const ProcessSample &process, Quitting::Force force, QuitFlow &flow)
+ConfirmationInfo ConfirmationBuilder::quit(const ProcessSample &process, Quitting::Force force,
+                                           QuitFlow &flow)
 {
     const bool isForced = force == Quitting::Force::yes;
     ConfirmationInfo info;
-    info.title = (isForced ? QStringLiteral("Force quit ") : QStringLiteral("Quit ")) + process.name + QLatin1Char('?');
+    info.title = (isForced ? QStringLiteral("Force quit ") : QStringLiteral("Quit ")) + process.name +
+                 QLatin1Char('?');
     info.message = isForced ? forceQuitMessage : quitMessage(process);
     info.confirmLabel = isForced ? QStringLiteral("Force Quit") : QStringLiteral("Quit");
     info.trustRatio = process.trustRatio();
@@ -42,7 +44,8 @@ ConfirmationInfo ConfirmationBuilder::quit(const ProcessSample &process, Quittin
 ConfirmationInfo ConfirmationBuilder::remove(const std::vector<RemovableItem> &items, CleanupFlow &flow,
                                              const std::function<void()> &onRemoved)
 {
-    const QString frees = QStringLiteral("Frees up ") + fileByteCount(totalBytes(items)) + QStringLiteral(". ");
+    const QString frees =
+        QStringLiteral("Frees up ") + fileByteCount(totalBytes(items)) + QStringLiteral(". ");
     ConfirmationInfo info;
     if (items.size() == 1) {
         info.title = QStringLiteral("Remove ") + items.front().title + QLatin1Char('?');
@@ -50,8 +53,9 @@ ConfirmationInfo ConfirmationBuilder::remove(const std::vector<RemovableItem> &i
         info.confirmLabel = QStringLiteral("Remove");
     } else {
         info.title = QStringLiteral("Remove ") + QString::number(items.size()) + QStringLiteral(" items?");
-        info.message = frees + QStringLiteral("Anything removable goes to Trash, not deleted outright — caches and "
-                                              "build artifacts regenerate automatically.");
+        info.message =
+            frees + QStringLiteral("Anything removable goes to Trash, not deleted outright — caches and "
+                                   "build artifacts regenerate automatically.");
         info.confirmLabel = QStringLiteral("Remove All");
     }
     info.onConfirm = [items, &flow, onRemoved] {

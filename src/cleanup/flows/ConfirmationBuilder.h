@@ -24,7 +24,8 @@ struct ConfirmationInfo {
     std::function<void()> onConfirm;                    ///< called once, when the person agrees
 };
 
-/// Turns what somebody wants done into the question to ask first. Nothing here acts before onConfirm is called.
+/// Turns what somebody wants done into the question to ask first. Nothing here acts before onConfirm is
+/// called.
 namespace ConfirmationBuilder {
 
 ConfirmationInfo quit(const ProcessSample &process, Quitting::Force force, QuitFlow &flow);
@@ -33,8 +34,8 @@ ConfirmationInfo quit(const ProcessSample &process, Quitting::Force force, QuitF
 ConfirmationInfo remove(const std::vector<RemovableItem> &items, CleanupFlow &flow,
                         const std::function<void()> &onRemoved = {});
 
-/// The listed program that somebody calls by this name, whatever the case: by its whole name first, then by a part.
-/// None for a blank name.
+/// The listed program that somebody calls by this name, whatever the case: by its whole name first, then by a
+/// part. None for a blank name.
 std::optional<ProcessSample> findProcess(const QString &name, const AppState &state);
 
 } // namespace ConfirmationBuilder

@@ -70,6 +70,8 @@ FullCheck::~FullCheck()
 {
     if (m_stop)
         m_stop->requestStop();
+    if (m_phase == Phase::scanning)
+        m_state.setScanning(false);
 }
 
 QStringList FullCheck::steps()
