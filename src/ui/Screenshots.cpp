@@ -54,6 +54,7 @@ std::optional<QString> renderScreenshots(const UserInterfaceContext &context, co
         open->engine->theme->setStill(true);
         open->window->show();
         open->view->select(shot.section);
+        open->view->setProperty("showWelcome", false);
         if (shot.prepare != nullptr)
             shot.prepare(*open->view);
         QCoreApplication::processEvents();
