@@ -1,9 +1,10 @@
 #include "cleanup/duplicates/Reading.h"
 
+#include "cleanup/SideBySide.h"
+
 #include "platform/Utf8.h"
 
 #include <algorithm>
-#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -48,19 +49,11 @@ void onAllCores(std::size_t count, const StopToken &stop,
     const std::size_t workers =
         std::min({count, mostWorkers, std::max<std::size_t>(std::thread::hardware_concurrency(), 1)});
     std::atomic<std::size_t> next = 0;
-    const auto takeTurns = [&] {
+    sideBySide(workers, [&](std::size_t /*worker*/) {
         ReadBuffer buffer;
         for (std::size_t number = next++; number < count && !stop.stopRequested(); number = next++)
             work(number, buffer);
-    };
-    std::vector<std::jthread> others;
-    try {
-        while (others.size() + 1 < workers)
-            others.emplace_back(takeTurns);
-    } catch (const std::system_error &) {
-        // The system gives no more threads; those that run do all the work.
-    }
-    takeTurns();
+    });
 }
 
 } // namespace swabby
