@@ -1,7 +1,6 @@
 #include "cleanup/duplicates/Reading.h"
 
 #include "cleanup/SideBySide.h"
-
 #include "platform/Utf8.h"
 
 #include <algorithm>
