@@ -14,7 +14,7 @@ Pressable {
     name: text
     implicitWidth: Math.ceil(label.implicitWidth) + 24
     implicitHeight: 28
-    opacity: isPressed ? 0.75 : 1
+    opacity: !enabled ? 0.45 : isPressed ? 0.75 : 1
 
     Rectangle {
         anchors.fill: parent
@@ -36,6 +36,12 @@ Pressable {
         text: button.text
         font: Theme.buttonFont
         color: button.isProminent ? Theme.onAccent : button.isDestructive ? Theme.inks[Tints.red] : Theme.primary
+        visible: !button.isBusy
         Accessible.ignored: true
+    }
+
+    Spinner {
+        anchors.centerIn: parent
+        visible: button.isBusy
     }
 }
