@@ -6,9 +6,14 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QDir>
+#include <QtCore/QEventLoop>
+#include <QtCore/QTimer>
 #include <QtGui/QImage>
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickWindow>
+
+#include <chrono>
+#include <functional>
 
 namespace swabby {
 namespace {
@@ -19,6 +24,29 @@ struct Shot {
     void (*prepare)(MainWindowView &view);
 };
 
+/// Searches of a machine that never end must not keep the pictures from being made.
+constexpr auto longestWait = std::chrono::seconds(20);
+
+/// Lets things happen until it is so, or that long.
+void waitUntil(const std::function<bool()> &isSo)
+{
+    QTimer limit;
+    limit.setSingleShot(true);
+    limit.start(longestWait);
+    while (!isSo() && limit.isActive())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+void waitForSomeSteps(MainWindowView &view)
+{
+    waitUntil([&] { return !view.check()->isScanning() || view.check()->steps().at(2).isDone; });
+}
+
+void waitForCheck(MainWindowView &view)
+{
+    waitUntil([&] { return !view.check()->isScanning(); });
+}
+
 const Shot shots[] = {
     {"overview", MainSection::overview, nullptr},
     {"health-detail", MainSection::overview,
@@ -28,6 +56,8 @@ const Shot shots[] = {
     {"battery", MainSection::battery, nullptr},
     {"network", MainSection::network, nullptr},
     {"startup", MainSection::startup, nullptr},
+    {"swabbyCheck-scanning", MainSection::swabbyCheck, waitForSomeSteps},
+    {"swabbyCheck", MainSection::swabbyCheck, waitForCheck},
 };
 
 // A window that was never drawn is all one colour.

@@ -14,7 +14,7 @@ Pressable {
     name: text
     implicitWidth: Math.ceil(label.implicitWidth) + 24
     implicitHeight: 28
-    opacity: isPressed ? 0.75 : 1
+    opacity: !enabled ? 0.45 : isPressed ? 0.75 : 1
 
     Rectangle {
         anchors.fill: parent

@@ -21,7 +21,7 @@ Item {
     onPageChanged: showPage()
     Component.onCompleted: showPage()
 
-    PlainLabel {
+    Paragraph {
         id: subtitle
 
         x: 20

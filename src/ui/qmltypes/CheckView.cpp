@@ -1,14 +1,196 @@
 #include "ui/qmltypes/CheckView.h"
 
+#include "cleanup/flows/QuitFlow.h"
+#include "startup/flows/StartupFlow.h"
+#include "ui/presentation/PlainWords.h"
 #include "ui/qmltypes/MainWindowCoordinator.h"
 
+#include <QtQml/QQmlEngine>
+
 namespace swabby {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// What is being looked at changes faster than anybody reads.
+constexpr auto lookingInterval = 100ms;
+
+} // namespace
 
 CheckView::CheckView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator, QObject *parent)
-    : QObject(parent), m_context(context), m_coordinator(coordinator)
+    : QObject(parent), m_context(context), m_coordinator(coordinator), m_banner(context, coordinator)
 {
+    QJSEngine::setObjectOwnership(&m_startupItems, QJSEngine::CppOwnership);
+    if (m_context.state == nullptr || m_context.ai == nullptr)
+        return;
+    m_check = std::make_unique<FullCheck>(*m_context.state, *m_context.ai);
+    m_lookingTimer.setSingleShot(true);
+    m_lookingTimer.setInterval(lookingInterval);
+    connect(&m_lookingTimer, &QTimer::timeout, this, &CheckView::lookingAtChanged);
+    connect(m_check.get(), &FullCheck::changed, this, &CheckView::follow);
+    connect(m_check.get(), &FullCheck::finished, this, &CheckView::finished);
+    connect(&m_candidates, &RemovableList::moreWanted, this, &CheckView::showRows);
+    connect(m_context.state, &AppState::changed, this, [this] {
+        if (!isScanning())
+            showRows();
+    });
+    if (m_context.startup != nullptr)
+        connect(m_context.startup, &StartupFlow::changed, this, [this](const QString &id) {
+            m_busyItems.removeAll(id);
+            Q_EMIT changed();
+        });
+    if (m_context.quitting != nullptr)
+        connect(m_context.quitting, &QuitFlow::finished, this, [this](std::int32_t pid, bool wasTold) {
+            const auto &process = m_check->result().processToWatch;
+            m_hasQuit = m_hasQuit || (wasTold && process && process->pid == pid);
+            Q_EMIT changed();
+        });
 }
 
-void CheckView::run() {}
+int CheckView::enter()
+{
+    run();
+    return ++m_visit;
+}
+
+void CheckView::leave(int visit)
+{
+    if (visit == m_visit && m_check)
+        m_check->cancel();
+}
+
+void CheckView::run()
+{
+    m_isStopped = false;
+    m_hasQuit = false;
+    if (m_check)
+        m_check->run();
+}
+
+void CheckView::cancel()
+{
+    if (!isScanning())
+        return;
+    m_isStopped = true;
+    m_check->cancel();
+}
+
+void CheckView::follow()
+{
+    if (isScanning() && m_check->completedSteps().size() == m_stepsShown && m_stepsShown > 0) {
+        if (!m_lookingTimer.isActive())
+            m_lookingTimer.start();
+        return;
+    }
+    m_stepsShown = isScanning() ? m_check->completedSteps().size() : 0;
+    showRows();
+    Q_EMIT lookingAtChanged();
+    Q_EMIT changed();
+}
+
+void CheckView::showRows()
+{
+    const std::set<QString> &selected = m_check->selectedRemovalIDs();
+    m_candidates.show(m_check->result().removalCandidates, [&](const RemovableItem &item) {
+        return removableRowText(item, selected.contains(item.id), m_context.state->machine().places.home);
+    });
+    m_startupItems.show(startupReviewTexts(*m_check, m_context.state->loginItems()),
+                        [](const StartupRowText &row) { return row.id; });
+}
+
+QList<CheckStep> CheckView::steps() const
+{
+    return checkSteps(m_check ? m_check->completedSteps() : QStringList());
+}
+
+QString CheckView::lookingAt() const
+{
+    return isScanning() ? lookingAtText(m_check->lookingAt()) : QString();
+}
+
+QString CheckView::headline() const
+{
+    return m_check ? oneLine(m_check->result().headline) : QString();
+}
+
+QString CheckView::summary() const
+{
+    return m_check ? m_check->result().summary : QString();
+}
+
+QString CheckView::sentNote() const
+{
+    return m_check ? sentText(m_check->result()) : QString();
+}
+
+bool CheckView::isAllClear() const
+{
+    return m_check && m_check->result().findings() == 0;
+}
+
+QString CheckView::removeLabel() const
+{
+    return m_check ? m_check->removeLabel() : QString();
+}
+
+bool CheckView::canRemove() const
+{
+    return m_check && !m_check->selectedItems().empty();
+}
+
+bool CheckView::hasWatched() const
+{
+    return m_check && m_check->result().processToWatch && !m_hasQuit;
+}
+
+ProcessRowText CheckView::watched() const
+{
+    return hasWatched() ? watchedText(*m_check->result().processToWatch) : ProcessRowText();
+}
+
+void CheckView::setSelected(const QString &id, bool isSelected)
+{
+    if (m_check)
+        m_check->setSelected(id, isSelected);
+}
+
+void CheckView::remove()
+{
+    if (!canRemove())
+        return;
+    const std::vector<RemovableItem> items = m_check->selectedItems();
+    m_coordinator.confirmation()->askToRemove(items, [this, items] { m_check->forget(items); });
+}
+
+void CheckView::disable(const QString &id)
+{
+    if (!m_check || m_context.startup == nullptr || m_busyItems.contains(id))
+        return;
+    for (const LoginItem &item : m_check->result().loginItemsToReview)
+        if (item.id() == id) {
+            m_busyItems.append(id);
+            Q_EMIT changed();
+            m_context.startup->disable(LoginItem(item));
+            return;
+        }
+}
+
+void CheckView::ignore(const QString &id)
+{
+    if (m_check)
+        m_check->dismiss(id);
+}
+
+void CheckView::explain()
+{
+    if (hasWatched())
+        m_coordinator.explain({*m_check->result().processToWatch});
+}
+
+void CheckView::quit()
+{
+    if (hasWatched())
+        m_coordinator.quit(*m_check->result().processToWatch, Quitting::Force::no);
+}
 
 } // namespace swabby

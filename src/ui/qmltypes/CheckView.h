@@ -1,30 +1,103 @@
 #pragma once
 
+#include "health/flows/FullCheck.h"
 #include "ui/UserInterface.h"
+#include "ui/presentation/CheckText.h"
+#include "ui/qmltypes/RemovableList.h"
+#include "ui/qmltypes/RemovalBannerView.h"
 
 #include <QtCore/QObject>
+#include <QtCore/QTimer>
 #include <QtQml/qqmlregistration.h>
+
+#include <memory>
 
 namespace swabby {
 
 class MainWindowCoordinator;
 
-/// One full check, as its page shows it.
+/// One full check, as its page shows it. It lives as long as the page is looked at.
 class CheckView : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made with the window")
+    Q_PROPERTY(bool isScanning READ isScanning NOTIFY changed)
+    Q_PROPERTY(bool isStopped READ isStopped NOTIFY changed)
+    Q_PROPERTY(QList<swabby::CheckStep> steps READ steps NOTIFY changed)
+    Q_PROPERTY(QString lookingAt READ lookingAt NOTIFY lookingAtChanged)
+    Q_PROPERTY(QString headline READ headline NOTIFY changed)
+    Q_PROPERTY(QString summary READ summary NOTIFY changed)
+    Q_PROPERTY(QString sentNote READ sentNote NOTIFY changed)
+    Q_PROPERTY(bool isAllClear READ isAllClear NOTIFY changed)
+    Q_PROPERTY(swabby::RemovableList *candidates READ candidates CONSTANT)
+    Q_PROPERTY(QString removeLabel READ removeLabel NOTIFY changed)
+    Q_PROPERTY(bool canRemove READ canRemove NOTIFY changed)
+    Q_PROPERTY(swabby::RowModel *startupItems READ startupItems CONSTANT)
+    Q_PROPERTY(QStringList busyItems READ busyItems NOTIFY changed)
+    Q_PROPERTY(bool hasWatched READ hasWatched NOTIFY changed)
+    Q_PROPERTY(swabby::ProcessRowText watched READ watched NOTIFY changed)
+    Q_PROPERTY(swabby::RemovalBannerView *banner READ banner CONSTANT)
 
 public:
     CheckView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator,
               QObject *parent = nullptr);
 
+    /// The page appears and the check begins. Gives what leave() is told.
+    Q_INVOKABLE int enter();
+    /// The page is gone; a check that runs ends, unless the page has appeared anew meanwhile.
+    Q_INVOKABLE void leave(int visit);
     /// Begins a check; one that still runs begins anew.
     Q_INVOKABLE void run();
+    Q_INVOKABLE void cancel();
+    Q_INVOKABLE void setSelected(const QString &id, bool isSelected);
+    /// Asks before what is ticked goes.
+    Q_INVOKABLE void remove();
+    Q_INVOKABLE void disable(const QString &id);
+    Q_INVOKABLE void ignore(const QString &id);
+    Q_INVOKABLE void explain();
+    Q_INVOKABLE void quit();
+
+    bool isScanning() const { return m_check && m_check->phase() == FullCheck::Phase::scanning; }
+    /// Whether the last check was ended before it had a result.
+    bool isStopped() const { return m_isStopped; }
+    QList<CheckStep> steps() const;
+    QString lookingAt() const;
+    QString headline() const;
+    QString summary() const;
+    QString sentNote() const;
+    bool isAllClear() const;
+    RemovableList *candidates() { return &m_candidates; }
+    QString removeLabel() const;
+    bool canRemove() const;
+    RowModel *startupItems() { return &m_startupItems; }
+    /// The startup items that are being turned off.
+    const QStringList &busyItems() const { return m_busyItems; }
+    bool hasWatched() const;
+    ProcessRowText watched() const;
+    RemovalBannerView *banner() { return &m_banner; }
+
+Q_SIGNALS:
+    void changed();
+    void lookingAtChanged();
+    /// The result stands.
+    void finished();
 
 private:
+    void follow();
+    void showRows();
+
     UserInterfaceContext m_context;
     MainWindowCoordinator &m_coordinator;
+    RemovalBannerView m_banner;
+    RemovableList m_candidates;
+    RowModel m_startupItems;
+    QStringList m_busyItems;
+    QTimer m_lookingTimer;
+    qsizetype m_stepsShown = 0;
+    int m_visit = 0;
+    bool m_isStopped = false;
+    bool m_hasQuit = false; ///< the program to watch was told to end
+    std::unique_ptr<FullCheck> m_check;
 };
 
 } // namespace swabby

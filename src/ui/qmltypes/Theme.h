@@ -50,6 +50,7 @@ class Theme : public QObject {
     Q_PROPERTY(QFont buttonFont READ buttonFont CONSTANT)
     Q_PROPERTY(QFont smallFont READ smallFont CONSTANT)
     Q_PROPERTY(QFont smallHeadingFont READ smallHeadingFont CONSTANT)
+    Q_PROPERTY(QFont bannerFont READ bannerFont CONSTANT)
     Q_PROPERTY(QFont axisFont READ axisFont CONSTANT)
     Q_PROPERTY(int foldDuration READ foldDuration NOTIFY changed)
     Q_PROPERTY(int sheetDuration READ sheetDuration NOTIFY changed)
@@ -96,6 +97,7 @@ public:
     QFont buttonFont() const { return font(12.5, QFont::Medium); }
     QFont smallFont() const { return font(12, QFont::Normal); }
     QFont smallHeadingFont() const { return font(11, QFont::DemiBold); }
+    QFont bannerFont() const { return font(11.5, QFont::Medium); }
     QFont axisFont() const { return font(10.5, QFont::Normal); }
 
     int foldDuration() const { return moves() ? 150 : 0; }

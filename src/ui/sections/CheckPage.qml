@@ -1,8 +1,116 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Swabby.Ui
 
+// The one-tap full check: its steps while it looks, then what it found.
 ScrollPage {
     id: page
 
     required property MainWindowView view
+    readonly property CheckView check: view.check
+    property int visit: 0
+
+    Component.onCompleted: visit = check.enter()
+    Component.onDestruction: check.leave(visit)
+
+    RemovalBanner {
+        width: parent.width
+        removal: page.check.banner
+    }
+
+    CheckProgress {
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: Math.min(parent.width, 520)
+        check: page.check
+        visible: page.check.isScanning
+    }
+
+    Card {
+        width: parent.width
+        spacing: 12
+        visible: page.check.isStopped && !page.check.isScanning
+
+        PlainLabel {
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            text: "The check was stopped before it was done."
+            color: Theme.secondary
+        }
+    }
+
+    CheckSummary {
+        width: parent.width
+        check: page.check
+        visible: !page.check.isScanning && !page.check.isStopped
+    }
+
+    Card {
+        width: parent.width
+        visible: !page.check.isScanning && page.check.candidates.rows.count > 0
+
+        CardHeading {
+            text: "Reclaimable storage"
+        }
+
+        Item {
+            width: 1
+            height: 6
+        }
+
+        RemovableRows {
+            width: parent.width
+            list: page.check.candidates
+            onToggled: (id, isSelected) => page.check.setSelected(id, isSelected)
+            onShown: path => page.view.coordinator.confirmation.showInFolder(path)
+        }
+
+        Hairline {
+            width: parent.width
+        }
+
+        Item {
+            width: parent.width
+            height: 38
+
+            PlainLabel {
+                anchors.left: parent.left
+                anchors.right: remove.left
+                anchors.rightMargin: 12
+                anchors.verticalCenter: remove.verticalCenter
+                text: "Nothing is removed until you confirm."
+                font: Theme.smallFont
+                color: Theme.secondary
+            }
+
+            ActionButton {
+                id: remove
+
+                anchors.right: parent.right
+                anchors.bottom: parent.bottom
+                text: page.check.removeLabel
+                isProminent: true
+                enabled: page.check.canRemove
+                onActivated: page.check.remove()
+            }
+        }
+    }
+
+    CheckStartupCard {
+        width: parent.width
+        check: page.check
+        visible: !page.check.isScanning && page.check.startupItems.count > 0
+    }
+
+    CheckPowerCard {
+        width: parent.width
+        check: page.check
+        visible: !page.check.isScanning && page.check.hasWatched
+    }
+
+    ActionButton {
+        anchors.horizontalCenter: parent.horizontalCenter
+        text: "Scan Again"
+        visible: !page.check.isScanning
+        onActivated: page.check.run()
+    }
 }

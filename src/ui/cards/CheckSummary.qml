@@ -1,0 +1,58 @@
+import QtQuick
+import Swabby.Ui
+
+// What the full check found, in a sentence or two.
+Card {
+    id: card
+
+    required property CheckView check
+
+    spacing: 6
+
+    Row {
+        spacing: 8
+
+        SymbolItem {
+            anchors.verticalCenter: parent.verticalCenter
+            name: "checkmark.circle.fill"
+            color: Theme.marks[Tints.green]
+        }
+
+        PlainLabel {
+            anchors.verticalCenter: parent.verticalCenter
+            text: "Check complete"
+            font: Theme.buttonFont
+            color: Theme.inks[Tints.green]
+            Accessible.role: Accessible.Heading
+        }
+    }
+
+    Paragraph {
+        width: parent.width
+        text: card.check.headline
+        font: Theme.resultFont
+        Accessible.role: Accessible.Heading
+    }
+
+    Paragraph {
+        width: parent.width
+        text: card.check.summary
+        color: Theme.secondary
+    }
+
+    HealthAllClearRow {
+        width: parent.width
+        topPadding: 4
+        text: "Nothing needs your attention right now."
+        visible: card.check.isAllClear
+    }
+
+    Paragraph {
+        width: parent.width
+        topPadding: 2
+        text: card.check.sentNote
+        font: Theme.axisFont
+        color: Theme.secondary
+        visible: text !== ""
+    }
+}

@@ -1,0 +1,160 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Swabby.Ui
+
+// Something that can be removed: a box or a button of its own, and what is behind it on request.
+Item {
+    id: row
+
+    required property removableRowText entry
+    property string actionLabel
+    property bool hasBox: actionLabel === ""
+    property bool isExpanded: false
+
+    signal toggled
+    signal acted
+    signal shown(string path)
+
+    width: parent === null ? 0 : parent.width
+    implicitHeight: head.height + (isExpanded ? details.height : 0)
+    clip: heightMotion.running
+    Accessible.role: Accessible.ListItem
+    Accessible.name: entry.title + ", " + entry.subtitle + ", " + entry.size
+
+    Behavior on implicitHeight {
+        NumberAnimation {
+            id: heightMotion
+
+            duration: Theme.foldDuration
+            easing.type: Easing.InOutQuad
+        }
+    }
+
+    Hairline {
+        width: parent.width
+    }
+
+    Item {
+        id: head
+
+        width: parent.width
+        height: 52
+
+        MouseArea {
+            anchors.fill: parent
+            enabled: row.hasBox
+            onClicked: row.toggled()
+        }
+
+        CheckBox {
+            anchors.left: parent.left
+            anchors.leftMargin: -4
+            anchors.verticalCenter: parent.verticalCenter
+            name: row.entry.title
+            isChecked: row.entry.isSelected
+            visible: row.hasBox
+            onActivated: row.toggled()
+        }
+
+        Column {
+            anchors.left: parent.left
+            anchors.leftMargin: row.hasBox ? 28 : 0
+            anchors.right: figures.left
+            anchors.rightMargin: 12
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 1
+
+            Row {
+                width: parent.width
+                spacing: 6
+
+                PlainLabel {
+                    width: Math.min(implicitWidth, parent.width - (badge.visible ? badge.width + 6 : 0))
+                    text: row.entry.title
+                    elide: Text.ElideMiddle
+                }
+
+                SymbolItem {
+                    id: badge
+
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: 14
+                    height: 14
+                    name: row.entry.badgeSymbol
+                    color: row.entry.badgeWarns ? Theme.marks[Tints.orange] : Theme.secondary
+                    visible: row.entry.badgeSymbol !== ""
+                    Accessible.role: Accessible.Graphic
+                    Accessible.name: row.entry.badgeHint
+                }
+            }
+
+            PlainLabel {
+                width: parent.width
+                text: row.entry.subtitle
+                font: Theme.smallFont
+                color: Theme.secondary
+                visible: text !== ""
+            }
+        }
+
+        Row {
+            id: figures
+
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 8
+
+            PlainLabel {
+                anchors.verticalCenter: parent.verticalCenter
+                text: row.entry.size
+                color: Theme.secondary
+            }
+
+            ActionButton {
+                anchors.verticalCenter: parent.verticalCenter
+                implicitHeight: 24
+                text: row.actionLabel
+                name: row.actionLabel + ": " + row.entry.title
+                isBusy: row.entry.isBusy
+                visible: row.actionLabel !== ""
+                onActivated: row.acted()
+            }
+
+            SymbolButton {
+                anchors.verticalCenter: parent.verticalCenter
+                width: 24
+                height: 24
+                symbolSize: 12
+                symbol: row.isExpanded ? "chevron.up" : "chevron.down"
+                tip: row.isExpanded ? "Hide what is behind it" : "Show what is behind it"
+                name: tip + ": " + row.entry.title
+                visible: row.entry.details.length > 0
+                onActivated: row.isExpanded = !row.isExpanded
+            }
+        }
+    }
+
+    Loader {
+        id: details
+
+        x: row.hasBox ? 28 : 12
+        y: head.height
+        width: row.width - x
+        height: active && item !== null ? item.implicitHeight : 0
+        active: row.isExpanded
+
+        sourceComponent: Column {
+            Repeater {
+                model: row.entry.details
+
+                RemovalDetailRow {
+                    required property removalDetail modelData
+
+                    width: details.width
+                    entry: modelData
+                    onShown: row.shown(modelData.path)
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,71 @@
+import QtQuick
+import Swabby.Ui
+
+// What the last removal did, for as long as that is news.
+Card {
+    id: banner
+
+    required property RemovalBannerView removal
+
+    isPaper: false
+    fill: Theme.washes[Tints.green]
+    verticalPadding: 10
+    visible: removal.text !== "" || removal.isRemoving
+
+    Item {
+        width: parent.width
+        height: Math.max(28, words.implicitHeight)
+
+        SymbolItem {
+            id: mark
+
+            anchors.verticalCenter: parent.verticalCenter
+            width: 18
+            height: 18
+            name: "checkmark.circle.fill"
+            color: Theme.marks[Tints.green]
+            visible: !banner.removal.isRemoving
+        }
+
+        Spinner {
+            anchors.verticalCenter: parent.verticalCenter
+            visible: banner.removal.isRemoving
+        }
+
+        Column {
+            id: words
+
+            anchors.left: mark.right
+            anchors.leftMargin: 10
+            anchors.right: back.left
+            anchors.rightMargin: 12
+            anchors.verticalCenter: parent.verticalCenter
+
+            PlainLabel {
+                width: parent.width
+                text: banner.removal.isRemoving ? "Removing…" : banner.removal.text
+                font: Theme.bannerFont
+                color: Theme.inks[Tints.green]
+                Accessible.role: Accessible.AlertMessage
+            }
+
+            PlainLabel {
+                width: parent.width
+                text: banner.removal.leftText
+                font: Theme.smallFont
+                visible: text !== "" && !banner.removal.isRemoving
+            }
+        }
+
+        ActionButton {
+            id: back
+
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            text: "Put back"
+            width: visible ? implicitWidth : 0
+            visible: banner.removal.canPutBack && !banner.removal.isRemoving
+            onActivated: banner.removal.putBack()
+        }
+    }
+}

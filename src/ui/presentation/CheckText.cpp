@@ -1,0 +1,50 @@
+#include "ui/presentation/CheckText.h"
+
+#include "ui/presentation/PlainWords.h"
+
+#include <algorithm>
+
+namespace swabby {
+
+QList<CheckStep> checkSteps(const QStringList &completed)
+{
+    QList<CheckStep> steps;
+    for (const QString &step : FullCheck::steps())
+        steps.append({step, completed.contains(step)});
+    return steps;
+}
+
+QList<StartupRowText> startupReviewTexts(const FullCheck &check, const QList<LoginItem> &present)
+{
+    QList<StartupRowText> rows;
+    for (const LoginItem &item : check.result().loginItemsToReview) {
+        const QString id = item.id();
+        if (check.dismissedLoginItemIDs().contains(id) ||
+            std::none_of(present.begin(), present.end(),
+                         [&](const LoginItem &one) { return one.id() == id; }))
+            continue;
+        StartupRowText row;
+        row.id = id;
+        row.label = oneLine(item.label);
+        row.detail = scopeText(item.scope);
+        row.canDisable = true;
+        rows.append(row);
+    }
+    return rows;
+}
+
+ProcessRowText watchedText(const ProcessSample &process)
+{
+    ProcessRowText row = processRowText(process, ProcessRowMode::activity, false);
+    row.detail = wholeNumberText(process.cpuPercent) + QStringLiteral("% busy");
+    return row;
+}
+
+QString sentText(const SwabbyCheckResult &result)
+{
+    return result.wasSent ? QStringLiteral("Sent to Claude for this: counts and sizes, and the names of the "
+                                           "app to watch and of cache folders nobody knew.")
+                          : QString();
+}
+
+} // namespace swabby

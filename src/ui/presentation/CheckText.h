@@ -1,0 +1,38 @@
+#pragma once
+
+#include "health/flows/FullCheck.h"
+#include "ui/presentation/ProcessText.h"
+#include "ui/presentation/StartupText.h"
+
+#include <QtCore/QList>
+#include <QtCore/QObject>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace swabby {
+
+/// A step of the full check, done or still to come.
+struct CheckStep {
+    Q_GADGET
+    QML_VALUE_TYPE(checkStep)
+    Q_PROPERTY(QString text MEMBER text)
+    Q_PROPERTY(bool isDone MEMBER isDone)
+
+public:
+    QString text;
+    bool isDone = false;
+
+    bool operator==(const CheckStep &) const = default;
+};
+
+QList<CheckStep> checkSteps(const QStringList &completed);
+
+/// The startup items to review that are still there and were not ignored.
+QList<StartupRowText> startupReviewTexts(const FullCheck &check, const QList<LoginItem> &present);
+
+/// The program worth watching; its detail is how busy it is.
+ProcessRowText watchedText(const ProcessSample &process);
+
+/// What left this computer for the result, in a sentence; empty when nothing did.
+QString sentText(const SwabbyCheckResult &result);
+
+} // namespace swabby

@@ -1,0 +1,73 @@
+#include "ui/presentation/CleanupText.h"
+
+#include "cleanup/RemovalRun.h"
+#include "engine/ByteCount.h"
+#include "ui/presentation/PlainWords.h"
+
+#include <algorithm>
+
+namespace swabby {
+
+RemovableRowText removableRowText(const RemovableItem &item, bool isSelected, const QString &home)
+{
+    RemovableRowText row;
+    row.id = item.id;
+    row.title = oneLine(item.title);
+    row.subtitle = oneLine(item.subtitle);
+    row.size = fileByteCount(item.sizeBytes);
+    row.isSelected = isSelected;
+    row.details = removalDetails(item, home);
+    return row;
+}
+
+QString lookingAtText(const QString &what)
+{
+    return what.isEmpty() ? QStringLiteral("Looking…") : QStringLiteral("Looking at ") + oneLine(what);
+}
+
+double fractionOf(const ScanProgress &progress)
+{
+    if (progress.total <= 0)
+        return 0;
+    return std::clamp(static_cast<double>(progress.done) / static_cast<double>(progress.total), 0.0, 1.0);
+}
+
+ScanText scanText(bool isScanning, bool isDone, const ScanProgress &progress, const QString &firstAction)
+{
+    ScanText text;
+    text.isScanning = isScanning;
+    text.action = isDone ? QStringLiteral("Scan again") : firstAction;
+    if (isScanning) {
+        text.progress = lookingAtText(progress.what);
+        text.fraction = fractionOf(progress);
+    }
+    return text;
+}
+
+QString itemCountText(std::int64_t count)
+{
+    return QString::number(count) + (count == 1 ? QStringLiteral(" item") : QStringLiteral(" items"));
+}
+
+QString queueText(const std::vector<RemovableItem> &queue)
+{
+    if (queue.empty())
+        return QStringLiteral("Cleanup Queue · empty");
+    return QStringLiteral("Cleanup Queue · ") + itemCountText(static_cast<std::int64_t>(queue.size())) +
+           QStringLiteral(" · ") + fileByteCount(totalBytes(queue));
+}
+
+QString putBackText(std::int64_t restored, std::int64_t left)
+{
+    if (left > 0)
+        return itemCountText(left) + QStringLiteral(" could not be put back and stayed in the Trash.");
+    return itemCountText(restored) + (restored == 1 ? QStringLiteral(" is") : QStringLiteral(" are")) +
+           QStringLiteral(" back in place.");
+}
+
+QString clearableText(std::int64_t bytes)
+{
+    return bytes > 0 ? fileByteCount(bytes) + QStringLiteral(" of what is used can be cleared") : QString();
+}
+
+} // namespace swabby

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "cleanup/RemovableItem.h"
+#include "platform/ScanControl.h"
+#include "ui/presentation/ConfirmationText.h"
+
+#include <QtCore/QList>
+#include <QtCore/QObject>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace swabby {
+
+/// Something that can be removed, as its row shows it.
+struct RemovableRowText {
+    Q_GADGET
+    QML_VALUE_TYPE(removableRowText)
+    Q_PROPERTY(QString id MEMBER id)
+    Q_PROPERTY(QString title MEMBER title)
+    Q_PROPERTY(QString subtitle MEMBER subtitle)
+    Q_PROPERTY(QString size MEMBER size)
+    Q_PROPERTY(bool isSelected MEMBER isSelected)
+    Q_PROPERTY(bool isBusy MEMBER isBusy)
+    Q_PROPERTY(QString badgeSymbol MEMBER badgeSymbol)
+    Q_PROPERTY(QString badgeHint MEMBER badgeHint)
+    Q_PROPERTY(bool badgeWarns MEMBER badgeWarns)
+    Q_PROPERTY(QList<swabby::RemovalDetail> details MEMBER details)
+
+public:
+    QString id;
+    QString title;
+    QString subtitle;
+    QString size;
+    bool isSelected = false;
+    bool isBusy = false;
+    QString badgeSymbol; ///< empty: no badge
+    QString badgeHint;   ///< the badge in words
+    bool badgeWarns = false;
+    QList<RemovalDetail> details;
+
+    bool operator==(const RemovableRowText &) const = default;
+};
+
+/// How a search stands, as the card it fills shows it.
+struct ScanText {
+    Q_GADGET
+    QML_VALUE_TYPE(scanText)
+    Q_PROPERTY(bool isScanning MEMBER isScanning)
+    Q_PROPERTY(QString progress MEMBER progress)
+    Q_PROPERTY(double fraction MEMBER fraction)
+    Q_PROPERTY(QString action MEMBER action)
+    Q_PROPERTY(QString empty MEMBER empty)
+
+public:
+    bool isScanning = false;
+    QString progress;    ///< what is being looked at
+    double fraction = 0; ///< how far it is, 0–1; 0 while unknown
+    QString action;      ///< on the button that begins it
+    QString empty;       ///< said when it found nothing; else empty
+
+    bool operator==(const ScanText &) const = default;
+};
+
+/// The home folder is written "~" in the details.
+RemovableRowText removableRowText(const RemovableItem &item, bool isSelected, const QString &home);
+
+/// The words for what is being looked at; a name by itself would say nothing.
+QString lookingAtText(const QString &what);
+double fractionOf(const ScanProgress &progress);
+
+/// The card of a search that was or was not run to its end. firstAction stands on the button until then.
+ScanText scanText(bool isScanning, bool isDone, const ScanProgress &progress, const QString &firstAction);
+
+/// "1 item", "3 items".
+QString itemCountText(std::int64_t count);
+/// "Cleanup Queue · 3 items · 5.1 GB".
+QString queueText(const std::vector<RemovableItem> &queue);
+/// How a put-back went.
+QString putBackText(std::int64_t restored, std::int64_t left);
+/// "14.2 GB of what is used can be cleared"; empty when nothing was found.
+QString clearableText(std::int64_t bytes);
+
+} // namespace swabby

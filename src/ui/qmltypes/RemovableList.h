@@ -1,0 +1,49 @@
+#pragma once
+
+#include "ui/presentation/CleanupText.h"
+#include "ui/qmltypes/RowModel.h"
+
+#include <QtCore/QObject>
+#include <QtQml/qqmlregistration.h>
+
+#include <functional>
+#include <vector>
+
+namespace swabby {
+
+/// Things that can be removed as a card lists them: the first hundred, and more when they are asked for.
+class RemovableList : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("made with the window")
+    Q_PROPERTY(swabby::RowModel *rows READ rows CONSTANT)
+    Q_PROPERTY(swabby::ScanText text READ text NOTIFY changed)
+    Q_PROPERTY(QString moreLabel READ moreLabel NOTIFY changed)
+
+public:
+    using RowOf = std::function<RemovableRowText(const RemovableItem &)>;
+
+    explicit RemovableList(QObject *parent = nullptr);
+
+    void show(const std::vector<RemovableItem> &items, const RowOf &rowOf);
+    void setText(const ScanText &text);
+
+    RowModel *rows() { return &m_rows; }
+    const ScanText &text() const { return m_text; }
+    /// On the button that shows more; empty when all are shown.
+    QString moreLabel() const;
+    /// Its owner shows the list anew.
+    Q_INVOKABLE void showMore();
+
+Q_SIGNALS:
+    void changed();
+    void moreWanted();
+
+private:
+    RowModel m_rows;
+    ScanText m_text;
+    std::size_t m_limit;
+    std::size_t m_hidden = 0;
+};
+
+} // namespace swabby
