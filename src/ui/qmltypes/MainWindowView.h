@@ -30,7 +30,7 @@ class MainWindowView : public QObject {
     Q_PROPERTY(swabby::SectionRow selected READ selected NOTIFY selectionChanged)
     Q_PROPERTY(bool showHealthDetail MEMBER m_showHealthDetail NOTIFY sheetChanged)
     Q_PROPERTY(bool showLastWindowNotice MEMBER m_showLastWindowNotice NOTIFY sheetChanged)
-    Q_PROPERTY(bool showWelcome READ showWelcome NOTIFY sheetChanged)
+    Q_PROPERTY(bool showWelcome MEMBER m_showWelcome NOTIFY sheetChanged)
     Q_PROPERTY(bool isScanning READ isScanning NOTIFY refreshingChanged)
     Q_PROPERTY(int speedView MEMBER m_speedView NOTIFY speedViewChanged)
     Q_PROPERTY(bool isRefreshing READ isRefreshing NOTIFY refreshingChanged)
@@ -44,7 +44,6 @@ public:
     StorageView *storage() { return &m_storage; }
     StartupView *startup() { return &m_startup; }
     DeveloperView *developer() { return &m_developer; }
-    bool showWelcome() const { return m_showWelcome; }
     /// Whether a full check runs, here or anywhere.
     bool isScanning() const { return m_isScanning; }
     const QList<SectionRow> &sections() const { return m_sections; }
