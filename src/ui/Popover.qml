@@ -1,13 +1,126 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Swabby.Ui
 
+// The small panel beside the item in the menu bar.
 Window {
     id: window
 
     required property PopoverView view
 
-    width: 460
-    height: 320
-    title: "Swabby"
-    color: Theme.window
+    width: 280
+    height: content.height + 28
+    title: "Swabby at a glance"
+    // A window of the kind that closes by itself is not to be had on every desktop.
+    flags: Qt.Tool | Qt.FramelessWindowHint | Qt.WindowStaysOnTopHint | Qt.NoDropShadowWindowHint
+    color: "transparent"
+
+    Connections {
+        function onLeft(): void {
+            window.close();
+        }
+
+        target: window.view
+    }
+
+    Shortcut {
+        sequences: ["Escape", "Ctrl+W"]
+        onActivated: window.close()
+    }
+
+    Shortcut {
+        sequence: "Ctrl+R"
+        onActivated: window.view.refresh()
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        radius: 12
+        color: Theme.window
+        border.width: 1
+        border.color: Theme.cardEdge
+    }
+
+    Column {
+        id: content
+
+        x: 14
+        y: 14
+        width: parent.width - 28
+        spacing: 10
+
+        PopoverHeader {
+            width: parent.width
+            view: window.view
+        }
+
+        PopoverIssueList {
+            width: parent.width
+            view: window.view
+            visible: window.view.isKnown && !window.view.isHealthy
+        }
+
+        Row {
+            id: chips
+
+            readonly property int count: window.view.chips.count
+
+            width: parent.width
+            spacing: 6
+            visible: count > 0
+
+            Repeater {
+                model: window.view.chips
+
+                PopoverChipButton {
+                    required property popoverChip entry
+
+                    width: (chips.width - chips.spacing * (chips.count - 1)) / chips.count
+                    chip: entry
+                    onActivated: window.view.openSection(entry.section)
+                }
+            }
+        }
+
+        Row {
+            id: actions
+
+            width: parent.width
+            spacing: 8
+
+            QuietButton {
+                id: askButton
+
+                width: Math.round(actions.width * 0.435)
+                symbol: "sparkles"
+                text: "Ask AI"
+                tip: "Ask Swabby a question"
+                onActivated: window.view.openAskWindow()
+            }
+
+            QuietButton {
+                width: actions.width - askButton.width - actions.spacing
+                symbol: "checkmark.seal"
+                text: "Swabby Check"
+                tip: "One-tap check of your Mac's health"
+                onActivated: window.view.openCheck()
+            }
+        }
+
+        ActionButton {
+            width: parent.width
+            implicitHeight: 32
+            text: "Open Swabby"
+            isProminent: true
+            onActivated: window.view.openMainWindow()
+        }
+
+        PopoverFooter {
+            width: parent.width
+            view: window.view
+        }
+    }
+
+    HintBubble {
+    }
 }

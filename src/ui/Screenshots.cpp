@@ -2,6 +2,7 @@
 
 #include "ui/WindowLibrary.h"
 #include "ui/qmltypes/MainWindowView.h"
+#include "ui/qmltypes/PopoverView.h"
 #include "ui/qmltypes/Theme.h"
 
 #include <QtCore/QCoreApplication>
@@ -60,6 +61,16 @@ const Shot shots[] = {
     {"swabbyCheck", MainSection::swabbyCheck, waitForCheck},
 };
 
+struct PopoverShot {
+    const char *name;
+    bool showsIssues;
+};
+
+constexpr PopoverShot popoverShots[] = {
+    {"popover", false},
+    {"popover-issues", true},
+};
+
 // A window that was never drawn is all one colour.
 bool showsSomething(const QImage &image)
 {
@@ -73,27 +84,55 @@ bool showsSomething(const QImage &image)
     return false;
 }
 
+// Draws the window as it stands. No value when all went well, else what did not.
+std::optional<QString> draw(QQuickWindow &window, const char *name, const QString &folder)
+{
+    window.show();
+    QCoreApplication::processEvents();
+    const QImage image = window.grabWindow();
+    const QString file = QDir(folder).filePath(QLatin1String(name) + QStringLiteral(".png"));
+    if (!showsSomething(image))
+        return QStringLiteral("%1 did not render").arg(QLatin1String(name));
+    if (!image.save(file))
+        return QStringLiteral("%1 cannot be written").arg(file);
+    return std::nullopt;
+}
+
+template <typename View>
+using Open = std::unique_ptr<OpenWindow<View>> (*)(const UserInterfaceContext &,
+                                                   std::shared_ptr<WindowEngine>);
+
+// The same for a new window, prepared first.
+template <typename View, typename Prepare>
+std::optional<QString> drawNew(Open<View> openNew, const UserInterfaceContext &context, const char *name,
+                               const QString &folder, Prepare prepare)
+{
+    const auto open = openNew(context, {});
+    if (open == nullptr)
+        return QStringLiteral("the window could not be made");
+    open->engine->theme->setStill(true);
+    prepare(*open->view);
+    return draw(*open->window, name, folder);
+}
+
 } // namespace
 
 std::optional<QString> renderScreenshots(const UserInterfaceContext &context, const QString &folder)
 {
     for (const Shot &shot : shots) {
-        const auto open = openMainWindow(context);
-        if (open == nullptr)
-            return QStringLiteral("the window could not be made");
-        open->engine->theme->setStill(true);
-        open->window->show();
-        open->view->select(shot.section);
-        open->view->setProperty("showWelcome", false);
-        if (shot.prepare != nullptr)
-            shot.prepare(*open->view);
-        QCoreApplication::processEvents();
-        const QImage image = open->window->grabWindow();
-        const QString file = QDir(folder).filePath(QLatin1String(shot.name) + QStringLiteral(".png"));
-        if (!showsSomething(image))
-            return QStringLiteral("%1 did not render").arg(QLatin1String(shot.name));
-        if (!image.save(file))
-            return QStringLiteral("%1 cannot be written").arg(file);
+        const auto prepare = [&shot](MainWindowView &view) {
+            view.setProperty("showWelcome", false);
+            view.select(shot.section);
+            if (shot.prepare != nullptr)
+                shot.prepare(view);
+        };
+        if (auto problem = drawNew(&openMainWindow, context, shot.name, folder, prepare))
+            return problem;
+    }
+    for (const PopoverShot &shot : popoverShots) {
+        const auto prepare = [&shot](PopoverView &view) { view.setShowHealthDetail(shot.showsIssues); };
+        if (auto problem = drawNew(&openPopover, context, shot.name, folder, prepare))
+            return problem;
     }
     return std::nullopt;
 }

@@ -1,5 +1,6 @@
 #include "ui/WindowLibrary.h"
 
+#include "ui/PopoverPresenter.h"
 #include "ui/Screenshots.h"
 #include "ui/qmltypes/AskView.h"
 #include "ui/qmltypes/MainWindowView.h"
@@ -148,12 +149,11 @@ void WindowLibrary::openSettingsWindow()
 
 void WindowLibrary::togglePopover(const QRect &statusItem)
 {
-    Q_UNUSED(statusItem)
-    if (m_popover != nullptr && m_popover->window->isVisible()) {
-        m_popover->window->close();
-        return;
+    if (m_popover == nullptr) {
+        m_popover = std::make_unique<PopoverPresenter>(m_context, [this] { return sharedEngine(); });
+        QObject::connect(m_popover.get(), &PopoverPresenter::dropped, &giveMemoryBack);
     }
-    present(m_popover, &swabby::openPopover);
+    m_popover->toggle(statusItem);
 }
 
 std::optional<QString> WindowLibrary::renderScreenshots(const QString &folder)

@@ -12,6 +12,7 @@ namespace swabby {
 
 class AskView;
 class MainWindowView;
+class PopoverPresenter;
 class PopoverView;
 class SettingsView;
 class Theme;
@@ -81,7 +82,7 @@ private:
     std::unique_ptr<OpenWindow<MainWindowView>> m_main;
     std::unique_ptr<OpenWindow<AskView>> m_ask;
     std::unique_ptr<OpenWindow<SettingsView>> m_settings;
-    std::unique_ptr<OpenWindow<PopoverView>> m_popover;
+    std::unique_ptr<PopoverPresenter> m_popover;
     QObject m_closing;
 };
 

@@ -22,6 +22,7 @@ constexpr const char *shield =
 // In the order of their names.
 constexpr SymbolDrawing drawings[] = {
     {"arrow.clockwise", "M19.4 9.2 A8 8 0 1 0 20 12 M19.8 4.2 V9.4 H14.6"},
+    {"arrow.up", "M12 19.4 V5 M5.8 11 L12 4.8 L18.2 11"},
     {"arrow.uturn.backward", "M8.4 5 L4 9.4 L8.4 13.8 M4.4 9.4 H14.6 A5.2 5.2 0 0 1 14.6 19.8 H9"},
     {"battery.100.bolt", battery, "M11.9 5.2 L6.6 12.9 H10.1 L9.2 18.8 L14.9 11 H11.2 Z"},
     {"battery.75", battery, "M5.4 9.4 H13 V14.6 H5.4 A0.9 0.9 0 0 1 4.5 13.7 V10.3 A0.9 0.9 0 0 1 5.4 9.4 Z"},
@@ -94,6 +95,7 @@ constexpr SymbolDrawing drawings[] = {
      "Z"},
     {"star", star},
     {"star.fill", star, star},
+    {"swabby", "M17 8 C15 3.5 6.5 4.5 7 9 C7.5 13 17 11 17 15.5 C17 20.5 8 20.5 6.5 16"},
     {"trash",
      "M4 6.6 H20 M9 6.4 V4.6 A1.2 1.2 0 0 1 10.2 3.4 H13.8 A1.2 1.2 0 0 1 15 4.6 V6.4 M6 6.8 L6.9 19 A1.7 "
      "1.7 0 0 0 8.6 20.6 H15.4 A1.7 1.7 0 0 0 17.1 19 L18 6.8 M10 10.4 V16.8 M14 10.4 V16.8"},

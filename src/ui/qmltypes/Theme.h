@@ -51,6 +51,9 @@ class Theme : public QObject {
     Q_PROPERTY(QFont smallFont READ smallFont CONSTANT)
     Q_PROPERTY(QFont smallHeadingFont READ smallHeadingFont CONSTANT)
     Q_PROPERTY(QFont bannerFont READ bannerFont CONSTANT)
+    Q_PROPERTY(QFont nameFont READ nameFont CONSTANT)
+    Q_PROPERTY(QFont chipFont READ chipFont CONSTANT)
+    Q_PROPERTY(QFont hintFont READ hintFont CONSTANT)
     Q_PROPERTY(QFont axisFont READ axisFont CONSTANT)
     Q_PROPERTY(int foldDuration READ foldDuration NOTIFY changed)
     Q_PROPERTY(int sheetDuration READ sheetDuration NOTIFY changed)
@@ -98,6 +101,9 @@ public:
     QFont smallFont() const { return font(12, QFont::Normal); }
     QFont smallHeadingFont() const { return font(11, QFont::DemiBold); }
     QFont bannerFont() const { return font(11.5, QFont::Medium); }
+    QFont nameFont() const { return font(14, QFont::DemiBold); }
+    QFont chipFont() const { return font(12, QFont::DemiBold); }
+    QFont hintFont() const { return font(11, QFont::Normal); }
     QFont axisFont() const { return font(10.5, QFont::Normal); }
 
     int foldDuration() const { return moves() ? 150 : 0; }

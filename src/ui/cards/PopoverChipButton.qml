@@ -1,0 +1,59 @@
+import QtQuick
+import Swabby.Ui
+
+// One figure of the small panel; pressing it leads to its section.
+Pressable {
+    id: button
+
+    property popoverChip chip
+
+    name: chip.label + ", " + chip.value
+    innerRadius: 9
+    implicitHeight: 68
+    opacity: isPressed ? 0.75 : 1
+
+    Rectangle {
+        anchors.fill: parent
+        radius: button.innerRadius
+        color: Theme.card
+        border.width: 1
+        border.color: Theme.cardEdge
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        radius: button.innerRadius
+        color: Theme.quietFill
+        visible: button.isHovered
+    }
+
+    SymbolItem {
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: 8
+        name: button.chip.symbol
+        color: Theme.marks[button.chip.tint]
+    }
+
+    PlainLabel {
+        x: 3
+        y: 26
+        width: parent.width - 6
+        horizontalAlignment: Text.AlignHCenter
+        text: button.chip.value
+        font: Theme.chipFont
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: 8
+        Accessible.ignored: true
+    }
+
+    PlainLabel {
+        x: 3
+        y: 46
+        width: parent.width - 6
+        horizontalAlignment: Text.AlignHCenter
+        text: button.chip.label
+        font: Theme.axisFont
+        color: Theme.secondary
+        Accessible.ignored: true
+    }
+}
