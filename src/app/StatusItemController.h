@@ -20,11 +20,11 @@ class StatusItemController : public QObject {
 
 public:
     struct Actions {
-        std::function<void()> openMainWindow;
-        std::function<void()> openAskWindow;
-        std::function<void()> openSettingsWindow;
-        std::function<void(const QRect &statusItem)> togglePopover;
-        std::function<void()> quit;
+        std::function<void()> openMainWindow = {};
+        std::function<void()> openAskWindow = {};
+        std::function<void()> openSettingsWindow = {};
+        std::function<void(const QRect &statusItem)> togglePopover = {};
+        std::function<void()> quit = {};
     };
 
     StatusItemController(AppState &state, Actions actions, QObject *parent = nullptr);
