@@ -15,9 +15,9 @@ QString leftText(const CleanupSuccess &success)
 {
     if (success.left == 0)
         return {};
-    return success.left == 1 ? QStringLiteral("One of them is still here, at least in part.")
-                             : QString::number(success.left) +
-                                   QStringLiteral(" of them are still here, at least in part.");
+    return success.left == 1
+               ? QStringLiteral("One of them is still here, at least in part.")
+               : QString::number(success.left) + QStringLiteral(" of them are still here, at least in part.");
 }
 
 } // namespace swabby

@@ -74,14 +74,16 @@ private Q_SLOTS:
     {
         refresh();
         press(Qt::Key_Down); // the sidebar has the keyboard at first
+        QCOMPARE(m_open->view->selection(), MainSection::swabbyCheck);
+        press(Qt::Key_Down);
         QCOMPARE(m_open->view->selection(), MainSection::speed);
         press(Qt::Key_Up);
         press(Qt::Key_Up);
         QCOMPARE(m_open->view->selection(), MainSection::overview);
         press(Qt::Key_5, Qt::ControlModifier);
         QCOMPARE(m_open->view->selection(), MainSection::network);
-        press(Qt::Key_6, Qt::ControlModifier); // a section without a page
-        QCOMPARE(m_open->view->selection(), MainSection::network);
+        press(Qt::Key_8, Qt::ControlModifier);
+        QCOMPARE(m_open->view->selection(), MainSection::developer);
         press(Qt::Key_R, Qt::ControlModifier);
         QVERIFY(m_open->view->isRefreshing());
         const int before = m_state->refreshesApplied();

@@ -163,7 +163,7 @@ private Q_SLOTS:
         QCOMPARE(tileColorIndex(name), tileColorIndex(QString(name)));
     }
 
-    void issuesOfferOnlyWhatCanBeDone()
+    void issuesOfferWhatTheirActionSays()
     {
         const ProcessSample safari = process(u"Safari\n"_qs);
         HealthIssue speed = {
@@ -171,7 +171,8 @@ private Q_SLOTS:
         HealthIssue storage = {HealthLevel::yellow, MainSection::storage, {}, {}, {}, KillProcess{safari}};
         const QList<IssueCard> cards = issueCards({storage, speed});
         QCOMPARE(cards.size(), 2);
-        QCOMPARE(cards.first().actionLabel, QString());
+        QCOMPARE(cards.first().actionLabel, u"Quit Safari "_qs);
+        QVERIFY(cards.first().isDestructive);
         QCOMPARE(cards.last().actionLabel, u"Look into it"_qs);
         QCOMPARE(cards.last().tint, Tint::red);
         const QList<IssueCard> ofSpeed = issueCards({storage, speed}, MainSection::speed);

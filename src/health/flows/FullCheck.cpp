@@ -190,10 +190,13 @@ QCoro::Task<> FullCheck::check(int number, StopToken stop)
     if (isLeft())
         co_return;
 
-    const auto summary = co_await m_ai.swabbyCheckSummary(
-        static_cast<qint64>(candidates.size()), fileByteCount(totalBytes(candidates)),
-        result.processToWatch ? std::optional(result.processToWatch->name) : std::nullopt,
-        result.loginItemsToReview.size());
+    // Named here: this compiler takes a choice inside an awaited expression apart twice.
+    std::optional<QString> watchedName;
+    if (result.processToWatch)
+        watchedName = result.processToWatch->name;
+    const auto summary = co_await m_ai.swabbyCheckSummary(static_cast<qint64>(candidates.size()),
+                                                          fileByteCount(totalBytes(candidates)), watchedName,
+                                                          result.loginItemsToReview.size());
     if (isLeft())
         co_return;
     result.headline = summary.value.headline;

@@ -6,7 +6,8 @@
 
 namespace swabby {
 
-/// Processes by their start as the kernel counts it, signalled through a handle that stands for one process only.
+/// Processes by their start as the kernel counts it, signalled through a handle that stands for one process
+/// only.
 class LinuxProcessControl final : public ProcessControl {
 public:
     /// The folder is /proc.

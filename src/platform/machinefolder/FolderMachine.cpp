@@ -2,10 +2,10 @@
 
 #include "platform/FileSettingsStore.h"
 #include "platform/machinefolder/FolderClock.h"
-#include "platform/machinefolder/FolderServices.h"
+#include "platform/machinefolder/FolderDisposal.h"
 #include "platform/machinefolder/FolderProcessControl.h"
 #include "platform/machinefolder/FolderRunningApplications.h"
-#include "platform/machinefolder/FolderDisposal.h"
+#include "platform/machinefolder/FolderServices.h"
 #include "platform/machinefolder/FolderShell.h"
 #include "platform/machinefolder/MachineDescription.h"
 #include "platform/mactools/HardwareReport.h"
@@ -115,7 +115,7 @@ std::shared_ptr<Machine> makeFolderMachine(const QString &givenFolder, QString *
     machine->power = std::make_unique<FolderPowerSupply>(description, *machine->shell);
     machine->boot = std::make_unique<MacBootClock>(*machine->shell);
     machine->processControl = std::make_unique<FolderProcessControl>(description->unsignalablePids(),
-                                                                    *machine->boot, machine->events);
+                                                                     *machine->boot, machine->events);
     machine->startup = std::make_unique<MacStartupSource>(*machine->shell, machine->places);
     machine->startupControl = std::make_unique<MacStartupControl>(*machine->shell, machine->places);
     machine->cleanup = macCleanupPlaces(pathOf(home), pathOf(machine->places.root));
