@@ -171,6 +171,21 @@ private Q_SLOTS:
         QVERIFY(mac.runs().endsWith(u"\n/usr/bin/env brew cleanup -q\n/usr/bin/env pip cache purge"_qs));
     }
 
+    void aStopLeavesWhatFollows()
+    {
+        const Clutter mac;
+        mac.addTool(u"/usr/bin/env"_qs, ":");
+        mac.addFolder(u"Library/Caches/pip"_qs, 2'000);
+        mac.addFolder(u"Library/Caches/Yarn"_qs, 1'000);
+        const auto entries = CacheCleaner::scan(*mac.machine, {}, {});
+        StopSource stop;
+        stop.requestStop();
+        QCOMPARE(CacheCleaner::clean(*mac.machine, entries, {}, stop.token()),
+                 (std::vector<bool>{false, false}));
+        QCOMPARE(mac.asked(), QString());
+        QVERIFY(!mac.runs().contains(u"/usr/bin/env"_qs));
+    }
+
     void packageManagers_data()
     {
         QTest::addColumn<QString>("chosen");

@@ -1,8 +1,6 @@
-#include "support/TemporaryMachine.h"
+#include "cli/Program.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QJsonDocument>
-#include <QtCore/QProcess>
 #include <QtTest/QTest>
 
 using namespace swabby;
@@ -10,35 +8,6 @@ using namespace swabby;
 namespace {
 
 constexpr double noon = 1'790'000'000;
-
-struct Answer {
-    int status = -1;
-    QByteArray output;
-    QByteArray problems;
-
-    QJsonValue json() const { return QJsonDocument::fromJson('[' + output + ']').array().first(); }
-};
-
-Answer run(const QStringList &arguments)
-{
-    constexpr int patienceMilliseconds = 60'000;
-    QProcess program;
-    program.start(QStringLiteral(SWABBYCTL), arguments);
-    if (!program.waitForFinished(patienceMilliseconds))
-        return {};
-    return {program.exitStatus() == QProcess::NormalExit ? program.exitCode() : -1,
-            program.readAllStandardOutput(), program.readAllStandardError()};
-}
-
-Answer runOn(const TemporaryMachine &machine, const QStringList &arguments)
-{
-    return run(QStringList{u"--machine"_qs, machine.folder()} + arguments);
-}
-
-QStringList words(const char *text)
-{
-    return QString::fromUtf8(text).split(u' ', Qt::SkipEmptyParts);
-}
 
 QJsonObject fixedFacts()
 {

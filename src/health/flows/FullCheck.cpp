@@ -190,10 +190,13 @@ QCoro::Task<> FullCheck::check(int number, StopToken stop)
     if (isLeft())
         co_return;
 
-    const auto summary = co_await m_ai.swabbyCheckSummary(
-        static_cast<qint64>(candidates.size()), fileByteCount(totalBytes(candidates)),
-        result.processToWatch ? std::optional(result.processToWatch->name) : std::nullopt,
-        result.loginItemsToReview.size());
+    // Made beforehand: GCC 12 destroys a temporary of a conditional expression twice inside an awaited call.
+    std::optional<QString> watchedName;
+    if (result.processToWatch)
+        watchedName = result.processToWatch->name;
+    const QString totalText = fileByteCount(totalBytes(candidates));
+    const auto summary = co_await m_ai.swabbyCheckSummary(static_cast<qint64>(candidates.size()), totalText,
+                                                          watchedName, result.loginItemsToReview.size());
     if (isLeft())
         co_return;
     result.headline = summary.value.headline;

@@ -129,8 +129,12 @@ QCoro::Task<> NotificationFlow::checkWeeklySummary()
     const std::optional<Week> week = co_await check;
     if (!self || !week)
         co_return;
-    co_await sendWeeklySummary(week->bytesFreed >= 1 ? fileByteCount(week->bytesFreed) : QString(),
-                               week->attentionCount);
+    // Made beforehand: GCC 12 may destroy a temporary of a conditional expression twice inside an awaited
+    // call.
+    QString freedText;
+    if (week->bytesFreed >= 1)
+        freedText = fileByteCount(week->bytesFreed);
+    co_await sendWeeklySummary(freedText, week->attentionCount);
 }
 
 QCoro::Task<> NotificationFlow::sendWeeklySummary(QString freedText, qint64 attentionCount)
