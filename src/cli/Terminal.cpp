@@ -38,7 +38,10 @@ QString typedLine()
             loop.quit();
     });
     loop.exec();
-    return isWhole ? QString::fromUtf8(line).trimmed() : QString();
+    if (isWhole)
+        return QString::fromUtf8(line).trimmed();
+    std::fputs("\n", stderr);
+    return {};
 }
 
 } // namespace

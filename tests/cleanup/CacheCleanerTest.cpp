@@ -188,6 +188,21 @@ private Q_SLOTS:
         QCOMPARE(gone, (std::vector<bool>{true, false, true}));
     }
 
+    void aStopLeavesWhatFollows()
+    {
+        const Clutter mac;
+        mac.addTool(u"/usr/bin/env"_qs, ":");
+        mac.addFolder(u"Library/Caches/pip"_qs, 2'000);
+        mac.addFolder(u"Library/Caches/Yarn"_qs, 1'000);
+        const auto entries = CacheCleaner::scan(*mac.machine, {}, {});
+        StopSource stop;
+        stop.requestStop();
+        QCOMPARE(CacheCleaner::clean(*mac.machine, entries, {}, stop.token()),
+                 (std::vector<bool>{false, false}));
+        QCOMPARE(mac.asked(), QString());
+        QVERIFY(!mac.runs().contains(u"/usr/bin/env"_qs));
+    }
+
     void packageManagers_data()
     {
         QTest::addColumn<QString>("chosen");

@@ -12,11 +12,6 @@ namespace {
 
 constexpr double noon = 1'790'000'000;
 
-QStringList words(const char *text)
-{
-    return QString::fromUtf8(text).split(u' ', Qt::SkipEmptyParts);
-}
-
 QJsonObject fixedFacts()
 {
     return {{u"now"_qs, noon},

@@ -44,4 +44,9 @@ inline Answer runOn(const TemporaryMachine &machine, const QStringList &argument
     return run(QStringList{u"--machine"_qs, machine.folder()} + arguments, input);
 }
 
+inline QStringList words(const char *text)
+{
+    return QString::fromUtf8(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
 } // namespace swabby

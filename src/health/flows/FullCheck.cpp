@@ -190,13 +190,13 @@ QCoro::Task<> FullCheck::check(int number, StopToken stop)
     if (isLeft())
         co_return;
 
-    // Named here: this compiler takes a choice inside an awaited expression apart twice.
+    // Made beforehand: GCC 12 destroys a temporary of a conditional expression twice inside an awaited call.
     std::optional<QString> watchedName;
     if (result.processToWatch)
         watchedName = result.processToWatch->name;
-    const auto summary = co_await m_ai.swabbyCheckSummary(static_cast<qint64>(candidates.size()),
-                                                          fileByteCount(totalBytes(candidates)), watchedName,
-                                                          result.loginItemsToReview.size());
+    const QString totalText = fileByteCount(totalBytes(candidates));
+    const auto summary = co_await m_ai.swabbyCheckSummary(static_cast<qint64>(candidates.size()), totalText,
+                                                          watchedName, result.loginItemsToReview.size());
     if (isLeft())
         co_return;
     result.headline = summary.value.headline;

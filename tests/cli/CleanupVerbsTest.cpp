@@ -1,0 +1,289 @@
+#include "cleanup/FullMac.h"
+#include "cli/Terminal.h"
+#include "support/RandomTree.h"
+
+#include <QtCore/QDir>
+#include <QtTest/QTest>
+
+#include <csignal>
+#include <poll.h>
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace swabby;
+
+namespace {
+
+/// The program at a terminal of its own: what it shows there, and what is typed.
+class Session {
+public:
+    Session(const TemporaryMachine &machine, const QStringList &arguments)
+    {
+        QList<QByteArray> words = {SWABBYCTL, "--machine", machine.folder().toUtf8()};
+        for (const QString &argument : arguments)
+            words.append(argument.toUtf8());
+        std::vector<char *> pointers;
+        for (QByteArray &word : words)
+            pointers.push_back(word.data());
+        pointers.push_back(nullptr);
+        m_pid = ::forkpty(&m_terminal, nullptr, nullptr, nullptr);
+        if (m_pid == 0) {
+            ::execv(SWABBYCTL, pointers.data());
+            ::_exit(127);
+        }
+    }
+    ~Session()
+    {
+        if (m_pid > 0)
+            end();
+    }
+    Session(const Session &) = delete;
+    Session &operator=(const Session &) = delete;
+
+    /// Reads until the text has come, or to the end.
+    bool sees(const QByteArray &text)
+    {
+        while (!m_shown.contains(text) && readMore()) {
+        }
+        return m_shown.contains(text);
+    }
+    void type(const QByteArray &text) const
+    {
+        if (::write(m_terminal, text.constData(), std::size_t(text.size())) != text.size())
+            qFatal("the terminal takes no input");
+    }
+    /// Reads to the end; the document is the last line.
+    Answer end()
+    {
+        while (readMore()) {
+        }
+        int status = 0;
+        ::waitpid(m_pid, &status, 0);
+        m_pid = 0;
+        ::close(m_terminal);
+        const QByteArray text = m_shown.trimmed();
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, text.mid(text.lastIndexOf('\n') + 1), m_shown};
+    }
+
+private:
+    bool readMore()
+    {
+        pollfd watched = {m_terminal, POLLIN, 0};
+        QByteArray piece(4096, '\0');
+        if (::poll(&watched, 1, 60'000) != 1) {
+            ::kill(m_pid, SIGKILL);
+            return false;
+        }
+        const ssize_t count = ::read(m_terminal, piece.data(), std::size_t(piece.size()));
+        m_shown += piece.left(std::max<ssize_t>(count, 0));
+        return count > 0;
+    }
+
+    pid_t m_pid = -1;
+    int m_terminal = -1;
+    QByteArray m_shown;
+};
+
+QStringList keysOf(const QJsonValue &value)
+{
+    return value.isArray() ? value[0].toObject().keys() : value.toObject().keys();
+}
+
+QStringList effectsOf(const TemporaryMachine &mac)
+{
+    QStringList kinds;
+    for (const char *kind : {"trash", "delete", "putBack", "terminate", "signal", "notification"})
+        if (const auto count = mac.events(QLatin1String(kind)).size(); count > 0)
+            kinds.append(QString(u"%1 %2"_qs).arg(QLatin1String(kind)).arg(count));
+    return kinds;
+}
+
+} // namespace
+
+class CleanupVerbsTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void documentsHaveTheirKeys()
+    {
+        const FullMac mac;
+        mac.setProcesses({"50 1 90 1 9 /opt/Mill"});
+        const QStringList item = words("category id kind sizeBytes subtitle title");
+        for (const auto &[arguments, keys] :
+             {std::pair{words("caches"), words("description path sizeBytes")},
+              {words("caches --unknown"), words("description path sizeBytes")},
+              {words("caches --vet"), words("entry looksSafe reason")},
+              {words("duplicates"), words("name paths sizeBytes wastedBytes")},
+              {words("deep-scan"), words("category daysOld description path sizeBytes")},
+              {words("apps"), words("bundleID isRunning name path sizeBytes")},
+              {words("apps org.example.loom"), words("description path sizeBytes")},
+              {words("developer"), words("derivedDataSize docker simulatorRuntimes")},
+              {words("items"), item},
+              {words("check"), words("completedSteps findings headline loginItemsToReview processToWatch "
+                                     "removalCandidates summary")},
+              {words("remove derived-data"),
+               words("banner confirmLabel confirmed freedBytes itemCount left message title")},
+              {words("put-back"), words("left restored")},
+              {words("quit 50"), words("confirmLabel confirmed message recommendation title trustRatio")}}) {
+            const Answer answer = runOn(mac, arguments + words("--json"));
+            QVERIFY2(keysOf(answer.json()) == keys, answer.output);
+            QCOMPARE(answer.output.count('\n'), 1);
+        }
+        QCOMPARE(effectsOf(mac), QStringList());
+        QStringList ids;
+        for (const QJsonValue &found : runOn(mac, words("items --json")).json().toArray())
+            ids.append(found[u"id"_qs].toString());
+        QCOMPARE(ids, mac.allIds());
+        QCOMPARE(runOn(mac, words("apps com.unknown --json")).output, QByteArray("[]\n"));
+        QCOMPARE(runOn(mac, words("apps com.unknown --json")).status, 1);
+    }
+
+    void lookingLeavesNoTrace()
+    {
+        const FullMac mac(
+            QJsonObject{{u"disk"_qs, QJsonObject{{u"freeBytes"_qs, 1}, {u"totalBytes"_qs, 1000}}}});
+        mac.setProcesses({"50 1 90 80 9 /opt/Mill"});
+        const TreePicture before = pictureOf(mac.homePath());
+        for (const char *verb : {"check --json", "check", "items", "quit 50", "remove derived-data"})
+            runOn(mac, words(verb));
+        QCOMPARE(difference(before, pictureOf(mac.homePath())), std::string());
+        QCOMPARE(effectsOf(mac), QStringList());
+        // And the steps are seen without --json.
+        const QByteArray text = runOn(mac, words("check")).output;
+        QVERIFY(text.startsWith("✓ Checking storage\n✓ Checking startup items\n"));
+        QVERIFY(text.contains("\nHigh power usage\n  Mill  90% busy\n"));
+    }
+
+    void whatIsRefusedIsNotDone()
+    {
+        const FullMac mac;
+        mac.setProcesses({"50 1 30 1 9 /opt/Mill"});
+        const Answer refused = runOn(mac, words("remove derived-data docker-prune derived-data --json"));
+        QCOMPARE(refused.status, 1);
+        QCOMPARE(refused.json()[u"confirmed"_qs], false);
+        QVERIFY(refused.json()[u"banner"_qs].isNull());
+        QCOMPARE(refused.json()[u"itemCount"_qs], 2);
+        QCOMPARE(refused.json()[u"freedBytes"_qs].toInteger(), 700 * 1024 + 1'200'000'000);
+        QCOMPARE(refused.json()[u"title"_qs], u"Remove 2 items?"_qs);
+        const Answer unknown = runOn(mac, words("remove derived-data sim:no nothing --yes --json"));
+        QCOMPARE(unknown.status, 1);
+        QCOMPARE(unknown.json()[u"confirmed"_qs], false);
+        QCOMPARE(unknown.problems.count('\n'), 2);
+        const Answer quit = runOn(mac, words("quit 50 --force --json"));
+        QCOMPARE(quit.status, 1);
+        QCOMPARE(quit.json()[u"confirmed"_qs], false);
+        QCOMPARE(quit.json()[u"title"_qs], u"Force quit Mill?"_qs);
+        for (const char *wrong : {"remove", "quit", "quit fifty --yes", "quit 50 51", "items x",
+                                  "remove --force a", "caches --vet --unknown"})
+            QVERIFY2(runOn(mac, words(wrong)).status == 2, wrong);
+        for (const char *pid : {"99", "0", "1", "-50", "99999999999"})
+            QVERIFY2(runOn(mac, words("quit --yes --json --") + words(pid)).status != 0, pid);
+        QCOMPARE(effectsOf(mac), QStringList());
+    }
+
+    void answersAtATerminal_data()
+    {
+        QTest::addColumn<QByteArray>("typed");
+        QTest::addColumn<bool>("agrees");
+        for (const char *yes : {"y\n", "YES\n", " Yes \n"})
+            QTest::newRow(yes) << QByteArray(yes) << true;
+        for (const char *no : {"n\n", "\n", "yess\n", "\x04", "\x03"})
+            QTest::newRow(QByteArray(no).toPercentEncoding()) << QByteArray(no) << false;
+    }
+
+    void answersAtATerminal()
+    {
+        QFETCH(QByteArray, typed);
+        QFETCH(bool, agrees);
+        const FullMac mac;
+        mac.setProcesses({"50 1 30 1 9 /opt/Mill"});
+        for (const QStringList &verb : {words("remove derived-data"), words("quit 50")}) {
+            Session session(mac, verb + words("--json"));
+            QVERIFY(session.sees("? [y/N] "));
+            QCOMPARE(effectsOf(mac).contains(u"signal 1"_qs), false);
+            session.type(typed);
+            const Answer answer = session.end();
+            QCOMPARE(answer.json()[u"confirmed"_qs], agrees);
+            QCOMPARE(answer.status, agrees ? 0 : 1);
+        }
+        QCOMPARE(effectsOf(mac),
+                 agrees ? words("delete_1 signal_1").replaceInStrings(u"_"_qs, u" "_qs) : QStringList());
+    }
+
+    void anInterruptionEndsTheScanAndItsTools()
+    {
+        const FullMac mac;
+        mac.addTool(u"/usr/bin/du"_qs, R"(echo $$ >"$MACHINE_DIR/pid$$"; exec tail -f /dev/null)");
+        for (const char *verb : {"items", "check", "caches --vet", "remove cache:/x --yes"}) {
+            Session session(mac, words(verb) + words("--json"));
+            const auto pids = [&] { return QDir(mac.folder()).entryList({u"pid*"_qs}); };
+            QVERIFY(waitUntil([&] { return !pids().isEmpty(); }));
+            session.type("\x03");
+            QCOMPARE(session.end().status, 128 + SIGINT);
+            for (const QString &name : pids()) {
+                QVERIFY(::kill(name.mid(3).toInt(), 0) != 0);
+                QFile::remove(mac.folder() + u'/' + name);
+            }
+        }
+        QCOMPARE(effectsOf(mac), QStringList());
+    }
+
+    void removedAndPutBack()
+    {
+        const FullMac mac;
+        QCOMPARE(runOn(mac, words("put-back --json")).status, 1);
+        const QStringList ids = mac.allIds();
+        const Answer removed =
+            runOn(mac, QStringList{u"remove"_qs, ids[3], ids[8], ids[7], u"--yes"_qs, u"--json"_qs});
+        QCOMPARE(removed.status, 0);
+        QCOMPARE(removed.json()[u"banner"_qs], u"Removed 3 items — freed 91.4 MB"_qs);
+        QCOMPARE(removed.json()[u"left"_qs], 0);
+        QCOMPARE(runOn(mac, words("settings weeklyBytesFreed")).output, QByteArray("91445000\n"));
+        mac.writeFile(u"home/Downloads/setup.dmg"_qs, "in the way");
+        QCOMPARE(runOn(mac, words("put-back --json")).output, QByteArray("{\"left\":1,\"restored\":2}\n"));
+        QCOMPARE(runOn(mac, words("put-back --json")).output, QByteArray("{\"left\":1,\"restored\":0}\n"));
+        QCOMPARE(runOn(mac, words("put-back")).status, 1);
+        QCOMPARE(QFileInfo(mac.home() + u"/Downloads/setup.dmg"_qs).size(), 10);
+        QVERIFY(mac.has(u"Desktop/report again.pdf"_qs) && mac.has(u"Projects/old/node_modules/.kib"_qs));
+        // The next removal, whatever it removes, is the one that can be put back.
+        QCOMPARE(runOn(mac, words("remove derived-data --yes")).status, 0);
+        QCOMPARE(runOn(mac, words("put-back --json")).output, QByteArray("{\"left\":0,\"restored\":0}\n"));
+    }
+
+    void whatStaysIsLeft()
+    {
+        const FullMac mac;
+        const QString dmg = mac.home() + u"/Downloads/setup.dmg"_qs;
+        mac.writeFile(u"machine.json"_qs, QJsonDocument(QJsonObject{{u"now"_qs, double(Clutter::now)},
+                                                                    {u"trashRefuses"_qs, QJsonArray{dmg}}})
+                                              .toJson());
+        const Answer answer = runOn(mac, {u"remove"_qs, u"deep:"_qs + dmg, u"--yes"_qs, u"--json"_qs});
+        QCOMPARE(answer.status, 0);
+        QCOMPARE(answer.json()[u"left"_qs], 1);
+        QCOMPARE(answer.json()[u"banner"_qs], u"Removed 1 item — freed 30 MB"_qs);
+        QVERIFY(QFile::exists(dmg));
+    }
+
+    void anyRunningProgramCanBeQuit()
+    {
+        QList<QByteArray> rows;
+        for (int pid = 100; pid < 200; ++pid)
+            rows.append(QByteArray::number(pid) + " 1 9 9 9 /opt/loom");
+        rows.append("300 1 0 0 9 /opt/Small");
+        rows.append("301 1 0 0 9 /opt/Stuck");
+        const FullMac mac(QJsonObject{{u"unsignalablePids"_qs, QJsonArray{301}}});
+        mac.setProcesses(rows);
+        const Answer small = runOn(mac, words("quit 300 --yes --json"));
+        QCOMPARE(small.status, 0);
+        QCOMPARE(small.json()[u"title"_qs], u"Quit Small?"_qs);
+        QCOMPARE(small.json()[u"trustRatio"_qs], 85);
+        const Answer stuck = runOn(mac, words("quit 301 --force --yes --json"));
+        QCOMPARE(stuck.status, 1);
+        QCOMPARE(stuck.json()[u"confirmed"_qs], true);
+        QCOMPARE(mac.events(u"signal"_qs), QJsonArray({QJsonObject{{u"pid"_qs, 300}, {u"signal"_qs, 15}}}));
+    }
+};
+
+QTEST_GUILESS_MAIN(CleanupVerbsTest)
+#include "CleanupVerbsTest.moc"
