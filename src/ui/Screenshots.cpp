@@ -1,6 +1,9 @@
 #include "ui/Screenshots.h"
 
+#include "ai/flows/AssistantNotes.h"
+#include "engine/state/AppState.h"
 #include "ui/WindowLibrary.h"
+#include "ui/qmltypes/AskView.h"
 #include "ui/qmltypes/MainWindowView.h"
 #include "ui/qmltypes/PopoverView.h"
 #include "ui/qmltypes/Theme.h"
@@ -40,12 +43,36 @@ void waitUntil(const std::function<bool()> &isSo)
 
 void waitForSomeSteps(MainWindowView &view)
 {
+    waitUntil([&] { return view.check()->isScanning(); });
     waitUntil([&] { return !view.check()->isScanning() || view.check()->steps().at(2).isDone; });
 }
 
 void waitForCheck(MainWindowView &view)
 {
+    waitUntil([&] { return view.check()->isScanning(); });
     waitUntil([&] { return !view.check()->isScanning(); });
+}
+
+// Nobody is asked for a picture, so it shows an invented answer.
+void explainTheBusiest(MainWindowView &view)
+{
+    const QList<ProcessSample> &processes = view.state()->figures().processes;
+    if (processes.isEmpty())
+        return;
+    view.coordinator()->explanation()->showExplanation(
+        {processes.first()},
+        QStringLiteral("%1 is an app you opened. It is working hard right now, which is normal while it "
+                       "finishes something big. If you are not waiting for it, it is safe to quit; save "
+                       "your work first.")
+            .arg(processes.first().name),
+        AssistantNotes::sentForExplanation());
+}
+
+void askToQuitTheBusiest(MainWindowView &view)
+{
+    const QList<ProcessSample> &processes = view.state()->figures().processes;
+    if (!processes.isEmpty())
+        view.quitProcess(processes.first().pid);
 }
 
 const Shot shots[] = {
@@ -59,7 +86,23 @@ const Shot shots[] = {
     {"startup", MainSection::startup, nullptr},
     {"swabbyCheck-scanning", MainSection::swabbyCheck, waitForSomeSteps},
     {"swabbyCheck", MainSection::swabbyCheck, waitForCheck},
+    {"confirm-quit", MainSection::speed, &askToQuitTheBusiest},
+    {"explain", MainSection::speed, &explainTheBusiest},
+    {"welcome", MainSection::overview, [](MainWindowView &view) { view.setProperty("showWelcome", true); }},
 };
+
+void showAnAnswer(AskView &view, const UserInterfaceContext &context)
+{
+    const QList<ProcessSample> &processes = context.state->processes();
+    const QString name = processes.isEmpty() ? QString() : processes.first().name;
+    view.showAnswer(
+        AskFlow::suggestions().first(),
+        {QStringLiteral("%1 is doing a lot of heavy work right now and taking most of your Mac's "
+                        "power, so everything else feels slower. If you are not waiting for it to "
+                        "finish, quitting it will help straight away.")
+             .arg(name),
+         name, AssistantNotes::sentForAnswer()});
+}
 
 struct PopoverShot {
     const char *name;
@@ -134,7 +177,8 @@ std::optional<QString> renderScreenshots(const UserInterfaceContext &context, co
         if (auto problem = drawNew(&openPopover, context, shot.name, folder, prepare))
             return problem;
     }
-    return std::nullopt;
+    return drawNew(&openAskWindow, context, "ask", folder,
+                   [&context](AskView &view) { showAnAnswer(view, context); });
 }
 
 } // namespace swabby

@@ -6,20 +6,25 @@ Column {
 
     property string heading
     property string text
+    property font headingFont: Theme.smallHeadingFont
+    property color headingColor: Theme.secondary
+    property font textFont: Theme.smallFont
+    property color textColor: Theme.primary
 
     spacing: 1
 
     PlainLabel {
         width: parent.width
         text: explanation.heading
-        font: Theme.smallHeadingFont
-        color: Theme.secondary
+        font: explanation.headingFont
+        color: explanation.headingColor
         Accessible.role: Accessible.Heading
     }
 
     Paragraph {
         width: parent.width
         text: explanation.text
-        font: Theme.smallFont
+        font: explanation.textFont
+        color: explanation.textColor
     }
 }

@@ -8,6 +8,7 @@ Pressable {
     property string symbol
     property color symbolColor: Theme.secondary
     property real symbolSize: 16
+    property color fill: "transparent"
 
     name: tip
     implicitWidth: 28
@@ -16,7 +17,7 @@ Pressable {
     Rectangle {
         anchors.fill: parent
         radius: button.innerRadius
-        color: button.isHovered ? Theme.quietFill : "transparent"
+        color: button.isHovered && button.fill.a === 0 ? Theme.quietFill : button.fill
     }
 
     SymbolItem {

@@ -1,9 +1,90 @@
 #include "ui/qmltypes/AskView.h"
 
+#include "cleanup/flows/ConfirmationBuilder.h"
+#include "cleanup/flows/QuitFlow.h"
+#include "ui/presentation/PlainWords.h"
+
+#include <QtQml/QQmlEngine>
+
 namespace swabby {
 
-AskView::AskView(const UserInterfaceContext &context, QObject *parent) : QObject(parent), m_context(context)
+AskView::AskView(const UserInterfaceContext &context, QObject *parent)
+    : QObject(parent), m_context(context), m_confirmation(context)
 {
+    QJSEngine::setObjectOwnership(&m_confirmation, QJSEngine::CppOwnership);
+    if (m_context.state == nullptr || m_context.ai == nullptr)
+        return;
+    m_flow = std::make_unique<AskFlow>(*m_context.state, *m_context.ai);
+    connect(m_flow.get(), &AskFlow::changed, this, &AskView::followFlow);
+    if (m_context.quitting != nullptr)
+        connect(m_context.quitting, &QuitFlow::finished, this, [this](std::int32_t /*pid*/, bool wasTold) {
+            setNotice(wasTold ? QString()
+                              : QStringLiteral("That program could not be quit. It may have ended already."));
+        });
+}
+
+void AskView::setQuestion(const QString &question)
+{
+    if (question == m_question)
+        return;
+    m_question = question;
+    Q_EMIT questionChanged();
+}
+
+QStringList AskView::suggestions() const
+{
+    QStringList others = AskFlow::suggestions();
+    others.removeAll(m_asked);
+    return others;
+}
+
+QString AskView::quitLabel() const
+{
+    return m_answer && !m_answer->appToQuit.isEmpty() ? QStringLiteral("Quit ") + oneLine(m_answer->appToQuit)
+                                                      : QString();
+}
+
+void AskView::ask()
+{
+    if (!m_flow || m_flow->isAsking() || !canAsk())
+        return;
+    m_asked = m_question.trimmed();
+    m_notice.clear();
+    m_flow->ask(m_asked);
+}
+
+void AskView::followFlow()
+{
+    if (!m_flow->isAsking() && m_flow->explanation())
+        m_answer = {*m_flow->explanation(), m_flow->appToQuit().value_or(QString()), m_flow->note()};
+    Q_EMIT changed();
+}
+
+void AskView::quitApp()
+{
+    if (!m_answer || m_context.state == nullptr)
+        return;
+    const auto process = ConfirmationBuilder::findProcess(m_answer->appToQuit, *m_context.state);
+    if (process)
+        m_confirmation.askToQuit(*process, Quitting::Force::no);
+    setNotice(process ? QString()
+                      : oneLine(m_answer->appToQuit) + QStringLiteral(" is not running any more."));
+}
+
+void AskView::showAnswer(const QString &question, const ShownAnswer &answer)
+{
+    setQuestion(question);
+    m_asked = question.trimmed();
+    m_answer = answer;
+    Q_EMIT changed();
+}
+
+void AskView::setNotice(const QString &notice)
+{
+    if (notice == m_notice)
+        return;
+    m_notice = notice;
+    Q_EMIT changed();
 }
 
 } // namespace swabby

@@ -23,6 +23,16 @@ void ExplainView::open(const ExplainRequest &request)
     Q_EMIT changed();
 }
 
+void ExplainView::showExplanation(const ExplainRequest &request, const QString &text, const QString &note)
+{
+    if (m_context.ai == nullptr)
+        return;
+    m_flow = std::make_unique<ExplainFlow>(request, *m_context.ai);
+    m_text = text;
+    m_note = note;
+    Q_EMIT changed();
+}
+
 const ProcessSample *ExplainView::process() const
 {
     return m_flow ? std::get_if<ProcessSample>(&m_flow->request().kind) : nullptr;
@@ -53,7 +63,7 @@ int ExplainView::tileColor() const
 
 QString ExplainView::text() const
 {
-    return m_flow ? m_flow->text().value_or(QString()) : QString();
+    return m_flow ? m_flow->text().value_or(m_text) : QString();
 }
 
 QString ExplainView::recommendation() const
@@ -119,6 +129,8 @@ void ExplainView::act()
 void ExplainView::close()
 {
     m_flow.reset();
+    m_text.clear();
+    m_note.clear();
     Q_EMIT changed();
 }
 

@@ -39,6 +39,9 @@ public:
 
     void open(const ExplainRequest &request);
 
+    /// Shows an explanation without asking anybody: for pictures and tests.
+    void showExplanation(const ExplainRequest &request, const QString &text, const QString &note);
+
     bool isOpen() const { return m_flow != nullptr; }
     QString name() const;
     QString letter() const;
@@ -46,7 +49,7 @@ public:
     bool isLoading() const { return m_flow && m_flow->isLoading(); }
     QString waitingText() const { return ExplainFlow::waitingText(); }
     QString text() const;
-    QString note() const { return m_flow ? m_flow->note() : QString(); }
+    QString note() const { return m_flow && m_note.isEmpty() ? m_flow->note() : m_note; }
     QString recommendation() const;
     int recommendationTint() const;
     /// "Trust 85"; empty for a startup item.
@@ -70,6 +73,8 @@ private:
     UserInterfaceContext m_context;
     ConfirmationView &m_confirmation;
     std::unique_ptr<ExplainFlow> m_flow;
+    QString m_text; // what was shown without asking
+    QString m_note;
 };
 
 } // namespace swabby

@@ -132,6 +132,11 @@ void MainWindowView::openSettingsWindow()
         m_context.openSettingsWindow();
 }
 
+QList<WelcomePoint> MainWindowView::welcomePoints() const
+{
+    return swabby::welcomePoints(!m_context.staysWithoutWindow || m_context.staysWithoutWindow());
+}
+
 void MainWindowView::finishWelcome()
 {
     m_showWelcome = false;

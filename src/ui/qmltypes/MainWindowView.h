@@ -2,6 +2,7 @@
 
 #include "ui/UserInterface.h"
 #include "ui/presentation/Sections.h"
+#include "ui/presentation/WelcomeText.h"
 #include "ui/qmltypes/CheckView.h"
 #include "ui/qmltypes/DeveloperView.h"
 #include "ui/qmltypes/MainWindowCoordinator.h"
@@ -31,6 +32,7 @@ class MainWindowView : public QObject {
     Q_PROPERTY(bool showHealthDetail MEMBER m_showHealthDetail NOTIFY sheetChanged)
     Q_PROPERTY(bool showLastWindowNotice MEMBER m_showLastWindowNotice NOTIFY sheetChanged)
     Q_PROPERTY(bool showWelcome MEMBER m_showWelcome NOTIFY sheetChanged)
+    Q_PROPERTY(QList<swabby::WelcomePoint> welcomePoints READ welcomePoints CONSTANT)
     Q_PROPERTY(bool isScanning READ isScanning NOTIFY refreshingChanged)
     Q_PROPERTY(int speedView MEMBER m_speedView NOTIFY speedViewChanged)
     Q_PROPERTY(bool isRefreshing READ isRefreshing NOTIFY refreshingChanged)
@@ -44,6 +46,7 @@ public:
     StorageView *storage() { return &m_storage; }
     StartupView *startup() { return &m_startup; }
     DeveloperView *developer() { return &m_developer; }
+    QList<WelcomePoint> welcomePoints() const;
     /// Whether a full check runs, here or anywhere.
     bool isScanning() const { return m_isScanning; }
     const QList<SectionRow> &sections() const { return m_sections; }

@@ -6,7 +6,7 @@ import Swabby.Ui
 Sheet {
     id: sheet
 
-    readonly property ConfirmationView confirmation: sheet.view.coordinator.confirmation
+    required property ConfirmationView confirmation
     readonly property confirmationText question: confirmation.text
 
     implicitWidth: question.details.length > 0 ? 440 : 380

@@ -5,6 +5,7 @@ import Swabby.Ui
 Sheet {
     id: sheet
 
+    required property MainWindowView view
     readonly property ExplainView explanation: sheet.view.coordinator.explanation
 
     implicitWidth: 420

@@ -6,6 +6,8 @@ import Swabby.Ui
 Sheet {
     id: sheet
 
+    required property MainWindowView view
+
     name: sheet.view.state.healthWord
     onConfirmed: dismissed()
 

@@ -5,6 +5,8 @@ import Swabby.Ui
 Sheet {
     id: sheet
 
+    required property MainWindowView view
+
     name: "Quit Swabby?"
     onConfirmed: dismissed()
 

@@ -5,7 +5,6 @@ import Swabby.Ui
 FocusScope {
     id: sheet
 
-    required property MainWindowView view
     property alias header: headerSlot.data
     default property alias body: scroll.content
     property alias footer: footerSlot.data

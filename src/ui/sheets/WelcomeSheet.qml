@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Swabby.Ui
 
@@ -5,20 +6,97 @@ import Swabby.Ui
 Sheet {
     id: sheet
 
+    required property MainWindowView view
+
+    implicitWidth: 440
+    headerHeight: 0
     name: "Welcome to Swabby"
     onConfirmed: dismissed()
 
-    header: PlainLabel {
-        anchors.fill: parent
-        verticalAlignment: Text.AlignVCenter
-        text: "Welcome to Swabby"
-        font: Theme.titleFont
+    Item {
+        width: 1
+        height: 6
+    }
+
+    Logo {
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: 56
+        height: 56
+    }
+
+    Column {
+        width: parent.width
+        spacing: 4
+
+        Paragraph {
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            text: "Welcome to Swabby"
+            font: Theme.resultFont
+            Accessible.role: Accessible.Heading
+        }
+
+        Paragraph {
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            text: "It keeps an eye on your Mac, so you don't have to."
+            color: Theme.secondary
+        }
+    }
+
+    Column {
+        width: parent.width
+        topPadding: 12
+        bottomPadding: 10
+        spacing: 16
+
+        Repeater {
+            model: sheet.view.welcomePoints
+
+            Row {
+                id: point
+
+                required property welcomePoint modelData
+
+                x: 14
+                width: parent.width - 28
+                spacing: 14
+
+                Rectangle {
+                    width: 36
+                    height: 36
+                    anchors.verticalCenter: parent.verticalCenter
+                    radius: 9
+                    color: Theme.washes[Tints.accent]
+
+                    SymbolItem {
+                        anchors.centerIn: parent
+                        name: point.modelData.symbol
+                        color: Theme.inks[Tints.accent]
+                    }
+                }
+
+                Explanation {
+                    width: point.width - 50
+                    anchors.verticalCenter: parent.verticalCenter
+                    heading: point.modelData.heading
+                    headingFont: Theme.headingFont
+                    headingColor: Theme.primary
+                    text: point.modelData.text
+                    textFont: Theme.bodyFont
+                    textColor: Theme.secondary
+                }
+            }
+        }
     }
 
     footer: ActionButton {
-        anchors.right: parent.right
+        x: 12
+        width: parent.width - 24
+        implicitHeight: 34
         text: "Get started"
         isProminent: true
+        focus: true
         onActivated: sheet.dismissed()
     }
 }

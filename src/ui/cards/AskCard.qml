@@ -1,0 +1,132 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Swabby.Ui
+
+// The question, what to ask if one has none, and the answer.
+Item {
+    id: card
+
+    required property AskView view
+
+    function ask(question: string): void {
+        card.view.question = question;
+        card.view.ask();
+        field.forceActiveFocus();
+    }
+
+    implicitHeight: column.implicitHeight
+
+    // Pressing where nothing is leads to the field.
+    TapHandler {
+        onTapped: field.forceActiveFocus()
+    }
+
+    Column {
+        id: column
+
+        width: parent.width
+        spacing: 14
+
+        Row {
+            width: parent.width
+            spacing: 10
+
+            Rectangle {
+                width: 30
+                height: 30
+                anchors.verticalCenter: parent.verticalCenter
+                radius: 8
+                color: Theme.washes[Tints.accent]
+
+                SymbolItem {
+                    anchors.centerIn: parent
+                    name: "sparkles"
+                    color: Theme.inks[Tints.accent]
+                }
+            }
+
+            Column {
+                PlainLabel {
+                    text: "Ask Swabby a question"
+                    font: Theme.titleFont
+                    Accessible.role: Accessible.Heading
+                }
+
+                PlainLabel {
+                    text: "About this Mac, in your own words"
+                    font: Theme.smallFont
+                    color: Theme.secondary
+                }
+            }
+        }
+
+        TextField {
+            id: field
+
+            width: parent.width
+            implicitHeight: 38
+            focus: true
+            name: "Your question"
+            placeholder: "Ask anything about this Mac"
+            trailing: 28
+            text: card.view.question
+            onTextChanged: card.view.question = text
+            onAccepted: card.view.ask()
+
+            SymbolButton {
+                anchors.right: parent.right
+                anchors.rightMargin: 6
+                anchors.verticalCenter: parent.verticalCenter
+                width: 26
+                height: 26
+                symbol: "arrow.up"
+                symbolSize: 14
+                symbolColor: Theme.onAccent
+                fill: card.view.canAsk || isBusy ? Theme.accentFill : Theme.tertiary
+                tip: "Ask"
+                isBusy: card.view.isAsking
+                onActivated: card.view.ask()
+            }
+        }
+
+        Flow {
+            width: parent.width
+            spacing: 8
+
+            Repeater {
+                model: card.view.suggestions
+
+                ActionButton {
+                    required property string modelData
+
+                    implicitHeight: 26
+                    text: modelData
+                    enabled: !card.view.isAsking
+                    opacity: card.view.isAsking ? 0.5 : isPressed ? 0.75 : 1
+                    onActivated: card.ask(modelData)
+                }
+            }
+        }
+
+        Row {
+            spacing: 10
+            visible: card.view.isAsking
+
+            Spinner {
+                anchors.verticalCenter: parent.verticalCenter
+            }
+
+            PlainLabel {
+                anchors.verticalCenter: parent.verticalCenter
+                text: card.view.waitingText
+                color: Theme.secondary
+            }
+        }
+
+        AnswerCard {
+            width: parent.width
+            view: card.view
+            visible: card.view.hasAnswer && !card.view.isAsking
+        }
+    }
+}

@@ -1,0 +1,18 @@
+#include "ui/presentation/WelcomeText.h"
+
+namespace swabby {
+
+QList<WelcomePoint> welcomePoints(bool hasMenuBarItem)
+{
+    return {
+        {QStringLiteral("gauge.with.dots.needle.67percent"),
+         hasMenuBarItem ? QStringLiteral("Always in the menu bar") : QStringLiteral("How it is at a glance"),
+         QStringLiteral("Green is fine, yellow is busy, red needs you.")},
+        {QStringLiteral("checkmark.seal"), QStringLiteral("One tap checks everything"),
+         QStringLiteral("Nothing is removed until you confirm.")},
+        {QStringLiteral("sparkles"), QStringLiteral("Ask in your own words"),
+         QStringLiteral("Only figures and names are sent, never what is in your files.")},
+    };
+}
+
+} // namespace swabby

@@ -1,0 +1,71 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Swabby.Ui
+
+// The sheet over a window, one at a time. Escape closes it, Return presses its prominent button, and the
+// keyboard comes back to where it was.
+FocusScope {
+    id: host
+
+    /// The sheet's file; empty for none.
+    property string wanted
+    /// What the sheet is given when it is made.
+    property var given
+    readonly property bool isOpen: wanted !== ""
+    property Item returnTo: null
+
+    signal dismissed
+
+    visible: opacity > 0
+    opacity: isOpen ? 1 : 0
+    onWantedChanged: {
+        if (wanted !== "") {
+            if (returnTo === null)
+                returnTo = Window.activeFocusItem;
+            loader.setSource(wanted, given);
+            forceActiveFocus();
+        } else if (returnTo !== null) {
+            returnTo.forceActiveFocus();
+            returnTo = null;
+        }
+    }
+    onVisibleChanged: if (!visible)
+        loader.source = ""
+
+    Keys.onEscapePressed: dismissed()
+    Keys.onReturnPressed: (loader.item as Sheet)?.confirmed()
+    Keys.onEnterPressed: (loader.item as Sheet)?.confirmed()
+
+    Behavior on opacity {
+        NumberAnimation {
+            duration: Theme.sheetDuration
+            easing.type: Easing.InOutQuad
+        }
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.scrim
+
+        MouseArea {
+            anchors.fill: parent
+            hoverEnabled: true
+            onWheel: wheel => wheel.accepted = true
+        }
+    }
+
+    Loader {
+        id: loader
+
+        anchors.centerIn: parent
+        focus: true
+
+        Connections {
+            function onDismissed(): void {
+                host.dismissed();
+            }
+
+            target: loader.item
+        }
+    }
+}
