@@ -187,7 +187,7 @@ private Q_SLOTS:
         QTest::addColumn<QByteArray>("typed");
         QTest::addColumn<bool>("agrees");
         for (const char *yes : {"y\n", "YES\n", " Yes \n"})
-            QTest::newRow(yes) << QByteArray(yes) << true;
+            QTest::newRow(QByteArray(yes).toPercentEncoding()) << QByteArray(yes) << true;
         for (const char *no : {"n\n", "\n", "yess\n", "\x04", "\x03"})
             QTest::newRow(QByteArray(no).toPercentEncoding()) << QByteArray(no) << false;
     }

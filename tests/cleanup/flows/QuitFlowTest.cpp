@@ -177,8 +177,11 @@ private Q_SLOTS:
             const Stranger tail;
             const ProcessSample shown = shownAs(tail.pid(), u"tail"_qs);
             QVERIFY(!Quitting::identify(shownAs(tail.pid(), u"Mill"_qs), *machine));
-            const auto identity = Quitting::identify(shown, *machine);
-            QVERIFY(identity);
+            std::optional<ProcessIdentity> identity; // from when the new process has become this program
+            QVERIFY(waitUntil([&] {
+                identity = Quitting::identify(shown, *machine);
+                return identity.has_value();
+            }));
             // Who had this id before is not who has it now.
             ProcessIdentity before = *identity;
             --before.started;
