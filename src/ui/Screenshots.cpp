@@ -12,6 +12,7 @@
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickWindow>
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 
@@ -40,11 +41,38 @@ void waitUntil(const std::function<bool()> &isSo)
 void waitForSomeSteps(MainWindowView &view)
 {
     waitUntil([&] { return !view.check()->isScanning() || view.check()->steps().at(2).isDone; });
+    // A small machine is through with all of them at once: then the picture is of the first step.
+    if (!view.check()->isScanning())
+        view.check()->run();
 }
 
 void waitForCheck(MainWindowView &view)
 {
     waitUntil([&] { return !view.check()->isScanning(); });
+}
+
+void fillStorage(MainWindowView &view)
+{
+    StorageView &storage = *view.storage();
+    storage.scan(storage.duplicates());
+    waitUntil([&] { return !storage.isScanning(); });
+    for (RemovableList *list : {storage.quickClean(), storage.duplicates()})
+        for (int row = 0; row < std::min(2, list->rows()->count()); ++row)
+            storage.setSelected(
+                list->rows()->data(list->rows()->index(row), Qt::UserRole).value<RemovableRowText>().id,
+                true);
+}
+
+void askToCleanUp(MainWindowView &view)
+{
+    fillStorage(view);
+    view.storage()->cleanUp();
+}
+
+void scanDeveloperClutter(MainWindowView &view)
+{
+    view.developer()->scan();
+    waitUntil([&] { return !view.developer()->isScanning(); });
 }
 
 const Shot shots[] = {
@@ -58,6 +86,9 @@ const Shot shots[] = {
     {"startup", MainSection::startup, nullptr},
     {"swabbyCheck-scanning", MainSection::swabbyCheck, waitForSomeSteps},
     {"swabbyCheck", MainSection::swabbyCheck, waitForCheck},
+    {"storage", MainSection::storage, fillStorage},
+    {"developer", MainSection::developer, scanDeveloperClutter},
+    {"confirm-remove", MainSection::storage, askToCleanUp},
 };
 
 // A window that was never drawn is all one colour.

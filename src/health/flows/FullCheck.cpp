@@ -188,10 +188,13 @@ QCoro::Task<> FullCheck::check(int number, StopToken stop)
     if (isLeft())
         co_return;
 
-    const auto summary = co_await m_ai.swabbyCheckSummary(
-        static_cast<qint64>(candidates.size()), fileByteCount(totalBytes(candidates)),
-        result.processToWatch ? std::optional(result.processToWatch->name) : std::nullopt,
-        result.loginItemsToReview.size());
+    // A temporary of a condition within an awaited expression is destroyed twice by GCC 12.
+    std::optional<QString> watched;
+    if (result.processToWatch)
+        watched = result.processToWatch->name;
+    const auto summary = co_await m_ai.swabbyCheckSummary(static_cast<qint64>(candidates.size()),
+                                                          fileByteCount(totalBytes(candidates)), watched,
+                                                          result.loginItemsToReview.size());
     if (isLeft())
         co_return;
     result.headline = summary.value.headline;
