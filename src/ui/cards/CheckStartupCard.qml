@@ -7,6 +7,7 @@ Card {
     id: card
 
     required property CheckView check
+    readonly property var busyItems: check.busyItems
 
     spacing: 4
 
@@ -66,7 +67,7 @@ Card {
                         implicitHeight: 24
                         text: "Disable"
                         name: text + ": " + row.entry.label
-                        isBusy: card.check.busyItems.includes(row.entry.id)
+                        isBusy: card.busyItems.includes(row.entry.id)
                         onActivated: card.check.disable(row.entry.id)
                     }
 

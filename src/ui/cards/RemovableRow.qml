@@ -140,7 +140,7 @@ Item {
         x: row.hasBox ? 28 : 12
         y: head.height
         width: row.width - x
-        height: active && item !== null ? item.implicitHeight : 0
+        height: active && item !== null ? (item as Item).implicitHeight : 0
         active: row.isExpanded
 
         sourceComponent: Column {

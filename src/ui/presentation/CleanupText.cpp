@@ -20,6 +20,15 @@ RemovableRowText removableRowText(const RemovableItem &item, bool isSelected, co
     return row;
 }
 
+void addVerdict(RemovableRowText &row, const SuggestedCache &suggestion)
+{
+    row.subtitle = QStringLiteral("Suggested · ") + oneLine(suggestion.reason);
+    row.badgeWarns = !suggestion.looksSafe;
+    row.badgeSymbol =
+        suggestion.looksSafe ? QStringLiteral("checkmark.seal") : QStringLiteral("questionmark.circle");
+    row.badgeHint = suggestion.looksSafe ? QStringLiteral("Looks safe") : QStringLiteral("Not sure");
+}
+
 QString lookingAtText(const QString &what)
 {
     return what.isEmpty() ? QStringLiteral("Looking…") : QStringLiteral("Looking at ") + oneLine(what);

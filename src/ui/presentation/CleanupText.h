@@ -63,6 +63,9 @@ public:
 /// The home folder is written "~" in the details.
 RemovableRowText removableRowText(const RemovableItem &item, bool isSelected, const QString &home);
 
+/// Makes the row one of a suggested cache: the assistant's verdict as a badge, its reason as text.
+void addVerdict(RemovableRowText &row, const SuggestedCache &suggestion);
+
 /// The words for what is being looked at; a name by itself would say nothing.
 QString lookingAtText(const QString &what);
 double fractionOf(const ScanProgress &progress);

@@ -47,20 +47,44 @@ CheckView::CheckView(const UserInterfaceContext &context, MainWindowCoordinator 
         });
 }
 
+CheckView::~CheckView()
+{
+    // What the check says while it ends is not shown any more.
+    if (m_context.state != nullptr)
+        m_context.state->disconnect(this);
+    if (m_check)
+        m_check->disconnect(this);
+}
+
+bool CheckView::isScanning() const
+{
+    return m_check && (m_isBeginning || m_check->phase() == FullCheck::Phase::scanning);
+}
+
 int CheckView::enter()
 {
-    run();
-    return ++m_visit;
+    m_isStopped = false;
+    m_isBeginning = m_check != nullptr;
+    Q_EMIT changed();
+    // The page that appears depends on the state, which a check changes: not before it stands.
+    QTimer::singleShot(0, this, [this, visit = ++m_visit] {
+        if (m_isBeginning && visit == m_visit)
+            run();
+    });
+    return m_visit;
 }
 
 void CheckView::leave(int visit)
 {
-    if (visit == m_visit && m_check)
-        m_check->cancel();
+    if (visit != m_visit || !m_check)
+        return;
+    m_isBeginning = false;
+    m_check->cancel();
 }
 
 void CheckView::run()
 {
+    m_isBeginning = false;
     m_isStopped = false;
     m_hasQuit = false;
     if (m_check)
@@ -72,7 +96,9 @@ void CheckView::cancel()
     if (!isScanning())
         return;
     m_isStopped = true;
+    m_isBeginning = false;
     m_check->cancel();
+    Q_EMIT changed();
 }
 
 void CheckView::follow()

@@ -41,6 +41,7 @@ class CheckView : public QObject {
 public:
     CheckView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator,
               QObject *parent = nullptr);
+    ~CheckView() override;
 
     /// The page appears and the check begins. Gives what leave() is told.
     Q_INVOKABLE int enter();
@@ -57,7 +58,7 @@ public:
     Q_INVOKABLE void explain();
     Q_INVOKABLE void quit();
 
-    bool isScanning() const { return m_check && m_check->phase() == FullCheck::Phase::scanning; }
+    bool isScanning() const;
     /// Whether the last check was ended before it had a result.
     bool isStopped() const { return m_isStopped; }
     QList<CheckStep> steps() const;
@@ -95,6 +96,7 @@ private:
     QTimer m_lookingTimer;
     qsizetype m_stepsShown = 0;
     int m_visit = 0;
+    bool m_isBeginning = false; ///< the page has just appeared
     bool m_isStopped = false;
     bool m_hasQuit = false; ///< the program to watch was told to end
     std::unique_ptr<FullCheck> m_check;

@@ -1,9 +1,14 @@
 #pragma once
 
 #include "ui/UserInterface.h"
+#include "ui/presentation/DeveloperText.h"
+#include "ui/qmltypes/RemovableList.h"
+#include "ui/qmltypes/RemovalBannerView.h"
 
 #include <QtCore/QObject>
 #include <QtQml/qqmlregistration.h>
+
+#include <memory>
 
 namespace swabby {
 
@@ -14,14 +19,54 @@ class DeveloperView : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made with the window")
+    Q_PROPERTY(swabby::ScanText text READ text NOTIFY changed)
+    Q_PROPERTY(bool isDone READ isDone NOTIFY changed)
+    Q_PROPERTY(QString clearable READ clearable NOTIFY changed)
+    Q_PROPERTY(QString buildCacheSize READ buildCacheSize NOTIFY changed)
+    Q_PROPERTY(QString runtimesSize READ runtimesSize NOTIFY changed)
+    Q_PROPERTY(QString dockerSize READ dockerSize NOTIFY changed)
+    Q_PROPERTY(bool dockerIsOff READ dockerIsOff NOTIFY changed)
+    Q_PROPERTY(QList<swabby::DockerRowText> dockerRows READ dockerRows NOTIFY changed)
+    Q_PROPERTY(swabby::RemovableList *runtimes READ runtimes CONSTANT)
+    Q_PROPERTY(swabby::RemovalBannerView *banner READ banner CONSTANT)
 
 public:
     DeveloperView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator,
                   QObject *parent = nullptr);
 
+    Q_INVOKABLE void scan();
+    Q_INVOKABLE void stop();
+    // Each asks first.
+    Q_INVOKABLE void removeBuildCache();
+    Q_INVOKABLE void removeRuntime(const QString &id);
+    Q_INVOKABLE void removeDockerClutter();
+
+    ScanText text() const;
+    bool isDone() const { return m_scan && m_scan->isDone(); }
+    bool isScanning() const { return m_scan && m_scan->isScanning(); }
+    QString clearable() const;
+    // Each is empty when there is no such thing.
+    QString buildCacheSize() const;
+    QString runtimesSize() const;
+    QString dockerSize() const;
+    /// Whether the container engine is there and does not answer.
+    bool dockerIsOff() const;
+    QList<DockerRowText> dockerRows() const;
+    RemovableList *runtimes() { return &m_runtimes; }
+    RemovalBannerView *banner() { return &m_banner; }
+
+Q_SIGNALS:
+    void changed();
+
 private:
+    void show();
+    void ask(const RemovableItem &item);
+
     UserInterfaceContext m_context;
     MainWindowCoordinator &m_coordinator;
+    RemovalBannerView m_banner;
+    RemovableList m_runtimes;
+    std::unique_ptr<DeveloperScan> m_scan;
 };
 
 } // namespace swabby

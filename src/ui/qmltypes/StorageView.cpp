@@ -1,13 +1,240 @@
 #include "ui/qmltypes/StorageView.h"
 
+#include "cleanup/RemovalRun.h"
+#include "engine/ByteCount.h"
+#include "ui/presentation/Gauges.h"
+#include "ui/presentation/PlainWords.h"
 #include "ui/qmltypes/MainWindowCoordinator.h"
+
+#include <algorithm>
 
 namespace swabby {
 
 StorageView::StorageView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator,
                          QObject *parent)
-    : QObject(parent), m_context(context), m_coordinator(coordinator)
+    : QObject(parent), m_context(context), m_coordinator(coordinator), m_banner(context, coordinator)
 {
+    if (m_context.state == nullptr || m_context.ai == nullptr)
+        return;
+    m_scans = std::make_unique<StorageScans>(*m_context.state, *m_context.ai);
+    connect(m_context.state, &AppState::changed, this, &StorageView::changed);
+    connect(m_scans.get(), &StorageScans::changed, this, &StorageView::show);
+    for (const RemovableList *list : {&m_quickClean, &m_duplicates, &m_forgottenFiles, &m_applications})
+        connect(list, &RemovableList::moreWanted, this, &StorageView::show);
+    connect(m_scans.get(), &StorageScans::prepared, this, [this](const RemovableItem &item) {
+        // Another question may have been raised meanwhile.
+        if (!m_coordinator.confirmation()->isOpen())
+            ask({item});
+    });
+    connect(m_scans.get(), &StorageScans::stillRuns, this, [this](const QString &name) {
+        m_coordinator.setNotice(oneLine(name) + QStringLiteral(" is running — quit it first."));
+    });
+    show();
+}
+
+void StorageView::enter()
+{
+    if (!m_scans)
+        return;
+    const StorageScans::Findings &findings = m_scans->findings(StorageScan::quickClean);
+    if (!findings.isDone && !findings.isScanning)
+        m_scans->begin(StorageScan::quickClean);
+}
+
+std::optional<StorageScan> StorageView::scanOf(const RemovableList *list) const
+{
+    if (!m_scans)
+        return std::nullopt;
+    if (list == &m_quickClean)
+        return StorageScan::quickClean;
+    if (list == &m_duplicates)
+        return StorageScan::duplicates;
+    if (list == &m_forgottenFiles)
+        return StorageScan::forgottenFiles;
+    return list == &m_applications ? std::optional(StorageScan::applications) : std::nullopt;
+}
+
+void StorageView::scan(RemovableList *list)
+{
+    if (const auto scan = scanOf(list))
+        m_scans->begin(*scan);
+}
+
+void StorageView::stop(RemovableList *list)
+{
+    if (const auto scan = scanOf(list))
+        m_scans->stop(*scan);
+}
+
+void StorageView::setSelected(const QString &id, bool isSelected)
+{
+    if (isSelected)
+        m_selected.insert(id);
+    else
+        m_selected.erase(id);
+    if (m_scans)
+        show();
+}
+
+void StorageView::cleanUp()
+{
+    ask(queue());
+}
+
+void StorageView::uninstall(const QString &id)
+{
+    if (m_scans)
+        m_scans->prepare(id);
+}
+
+void StorageView::ask(const std::vector<RemovableItem> &items)
+{
+    m_coordinator.confirmation()->askToRemove(items, [this, items] {
+        for (const RemovableItem &item : items)
+            m_selected.erase(item.id);
+        m_scans->forget(items);
+    });
+}
+
+bool StorageView::isScanning() const
+{
+    return m_quickClean.text().isScanning || m_duplicates.text().isScanning ||
+           m_forgottenFiles.text().isScanning || m_applications.text().isScanning;
+}
+
+RemovableRowText StorageView::rowOf(const RemovableItem &item) const
+{
+    return removableRowText(item, m_selected.count(item.id) != 0, m_context.state->machine().places.home);
+}
+
+ScanText StorageView::textOf(StorageScan scan, const QString &firstAction, const QString &empty) const
+{
+    const StorageScans::Findings &findings = m_scans->findings(scan);
+    ScanText text = scanText(findings.isScanning, findings.isDone, findings.progress, firstAction);
+    const bool hasSuggestions = scan == StorageScan::quickClean && !m_scans->suggestions().empty();
+    if (findings.isDone && !findings.isScanning && findings.items.empty() && !hasSuggestions)
+        text.empty = empty;
+    return text;
+}
+
+void StorageView::show()
+{
+    const auto row = [this](const RemovableItem &item) { return rowOf(item); };
+    showQuickClean();
+    m_duplicates.show(m_scans->findings(StorageScan::duplicates).items, row);
+    m_duplicates.setText(textOf(StorageScan::duplicates, QStringLiteral("Scan for duplicates"),
+                                QStringLiteral("No duplicates found.")));
+    m_forgottenFiles.show(m_scans->findings(StorageScan::forgottenFiles).items, row);
+    m_forgottenFiles.setText(textOf(StorageScan::forgottenFiles, QStringLiteral("Scan"),
+                                    QStringLiteral("No large old files found.")));
+    showApplications();
+    Q_EMIT changed();
+}
+
+void StorageView::showQuickClean()
+{
+    std::vector<RemovableItem> items = m_scans->findings(StorageScan::quickClean).items;
+    const std::size_t known = items.size();
+    const std::vector<SuggestedCache> &suggestions = m_scans->suggestions();
+    for (const SuggestedCache &suggestion : suggestions)
+        items.push_back(RemovableItem::fromCache(suggestion.entry));
+    std::size_t place = 0;
+    m_quickClean.show(items, [&](const RemovableItem &item) {
+        RemovableRowText row = rowOf(item);
+        if (place >= known)
+            addVerdict(row, suggestions.at(place - known));
+        ++place;
+        return row;
+    });
+    m_quickClean.setText(textOf(StorageScan::quickClean, QStringLiteral("Scan"),
+                                QStringLiteral("No cache worth clearing was found.")));
+}
+
+void StorageView::showApplications()
+{
+    m_applications.show(m_scans->findings(StorageScan::applications).items, [this](
+                                                                                const RemovableItem &item) {
+        RemovableRowText row = rowOf(item);
+        // What goes with it is known once it has been looked for.
+        row.subtitle = m_scans->isRunning(item.id) ? QStringLiteral("Running — quit it first") : QString();
+        row.details.clear();
+        row.isBusy = m_scans->isPrepared(item.id);
+        return row;
+    });
+    m_applications.setText(textOf(StorageScan::applications, QStringLiteral("Show installed apps"),
+                                  QStringLiteral("No applications that could be removed.")));
+}
+
+std::vector<RemovableItem> StorageView::offers() const
+{
+    std::vector<RemovableItem> items;
+    if (!m_scans)
+        return items;
+    const auto add = [&](StorageScan scan) {
+        const std::vector<RemovableItem> &found = m_scans->findings(scan).items;
+        items.insert(items.end(), found.begin(), found.end());
+    };
+    add(StorageScan::quickClean);
+    for (const SuggestedCache &suggestion : m_scans->suggestions())
+        items.push_back(RemovableItem::fromCache(suggestion.entry));
+    add(StorageScan::duplicates);
+    add(StorageScan::forgottenFiles);
+    return items;
+}
+
+std::vector<RemovableItem> StorageView::queue() const
+{
+    std::vector<RemovableItem> items = offers();
+    items.erase(std::remove_if(items.begin(), items.end(),
+                               [&](const RemovableItem &item) { return m_selected.count(item.id) == 0; }),
+                items.end());
+    return items;
+}
+
+QString StorageView::freeText() const
+{
+    return m_context.state == nullptr ? QString() : fileByteCount(m_context.state->stats().diskFreeBytes);
+}
+
+QString StorageView::totalText() const
+{
+    return m_context.state == nullptr
+               ? QString()
+               : QStringLiteral("free of ") + fileByteCount(m_context.state->stats().diskTotalBytes);
+}
+
+double StorageView::usedFraction() const
+{
+    if (m_context.state == nullptr)
+        return 0;
+    return std::max(0.0, usedStorageFraction(m_context.state->stats()) - clearableFraction());
+}
+
+double StorageView::clearableFraction() const
+{
+    if (m_context.state == nullptr || m_context.state->stats().diskTotalBytes <= 0)
+        return 0;
+    const SystemStats &stats = m_context.state->stats();
+    return std::clamp(static_cast<double>(totalBytes(offers())) / static_cast<double>(stats.diskTotalBytes),
+                      0.0, usedStorageFraction(stats));
+}
+
+QString StorageView::clearableText() const
+{
+    return swabby::clearableText(totalBytes(offers()));
+}
+
+QString StorageView::queueText() const
+{
+    return swabby::queueText(queue());
+}
+
+QString StorageView::sentNote() const
+{
+    return m_scans && m_scans->wasSent()
+               ? QStringLiteral("The suggestions were checked by Claude — only the folders' names and sizes "
+                                "were sent.")
+               : QString();
 }
 
 } // namespace swabby

@@ -1,9 +1,15 @@
 #pragma once
 
+#include "cleanup/flows/StorageScans.h"
 #include "ui/UserInterface.h"
+#include "ui/qmltypes/RemovableList.h"
+#include "ui/qmltypes/RemovalBannerView.h"
 
 #include <QtCore/QObject>
 #include <QtQml/qqmlregistration.h>
+
+#include <memory>
+#include <set>
 
 namespace swabby {
 
@@ -14,14 +20,75 @@ class StorageView : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made with the window")
+    Q_PROPERTY(QString freeText READ freeText NOTIFY changed)
+    Q_PROPERTY(QString totalText READ totalText NOTIFY changed)
+    Q_PROPERTY(double usedFraction READ usedFraction NOTIFY changed)
+    Q_PROPERTY(double clearableFraction READ clearableFraction NOTIFY changed)
+    Q_PROPERTY(QString clearableText READ clearableText NOTIFY changed)
+    Q_PROPERTY(QString queueText READ queueText NOTIFY changed)
+    Q_PROPERTY(bool canCleanUp READ canCleanUp NOTIFY changed)
+    Q_PROPERTY(QString sentNote READ sentNote NOTIFY changed)
+    Q_PROPERTY(swabby::RemovableList *quickClean READ quickClean CONSTANT)
+    Q_PROPERTY(swabby::RemovableList *duplicates READ duplicates CONSTANT)
+    Q_PROPERTY(swabby::RemovableList *forgottenFiles READ forgottenFiles CONSTANT)
+    Q_PROPERTY(swabby::RemovableList *applications READ applications CONSTANT)
+    Q_PROPERTY(swabby::RemovalBannerView *banner READ banner CONSTANT)
 
 public:
     StorageView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator,
                 QObject *parent = nullptr);
 
+    /// The page appears; the first time it looks for caches.
+    Q_INVOKABLE void enter();
+    Q_INVOKABLE void scan(swabby::RemovableList *list);
+    Q_INVOKABLE void stop(swabby::RemovableList *list);
+    Q_INVOKABLE void setSelected(const QString &id, bool isSelected);
+    /// Asks before everything in the queue goes.
+    Q_INVOKABLE void cleanUp();
+    /// Looks for what goes with an application, then asks.
+    Q_INVOKABLE void uninstall(const QString &id);
+
+    bool isScanning() const;
+    QString freeText() const;
+    QString totalText() const;
+    /// Of the disk, without what can be cleared.
+    double usedFraction() const;
+    double clearableFraction() const;
+    QString clearableText() const;
+    QString queueText() const;
+    bool canCleanUp() const { return !queue().empty(); }
+    /// What left this computer for the suggestions; empty when nothing did.
+    QString sentNote() const;
+    RemovableList *quickClean() { return &m_quickClean; }
+    RemovableList *duplicates() { return &m_duplicates; }
+    RemovableList *forgottenFiles() { return &m_forgottenFiles; }
+    RemovableList *applications() { return &m_applications; }
+    RemovalBannerView *banner() { return &m_banner; }
+
+Q_SIGNALS:
+    void changed();
+
 private:
+    void show();
+    void showQuickClean();
+    void showApplications();
+    RemovableRowText rowOf(const RemovableItem &item) const;
+    std::optional<StorageScan> scanOf(const RemovableList *list) const;
+    ScanText textOf(StorageScan scan, const QString &firstAction, const QString &empty) const;
+    /// Everything that can be put into the queue.
+    std::vector<RemovableItem> offers() const;
+    std::vector<RemovableItem> queue() const;
+    void ask(const std::vector<RemovableItem> &items);
+
     UserInterfaceContext m_context;
     MainWindowCoordinator &m_coordinator;
+    RemovalBannerView m_banner;
+    RemovableList m_quickClean;
+    RemovableList m_duplicates;
+    RemovableList m_forgottenFiles;
+    RemovableList m_applications;
+    std::set<QString> m_selected;
+    std::unique_ptr<StorageScans> m_scans;
 };
 
 } // namespace swabby

@@ -1,8 +1,150 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Swabby.Ui
 
+// Build caches, simulators and containers.
 ScrollPage {
     id: page
 
     required property MainWindowView view
+    readonly property DeveloperView developer: view.developer
+
+    RemovalBanner {
+        width: parent.width
+        removal: page.developer.banner
+    }
+
+    Item {
+        width: parent.width
+        height: 32
+
+        PlainLabel {
+            anchors.left: parent.left
+            anchors.right: controls.left
+            anchors.rightMargin: 12
+            anchors.verticalCenter: parent.verticalCenter
+            text: page.developer.clearable
+            color: Theme.secondary
+        }
+
+        ScanControls {
+            id: controls
+
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            scan: page.developer.text
+            visible: page.developer.isDone || page.developer.text.isScanning
+            onBegun: page.developer.scan()
+            onStopped: page.developer.stop()
+        }
+    }
+
+    Card {
+        width: parent.width
+        verticalPadding: 28
+        spacing: 14
+        visible: !page.developer.isDone && !page.developer.text.isScanning
+
+        SymbolItem {
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: 28
+            height: 28
+            name: "hammer"
+            color: Theme.accent
+        }
+
+        PlainLabel {
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            text: "See how much space your developer tools hold on to."
+            color: Theme.secondary
+        }
+
+        ActionButton {
+            anchors.horizontalCenter: parent.horizontalCenter
+            text: page.developer.text.action
+            isProminent: true
+            onActivated: page.developer.scan()
+        }
+    }
+
+    Card {
+        width: parent.width
+        visible: page.developer.buildCacheSize !== ""
+
+        CleanupHeader {
+            symbol: "hammer"
+            title: "Xcode DerivedData"
+            subtitle: "Build cache automatically rebuilt on next compilation."
+
+            PlainLabel {
+                anchors.verticalCenter: parent.verticalCenter
+                text: page.developer.buildCacheSize
+                font: Theme.titleFont
+            }
+
+            ActionButton {
+                anchors.verticalCenter: parent.verticalCenter
+                text: "Remove"
+                name: "Remove: Xcode DerivedData"
+                onActivated: page.developer.removeBuildCache()
+            }
+        }
+    }
+
+    Card {
+        width: parent.width
+        spacing: 6
+        visible: page.developer.runtimesSize !== ""
+
+        CleanupHeader {
+            symbol: "shippingbox"
+            title: "Old Simulator Runtimes"
+            subtitle: "Not used for two weeks or more"
+
+            PlainLabel {
+                anchors.verticalCenter: parent.verticalCenter
+                text: page.developer.runtimesSize
+                font: Theme.titleFont
+            }
+        }
+
+        RemovableRows {
+            width: parent.width
+            list: page.developer.runtimes
+            actionLabel: "Remove"
+            onActed: id => page.developer.removeRuntime(id)
+        }
+    }
+
+    DockerCard {
+        width: parent.width
+        developer: page.developer
+        visible: page.developer.dockerSize !== ""
+    }
+
+    Card {
+        width: parent.width
+        visible: page.developer.dockerIsOff
+
+        PlainLabel {
+            width: parent.width
+            text: "Docker installed but not running."
+            color: Theme.secondary
+        }
+    }
+
+    Card {
+        width: parent.width
+        visible: page.developer.text.empty !== ""
+
+        PlainLabel {
+            width: parent.width
+            topPadding: 8
+            bottomPadding: 8
+            horizontalAlignment: Text.AlignHCenter
+            text: page.developer.text.empty
+            color: Theme.secondary
+        }
+    }
 }

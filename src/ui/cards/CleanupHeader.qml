@@ -1,0 +1,64 @@
+import QtQuick
+import Swabby.Ui
+
+// What a card of clutter is about, with its controls at the end.
+Item {
+    id: header
+
+    property string symbol
+    property string title
+    property string subtitle
+    default property alias trailing: end.data
+
+    width: parent === null ? 0 : parent.width
+    implicitHeight: 38
+
+    Rectangle {
+        id: plate
+
+        anchors.verticalCenter: parent.verticalCenter
+        width: 30
+        height: 30
+        radius: 8
+        color: Theme.washes[Tints.accent]
+
+        SymbolItem {
+            anchors.centerIn: parent
+            width: 16
+            height: 16
+            name: header.symbol
+            color: Theme.accent
+        }
+    }
+
+    Column {
+        anchors.left: plate.right
+        anchors.leftMargin: 12
+        anchors.right: end.left
+        anchors.rightMargin: 12
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 1
+
+        PlainLabel {
+            width: parent.width
+            text: header.title
+            font: Theme.headingFont
+            Accessible.role: Accessible.Heading
+        }
+
+        PlainLabel {
+            width: parent.width
+            text: header.subtitle
+            font: Theme.smallFont
+            color: Theme.secondary
+        }
+    }
+
+    Row {
+        id: end
+
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 12
+    }
+}

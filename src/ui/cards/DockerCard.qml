@@ -1,0 +1,69 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Swabby.Ui
+
+// What the container engine can do without, kind by kind.
+Card {
+    id: card
+
+    required property DeveloperView developer
+
+    spacing: 8
+
+    CleanupHeader {
+        symbol: "internaldrive"
+        title: "Docker Reclaimable"
+        subtitle: "Unused images, stopped containers, build cache"
+
+        PlainLabel {
+            anchors.verticalCenter: parent.verticalCenter
+            text: card.developer.dockerSize
+            font: Theme.titleFont
+        }
+
+        ActionButton {
+            anchors.verticalCenter: parent.verticalCenter
+            text: "Remove Docker Clutter"
+            onActivated: card.developer.removeDockerClutter()
+        }
+    }
+
+    Repeater {
+        model: card.developer.dockerRows
+
+        Item {
+            id: row
+
+            required property dockerRowText modelData
+
+            width: parent.width
+            height: 20
+            Accessible.role: Accessible.ListItem
+            Accessible.name: modelData.kind + ", " + modelData.size
+
+            PlainLabel {
+                width: 110
+                anchors.verticalCenter: parent.verticalCenter
+                text: row.modelData.kind
+                color: Theme.secondary
+                Accessible.ignored: true
+            }
+
+            Bar {
+                anchors.left: parent.left
+                anchors.leftMargin: 122
+                anchors.right: parent.right
+                anchors.rightMargin: 82
+                anchors.verticalCenter: parent.verticalCenter
+                fraction: row.modelData.fraction
+            }
+
+            PlainLabel {
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                text: row.modelData.size
+                Accessible.ignored: true
+            }
+        }
+    }
+}

@@ -1,0 +1,33 @@
+import QtQuick
+import Swabby.Ui
+
+// The way back from the last removal, once its banner is gone.
+Item {
+    id: row
+
+    required property RemovalBannerView removal
+
+    implicitHeight: 24
+    visible: removal.canPutBack && !removal.isRemoving && removal.text === ""
+
+    PlainLabel {
+        anchors.left: parent.left
+        anchors.leftMargin: 16
+        anchors.right: button.left
+        anchors.rightMargin: 12
+        anchors.verticalCenter: parent.verticalCenter
+        text: "What was removed last is still in the Trash."
+        font: Theme.smallFont
+        color: Theme.secondary
+    }
+
+    ActionButton {
+        id: button
+
+        anchors.right: parent.right
+        anchors.rightMargin: 16
+        implicitHeight: 24
+        text: "Put back"
+        onActivated: row.removal.putBack()
+    }
+}

@@ -1,0 +1,30 @@
+#include "ui/presentation/DeveloperText.h"
+
+#include "cleanup/RemovalRun.h"
+#include "cleanup/SaturatedBytes.h"
+#include "engine/ByteCount.h"
+#include "ui/presentation/PlainWords.h"
+
+namespace swabby {
+
+QList<DockerRowText> dockerRowTexts(const std::vector<DockerRow> &rows)
+{
+    const auto total = static_cast<double>(DeveloperCleanup::estimatedReclaimableBytes(rows));
+    QList<DockerRowText> texts;
+    for (const DockerRow &row : rows) {
+        const std::int64_t bytes = parseByteString(row.reclaimable.toStdString());
+        texts.append(
+            {oneLine(row.type), fileByteCount(bytes), total > 0 ? static_cast<double>(bytes) / total : 0});
+    }
+    return texts;
+}
+
+QString clutterText(const DeveloperClutter &clutter)
+{
+    const std::int64_t bytes =
+        saturatedSum(saturatedSum(totalBytes(clutter.oldRuntimes), clutter.buildCacheBytes),
+                     DeveloperCleanup::estimatedReclaimableBytes(clutter.docker.rows));
+    return bytes > 0 ? fileByteCount(bytes) + QStringLiteral(" can be cleared") : QString();
+}
+
+} // namespace swabby

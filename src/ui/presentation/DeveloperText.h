@@ -1,0 +1,33 @@
+#pragma once
+
+#include "cleanup/DeveloperTexts.h"
+#include "cleanup/flows/DeveloperScan.h"
+
+#include <QtCore/QList>
+#include <QtCore/QObject>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace swabby {
+
+/// How much of one kind of thing the container engine can do without.
+struct DockerRowText {
+    Q_GADGET
+    QML_VALUE_TYPE(dockerRowText)
+    Q_PROPERTY(QString kind MEMBER kind)
+    Q_PROPERTY(QString size MEMBER size)
+    Q_PROPERTY(double fraction MEMBER fraction)
+
+public:
+    QString kind;
+    QString size;
+    double fraction = 0; ///< of all that can go, 0–1
+
+    bool operator==(const DockerRowText &) const = default;
+};
+
+QList<DockerRowText> dockerRowTexts(const std::vector<DockerRow> &rows);
+
+/// "25 GB can be cleared"; empty when nothing can.
+QString clutterText(const DeveloperClutter &clutter);
+
+} // namespace swabby
