@@ -18,17 +18,25 @@ struct ApplicationFlows {
                         [machine = state.sharedMachine()](const ScanControl &control) {
                             return reclaimableStorage(*machine, control);
                         }),
-          cleanup(state),
           quitting(state),
-          startup(state)
+          startup(state),
+          stopping{state.sharedMachine()},
+          cleanup(state)
     {
     }
 
+    /// Ends every tool that somebody would wait for.
+    struct Stopping {
+        std::shared_ptr<Machine> machine;
+        ~Stopping() { machine->stop.requestStop(); }
+    };
+
     CloudAI ai;
     NotificationFlow notifications;
-    CleanupFlow cleanup;
     QuitFlow quitting;
     StartupFlow startup;
+    Stopping stopping;
+    CleanupFlow cleanup; // last: it finishes the item at hand before anything is stopped
 };
 
 } // namespace swabby

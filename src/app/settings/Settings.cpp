@@ -26,6 +26,13 @@ bool isTextList(const QJsonValue &value)
                                           [](const QJsonValue &element) { return element.isString(); });
 }
 
+/// A path from nowhere in particular would protect nothing.
+bool areAbsolutePaths(const QJsonArray &paths)
+{
+    return std::all_of(paths.begin(), paths.end(),
+                       [](const QJsonValue &path) { return path.toString().startsWith(QLatin1Char('/')); });
+}
+
 /// The value read as the given type, as a person's preferences are read: a switch stored as a number still
 /// counts. Undefined when it cannot be.
 QJsonValue readAs(Type type, const QJsonValue &value)
@@ -115,6 +122,8 @@ QJsonValue Settings::parse(const Key &key, const QString &text)
         return text;
     case Type::textList: {
         const QJsonDocument document = QJsonDocument::fromJson(text.toUtf8());
+        if (key.name == QLatin1String("neverRemove") && !areAbsolutePaths(document.array()))
+            return QJsonValue::Undefined;
         return document.isArray() ? readAs(key.type, document.array()) : QJsonValue(QJsonValue::Undefined);
     }
     }
@@ -135,7 +144,8 @@ QString Settings::expectedText(const Key &key)
     case Type::date:
         return QStringLiteral("seconds since 1970");
     case Type::textList:
-        return QStringLiteral("a JSON array of strings");
+        return key.name == QLatin1String("neverRemove") ? QStringLiteral("a JSON array of absolute paths")
+                                                        : QStringLiteral("a JSON array of strings");
     }
     return {};
 }
