@@ -106,7 +106,8 @@ UserInterface *AppDelegate::userInterface()
                                     .startup = &m_flows.startup,
                                     .theme = m_theme,
                                     .staysWithoutWindow = &StatusItemController::hasPlace,
-                                    .quit = [] { QCoreApplication::quit(); }}));
+                                    .quit = [] { QCoreApplication::quit(); },
+                                    .dockChoiceChanged = [this] { syncActivationPolicy(); }}));
     return m_userInterface.get();
 }
 

@@ -6,6 +6,7 @@
 #include "ui/qmltypes/AskView.h"
 #include "ui/qmltypes/MainWindowView.h"
 #include "ui/qmltypes/PopoverView.h"
+#include "ui/qmltypes/SettingsView.h"
 #include "ui/qmltypes/Theme.h"
 
 #include <QtCore/QCoreApplication>
@@ -145,6 +146,18 @@ constexpr PopoverShot popoverShots[] = {
     {"popover-issues", true},
 };
 
+struct SettingsShot {
+    const char *name;
+    int tab;
+};
+
+constexpr SettingsShot settingsShots[] = {
+    {"settings-general", 0},
+    {"settings-notifications", 1},
+    {"settings-thresholds", 2},
+    {"settings-ai", 3},
+};
+
 // A window that was never drawn is all one colour.
 bool showsSomething(const QImage &image)
 {
@@ -206,6 +219,11 @@ std::optional<QString> renderScreenshots(const UserInterfaceContext &context, co
     for (const PopoverShot &shot : popoverShots) {
         const auto prepare = [&shot](PopoverView &view) { view.setShowHealthDetail(shot.showsIssues); };
         if (auto problem = drawNew(&openPopover, context, shot.name, folder, prepare))
+            return problem;
+    }
+    for (const SettingsShot &shot : settingsShots) {
+        const auto prepare = [&shot](SettingsView &view) { view.setProperty("tab", shot.tab); };
+        if (auto problem = drawNew(&openSettingsWindow, context, shot.name, folder, prepare))
             return problem;
     }
     return drawNew(&openAskWindow, context, "ask", folder,

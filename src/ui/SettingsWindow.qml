@@ -1,3 +1,4 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import Swabby.Ui
 
@@ -5,9 +6,79 @@ Window {
     id: window
 
     required property SettingsView view
+    readonly property list<string> pages: ["GeneralTab.qml", "NotificationsTab.qml", "ThresholdsTab.qml", "AssistantTab.qml"]
 
-    width: 460
-    height: 320
+    function showTab(): void {
+        page.setSource("settings/" + pages[view.tab], {
+            "view": window.view
+        });
+    }
+
+    width: 540
+    height: 520
+    minimumWidth: 520
+    minimumHeight: 420
     title: "Settings"
     color: Theme.window
+    onActiveChanged: if (active)
+        view.reload()
+    Component.onCompleted: showTab()
+
+    Connections {
+        function onTabChanged(): void {
+            window.showTab();
+        }
+
+        target: window.view
+    }
+
+    TabStrip {
+        id: tabs
+
+        y: 12
+        width: parent.width
+        name: "Settings"
+        labels: ["General", "Notifications", "Thresholds", "AI"]
+        symbols: ["gearshape", "bell", "slider.horizontal.3", "sparkles"]
+        current: window.view.tab
+        onChosen: index => window.view.tab = index
+    }
+
+    Hairline {
+        id: line
+
+        x: 20
+        y: 72
+        width: parent.width - 40
+    }
+
+    Loader {
+        id: page
+
+        anchors.top: line.bottom
+        anchors.topMargin: 16
+        anchors.bottom: notice.top
+        width: parent.width
+    }
+
+    Paragraph {
+        id: notice
+
+        x: 20
+        width: parent.width - 40
+        height: text === "" ? 0 : implicitHeight + 12
+        anchors.bottom: parent.bottom
+        horizontalAlignment: Text.AlignHCenter
+        text: window.view.notice
+        font: Theme.smallFont
+        color: Theme.inks[Tints.orange]
+    }
+
+    HintBubble {
+    }
+
+    Shortcut {
+        sequences: ["Escape", "Ctrl+W"]
+        onActivated: window.close()
+    }
 }

@@ -13,6 +13,7 @@
 namespace swabby {
 
 class AppState;
+class BackgroundWork;
 class CleanupFlow;
 class CloudAI;
 class QuitFlow;
@@ -35,10 +36,14 @@ struct UserInterfaceContext {
     CleanupFlow *cleanup = nullptr;
     QuitFlow *quitting = nullptr;
     StartupFlow *startup = nullptr;
+    /// For what may wait for the system; set by the windows' library.
+    BackgroundWork *errands = nullptr;
     ThemeChoice theme = ThemeChoice::system;
     /// Whether Swabby can still be reached once its last window is closed.
     std::function<bool()> staysWithoutWindow = {};
     std::function<void()> quit = {};
+    /// Called when the choice to show Swabby in the Dock was stored.
+    std::function<void()> dockChoiceChanged = {};
     // How one window leads to another; set by the windows' library.
     std::function<void()> openMainWindow = {};
     std::function<void()> openAskWindow = {};

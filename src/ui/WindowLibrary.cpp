@@ -18,6 +18,8 @@
 namespace swabby {
 namespace {
 
+constexpr int errandsAtOnce = 4;
+
 // Making a window and closing it free a lot in small pieces, which the allocator would keep.
 void giveMemoryBack()
 {
@@ -83,8 +85,10 @@ std::unique_ptr<OpenWindow<PopoverView>> openPopover(const UserInterfaceContext 
     return openWindow<PopoverView>(context, QStringLiteral("Popover.qml"), std::move(engine));
 }
 
-WindowLibrary::WindowLibrary(UserInterfaceContext context) : m_context(std::move(context))
+WindowLibrary::WindowLibrary(UserInterfaceContext context)
+    : m_context(std::move(context)), m_errands(errandsAtOnce)
 {
+    m_context.errands = &m_errands;
     m_context.openMainWindow = [this] { openMainWindow(); };
     m_context.openAskWindow = [this] { openAskWindow(); };
     m_context.openSettingsWindow = [this] { openSettingsWindow(); };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/BackgroundWork.h"
 #include "ui/UserInterface.h"
 
 #include <QtCore/QObject>
@@ -84,6 +85,7 @@ private:
     std::unique_ptr<OpenWindow<SettingsView>> m_settings;
     std::unique_ptr<PopoverPresenter> m_popover;
     QObject m_closing;
+    BackgroundWork m_errands; // outlives the windows: closing one waits for nothing
 };
 
 } // namespace swabby

@@ -1,0 +1,95 @@
+import QtQuick
+import Swabby.Ui
+
+// A figure out of a range. It only asks for another value; whoever owns the figure sets it.
+Item {
+    id: slider
+
+    property real from: 0
+    property real to: 100
+    property real step: 1
+    property real value: 0
+    property string name
+    property string valueText
+    property color fillColor: Theme.accent
+    readonly property real fraction: Math.max(0, Math.min(1, (value - from) / (to - from)))
+
+    signal moved(real wanted)
+
+    function move(steps: real): void {
+        slider.moved(slider.value + steps * slider.step);
+    }
+
+    implicitWidth: 170
+    implicitHeight: 24
+    activeFocusOnTab: true
+    Accessible.role: Accessible.Slider
+    Accessible.name: name
+    Accessible.description: valueText
+    Accessible.focusable: true
+    Accessible.focused: activeFocus
+    Accessible.onIncreaseAction: move(1)
+    Accessible.onDecreaseAction: move(-1)
+    Keys.onPressed: event => {
+        event.accepted = true;
+        if (event.key === Qt.Key_Right || event.key === Qt.Key_Up)
+            slider.move(1);
+        else if (event.key === Qt.Key_Left || event.key === Qt.Key_Down)
+            slider.move(-1);
+        else if (event.key === Qt.Key_Home)
+            slider.moved(slider.from);
+        else if (event.key === Qt.Key_End)
+            slider.moved(slider.to);
+        else
+            event.accepted = false;
+    }
+
+    Rectangle {
+        anchors.verticalCenter: parent.verticalCenter
+        width: parent.width
+        height: 4
+        radius: 2
+        color: Theme.hoverFill
+    }
+
+    Rectangle {
+        anchors.verticalCenter: parent.verticalCenter
+        width: knob.x + knob.width / 2
+        height: 4
+        radius: 2
+        color: slider.fillColor
+    }
+
+    Rectangle {
+        id: knob
+
+        x: slider.fraction * (slider.width - width)
+        anchors.verticalCenter: parent.verticalCenter
+        width: 18
+        height: 18
+        radius: 9
+        color: "white"
+        border.width: 1
+        border.color: Theme.isDark ? "transparent" : "#d0d0d4"
+
+        FocusRing {
+            innerRadius: 9
+            visible: slider.activeFocus
+        }
+    }
+
+    MouseArea {
+        function seek(x: real): void {
+            const share = Math.max(0, Math.min(1, (x - knob.width / 2) / (width - knob.width)));
+            slider.moved(slider.from + share * (slider.to - slider.from));
+        }
+
+        anchors.fill: parent
+        preventStealing: true
+        onPressed: mouse => {
+            slider.forceActiveFocus();
+            seek(mouse.x);
+        }
+        onPositionChanged: mouse => seek(mouse.x)
+    }
+}

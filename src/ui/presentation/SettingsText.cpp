@@ -1,0 +1,93 @@
+#include "ui/presentation/SettingsText.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QUrl>
+
+#include <algorithm>
+#include <cmath>
+
+namespace swabby {
+namespace {
+
+QString valueText(const SliderSetting &slider)
+{
+    const QString number = QString::number(slider.value, 'g', 4);
+    return slider.key == QLatin1String("storageNotifyThresholdGB") ? number + QStringLiteral(" GB")
+                                                                   : number + QLatin1Char('%');
+}
+
+SliderSetting percentSetting(const char *key, double value, const QString &label, const QString &detail,
+                             Tint tint)
+{
+    SliderSetting slider = {QLatin1String(key), label, detail, 10, 100, 5, value, {}, tint};
+    slider.valueText = valueText(slider);
+    return slider;
+}
+
+} // namespace
+
+QList<SliderSetting> thresholdSettings(const Settings &settings)
+{
+    return {
+        percentSetting("cpuYellow", settings.cpuYellow(), QStringLiteral("Speed warning threshold"),
+                       QStringLiteral("When your Mac works harder than usual"), Tint::orange),
+        percentSetting("cpuRed", settings.cpuRed(), QStringLiteral("Speed critical threshold"),
+                       QStringLiteral("When it is working very hard"), Tint::red),
+        percentSetting("memYellow", settings.memYellow(), QStringLiteral("Memory warning threshold"),
+                       QStringLiteral("When memory is filling up"), Tint::orange),
+        percentSetting("memRed", settings.memRed(), QStringLiteral("Memory critical threshold"),
+                       QStringLiteral("When it is almost out"), Tint::red),
+        percentSetting("processCpuRed", settings.processCpuRed(), QStringLiteral("Single app power limit"),
+                       QStringLiteral("When one app is too much by itself"), Tint::accent),
+    };
+}
+
+SliderSetting reminderSetting(const Settings &settings)
+{
+    SliderSetting slider = {QStringLiteral("storageNotifyThresholdGB"),
+                            QStringLiteral("Remind me once this much could be freed"),
+                            {},
+                            0.5,
+                            50,
+                            0.5,
+                            settings.storageNotifyThresholdGB(),
+                            {},
+                            Tint::accent};
+    slider.valueText = valueText(slider);
+    return slider;
+}
+
+SliderSetting movedTo(const SliderSetting &slider, double value)
+{
+    SliderSetting moved = slider;
+    if (!std::isfinite(value))
+        return moved;
+    const double steps = std::round((value - slider.from) / slider.step);
+    moved.value = std::clamp(slider.from + steps * slider.step, slider.from, slider.to);
+    moved.valueText = valueText(moved);
+    return moved;
+}
+
+QString snoozeSentence(const std::optional<double> &until, double now, const QLocale &locale)
+{
+    if (!until || *until <= now)
+        return {};
+    const QDateTime time = QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(*until * 1'000));
+    return QStringLiteral("Notifications are silent until %1.")
+        .arg(locale.toString(time.time(), QLocale::ShortFormat));
+}
+
+std::optional<QString> excludedPath(const QString &typed, const QString &home)
+{
+    QString path = typed.trimmed();
+    if (path.startsWith(QLatin1String("file:")))
+        path = QUrl(path).toLocalFile();
+    if (path == QLatin1String("~") || path.startsWith(QLatin1String("~/")))
+        path.replace(0, 1, home);
+    if (!path.startsWith(QLatin1Char('/')))
+        return std::nullopt;
+    path = QDir::cleanPath(path);
+    return path == QLatin1String("/") ? std::nullopt : std::optional(path);
+}
+
+} // namespace swabby

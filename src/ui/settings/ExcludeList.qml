@@ -1,0 +1,116 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Swabby.Ui
+
+// What is never to be removed, whatever is found there.
+Card {
+    id: card
+
+    required property SettingsView view
+
+    function add(): void {
+        if (card.view.addExcluded(field.text))
+            field.clear();
+    }
+
+    spacing: 8
+
+    CardHeading {
+        text: "Never remove"
+    }
+
+    Paragraph {
+        width: parent.width
+        text: "Nothing in these places is ever offered for cleaning. Type a path, or drop a folder here."
+        font: Theme.smallFont
+        color: Theme.secondary
+    }
+
+    Column {
+        width: parent.width
+
+        Repeater {
+            model: card.view.neverRemove
+
+            Item {
+                id: row
+
+                required property string modelData
+                required property int index
+
+                width: parent.width
+                height: 32
+                Accessible.role: Accessible.ListItem
+                Accessible.name: modelData
+
+                Hairline {
+                    width: parent.width
+                }
+
+                SymbolItem {
+                    anchors.verticalCenter: parent.verticalCenter
+                    name: "folder"
+                    color: Theme.secondary
+                }
+
+                PlainLabel {
+                    x: 24
+                    width: parent.width - 60
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: row.modelData
+                    font: Theme.smallFont
+                    elide: Text.ElideMiddle
+                }
+
+                SymbolButton {
+                    anchors.right: parent.right
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: 24
+                    height: 24
+                    symbol: "minus"
+                    symbolSize: 13
+                    tip: "Allow cleaning here again"
+                    onActivated: card.view.removeExcluded(row.index)
+                }
+            }
+        }
+    }
+
+    Row {
+        width: parent.width
+        spacing: 8
+
+        TextField {
+            id: field
+
+            width: parent.width - addButton.width - 8
+            implicitHeight: 28
+            name: "Path of a file or folder to keep"
+            placeholder: "~/Documents"
+            onAccepted: card.add()
+        }
+
+        ActionButton {
+            id: addButton
+
+            text: "Add"
+            onActivated: card.add()
+        }
+    }
+
+    DropArea {
+        parent: card
+        anchors.fill: parent
+        keys: ["text/uri-list"]
+        onDropped: drop => card.view.addDropped(drop.urls)
+
+        Rectangle {
+            anchors.fill: parent
+            radius: 12
+            color: "transparent"
+            border.width: 2
+            border.color: Theme.accent
+            visible: parent.containsDrag
+        }
+    }
+}

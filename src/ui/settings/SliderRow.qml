@@ -1,0 +1,35 @@
+import QtQuick
+import Swabby.Ui
+
+SettingRow {
+    id: row
+
+    property sliderSetting setting
+
+    signal moved(real wanted)
+
+    label: setting.label
+    detail: setting.detail
+
+    Slider {
+        width: 170
+        name: row.setting.label
+        from: row.setting.from
+        to: row.setting.to
+        step: row.setting.step
+        value: row.setting.value
+        valueText: row.setting.valueText
+        fillColor: Theme.marks[row.setting.tint]
+        onMoved: wanted => row.moved(wanted)
+    }
+
+    PlainLabel {
+        x: 178
+        width: 56
+        height: 24
+        horizontalAlignment: Text.AlignRight
+        verticalAlignment: Text.AlignVCenter
+        text: row.setting.valueText
+        font: Theme.headingFont
+    }
+}
