@@ -70,7 +70,7 @@ bool finishStorageCheck(SettingsStore &store, const QJsonValue &seen, double now
 
 } // namespace
 
-NotificationFlow::NotificationFlow(AppState &state, CloudAI &ai, StorageScan scan)
+NotificationFlow::NotificationFlow(AppState &state, CloudAI &ai, StorageTotal scan)
     : m_state(state), m_ai(ai), m_scan(std::move(scan)), m_scans(1)
 {
     state.machine().notifier->requestPermission();

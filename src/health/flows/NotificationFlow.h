@@ -14,7 +14,7 @@
 namespace swabby {
 
 /// The bytes that a cleanup could free. Blocks for as long as it looks.
-using StorageScan = std::function<std::int64_t(const ScanControl &control)>;
+using StorageTotal = std::function<std::int64_t(const ScanControl &control)>;
 
 /// Tells the person without being asked: that the health has just turned red, that a lot could be cleaned,
 /// and once a week how it went. Follows every refresh of the state, which it listens to. Main thread.
@@ -23,7 +23,7 @@ class NotificationFlow : public QObject {
 
 public:
     /// Without a scan there are no storage reminders, and no date is noted for them.
-    NotificationFlow(AppState &state, CloudAI &ai, StorageScan scan = {});
+    NotificationFlow(AppState &state, CloudAI &ai, StorageTotal scan = {});
     /// Ends a scan that still runs and waits for it.
     ~NotificationFlow() override;
 
@@ -47,7 +47,7 @@ private:
 
     AppState &m_state;
     CloudAI &m_ai;
-    const StorageScan m_scan;
+    const StorageTotal m_scan;
     StopSource m_stopScan;
     bool m_isScanning = false;
     QList<Notification> m_alarms; ///< posted by the refresh that is being applied

@@ -29,7 +29,7 @@ QJsonObject busyAndCalm()
 /// A machine on which Swabby runs without windows, with an assistant that answers the same to everything.
 class Household {
 public:
-    explicit Household(const LoopbackServer &server, StorageScan scan = {},
+    explicit Household(const LoopbackServer &server, StorageTotal scan = {},
                        TemporaryMachine *shared = nullptr)
         : m_machine((shared ? *shared : m_own).open()),
           state(m_machine, Record::everything),
@@ -74,7 +74,7 @@ private:
     QSignalSpy m_settled;
 };
 
-StorageScan finding(std::int64_t bytes)
+StorageTotal finding(std::int64_t bytes)
 {
     return [bytes](const ScanControl &) { return bytes; };
 }
