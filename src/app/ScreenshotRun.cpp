@@ -49,6 +49,13 @@ QImage menuBarPicture(const AppState &state)
 
 void prepareForScreenshots()
 {
+    // Without a screen a window whose limits follow its content is remarked on each time.
+    static QtMessageHandler everythingElse = nullptr;
+    everythingElse =
+        qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &context, const QString &message) {
+            if (message != QLatin1String("This plugin does not support propagateSizeHints()"))
+                everythingElse(type, context, message);
+        });
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_SCALE_FACTOR", QByteArray::number(scale));
     for (const char *name : {"QT_SCREEN_SCALE_FACTORS", "QT_FONT_DPI", "QT_QPA_PLATFORMTHEME"})
