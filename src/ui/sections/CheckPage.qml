@@ -10,8 +10,7 @@ ScrollPage {
     readonly property CheckView check: view.check
     property int visit: 0
 
-    // Once the page stands: a check changes what the page itself is shown by.
-    Component.onCompleted: Qt.callLater(() => page.visit = page.check.enter())
+    Component.onCompleted: visit = check.enter()
     Component.onDestruction: check.leave(visit)
 
     RemovalBanner {
