@@ -1,12 +1,13 @@
 #include "ui/qmltypes/StorageView.h"
 
-#include "cleanup/RemovalRun.h"
 #include "engine/ByteCount.h"
 #include "ui/presentation/Gauges.h"
 #include "ui/presentation/PlainWords.h"
+#include "ui/presentation/ProcessText.h"
 #include "ui/qmltypes/MainWindowCoordinator.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace swabby {
 
@@ -78,7 +79,7 @@ void StorageView::setSelected(const QString &id, bool isSelected)
 
 void StorageView::cleanUp()
 {
-    ask(queue());
+    ask(m_queue);
 }
 
 void StorageView::uninstall(const QString &id)
@@ -128,6 +129,7 @@ void StorageView::show()
     m_forgottenFiles.setText(textOf(StorageScan::forgottenFiles, QStringLiteral("Scan"),
                                     QStringLiteral("No large old files found.")));
     showApplications();
+    fillQueue();
     Q_EMIT changed();
 }
 
@@ -158,6 +160,8 @@ void StorageView::showApplications()
         // What goes with it is known once it has been looked for.
         row.subtitle = m_scans->isRunning(item.id) ? QStringLiteral("Running — quit it first") : QString();
         row.details.clear();
+        row.letter = tileLetter(item.title);
+        row.tileColor = tileColorIndex(item.title);
         row.isBusy = m_scans->isPrepared(item.id);
         return row;
     });
@@ -165,30 +169,19 @@ void StorageView::showApplications()
                                   QStringLiteral("No applications that could be removed.")));
 }
 
-std::vector<RemovableItem> StorageView::offers() const
+void StorageView::fillQueue()
 {
-    std::vector<RemovableItem> items;
-    if (!m_scans)
-        return items;
-    const auto add = [&](StorageScan scan) {
-        const std::vector<RemovableItem> &found = m_scans->findings(scan).items;
-        items.insert(items.end(), found.begin(), found.end());
-    };
-    add(StorageScan::quickClean);
+    std::vector<RemovableItem> offers = m_scans->findings(StorageScan::quickClean).items;
     for (const SuggestedCache &suggestion : m_scans->suggestions())
-        items.push_back(RemovableItem::fromCache(suggestion.entry));
-    add(StorageScan::duplicates);
-    add(StorageScan::forgottenFiles);
-    return items;
-}
-
-std::vector<RemovableItem> StorageView::queue() const
-{
-    std::vector<RemovableItem> items = offers();
-    items.erase(std::remove_if(items.begin(), items.end(),
-                               [&](const RemovableItem &item) { return m_selected.count(item.id) == 0; }),
-                items.end());
-    return items;
+        offers.push_back(RemovableItem::fromCache(suggestion.entry));
+    for (const StorageScan scan : {StorageScan::duplicates, StorageScan::forgottenFiles}) {
+        const std::vector<RemovableItem> &found = m_scans->findings(scan).items;
+        offers.insert(offers.end(), found.begin(), found.end());
+    }
+    m_clearableBytes = clearableBytes(offers);
+    m_queue.clear();
+    std::copy_if(offers.begin(), offers.end(), std::back_inserter(m_queue),
+                 [&](const RemovableItem &item) { return m_selected.count(item.id) != 0; });
 }
 
 QString StorageView::freeText() const
@@ -215,18 +208,18 @@ double StorageView::clearableFraction() const
     if (m_context.state == nullptr || m_context.state->stats().diskTotalBytes <= 0)
         return 0;
     const SystemStats &stats = m_context.state->stats();
-    return std::clamp(static_cast<double>(totalBytes(offers())) / static_cast<double>(stats.diskTotalBytes),
-                      0.0, usedStorageFraction(stats));
+    return std::clamp(static_cast<double>(m_clearableBytes) / static_cast<double>(stats.diskTotalBytes), 0.0,
+                      usedStorageFraction(stats));
 }
 
 QString StorageView::clearableText() const
 {
-    return swabby::clearableText(totalBytes(offers()));
+    return swabby::clearableText(m_clearableBytes);
 }
 
 QString StorageView::queueText() const
 {
-    return swabby::queueText(queue());
+    return swabby::queueText(m_queue);
 }
 
 QString StorageView::sentNote() const
