@@ -86,7 +86,7 @@ StorageScans::~StorageScans()
     m_ending.requestStop();
 }
 
-void StorageScans::begin(StorageScan scan)
+void StorageScans::begin(ClutterKind scan)
 {
     Run &run = runOf(scan);
     if (run.stop)
@@ -97,22 +97,22 @@ void StorageScans::begin(StorageScan scan)
     run.findings.progress = {};
     Q_EMIT changed();
     switch (scan) {
-    case StorageScan::quickClean:
+    case ClutterKind::quickClean:
         quickClean(number, control(scan, number));
         break;
-    case StorageScan::duplicates:
+    case ClutterKind::duplicates:
         search(scan, number, control(scan, number), duplicateItems);
         break;
-    case StorageScan::forgottenFiles:
+    case ClutterKind::forgottenFiles:
         search(scan, number, control(scan, number), forgottenItems);
         break;
-    case StorageScan::applications:
+    case ClutterKind::applications:
         listApplications(number, control(scan, number));
         break;
     }
 }
 
-void StorageScans::stop(StorageScan scan)
+void StorageScans::stop(ClutterKind scan)
 {
     Run &run = runOf(scan);
     if (!run.findings.isScanning)
@@ -123,7 +123,7 @@ void StorageScans::stop(StorageScan scan)
     Q_EMIT changed();
 }
 
-ScanControl StorageScans::control(StorageScan scan, int number)
+ScanControl StorageScans::control(ClutterKind scan, int number)
 {
     return {.stop = runOf(scan).stop->token(),
             .progress = relayProgress(this, [this, scan, number](const ScanProgress &progress) {
@@ -135,7 +135,7 @@ ScanControl StorageScans::control(StorageScan scan, int number)
             })};
 }
 
-void StorageScans::finish(StorageScan scan, Items items)
+void StorageScans::finish(ClutterKind scan, Items items)
 {
     Findings &findings = runOf(scan).findings;
     findings.items = std::move(items);
@@ -145,7 +145,7 @@ void StorageScans::finish(StorageScan scan, Items items)
 }
 
 // Every wait may see this search ended or begun anew, or this object gone: then nothing more is done.
-QCoro::Task<> StorageScans::search(StorageScan scan, int number, ScanControl control, Search find)
+QCoro::Task<> StorageScans::search(ClutterKind scan, int number, ScanControl control, Search find)
 {
     const QPointer self(this);
     const auto searching = m_work.ask([machine = m_state.sharedMachine(), control, find] {
@@ -160,7 +160,7 @@ QCoro::Task<> StorageScans::quickClean(int number, ScanControl control)
 {
     const QPointer self(this);
     const auto isLeft = [self, number] {
-        return !self || self->runOf(StorageScan::quickClean).number != number;
+        return !self || self->runOf(ClutterKind::quickClean).number != number;
     };
     const auto machine = m_state.sharedMachine();
     const auto scanning = m_work.ask([machine, control] {
@@ -169,7 +169,7 @@ QCoro::Task<> StorageScans::quickClean(int number, ScanControl control)
     const auto known = co_await scanning;
     if (isLeft())
         co_return;
-    Findings &findings = runOf(StorageScan::quickClean).findings;
+    Findings &findings = runOf(ClutterKind::quickClean).findings;
     findings.items = itemsFrom(known, &RemovableItem::fromCache);
     m_suggestions.clear();
     Q_EMIT changed();
@@ -196,7 +196,7 @@ QCoro::Task<> StorageScans::quickClean(int number, ScanControl control)
         co_return;
     m_suggestions = std::move(suggestions);
     m_wasSent = wasSent;
-    finish(StorageScan::quickClean, Items(findings.items));
+    finish(ClutterKind::quickClean, Items(findings.items));
 }
 
 QCoro::Task<> StorageScans::listApplications(int number, ScanControl control)
@@ -205,15 +205,15 @@ QCoro::Task<> StorageScans::listApplications(int number, ScanControl control)
     const auto listing =
         m_work.ask([machine = m_state.sharedMachine(), control] { return applications(*machine, control); });
     Applications found = co_await listing;
-    if (!self || runOf(StorageScan::applications).number != number)
+    if (!self || runOf(ClutterKind::applications).number != number)
         co_return;
     m_running = std::move(found.running);
-    finish(StorageScan::applications, std::move(found.items));
+    finish(ClutterKind::applications, std::move(found.items));
 }
 
 void StorageScans::prepare(const QString &id)
 {
-    for (const RemovableItem &item : findings(StorageScan::applications).items) {
+    for (const RemovableItem &item : findings(ClutterKind::applications).items) {
         const auto *uninstall = std::get_if<AppUninstall>(&item.kind);
         if (item.id != id || uninstall == nullptr || !m_preparing.insert(id).second)
             continue;

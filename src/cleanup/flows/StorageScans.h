@@ -18,8 +18,8 @@
 
 namespace swabby {
 
-/// The searches of the storage panel. A quick clean also looks for other large caches and asks about them.
-enum class StorageScan { quickClean, duplicates, forgottenFiles, applications };
+/// What the storage panel searches for. A quick clean also looks for other large caches and asks about them.
+enum class ClutterKind { quickClean, duplicates, forgottenFiles, applications };
 
 /// Looks for what can be cleaned, each kind by itself and off the main thread. Nothing is removed by it. Main
 /// thread.
@@ -40,10 +40,10 @@ public:
     ~StorageScans() override;
 
     /// Begins a search; one that still runs is ended and forgotten.
-    void begin(StorageScan scan);
+    void begin(ClutterKind scan);
     /// Ends a search without a result.
-    void stop(StorageScan scan);
-    const Findings &findings(StorageScan scan) const { return runOf(scan).findings; }
+    void stop(ClutterKind scan);
+    const Findings &findings(ClutterKind scan) const { return runOf(scan).findings; }
     /// The other caches and what the assistant thinks of them; of the quick clean.
     const std::vector<SuggestedCache> &suggestions() const { return m_suggestions; }
     /// Whether names and sizes left this computer for those.
@@ -73,14 +73,14 @@ private:
     using Search = std::function<std::vector<RemovableItem>(
         const Machine &machine, const ScanControl &control, const ExcludeList &excludes)>;
 
-    Run &runOf(StorageScan scan) { return m_runs.at(static_cast<std::size_t>(scan)); }
-    const Run &runOf(StorageScan scan) const { return m_runs.at(static_cast<std::size_t>(scan)); }
-    ScanControl control(StorageScan scan, int number);
-    QCoro::Task<> search(StorageScan scan, int number, ScanControl control, Search find);
+    Run &runOf(ClutterKind scan) { return m_runs.at(static_cast<std::size_t>(scan)); }
+    const Run &runOf(ClutterKind scan) const { return m_runs.at(static_cast<std::size_t>(scan)); }
+    ScanControl control(ClutterKind scan, int number);
+    QCoro::Task<> search(ClutterKind scan, int number, ScanControl control, Search find);
     QCoro::Task<> quickClean(int number, ScanControl control);
     QCoro::Task<> listApplications(int number, ScanControl control);
     QCoro::Task<> findLeftovers(InstalledApp app, QString id);
-    void finish(StorageScan scan, std::vector<RemovableItem> items);
+    void finish(ClutterKind scan, std::vector<RemovableItem> items);
 
     AppState &m_state;
     CloudAI &m_ai;

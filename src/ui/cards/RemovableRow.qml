@@ -56,9 +56,16 @@ Item {
             onActivated: row.toggled()
         }
 
+        LetterTile {
+            anchors.verticalCenter: parent.verticalCenter
+            letter: row.entry.letter
+            tileColor: row.entry.tileColor
+            visible: row.entry.letter !== ""
+        }
+
         Column {
             anchors.left: parent.left
-            anchors.leftMargin: row.hasBox ? 28 : 0
+            anchors.leftMargin: row.hasBox ? 28 : row.entry.letter !== "" ? 34 : 0
             anchors.right: figures.left
             anchors.rightMargin: 12
             anchors.verticalCenter: parent.verticalCenter
@@ -134,26 +141,22 @@ Item {
         }
     }
 
-    Loader {
+    Column {
         id: details
 
         x: row.hasBox ? 28 : 12
         y: head.height
         width: row.width - x
-        height: active && item !== null ? (item as Item).implicitHeight : 0
-        active: row.isExpanded
 
-        sourceComponent: Column {
-            Repeater {
-                model: row.entry.details
+        Repeater {
+            model: row.isExpanded ? row.entry.details : []
 
-                RemovalDetailRow {
-                    required property removalDetail modelData
+            RemovalDetailRow {
+                required property removalDetail modelData
 
-                    width: details.width
-                    entry: modelData
-                    onShown: row.shown(modelData.path)
-                }
+                width: details.width
+                entry: modelData
+                onShown: row.shown(modelData.path)
             }
         }
     }

@@ -1,6 +1,7 @@
 #include "ui/presentation/CleanupText.h"
 
 #include "cleanup/RemovalRun.h"
+#include "cleanup/SaturatedBytes.h"
 #include "engine/ByteCount.h"
 #include "ui/presentation/PlainWords.h"
 
@@ -16,7 +17,9 @@ RemovableRowText removableRowText(const RemovableItem &item, bool isSelected, co
     row.subtitle = oneLine(item.subtitle);
     row.size = fileByteCount(item.sizeBytes);
     row.isSelected = isSelected;
-    row.details = removalDetails(item, home);
+    for (const RemovalDetail &detail : removalDetails(item, home))
+        if (!detail.place.isEmpty())
+            row.details.append(detail);
     return row;
 }
 
@@ -72,6 +75,28 @@ QString putBackText(std::int64_t restored, std::int64_t left)
         return itemCountText(left) + QStringLiteral(" could not be put back and stayed in the Trash.");
     return itemCountText(restored) + (restored == 1 ? QStringLiteral(" is") : QStringLiteral(" are")) +
            QStringLiteral(" back in place.");
+}
+
+std::int64_t clearableBytes(const std::vector<RemovableItem> &items)
+{
+    std::vector<const CacheEntry *> caches;
+    for (const RemovableItem &item : items)
+        if (const auto *entry = std::get_if<CacheEntry>(&item.kind))
+            caches.push_back(entry);
+    const auto isInAnother = [&](const CacheEntry &entry) {
+        return std::any_of(caches.begin(), caches.end(), [&](const CacheEntry *other) {
+            const auto [end, rest] =
+                std::mismatch(other->path.begin(), other->path.end(), entry.path.begin(), entry.path.end());
+            return end == other->path.end() && rest != entry.path.end();
+        });
+    };
+    std::int64_t total = 0;
+    for (const RemovableItem &item : items) {
+        const auto *entry = std::get_if<CacheEntry>(&item.kind);
+        if (entry == nullptr || !isInAnother(*entry))
+            total = saturatedSum(total, item.sizeBytes);
+    }
+    return total;
 }
 
 QString clearableText(std::int64_t bytes)

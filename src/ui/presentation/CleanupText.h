@@ -20,6 +20,8 @@ struct RemovableRowText {
     Q_PROPERTY(QString size MEMBER size)
     Q_PROPERTY(bool isSelected MEMBER isSelected)
     Q_PROPERTY(bool isBusy MEMBER isBusy)
+    Q_PROPERTY(QString letter MEMBER letter)
+    Q_PROPERTY(int tileColor MEMBER tileColor)
     Q_PROPERTY(QString badgeSymbol MEMBER badgeSymbol)
     Q_PROPERTY(QString badgeHint MEMBER badgeHint)
     Q_PROPERTY(bool badgeWarns MEMBER badgeWarns)
@@ -32,10 +34,12 @@ public:
     QString size;
     bool isSelected = false;
     bool isBusy = false;
+    QString letter; ///< of a program's tile; empty for anything else
+    int tileColor = 0;
     QString badgeSymbol; ///< empty: no badge
     QString badgeHint;   ///< the badge in words
     bool badgeWarns = false;
-    QList<RemovalDetail> details;
+    QList<RemovalDetail> details; ///< where it is; empty when that is nowhere in particular
 
     bool operator==(const RemovableRowText &) const = default;
 };
@@ -79,6 +83,8 @@ QString itemCountText(std::int64_t count);
 QString queueText(const std::vector<RemovableItem> &queue);
 /// How a put-back went.
 QString putBackText(std::int64_t restored, std::int64_t left);
+/// What all of these free together. A suggested folder may hold known caches, which count once.
+std::int64_t clearableBytes(const std::vector<RemovableItem> &items);
 /// "14.2 GB of what is used can be cleared"; empty when nothing was found.
 QString clearableText(std::int64_t bytes);
 

@@ -131,7 +131,11 @@ QList<CheckStep> CheckView::steps() const
 
 QString CheckView::lookingAt() const
 {
-    return isScanning() ? lookingAtText(m_check->lookingAt()) : QString();
+    if (!isScanning())
+        return {};
+    // What is left then is to ask about unknown caches and to sum up.
+    const bool isThrough = m_check->completedSteps().size() == FullCheck::steps().size();
+    return isThrough ? QStringLiteral("Summing up…") : lookingAtText(m_check->lookingAt());
 }
 
 QString CheckView::headline() const

@@ -22,9 +22,7 @@ DeveloperView::DeveloperView(const UserInterfaceContext &context, MainWindowCoor
 void DeveloperView::show()
 {
     m_runtimes.show(m_scan->clutter().oldRuntimes, [this](const RemovableItem &item) {
-        RemovableRowText row = removableRowText(item, false, m_context.state->machine().places.home);
-        row.details.clear(); // it would only say its name again
-        return row;
+        return removableRowText(item, false, m_context.state->machine().places.home);
     });
     Q_EMIT changed();
 }

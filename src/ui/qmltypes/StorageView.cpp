@@ -1,12 +1,13 @@
 #include "ui/qmltypes/StorageView.h"
 
-#include "cleanup/RemovalRun.h"
 #include "engine/ByteCount.h"
 #include "ui/presentation/Gauges.h"
 #include "ui/presentation/PlainWords.h"
+#include "ui/presentation/ProcessText.h"
 #include "ui/qmltypes/MainWindowCoordinator.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace swabby {
 
@@ -36,22 +37,22 @@ void StorageView::enter()
 {
     if (!m_scans)
         return;
-    const StorageScans::Findings &findings = m_scans->findings(StorageScan::quickClean);
+    const StorageScans::Findings &findings = m_scans->findings(ClutterKind::quickClean);
     if (!findings.isDone && !findings.isScanning)
-        m_scans->begin(StorageScan::quickClean);
+        m_scans->begin(ClutterKind::quickClean);
 }
 
-std::optional<StorageScan> StorageView::scanOf(const RemovableList *list) const
+std::optional<ClutterKind> StorageView::scanOf(const RemovableList *list) const
 {
     if (!m_scans)
         return std::nullopt;
     if (list == &m_quickClean)
-        return StorageScan::quickClean;
+        return ClutterKind::quickClean;
     if (list == &m_duplicates)
-        return StorageScan::duplicates;
+        return ClutterKind::duplicates;
     if (list == &m_forgottenFiles)
-        return StorageScan::forgottenFiles;
-    return list == &m_applications ? std::optional(StorageScan::applications) : std::nullopt;
+        return ClutterKind::forgottenFiles;
+    return list == &m_applications ? std::optional(ClutterKind::applications) : std::nullopt;
 }
 
 void StorageView::scan(RemovableList *list)
@@ -78,7 +79,7 @@ void StorageView::setSelected(const QString &id, bool isSelected)
 
 void StorageView::cleanUp()
 {
-    ask(queue());
+    ask(m_queue);
 }
 
 void StorageView::uninstall(const QString &id)
@@ -107,11 +108,11 @@ RemovableRowText StorageView::rowOf(const RemovableItem &item) const
     return removableRowText(item, m_selected.count(item.id) != 0, m_context.state->machine().places.home);
 }
 
-ScanText StorageView::textOf(StorageScan scan, const QString &firstAction, const QString &empty) const
+ScanText StorageView::textOf(ClutterKind scan, const QString &firstAction, const QString &empty) const
 {
     const StorageScans::Findings &findings = m_scans->findings(scan);
     ScanText text = scanText(findings.isScanning, findings.isDone, findings.progress, firstAction);
-    const bool hasSuggestions = scan == StorageScan::quickClean && !m_scans->suggestions().empty();
+    const bool hasSuggestions = scan == ClutterKind::quickClean && !m_scans->suggestions().empty();
     if (findings.isDone && !findings.isScanning && findings.items.empty() && !hasSuggestions)
         text.empty = empty;
     return text;
@@ -121,19 +122,20 @@ void StorageView::show()
 {
     const auto row = [this](const RemovableItem &item) { return rowOf(item); };
     showQuickClean();
-    m_duplicates.show(m_scans->findings(StorageScan::duplicates).items, row);
-    m_duplicates.setText(textOf(StorageScan::duplicates, QStringLiteral("Scan for duplicates"),
+    m_duplicates.show(m_scans->findings(ClutterKind::duplicates).items, row);
+    m_duplicates.setText(textOf(ClutterKind::duplicates, QStringLiteral("Scan for duplicates"),
                                 QStringLiteral("No duplicates found.")));
-    m_forgottenFiles.show(m_scans->findings(StorageScan::forgottenFiles).items, row);
-    m_forgottenFiles.setText(textOf(StorageScan::forgottenFiles, QStringLiteral("Scan"),
+    m_forgottenFiles.show(m_scans->findings(ClutterKind::forgottenFiles).items, row);
+    m_forgottenFiles.setText(textOf(ClutterKind::forgottenFiles, QStringLiteral("Scan"),
                                     QStringLiteral("No large old files found.")));
     showApplications();
+    fillQueue();
     Q_EMIT changed();
 }
 
 void StorageView::showQuickClean()
 {
-    std::vector<RemovableItem> items = m_scans->findings(StorageScan::quickClean).items;
+    std::vector<RemovableItem> items = m_scans->findings(ClutterKind::quickClean).items;
     const std::size_t known = items.size();
     const std::vector<SuggestedCache> &suggestions = m_scans->suggestions();
     for (const SuggestedCache &suggestion : suggestions)
@@ -146,49 +148,40 @@ void StorageView::showQuickClean()
         ++place;
         return row;
     });
-    m_quickClean.setText(textOf(StorageScan::quickClean, QStringLiteral("Scan"),
+    m_quickClean.setText(textOf(ClutterKind::quickClean, QStringLiteral("Scan"),
                                 QStringLiteral("No cache worth clearing was found.")));
 }
 
 void StorageView::showApplications()
 {
-    m_applications.show(m_scans->findings(StorageScan::applications).items, [this](
+    m_applications.show(m_scans->findings(ClutterKind::applications).items, [this](
                                                                                 const RemovableItem &item) {
         RemovableRowText row = rowOf(item);
         // What goes with it is known once it has been looked for.
         row.subtitle = m_scans->isRunning(item.id) ? QStringLiteral("Running — quit it first") : QString();
         row.details.clear();
+        row.letter = tileLetter(item.title);
+        row.tileColor = tileColorIndex(item.title);
         row.isBusy = m_scans->isPrepared(item.id);
         return row;
     });
-    m_applications.setText(textOf(StorageScan::applications, QStringLiteral("Show installed apps"),
+    m_applications.setText(textOf(ClutterKind::applications, QStringLiteral("Show installed apps"),
                                   QStringLiteral("No applications that could be removed.")));
 }
 
-std::vector<RemovableItem> StorageView::offers() const
+void StorageView::fillQueue()
 {
-    std::vector<RemovableItem> items;
-    if (!m_scans)
-        return items;
-    const auto add = [&](StorageScan scan) {
-        const std::vector<RemovableItem> &found = m_scans->findings(scan).items;
-        items.insert(items.end(), found.begin(), found.end());
-    };
-    add(StorageScan::quickClean);
+    std::vector<RemovableItem> offers = m_scans->findings(ClutterKind::quickClean).items;
     for (const SuggestedCache &suggestion : m_scans->suggestions())
-        items.push_back(RemovableItem::fromCache(suggestion.entry));
-    add(StorageScan::duplicates);
-    add(StorageScan::forgottenFiles);
-    return items;
-}
-
-std::vector<RemovableItem> StorageView::queue() const
-{
-    std::vector<RemovableItem> items = offers();
-    items.erase(std::remove_if(items.begin(), items.end(),
-                               [&](const RemovableItem &item) { return m_selected.count(item.id) == 0; }),
-                items.end());
-    return items;
+        offers.push_back(RemovableItem::fromCache(suggestion.entry));
+    for (const ClutterKind scan : {ClutterKind::duplicates, ClutterKind::forgottenFiles}) {
+        const std::vector<RemovableItem> &found = m_scans->findings(scan).items;
+        offers.insert(offers.end(), found.begin(), found.end());
+    }
+    m_clearableBytes = clearableBytes(offers);
+    m_queue.clear();
+    std::copy_if(offers.begin(), offers.end(), std::back_inserter(m_queue),
+                 [&](const RemovableItem &item) { return m_selected.count(item.id) != 0; });
 }
 
 QString StorageView::freeText() const
@@ -215,18 +208,18 @@ double StorageView::clearableFraction() const
     if (m_context.state == nullptr || m_context.state->stats().diskTotalBytes <= 0)
         return 0;
     const SystemStats &stats = m_context.state->stats();
-    return std::clamp(static_cast<double>(totalBytes(offers())) / static_cast<double>(stats.diskTotalBytes),
-                      0.0, usedStorageFraction(stats));
+    return std::clamp(static_cast<double>(m_clearableBytes) / static_cast<double>(stats.diskTotalBytes), 0.0,
+                      usedStorageFraction(stats));
 }
 
 QString StorageView::clearableText() const
 {
-    return swabby::clearableText(totalBytes(offers()));
+    return swabby::clearableText(m_clearableBytes);
 }
 
 QString StorageView::queueText() const
 {
-    return swabby::queueText(queue());
+    return swabby::queueText(m_queue);
 }
 
 QString StorageView::sentNote() const

@@ -56,7 +56,7 @@ public:
     double clearableFraction() const;
     QString clearableText() const;
     QString queueText() const;
-    bool canCleanUp() const { return !queue().empty(); }
+    bool canCleanUp() const { return !m_queue.empty(); }
     /// What left this computer for the suggestions; empty when nothing did.
     QString sentNote() const;
     RemovableList *quickClean() { return &m_quickClean; }
@@ -73,11 +73,10 @@ private:
     void showQuickClean();
     void showApplications();
     RemovableRowText rowOf(const RemovableItem &item) const;
-    std::optional<StorageScan> scanOf(const RemovableList *list) const;
-    ScanText textOf(StorageScan scan, const QString &firstAction, const QString &empty) const;
-    /// Everything that can be put into the queue.
-    std::vector<RemovableItem> offers() const;
-    std::vector<RemovableItem> queue() const;
+    std::optional<ClutterKind> scanOf(const RemovableList *list) const;
+    ScanText textOf(ClutterKind scan, const QString &firstAction, const QString &empty) const;
+    /// Takes every ticked item into the queue, and adds up what could be.
+    void fillQueue();
     void ask(const std::vector<RemovableItem> &items);
 
     UserInterfaceContext m_context;
@@ -88,6 +87,8 @@ private:
     RemovableList m_forgottenFiles;
     RemovableList m_applications;
     std::set<QString> m_selected;
+    std::vector<RemovableItem> m_queue;
+    std::int64_t m_clearableBytes = 0;
     std::unique_ptr<StorageScans> m_scans;
 };
 
