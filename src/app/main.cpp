@@ -3,6 +3,7 @@
 #include "app/CommandLine.h"
 #include "app/Display.h"
 #include "app/ScreenshotRun.h"
+#include "app/SingleInstance.h"
 #include "app/StatusItemController.h"
 #include "app/TitleImage.h"
 #include "app/machine/MachineChoice.h"
@@ -40,7 +41,7 @@ void lookTwice(AppState &state)
     });
 }
 
-int runApplication(AppState &state, const CommandLine &commandLine)
+int runApplication(AppState &state, const CommandLine &commandLine, SingleInstance &instance)
 {
     lookTwice(state);
     ApplicationFlows flows(state);
@@ -50,6 +51,12 @@ int runApplication(AppState &state, const CommandLine &commandLine)
     delegate.applicationDidFinishLaunching();
     QObject::connect(&flows.notifications, &NotificationFlow::opened, &delegate,
                      &AppDelegate::openMainWindowAt);
+    QObject::connect(&instance, &SingleInstance::asked, &delegate, [&delegate](const StartRequest &request) {
+        if (request.section)
+            delegate.openMainWindowAt(*request.section);
+        else if (request.wantsWindow)
+            delegate.openMainWindow();
+    });
     if (!commandLine.isBackground || !StatusItemController::hasPlace())
         delegate.openMainWindow();
     return QApplication::exec();
@@ -91,7 +98,19 @@ int main(int argc, char *argv[])
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(applicationIcon());
 
-    const bool isForPictures = commandLine->screenshotsFolder.has_value();
-    AppState state(machine, isForPictures ? Record::nothing : Record::everything);
-    return isForPictures ? runScreenshots(state, *commandLine) : runApplication(state, *commandLine);
+    if (commandLine->screenshotsFolder) {
+        AppState state(machine, Record::nothing);
+        return runScreenshots(state, *commandLine);
+    }
+    SingleInstance instance(instancePath(commandLine->machineFolder));
+    switch (instance.claim({!commandLine->isBackground, commandLine->section})) {
+    case SingleInstance::Standing::handedOver:
+        return 0;
+    case SingleInstance::Standing::unanswered:
+        return complain(QStringLiteral("Swabby already runs for this machine, but does not answer"), 1);
+    case SingleInstance::Standing::first:
+        break;
+    }
+    AppState state(machine, Record::everything);
+    return runApplication(state, *commandLine, instance);
 }
