@@ -92,6 +92,13 @@ Item {
                     visible: row.entry.badgeSymbol !== ""
                     Accessible.role: Accessible.Graphic
                     Accessible.name: row.entry.badgeHint
+
+                    MouseArea {
+                        anchors.fill: parent
+                        hoverEnabled: true
+                        onClicked: row.toggled()
+                        onContainsMouseChanged: containsMouse ? Hints.show(badge, row.entry.badgeHint) : Hints.hide(badge)
+                    }
                 }
             }
 

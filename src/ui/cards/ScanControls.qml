@@ -25,6 +25,7 @@ Row {
             font: Theme.smallFont
             color: Theme.secondary
             elide: Text.ElideMiddle
+            horizontalAlignment: controls.scan.fraction > 0 ? Text.AlignLeft : Text.AlignRight
         }
 
         Bar {

@@ -17,6 +17,7 @@ ScrollPage {
     Item {
         width: parent.width
         height: 32
+        visible: page.developer.isDone || page.developer.text.isScanning
 
         PlainLabel {
             anchors.left: parent.left
@@ -33,7 +34,6 @@ ScrollPage {
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
             scan: page.developer.text
-            visible: page.developer.isDone || page.developer.text.isScanning
             onBegun: page.developer.scan()
             onStopped: page.developer.stop()
         }
