@@ -4,6 +4,7 @@
 #include "support/TemporaryMachine.h"
 #include "ui/WindowLibrary.h"
 #include "ui/qmltypes/MainWindowView.h"
+#include "ui/qmltypes/PopoverView.h"
 #include "ui/qmltypes/Theme.h"
 
 #include <QtQuick/QQuickItem>
@@ -22,6 +23,18 @@ QQuickItem *itemNamed(QQuickItem *from, const QString &name)
         return from;
     for (QQuickItem *child : from->childItems())
         if (QQuickItem *found = itemNamed(child, name))
+            return found;
+    return nullptr;
+}
+
+QQuickItem *itemBeginning(QQuickItem *from, const QString &start)
+{
+    if (!from->isVisible())
+        return nullptr;
+    if (from->property("name").toString().startsWith(start))
+        return from;
+    for (QQuickItem *child : from->childItems())
+        if (QQuickItem *found = itemBeginning(child, start))
             return found;
     return nullptr;
 }
@@ -116,6 +129,62 @@ private Q_SLOTS:
         QCOMPARE(m_state->loginItems().size(), 1);
     }
 
+    void aCheckFindsRemovesAndPutsBack()
+    {
+        m_folder->addTool(u"/usr/bin/du"_qs, "echo 2000 x");
+        for (const char *name : {"a.bin", "b.bin"})
+            m_folder->writeFile(u"home/Downloads/"_qs + QLatin1String(name), QByteArray(9'000, 'x'));
+        m_folder->writeFile(u"home/Library/Caches/pip/x"_qs, "x");
+        open();
+        m_open->view->openCheck();
+        CheckView &check = *m_open->view->check();
+        QVERIFY(waitUntil([&] { return !check.isScanning() && check.canRemove(); }));
+        QCOMPARE(check.removeLabel(), u"Remove Everything"_qs);
+        press(u"Coding tool cache (pip)"_qs); // its box
+        QCOMPARE(check.removeLabel(), u"Remove 1 Items"_qs);
+        press(u"Remove 1 Items"_qs);
+        QCOMPARE(confirmation().text().title, u"Remove a.bin ×2?"_qs);
+        QCOMPARE(confirmation().text().details.size(), 2);
+        QCOMPARE(confirmation().text().details.first().fate, u"stays"_qs);
+        QTest::keyClick(m_open->window.get(), Qt::Key_Return); // on Cancel's side
+        QVERIFY(!confirmation().isOpen());
+        QVERIFY(m_folder->events(u"trash"_qs).isEmpty());
+        press(u"Remove 1 Items"_qs);
+        press(u"Remove"_qs);
+        QVERIFY(waitUntil([&] { return m_state->lastCleanupSuccess().has_value(); }));
+        QCOMPARE(m_folder->events(u"trash"_qs).size(), 1);
+        QVERIFY(m_folder->events(u"delete"_qs).isEmpty());
+        press(u"Put back"_qs);
+        QVERIFY(waitUntil([&] { return m_folder->events(u"putBack"_qs).size() == 1; }));
+        QVERIFY(QFile::exists(m_folder->home() + u"/Downloads/a.bin"_qs));
+        QVERIFY(QFile::exists(m_folder->home() + u"/Downloads/b.bin"_qs));
+    }
+
+    void aChipOfThePanelLeadsToItsSection()
+    {
+        open();
+        bool hasOpened = false;
+        UserInterfaceContext context = this->context();
+        context.openMainWindow = [&] { hasOpened = true; };
+        m_open.reset();
+        const auto panel = openPopover(context);
+        QVERIFY(panel != nullptr);
+        panel->engine->theme->setStill(true);
+        panel->window->show();
+        QQuickItem *chip = nullptr;
+        QVERIFY(waitUntil([&] {
+            chip = itemBeginning(panel->window->contentItem(), u"Storage, "_qs);
+            return chip != nullptr;
+        }));
+        chip->forceActiveFocus();
+        QMetaObject::invokeMethod(chip, "trigger");
+        QVERIFY(hasOpened);
+        QCOMPARE(m_state->requestedMainSection(), MainSection::storage);
+        open();
+        QCOMPARE(m_open->view->selection(), MainSection::storage);
+        QVERIFY(!m_state->requestedMainSection().has_value());
+    }
+
     void theWelcomeIsShownUntilItIsFinished()
     {
         Settings settings(*m_state->machine().settings);
@@ -144,17 +213,22 @@ private:
                 QVERIFY(waitUntil([&] { return m_state->refreshesApplied() == refreshes; }));
             }
         }
-        m_open = openMainWindow({.state = m_state.get(),
-                                 .ai = &m_flows->ai,
-                                 .cleanup = &m_flows->cleanup,
-                                 .quitting = &m_flows->quitting,
-                                 .startup = &m_flows->startup,
-                                 .theme = ThemeChoice::light});
+        m_open = openMainWindow(context());
         QVERIFY(m_open != nullptr);
         m_open->engine->theme->setStill(true);
         m_open->window->show();
         m_open->window->requestActivate();
         QVERIFY(QTest::qWaitForWindowActive(m_open->window.get()));
+    }
+
+    UserInterfaceContext context() const
+    {
+        return {.state = m_state.get(),
+                .ai = &m_flows->ai,
+                .cleanup = &m_flows->cleanup,
+                .quitting = &m_flows->quitting,
+                .startup = &m_flows->startup,
+                .theme = ThemeChoice::light};
     }
 
     /// Presses the control as somebody with a keyboard does.

@@ -108,8 +108,9 @@ private Q_SLOTS:
             for (const char *data : {drawing.stroke, drawing.fill})
                 bounds |= svgPath(QLatin1String(data)).boundingRect();
             QVERIFY2(QRectF(1, 1, 22.4, 22).contains(bounds), qPrintable(name));
-            // Dots and an arrow are flat by nature.
-            const bool isFlat = name == u"ellipsis"_qs || name.startsWith(u"chevron"_qs);
+            // A dash, dots and an arrow are flat by nature.
+            const bool isFlat =
+                name == u"minus"_qs || name == u"ellipsis"_qs || name.startsWith(u"chevron"_qs);
             QVERIFY2(bounds.width() >= 12 && (isFlat || bounds.height() >= 8), qPrintable(name));
         }
     }
