@@ -131,7 +131,7 @@ private Q_SLOTS:
 
     void aCheckFindsRemovesAndPutsBack()
     {
-        m_folder->addTool(u"/usr/bin/du"_qs, "echo 2000 x");
+        m_folder->addTool(u"/usr/bin/du"_qs, "[ -e \"$2\" ] && echo 2000 x");
         for (const char *name : {"a.bin", "b.bin"})
             m_folder->writeFile(u"home/Downloads/"_qs + QLatin1String(name), QByteArray(9'000, 'x'));
         m_folder->writeFile(u"home/Library/Caches/pip/x"_qs, "x");

@@ -10,6 +10,7 @@ Card {
     required property RowModel rows
     property string heading
     property bool isOff: false
+    readonly property var busyIds: view.startup.busyIds
 
     spacing: 4
     visible: rows.count > 0
@@ -93,7 +94,7 @@ Card {
                         implicitHeight: 24
                         text: card.isOff ? "Turn on again" : "Disable"
                         name: text + ": " + row.entry.label
-                        isBusy: card.view.startup.busyIds.indexOf(row.entry.id) >= 0
+                        isBusy: card.busyIds.includes(row.entry.id)
                         visible: card.isOff || row.entry.canDisable
                         onActivated: card.isOff ? card.view.startup.enable(row.entry.id) : card.view.startup.disable(row.entry.id)
                     }
