@@ -54,7 +54,6 @@ FocusScope {
         verticalAlignment: TextInput.AlignVCenter
         Accessible.role: Accessible.EditableText
         Accessible.name: field.name
-        Accessible.passwordEdit: echoMode !== TextInput.Normal
         onAccepted: field.accepted()
     }
 
