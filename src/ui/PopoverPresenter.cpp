@@ -20,9 +20,22 @@ PopoverPresenter::PopoverPresenter(const UserInterfaceContext &context,
     m_keeping.setSingleShot(true);
     m_keeping.setInterval(1min);
     connect(&m_keeping, &QTimer::timeout, this, [this] {
-        m_open.reset();
+        drop();
         Q_EMIT dropped();
     });
+}
+
+PopoverPresenter::~PopoverPresenter()
+{
+    drop();
+}
+
+// A window that goes says so in ways that nobody should follow any more.
+void PopoverPresenter::drop()
+{
+    if (m_open != nullptr)
+        window()->disconnect(this);
+    m_open.reset();
 }
 
 bool PopoverPresenter::make()

@@ -17,6 +17,7 @@ public:
     /// makeEngine gives the engine of the windows that are open, or a new one.
     PopoverPresenter(const UserInterfaceContext &context,
                      std::function<std::shared_ptr<WindowEngine>()> makeEngine);
+    ~PopoverPresenter() override;
 
     /// Shows the panel beside that rectangle of the screen (at the pointer when it is empty), or closes it.
     void toggle(const QRect &statusItem);
@@ -29,6 +30,7 @@ Q_SIGNALS:
 
 private:
     bool make();
+    void drop();
     void place();
     void followActivity();
     void followVisibility(bool isVisible);

@@ -61,17 +61,24 @@ Window {
         width: parent.width
     }
 
-    Paragraph {
+    Item {
         id: notice
 
         x: 20
         width: parent.width - 40
-        height: text === "" ? 0 : implicitHeight + 12
+        height: window.view.notice === "" ? 0 : words.implicitHeight + 12
         anchors.bottom: parent.bottom
-        horizontalAlignment: Text.AlignHCenter
-        text: window.view.notice
-        font: Theme.smallFont
-        color: Theme.inks[Tints.orange]
+        visible: height > 0
+
+        Paragraph {
+            id: words
+
+            width: parent.width
+            horizontalAlignment: Text.AlignHCenter
+            text: window.view.notice
+            font: Theme.smallFont
+            color: Theme.inks[Tints.orange]
+        }
     }
 
     HintBubble {

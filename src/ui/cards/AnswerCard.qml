@@ -6,6 +6,8 @@ Card {
     id: card
 
     required property AskView view
+    // What is inside an invisible item is not visible itself, so the item cannot ask it.
+    readonly property bool hasOffer: view.quitLabel !== ""
 
     spacing: 12
 
@@ -23,14 +25,14 @@ Card {
 
     Item {
         width: parent.width
-        height: Math.max(note.height, button.visible ? button.height : 0)
-        visible: note.text !== "" || button.visible
+        height: Math.max(note.height, card.hasOffer ? button.height : 0)
+        visible: card.view.note !== "" || card.hasOffer
 
         Paragraph {
             id: note
 
             anchors.left: parent.left
-            anchors.right: button.visible ? button.left : parent.right
+            anchors.right: card.hasOffer ? button.left : parent.right
             anchors.rightMargin: 12
             anchors.verticalCenter: parent.verticalCenter
             text: card.view.note
@@ -47,7 +49,7 @@ Card {
             implicitHeight: 26
             text: card.view.quitLabel
             isDestructive: true
-            visible: text !== ""
+            visible: card.hasOffer
             onActivated: card.view.quitApp()
         }
     }

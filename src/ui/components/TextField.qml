@@ -19,6 +19,9 @@ FocusScope {
 
     implicitWidth: 220
     implicitHeight: 32
+    // What is typed as a secret says nothing to anybody, not even its name, so the frame says it.
+    Accessible.role: Accessible.Grouping
+    Accessible.name: name
 
     Rectangle {
         anchors.fill: parent
@@ -54,7 +57,7 @@ FocusScope {
         verticalAlignment: TextInput.AlignVCenter
         Accessible.role: Accessible.EditableText
         Accessible.name: field.name
-        Accessible.passwordEdit: echoMode !== TextInput.Normal
+        Accessible.passwordEdit: field.echoMode === TextInput.Password
         onAccepted: field.accepted()
     }
 
