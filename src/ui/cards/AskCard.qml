@@ -69,8 +69,8 @@ Item {
             name: "Your question"
             placeholder: "Ask anything about this Mac"
             trailing: 28
-            text: card.view.question
-            onTextChanged: card.view.question = text
+            content: card.view.question
+            onContentChanged: card.view.question = content
             onAccepted: card.view.ask()
 
             SymbolButton {

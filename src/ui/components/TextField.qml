@@ -5,11 +5,13 @@ import Swabby.Ui
 FocusScope {
     id: field
 
-    property alias text: input.text
+    // Not called text: whoever reads the screen is told a property of that name, and this may be a secret.
+    property alias content: input.text
     property alias echoMode: input.echoMode
     property string name
     property string placeholder
     property real trailing: 0
+    readonly property bool isSecret: echoMode === TextInput.Password
 
     signal accepted
 
@@ -19,9 +21,12 @@ FocusScope {
 
     implicitWidth: 220
     implicitHeight: 32
-    // What is typed as a secret says nothing to anybody, not even its name, so the frame says it.
-    Accessible.role: Accessible.Grouping
+    // A secret's own field is kept from screen readers, so the frame stands for it.
+    Accessible.role: isSecret ? Accessible.EditableText : Accessible.Grouping
     Accessible.name: name
+    Accessible.focusable: isSecret
+    Accessible.focused: isSecret && input.activeFocus
+    Accessible.ignored: !isSecret
 
     Rectangle {
         anchors.fill: parent
@@ -57,7 +62,7 @@ FocusScope {
         verticalAlignment: TextInput.AlignVCenter
         Accessible.role: Accessible.EditableText
         Accessible.name: field.name
-        Accessible.passwordEdit: field.echoMode === TextInput.Password
+        Accessible.ignored: field.isSecret
         onAccepted: field.accepted()
     }
 

@@ -7,7 +7,7 @@ ScrollPage {
     required property SettingsView view
 
     function save(): void {
-        page.view.key.save(field.text);
+        page.view.key.save(field.content);
         field.clear();
     }
 
@@ -65,7 +65,7 @@ ScrollPage {
                 id: saveButton
 
                 text: "Save key"
-                isProminent: field.text !== ""
+                isProminent: field.content !== ""
                 isBusy: page.view.key.isBusy
                 onActivated: page.save()
             }

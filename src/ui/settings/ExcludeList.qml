@@ -9,7 +9,7 @@ Card {
     required property SettingsView view
 
     function add(): void {
-        if (card.view.addExcluded(field.text))
+        if (card.view.addExcluded(field.content))
             field.clear();
     }
 
