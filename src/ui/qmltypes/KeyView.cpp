@@ -1,6 +1,7 @@
 #include "ui/qmltypes/KeyView.h"
 
 #include "ai/KeychainStore.h"
+#include "ui/qmltypes/WhenDone.h"
 
 namespace swabby {
 namespace {
@@ -67,12 +68,13 @@ void KeyView::begin(std::function<Standing(SecretStore &)> task)
         return;
     m_isBusy = true;
     Q_EMIT changed();
-    m_work.ask([machine = m_machine, task = std::move(task)] { return task(*machine->secrets); })
-        .then(this, [this](Standing standing) {
-            m_standing = standing;
-            m_isBusy = false;
-            Q_EMIT changed();
-        });
+    const auto asking =
+        m_work.ask([machine = m_machine, task = std::move(task)] { return task(*machine->secrets); });
+    whenDone(this, asking, [this](Standing standing) {
+        m_standing = standing;
+        m_isBusy = false;
+        Q_EMIT changed();
+    });
 }
 
 } // namespace swabby

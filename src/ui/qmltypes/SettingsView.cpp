@@ -2,6 +2,7 @@
 
 #include "engine/state/AppState.h"
 #include "startup/LoginAtLogin.h"
+#include "ui/qmltypes/WhenDone.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QJsonArray>
@@ -37,11 +38,12 @@ SettingsView::SettingsView(const UserInterfaceContext &context, QObject *parent)
     connect(m_context.state, &AppState::changed, this, &SettingsView::changed);
     read();
     m_key.look();
-    m_errands.ask([machine = machineOf(m_context)] { return machine->login->isEnabled(); })
-        .then(this, [this](bool isEnabled) {
-            m_opensAtLogin = isEnabled;
-            Q_EMIT changed();
-        });
+    const auto asking =
+        m_errands.ask([machine = machineOf(m_context)] { return machine->login->isEnabled(); });
+    whenDone(this, asking, [this](bool isEnabled) {
+        m_opensAtLogin = isEnabled;
+        Q_EMIT changed();
+    });
 }
 
 void SettingsView::read()
@@ -72,19 +74,18 @@ void SettingsView::write(const QString &name, const QJsonValue &value)
     if (m_context.state == nullptr || key == nullptr)
         return;
     ++m_pendingWrites;
-    m_context.state->bookkeeping()
-        .ask([machine = machineOf(m_context), key, value] {
-            Settings settings(*machine->settings);
-            return value.isUndefined() ? settings.unset(*key) : settings.store(*key, value);
-        })
-        .then(this, [this, name](bool isWritten) {
-            --m_pendingWrites;
-            m_notice = isWritten ? QString() : QStringLiteral("That could not be kept. Is the disk full?");
-            if (isWritten && name == QLatin1String("showInDock") && m_context.dockChoiceChanged)
-                m_context.dockChoiceChanged();
-            reload();
-            Q_EMIT changed();
-        });
+    const auto writing = m_context.state->bookkeeping().ask([machine = machineOf(m_context), key, value] {
+        Settings settings(*machine->settings);
+        return value.isUndefined() ? settings.unset(*key) : settings.store(*key, value);
+    });
+    whenDone(this, writing, [this, name](bool isWritten) {
+        --m_pendingWrites;
+        m_notice = isWritten ? QString() : QStringLiteral("That could not be kept. Is the disk full?");
+        if (isWritten && name == QLatin1String("showInDock") && m_context.dockChoiceChanged)
+            m_context.dockChoiceChanged();
+        reload();
+        Q_EMIT changed();
+    });
 }
 
 void SettingsView::setSwitch(const QString &name, bool isOn)
@@ -132,17 +133,16 @@ void SettingsView::setOpensAtLogin(bool opens)
         return;
     m_opensAtLogin = opens;
     Q_EMIT changed();
-    m_errands
-        .ask([machine = machineOf(m_context), opens] {
-            LoginAtLogin::setEnabled(opens, *machine->login);
-            return machine->login->isEnabled();
-        })
-        .then(this, [this, opens](bool isEnabled) {
-            m_opensAtLogin = isEnabled;
-            m_notice = isEnabled == opens ? QString()
-                                          : QStringLiteral("That could not be changed on this computer.");
-            Q_EMIT changed();
-        });
+    const auto changing = m_errands.ask([machine = machineOf(m_context), opens] {
+        LoginAtLogin::setEnabled(opens, *machine->login);
+        return machine->login->isEnabled();
+    });
+    whenDone(this, changing, [this, opens](bool isEnabled) {
+        m_opensAtLogin = isEnabled;
+        m_notice =
+            isEnabled == opens ? QString() : QStringLiteral("That could not be changed on this computer.");
+        Q_EMIT changed();
+    });
 }
 
 void SettingsView::restoreThresholds()
