@@ -45,7 +45,7 @@ QString writeWhole(const QString &path, const std::string &text)
 
 } // namespace
 
-LinuxLoginService::LinuxLoginService(std::string folder, std::vector<std::string> systemFolders,
+LinuxLoginService::LinuxLoginService(const std::string &folder, std::vector<std::string> systemFolders,
                                      std::string program)
     : m_entry(textOf(folder) + entryName),
       m_folder(textOf(folder)),

@@ -13,7 +13,7 @@ namespace swabby {
 class LinuxLoginService final : public LoginService {
 public:
     /// The user's autostart folder, the system's, and the absolute path of the program to start.
-    LinuxLoginService(std::string folder, std::vector<std::string> systemFolders, std::string program);
+    LinuxLoginService(const std::string &folder, std::vector<std::string> systemFolders, std::string program);
 
     bool isEnabled() override;
     QString registerAtLogin() override;
