@@ -15,7 +15,7 @@ std::string secondsText(double seconds)
 
 } // namespace
 
-FolderShell::FolderShell(QString folder, const Clock &clock, const EventLog &events, StopToken stop)
+FolderShell::FolderShell(const QString &folder, const Clock &clock, const EventLog &events, StopToken stop)
     : m_folder(QFile::encodeName(folder).toStdString()),
       m_clock(clock),
       m_events(events),

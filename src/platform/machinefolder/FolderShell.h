@@ -12,7 +12,7 @@ namespace swabby {
 /// the folder in MACHINE_DIR and the machine's time in MACHINE_NOW.
 class FolderShell final : public Shell {
 public:
-    FolderShell(QString folder, const Clock &clock, const EventLog &events, StopToken stop);
+    FolderShell(const QString &folder, const Clock &clock, const EventLog &events, StopToken stop);
 
     std::optional<std::string> run(const std::string &executable, const std::vector<std::string> &arguments,
                                    ToolOutput output = ToolOutput::bothStreams,
