@@ -9,7 +9,7 @@
 
 namespace swabby {
 
-/// One Trash as the specification of freedesktop.org wants it, its folders held open. None of them is a
+/// One Trash as freedesktop.org describes it, its folders held open. None of them is a
 /// link, and all belong to this user.
 struct TrashFolder {
     std::filesystem::path path;      ///< for people and records

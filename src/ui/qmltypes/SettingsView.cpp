@@ -11,11 +11,7 @@
 namespace swabby {
 namespace {
 
-std::unique_ptr<BackgroundWork> errandsFor(const UserInterfaceContext &context)
-{
-    constexpr int errandsAtOnce = 2;
-    return context.errands == nullptr ? std::make_unique<BackgroundWork>(errandsAtOnce) : nullptr;
-}
+constexpr int errandsAtOnce = 2;
 
 std::shared_ptr<Machine> machineOf(const UserInterfaceContext &context)
 {
@@ -27,8 +23,8 @@ std::shared_ptr<Machine> machineOf(const UserInterfaceContext &context)
 SettingsView::SettingsView(const UserInterfaceContext &context, QObject *parent)
     : QObject(parent),
       m_context(context),
-      m_ownErrands(errandsFor(context)),
-      m_errands(m_ownErrands ? *m_ownErrands : *context.errands),
+      m_ownErrands(errandsAtOnce),
+      m_errands(context.errands != nullptr ? *context.errands : m_ownErrands),
       m_key(machineOf(context), m_errands)
 {
     QJSEngine::setObjectOwnership(&m_key, QJSEngine::CppOwnership);

@@ -70,7 +70,7 @@ private:
     void storeExcluded();
 
     UserInterfaceContext m_context;
-    std::unique_ptr<BackgroundWork> m_ownErrands; ///< where nobody else runs them
+    BackgroundWork m_ownErrands; ///< where nobody else runs them
     BackgroundWork &m_errands;
     KeyView m_key;
     RowModel m_thresholds;
