@@ -66,6 +66,7 @@ std::vector<std::string> placesOf(const RemovableItem &item, const fs::path &mac
     } else if (std::holds_alternative<DerivedData>(item.kind))
         paths = {machine / "home/Library/Developer/Xcode/DerivedData"};
     std::vector<std::string> places;
+    places.reserve(paths.size());
     for (const fs::path &path : paths)
         places.push_back(path.lexically_relative(machine).native());
     return places;

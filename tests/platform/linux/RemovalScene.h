@@ -39,9 +39,9 @@ struct Scene {
         case Way::moveToTrash:
             break;
         }
-        auto item = disposal->moveToTrash(target);
+        const auto item = disposal->moveToTrash(target);
         if (item)
-            trashed.push_back(*std::move(item));
+            trashed.push_back(*item);
         return item.has_value();
     }
 
