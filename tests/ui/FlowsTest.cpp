@@ -195,7 +195,7 @@ private Q_SLOTS:
         open();
         QVERIFY(m_open->view->property("showWelcome").toBool());
         m_open->view->finishWelcome();
-        QVERIFY(settings.hasCompletedOnboarding());
+        QVERIFY(waitUntil([&] { return settings.hasCompletedOnboarding(); }));
         m_open.reset();
         open();
         QVERIFY(!m_open->view->property("showWelcome").toBool());

@@ -141,7 +141,9 @@ void MainWindowView::finishWelcome()
 {
     m_showWelcome = false;
     if (m_context.state != nullptr)
-        Settings(*m_context.state->machine().settings).setHasCompletedOnboarding(true);
+        m_context.state->bookkeeping().queue([machine = m_context.state->sharedMachine()] {
+            Settings(*machine->settings).setHasCompletedOnboarding(true);
+        });
     Q_EMIT sheetChanged();
 }
 
