@@ -22,6 +22,18 @@ function(swabby_room name)
     set_property(GLOBAL APPEND PROPERTY SWABBY_LIBRARIES ${room_PRIVATE})
 endfunction()
 
+# swabby_late_library(TARGET NAME … SOURCES … LIBRARIES …): libswabby-NAME.so, which is loaded when it is
+# first needed, so that the libraries it uses take no memory before.
+function(swabby_late_library target)
+    cmake_parse_arguments(late "" "NAME" "SOURCES;LIBRARIES" ${ARGN})
+    add_library(${target} MODULE ${late_SOURCES})
+    target_link_libraries(${target} PRIVATE swabby_core swabby_warnings ${late_LIBRARIES})
+    set_target_properties(${target} PROPERTIES OUTPUT_NAME swabby-${late_NAME} CXX_VISIBILITY_PRESET hidden
+        INSTALL_RPATH "$ORIGIN")
+    install(TARGETS ${target} LIBRARY DESTINATION lib/swabby)
+    set_property(GLOBAL APPEND PROPERTY SWABBY_LATE_LIBRARIES ${target})
+endfunction()
+
 # swabby_test(NAME SOURCES … LIBRARIES …): one Qt Test program, run by ctest.
 function(swabby_test name)
     cmake_parse_arguments(test "" "" "SOURCES;LIBRARIES" ${ARGN})

@@ -1,6 +1,6 @@
 #include "ai/ModelAddresses.h"
 
-#include <QtNetwork/QHostAddress>
+#include "platform/posix/LoopbackAddress.h"
 
 namespace swabby {
 namespace {
@@ -20,7 +20,7 @@ bool isReservedForExamples(const QString &host)
 
 bool isThisComputer(const QString &host)
 {
-    return host == QLatin1String("localhost") || QHostAddress(host).isLoopback();
+    return host == QLatin1String("localhost") || isLoopbackAddress(qPrintable(host));
 }
 
 QUrl builtInProxy()

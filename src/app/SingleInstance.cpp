@@ -1,18 +1,21 @@
 #include "app/SingleInstance.h"
 
+#include "platform/posix/LocalSocket.h"
+
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QDeadlineTimer>
 #include <QtCore/QFileInfo>
 #include <QtCore/QStandardPaths>
 #include <QtCore/QThread>
-#include <QtNetwork/QLocalSocket>
+
+#include <string_view>
 
 namespace swabby {
 namespace {
 
-constexpr int patienceMilliseconds = 2'000;
-constexpr int longestRequest = 64;
-constexpr auto taken = "ok\n";
+constexpr std::chrono::milliseconds patience{2'000};
+constexpr std::size_t longestRequest = 64;
+constexpr std::string_view taken = "ok\n";
 
 QByteArray written(const StartRequest &request)
 {
@@ -36,19 +39,14 @@ SingleInstance::SingleInstance(const QString &path) : m_path(path), m_lock(path 
 {
     // A lock counts for as long as its holder lives, however long that is.
     m_lock.setStaleLockTime(0);
-    m_server.setSocketOptions(QLocalServer::UserAccessOption);
-    connect(&m_server, &QLocalServer::newConnection, this, &SingleInstance::answer);
 }
 
 SingleInstance::Standing SingleInstance::claim(const StartRequest &request)
 {
-    const QDeadlineTimer deadline(patienceMilliseconds);
+    const QDeadlineTimer deadline(patience);
     do {
         if (m_lock.tryLock(0)) {
-            // What a Swabby that was cut off has left behind.
-            QLocalServer::removeServer(m_path);
-            if (!m_server.listen(m_path))
-                qWarning("%s", qPrintable(m_server.errorString()));
+            listen();
             return Standing::first;
         }
         // Without a place for a lock there is no telling; better two than none.
@@ -64,36 +62,39 @@ SingleInstance::Standing SingleInstance::claim(const StartRequest &request)
 
 bool SingleInstance::handOver(const StartRequest &request) const
 {
-    QLocalSocket socket;
-    socket.connectToServer(m_path);
-    if (!socket.waitForConnected(patienceMilliseconds))
-        return false;
-    socket.write(written(request));
-    return socket.waitForBytesWritten(patienceMilliseconds) &&
-           socket.waitForReadyRead(patienceMilliseconds) && socket.readAll() == taken;
+    return askAt(m_path.toStdString(), written(request).toStdString(), taken.size(), patience) == taken;
 }
 
-void SingleInstance::answer()
+void SingleInstance::listen()
 {
-    while (QLocalSocket *socket = m_server.nextPendingConnection()) {
-        socket->setReadBufferSize(longestRequest);
-        connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
-        const auto readRequest = [this, socket] {
-            if (!socket->canReadLine()) {
-                if (socket->bytesAvailable() >= longestRequest)
-                    socket->abort();
-                return;
-            }
-            const auto request = read(socket->readLine(longestRequest));
-            if (request)
-                socket->write(taken);
-            socket->disconnectFromServer();
-            if (request)
-                Q_EMIT asked(*request);
-        };
-        connect(socket, &QLocalSocket::readyRead, this, readRequest);
-        readRequest();
+    m_listener = listenAt(m_path.toStdString());
+    if (!m_listener.isOpen()) {
+        qWarning("%s: %s", qPrintable(m_path), qPrintable(qt_error_string()));
+        return;
     }
+    m_isCalled = std::make_unique<QSocketNotifier>(m_listener.number(), QSocketNotifier::Read);
+    connect(m_isCalled.get(), &QSocketNotifier::activated, this, &SingleInstance::letIn);
+}
+
+void SingleInstance::letIn()
+{
+    const auto caller = std::make_shared<Descriptor>(acceptFrom(m_listener));
+    if (!caller->isOpen())
+        return;
+    auto *const speaks = new QSocketNotifier(caller->number(), QSocketNotifier::Read, this);
+    const auto heard = std::make_shared<std::string>();
+    connect(speaks, &QSocketNotifier::activated, this, [this, caller, heard, speaks] {
+        const std::string words = hearFrom(*caller, longestRequest - heard->size());
+        heard->append(words);
+        // Until the line ends there may be more, but not from one that has hung up or goes on for ever.
+        if (!words.empty() && words.back() != '\n' && heard->size() < longestRequest)
+            return;
+        speaks->setEnabled(false);
+        speaks->deleteLater();
+        const auto request = read(QByteArray::fromStdString(*heard));
+        if (request && sayTo(*caller, taken))
+            Q_EMIT asked(*request);
+    });
 }
 
 QString instancePath(const std::optional<QString> &machineFolder)

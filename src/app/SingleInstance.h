@@ -1,11 +1,13 @@
 #pragma once
 
 #include "health/MainSection.h"
+#include "platform/posix/Descriptor.h"
 
 #include <QtCore/QLockFile>
 #include <QtCore/QObject>
-#include <QtNetwork/QLocalServer>
+#include <QtCore/QSocketNotifier>
 
+#include <memory>
 #include <optional>
 
 namespace swabby {
@@ -37,12 +39,14 @@ Q_SIGNALS:
     void asked(const swabby::StartRequest &request);
 
 private:
-    void answer();
+    void listen();
+    void letIn();
     bool handOver(const StartRequest &request) const;
 
     QString m_path;
     QLockFile m_lock;
-    QLocalServer m_server;
+    Descriptor m_listener;
+    std::unique_ptr<QSocketNotifier> m_isCalled;
 };
 
 /// Where the Swabby for that machine folder listens, or for this computer where there is none: a file of the

@@ -1,6 +1,6 @@
 #include "cleanup/duplicates/Contents.h"
 
-#include <openssl/evp.h>
+#include <gcrypt.h>
 
 #include <algorithm>
 #include <array>
@@ -14,9 +14,22 @@ namespace {
 
 constexpr auto chunkSize = static_cast<std::int64_t>(ReadBuffer::largestChunk);
 
-struct FreeDigest {
-    void operator()(EVP_MD_CTX *digest) const { EVP_MD_CTX_free(digest); }
+struct CloseDigest {
+    void operator()(gcry_md_hd_t digest) const { gcry_md_close(digest); }
 };
+using Digest = std::unique_ptr<gcry_md_handle, CloseDigest>;
+
+/// Null when there is no memory for one.
+Digest beginSha256()
+{
+    // The library wants to be asked for its version before anything else; what is digested is no secret.
+    static const bool isReady =
+        gcry_check_version(nullptr) != nullptr && gcry_control(GCRYCTL_INITIALIZATION_FINISHED, 0) == 0;
+    gcry_md_hd_t digest = nullptr;
+    if (isReady)
+        gcry_md_open(&digest, GCRY_MD_SHA256, 0);
+    return Digest(digest);
+}
 
 /// Walks a file of that size in chunks until use(offset, size) returns false; whether it came to the end.
 template <typename Use>
@@ -44,20 +57,21 @@ std::optional<std::uint64_t> endsFingerprint(const RegularFile &file, ReadBuffer
 
 std::optional<std::string> sha256Of(const RegularFile &file, ReadBuffer &buffer, const OnRead &onRead)
 {
-    const std::unique_ptr<EVP_MD_CTX, FreeDigest> digest(EVP_MD_CTX_new());
-    if (!digest || EVP_DigestInit_ex(digest.get(), EVP_sha256(), nullptr) != 1)
+    const Digest digest = beginSha256();
+    if (!digest)
         return std::nullopt;
     file.expectWholeReading();
     char *const bytes = buffer.at(0);
     const bool isWhole = forEachChunk(file.identity().size, [&](std::int64_t offset, std::size_t size) {
-        return file.readAt(offset, bytes, size) && EVP_DigestUpdate(digest.get(), bytes, size) == 1 &&
-               onRead(static_cast<std::int64_t>(size));
+        if (!file.readAt(offset, bytes, size))
+            return false;
+        gcry_md_write(digest.get(), bytes, size);
+        return onRead(static_cast<std::int64_t>(size));
     });
-    std::array<unsigned char, EVP_MAX_MD_SIZE> result;
-    unsigned int length = 0;
-    if (!isWhole || EVP_DigestFinal_ex(digest.get(), result.data(), &length) != 1 || file.hasChanged())
+    if (!isWhole || file.hasChanged())
         return std::nullopt;
-    return std::string(result.begin(), result.begin() + length);
+    return std::string(reinterpret_cast<const char *>(gcry_md_read(digest.get(), GCRY_MD_SHA256)),
+                       gcry_md_get_algo_dlen(GCRY_MD_SHA256));
 }
 
 bool haveSameBytes(const RegularFile &left, const RegularFile &right, ReadBuffer &buffer,

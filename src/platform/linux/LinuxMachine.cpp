@@ -201,7 +201,7 @@ std::shared_ptr<Machine> makeThisComputer()
         LinuxWorkspace::Sources{sessionBus, startup.autostart.desktops, programs.searched,
                                 textOf(startup.autostart.user)},
         *machine->shell, stop);
-    machine->secrets = std::make_unique<LinuxSecretStore>(LinuxSecretStore::Patience(), stop);
+    machine->secrets = std::make_unique<LinuxSecretStore>(sessionBus, LinuxSecretStore::Patience(), stop);
     machine->startup = std::make_unique<LinuxStartupSource>(std::move(startup));
     return machine;
 }

@@ -167,15 +167,15 @@ private Q_SLOTS:
             QVERIFY(millisecondsFor([&] { QCOMPARE(store(200ms).read(account), std::nullopt); }) < 3'000);
         StopSource stop;
         stop.requestStop();
-        QCOMPARE(LinuxSecretStore({1h, 1h}, stop.token()).read(account), std::nullopt);
+        QCOMPARE(LinuxSecretStore(m_bus.address, {1h, 1h}, stop.token()).read(account), std::nullopt);
         silent.signal(SIGCONT);
         QTRY_COMPARE_WITH_TIMEOUT(store().read(account), u"sk-kept"_qs, 20'000);
     }
 
 private:
-    static LinuxSecretStore store(std::chrono::milliseconds patience = 10s)
+    LinuxSecretStore store(std::chrono::milliseconds patience = 10s) const
     {
-        return LinuxSecretStore({patience, patience}, StopToken());
+        return LinuxSecretStore(m_bus.address, {patience, patience}, StopToken());
     }
 
     StandIn m_home;

@@ -1,0 +1,17 @@
+#pragma once
+
+namespace swabby {
+
+/// The symbol of that name in a library beside this one, which is loaded for it when it is first asked for
+/// and stays: what few people use, and few times, takes no memory until then. Null, with a word on standard
+/// error, when it is not there. Loading waits for the disk; any thread may ask.
+void *lateSymbol(const char *library, const char *name);
+
+/// The same as a function of that type.
+template <typename Function>
+Function *lateFunction(const char *library, const char *name)
+{
+    return reinterpret_cast<Function *>(lateSymbol(library, name));
+}
+
+} // namespace swabby
