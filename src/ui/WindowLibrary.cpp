@@ -1,5 +1,6 @@
 #include "ui/WindowLibrary.h"
 
+#include "platform/posix/MemoryThrift.h"
 #include "ui/PopoverPresenter.h"
 #include "ui/Screenshots.h"
 #include "ui/qmltypes/AskView.h"
@@ -8,25 +9,12 @@
 #include "ui/qmltypes/SettingsView.h"
 #include "ui/qmltypes/Theme.h"
 
-#include <QtCore/QTimer>
 #include <QtQml/QQmlComponent>
-
-#ifdef __GLIBC__
-#include <malloc.h>
-#endif
 
 namespace swabby {
 namespace {
 
 constexpr int errandsAtOnce = 4;
-
-// Making a window and closing it free a lot in small pieces, which the allocator would keep.
-void giveMemoryBack()
-{
-#ifdef __GLIBC__
-    malloc_trim(0);
-#endif
-}
 
 // A few cards and lines need no graphics driver, which would cost more memory than all the rest.
 void drawInSoftware()
@@ -92,6 +80,14 @@ WindowLibrary::WindowLibrary(UserInterfaceContext context)
     m_context.openMainWindow = [this] { openMainWindow(); };
     m_context.openAskWindow = [this] { openAskWindow(); };
     m_context.openSettingsWindow = [this] { openSettingsWindow(); };
+    constexpr int settledMilliseconds = 3'000;
+    m_settling.setSingleShot(true);
+    m_settling.setInterval(settledMilliseconds);
+    QObject::connect(&m_settling, &QTimer::timeout, &m_settling, [this] {
+        if (const auto engine = m_engine.lock())
+            engine->engine.collectGarbage();
+        giveMemoryBack();
+    });
 }
 
 WindowLibrary::~WindowLibrary() = default;
@@ -132,13 +128,15 @@ void WindowLibrary::present(std::unique_ptr<OpenWindow<View>> &open,
     window->show();
     window->raise();
     window->requestActivate();
-    constexpr int settledMilliseconds = 3'000;
-    QTimer::singleShot(settledMilliseconds, &m_closing, &giveMemoryBack);
+    m_settling.start();
 }
 
 void WindowLibrary::openMainWindow()
 {
     present(m_main, &swabby::openMainWindow);
+    if (m_main != nullptr)
+        QObject::connect(m_main->view.get(), &MainWindowView::selectionChanged, &m_settling,
+                         qOverload<>(&QTimer::start), Qt::UniqueConnection);
 }
 
 void WindowLibrary::openAskWindow()

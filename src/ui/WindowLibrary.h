@@ -4,6 +4,7 @@
 #include "ui/UserInterface.h"
 
 #include <QtCore/QObject>
+#include <QtCore/QTimer>
 #include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickWindow>
 
@@ -85,6 +86,7 @@ private:
     std::unique_ptr<OpenWindow<SettingsView>> m_settings;
     std::unique_ptr<PopoverPresenter> m_popover;
     QObject m_closing;
+    QTimer m_settling; ///< making windows and pages frees a lot in small pieces; ends when all is at rest
     BackgroundWork m_errands; // outlives the windows: closing one waits for nothing
 };
 
