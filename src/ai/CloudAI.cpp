@@ -67,7 +67,7 @@ QCoro::Task<Answered<std::optional<QString>>> CloudAI::respond(QString system, Q
     const Route route = co_await chosen;
     auto open = connection.lock();
     if (!open || route.isSwitchedOff)
-        co_return {};
+        co_return {.value = std::nullopt, .isSwitchedOff = route.isSwitchedOff};
     if (!route.address.isValid()) {
         const bool wantsKey = route.key.isEmpty() && !m_hasAskedForKey;
         m_hasAskedForKey = m_hasAskedForKey || wantsKey;

@@ -25,12 +25,13 @@ struct Answered {
     bool wasSent = false;
     /// The way to the model needs a key of the person's own. Said once in the program's life.
     bool wantsKey = false;
+    bool isSwitchedOff = false; ///< by the person
 
     /// The same with what was made of the value.
     template <typename Other>
     Answered<Other> with(Other other) const
     {
-        return {std::move(other), wasSent, wantsKey};
+        return {std::move(other), wasSent, wantsKey, isSwitchedOff};
     }
 };
 

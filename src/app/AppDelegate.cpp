@@ -10,6 +10,7 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QLibrary>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QKeyEvent>
 #include <QtGui/QWindow>
 
 #include <algorithm>
@@ -58,11 +59,7 @@ void AppDelegate::applicationDidFinishLaunching()
                                                            if (UserInterface *windows = userInterface())
                                                                windows->openAskWindow();
                                                        },
-                                                   .openSettingsWindow =
-                                                       [this] {
-                                                           if (UserInterface *windows = userInterface())
-                                                               windows->openSettingsWindow();
-                                                       },
+                                                   .openSettingsWindow = [this] { openSettingsWindow(); },
                                                    .togglePopover =
                                                        [this](const QRect &statusItem) {
                                                            if (UserInterface *windows = userInterface())
@@ -77,6 +74,12 @@ void AppDelegate::openMainWindow()
 {
     if (UserInterface *windows = userInterface())
         windows->openMainWindow();
+}
+
+void AppDelegate::openSettingsWindow()
+{
+    if (UserInterface *windows = userInterface())
+        windows->openSettingsWindow();
 }
 
 void AppDelegate::openMainWindowAt(MainSection section)
@@ -113,11 +116,26 @@ UserInterface *AppDelegate::userInterface()
 
 bool AppDelegate::eventFilter(QObject *watched, QEvent *event)
 {
+    if (event->type() == QEvent::KeyPress && qobject_cast<QWindow *>(watched) != nullptr &&
+        press(*static_cast<QKeyEvent *>(event)))
+        return true;
     const bool isAboutAWindow = event->type() == QEvent::Close || event->type() == QEvent::Show;
     if (isAboutAWindow && qobject_cast<QWindow *>(watched) != nullptr)
         // Later, so that a closing window is already gone.
         QMetaObject::invokeMethod(this, &AppDelegate::syncActivationPolicy, Qt::QueuedConnection);
     return QObject::eventFilter(watched, event);
+}
+
+// What works in every window.
+bool AppDelegate::press(const QKeyEvent &key)
+{
+    if (key.keyCombination() == (Qt::CTRL | Qt::Key_Q))
+        QCoreApplication::quit();
+    else if (key.keyCombination() == (Qt::CTRL | Qt::Key_Comma))
+        openSettingsWindow();
+    else
+        return false;
+    return true;
 }
 
 } // namespace swabby

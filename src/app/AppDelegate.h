@@ -7,6 +7,8 @@
 
 #include <memory>
 
+class QKeyEvent;
+
 namespace swabby {
 
 class AppState;
@@ -26,6 +28,7 @@ public:
     void openMainWindow();
     /// The same, and shows that section there.
     void openMainWindowAt(MainSection section);
+    void openSettingsWindow();
     /// In the dock while a titled window is open, else as the setting says.
     void syncActivationPolicy();
 
@@ -35,6 +38,8 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    bool press(const QKeyEvent &key);
+
     AppState &m_state;
     ApplicationFlows &m_flows;
     ThemeChoice m_theme;

@@ -2,6 +2,8 @@
 
 #include "engine/ByteCount.h"
 
+#include <algorithm>
+
 namespace swabby {
 
 QString bannerText(const CleanupSuccess &success)
@@ -13,11 +15,19 @@ QString bannerText(const CleanupSuccess &success)
 
 QString leftText(const CleanupSuccess &success)
 {
-    if (success.left == 0)
+    constexpr std::size_t mostNames = 3;
+    const std::size_t count = success.left.size();
+    if (count == 0)
         return {};
-    return success.left == 1
-               ? QStringLiteral("One of them is still here, at least in part.")
-               : QString::number(success.left) + QStringLiteral(" of them are still here, at least in part.");
+    QStringList names;
+    for (std::size_t index = 0; index < std::min(count, mostNames); ++index)
+        names.append(success.left[index].title);
+    const QString last =
+        count > mostNames ? QString::number(count - mostNames) + QStringLiteral(" more") : names.takeLast();
+    const QString all =
+        names.isEmpty() ? last : names.join(QStringLiteral(", ")) + QStringLiteral(" and ") + last;
+    return all + (count == 1 ? QStringLiteral(" is") : QStringLiteral(" are")) +
+           QStringLiteral(" still here, at least in part.");
 }
 
 } // namespace swabby

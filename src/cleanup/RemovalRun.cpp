@@ -37,66 +37,65 @@ public:
     void remove(const std::vector<RemovableItem> &items)
     {
         clean(allOf<CacheEntry>(items));
-        for (const DuplicateGroup &group : allOf<DuplicateGroup>(items))
-            ifNotStopped([&] { return thin(group); });
-        for (const SimulatorRuntimeInfo &runtime : allOf<SimulatorRuntimeInfo>(items))
-            ifNotStopped([&] {
-                DeveloperCleanup::deleteSimulatorRuntimes(m_machine, {runtime.identifier});
-                return true;
-            });
+        each<DuplicateGroup>(items, [&](const DuplicateGroup &group) { return thin(group); });
+        each<SimulatorRuntimeInfo>(items, [&](const SimulatorRuntimeInfo &runtime) {
+            DeveloperCleanup::deleteSimulatorRuntimes(m_machine, {runtime.identifier});
+            return true;
+        });
         once<DerivedData>(items, [&] { return DeveloperCleanup::clearDerivedData(m_machine, m_excludes); });
         once<DockerPrune>(items, [&] { return DeveloperCleanup::prune(m_machine); });
-        for (const DeepScanItem &item : allOf<DeepScanItem>(items))
-            ifNotStopped([&] {
-                return isGone(item.path, DeepScanner::remove(m_machine, {item}, m_excludes).front());
-            });
-        for (const AppUninstall &uninstall : allOf<AppUninstall>(items))
-            ifNotStopped([&] { return remove(uninstall); });
+        each<DeepScanItem>(items, [&](const DeepScanItem &item) {
+            return isGone(item.path, DeepScanner::remove(m_machine, {item}, m_excludes).front());
+        });
+        each<AppUninstall>(items, [&](const AppUninstall &uninstall) { return remove(uninstall); });
     }
 
 private:
     template <typename Kind>
-    static std::vector<Kind> allOf(const std::vector<RemovableItem> &items)
+    static std::vector<const RemovableItem *> allOf(const std::vector<RemovableItem> &items)
     {
-        std::vector<Kind> kinds;
+        std::vector<const RemovableItem *> kinds;
         for (const RemovableItem &item : items)
-            if (const auto *kind = std::get_if<Kind>(&item.kind))
-                kinds.push_back(*kind);
+            if (std::holds_alternative<Kind>(item.kind))
+                kinds.push_back(&item);
         return kinds;
     }
 
     /// By its owner, or because the program ends and no tool runs any more.
     bool isStopped() const { return m_stop.stopRequested() || m_machine.stop.token().stopRequested(); }
 
+    void noteLeft(const RemovableItem &item) { m_outcome.left.push_back(item); }
+
     /// What is asked for several times is done once and counts for each.
     template <typename Kind, typename Action>
     void once(const std::vector<RemovableItem> &items, const Action &action)
     {
-        const auto count = static_cast<qint64>(allOf<Kind>(items).size());
-        if (count > 0 && (isStopped() || !action()))
-            m_outcome.left += count;
+        const auto those = allOf<Kind>(items);
+        if (!those.empty() && (isStopped() || !action()))
+            for (const RemovableItem *item : those)
+                noteLeft(*item);
     }
 
     /// The action says whether nothing of its item stayed.
-    template <typename Action>
-    void ifNotStopped(const Action &action)
+    template <typename Kind, typename Action>
+    void each(const std::vector<RemovableItem> &items, const Action &action)
     {
-        if (isStopped() || !action())
-            ++m_outcome.left;
+        for (const RemovableItem *item : allOf<Kind>(items))
+            if (isStopped() || !action(std::get<Kind>(item->kind)))
+                noteLeft(*item);
     }
 
-    void clean(const std::vector<CacheEntry> &entries)
+    void clean(const std::vector<const RemovableItem *> &caches)
     {
-        if (entries.empty())
-            return;
-        if (isStopped()) {
-            m_outcome.left += static_cast<qint64>(entries.size());
-            return;
-        }
-        const std::vector<bool> gone = CacheCleaner::clean(m_machine, entries, m_excludes, m_stop);
-        for (std::size_t index = 0; index < entries.size(); ++index)
-            if (!gone[index] && FileIdentity::of(entries[index].path))
-                ++m_outcome.left;
+        std::vector<CacheEntry> entries;
+        for (const RemovableItem *cache : caches)
+            entries.push_back(std::get<CacheEntry>(cache->kind));
+        const std::vector<bool> gone = entries.empty() || isStopped()
+                                           ? std::vector<bool>(entries.size())
+                                           : CacheCleaner::clean(m_machine, entries, m_excludes, m_stop);
+        for (std::size_t index = 0; index < caches.size(); ++index)
+            if (!gone[index] && (isStopped() || FileIdentity::of(entries[index].path)))
+                noteLeft(*caches[index]);
     }
 
     /// One copy after the other, so that each is on record before the next one goes.

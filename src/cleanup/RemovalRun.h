@@ -12,7 +12,7 @@ namespace swabby {
 /// What became of the items of a run.
 struct RemovalOutcome {
     std::vector<TrashedItem> trashed; ///< what lies in the Trash now
-    qint64 left = 0;                  ///< items of which something stayed
+    std::vector<RemovableItem> left;  ///< items of which something stayed
 };
 
 /// Removes the items kind by kind, in the product's order, whatever fails on the way, and keeps a record of

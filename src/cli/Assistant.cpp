@@ -18,6 +18,9 @@ void printNote(const Answered<Value> &answer, const QString &sentNote)
 {
     if (answer.wantsKey)
         printProblem(AssistantNotes::wantsKey() + QStringLiteral(" (swabbyctl key set)"));
+    else if (answer.isSwitchedOff)
+        printProblem(AssistantNotes::isSwitchedOff() +
+                     QStringLiteral(" (swabbyctl settings aiEnabled true)"));
     else if (answer.wasSent)
         printProblem(sentNote);
 }

@@ -56,11 +56,11 @@ void printRun(const Arguments &arguments, const ConfirmationInfo &info,
                   {QStringLiteral("itemCount"), static_cast<qint64>(items.size())},
                   {QStringLiteral("freedBytes"), static_cast<qint64>(totalBytes(items))},
                   {QStringLiteral("banner"), success ? QJsonValue(bannerText(*success)) : QJsonValue()},
-                  {QStringLiteral("left"), success ? success->left : 0}}) +
+                  {QStringLiteral("left"), success ? static_cast<qint64>(success->left.size()) : 0}}) +
               '\n');
     else if (success)
         print(bannerText(*success) + QLatin1Char('\n') +
-              (success->left > 0 ? leftText(*success) + QLatin1Char('\n') : QString()) +
+              (success->left.empty() ? QString() : leftText(*success) + QLatin1Char('\n')) +
               (success->canBePutBack > 0
                    ? QStringLiteral("\"swabbyctl put-back\" takes what is in the Trash back out.\n")
                    : QString()));

@@ -69,7 +69,10 @@ int change(const Arguments &arguments, const Action &action, Machine &machine)
     else if (action.act == disable && !item->canDisableInPlace)
         printProblem(QStringLiteral("swabbyctl: only the system's own settings can turn that one off"));
     else
-        printProblem(QStringLiteral("swabbyctl: that did not work; everything is as it was"));
+        printProblem(action.act == disable
+                         ? QStringLiteral("swabbyctl: it could not be turned off for good; it may be stopped "
+                                          "now, but it will come back at the next login")
+                         : QStringLiteral("swabbyctl: that did not work; everything is as it was"));
     return isDone ? done : notDone;
 }
 

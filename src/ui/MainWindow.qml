@@ -65,16 +65,6 @@ Window {
     }
 
     Shortcut {
-        sequence: "Ctrl+,"
-        onActivated: window.view.openSettingsWindow()
-    }
-
-    Shortcut {
-        sequence: "Ctrl+Q"
-        onActivated: window.view.quit()
-    }
-
-    Shortcut {
         sequence: "Ctrl+W"
         onActivated: window.close()
     }

@@ -80,6 +80,14 @@ WindowLibrary::WindowLibrary(UserInterfaceContext context)
     m_context.openMainWindow = [this] { openMainWindow(); };
     m_context.openAskWindow = [this] { openAskWindow(); };
     m_context.openSettingsWindow = [this] { openSettingsWindow(); };
+    // Whoever has just closed the last window may open one again.
+    constexpr int keptMilliseconds = 60'000;
+    m_keeping.setSingleShot(true);
+    m_keeping.setInterval(keptMilliseconds);
+    QObject::connect(&m_keeping, &QTimer::timeout, &m_keeping, [this] {
+        m_kept.reset();
+        giveMemoryBack();
+    });
     constexpr int settledMilliseconds = 3'000;
     m_settling.setSingleShot(true);
     m_settling.setInterval(settledMilliseconds);
@@ -112,11 +120,13 @@ void WindowLibrary::present(std::unique_ptr<OpenWindow<View>> &open,
         if (open == nullptr)
             return;
         // A closed window is let go whole: the next one begins anew.
-        const auto drop = [&open] {
+        const auto drop = [this, &open] {
             if (open == nullptr || open->window->isVisible())
                 return;
+            m_kept = open->engine;
             open.reset();
             giveMemoryBack();
+            m_keeping.start();
         };
         QObject::connect(open->window.get(), &QWindow::visibleChanged, &m_closing,
                          [this, drop](bool isVisible) {

@@ -81,6 +81,8 @@ private:
 
     UserInterfaceContext m_context;
     std::weak_ptr<WindowEngine> m_engine;
+    std::shared_ptr<WindowEngine> m_kept; ///< for a while after a window has been closed
+    QTimer m_keeping;
     std::unique_ptr<OpenWindow<MainWindowView>> m_main;
     std::unique_ptr<OpenWindow<AskView>> m_ask;
     std::unique_ptr<OpenWindow<SettingsView>> m_settings;

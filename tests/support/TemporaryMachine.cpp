@@ -31,9 +31,13 @@ void TemporaryMachine::writeFile(const QString &relativePath, const QByteArray &
 void TemporaryMachine::addTool(const QString &path, const QByteArray &script) const
 {
     const QString relativePath = QStringLiteral("root") + path;
-    writeFile(relativePath, "#!/bin/sh\n" + script + '\n');
-    QFile::setPermissions(folder() + QLatin1Char('/') + relativePath,
+    const QString place = folder() + QLatin1Char('/') + relativePath;
+    // Under another name first: the one that is there may run at this moment.
+    writeFile(relativePath + QStringLiteral(".new"), "#!/bin/sh\n" + script + '\n');
+    QFile::setPermissions(place + QStringLiteral(".new"),
                           QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    if (std::rename(qPrintable(place + QStringLiteral(".new")), qPrintable(place)) != 0)
+        qFatal("cannot write %s", qPrintable(place));
 }
 
 void TemporaryMachine::setProcesses(const QList<QByteArray> &rows) const

@@ -23,9 +23,7 @@ QCoro::Task<> AskFlow::askTrimmed(QString question)
         co_return;
     m_explanation = answer.value.explanation;
     m_appToQuit = answer.value.appToQuit.isEmpty() ? std::nullopt : std::optional(answer.value.appToQuit);
-    m_note = answer.wasSent    ? AssistantNotes::sentForAnswer()
-             : answer.wantsKey ? AssistantNotes::wantsKey()
-                               : QString();
+    m_note = AssistantNotes::beneath(answer, AssistantNotes::sentForAnswer());
     m_isAsking = false;
     Q_EMIT changed();
 }

@@ -18,4 +18,9 @@ QString AssistantNotes::wantsKey()
                           "settings brings the answers.");
 }
 
+QString AssistantNotes::isSwitchedOff()
+{
+    return QStringLiteral("The assistant is turned off in the AI settings.");
+}
+
 } // namespace swabby

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ai/CloudAI.h"
+
 #include <QtCore/QString>
 
 namespace swabby::AssistantNotes {
@@ -11,5 +13,18 @@ QString sentForAnswer();
 QString sentForExplanation();
 /// Where there is no way to the model without a key.
 QString wantsKey();
+/// Where the person has turned the assistant off.
+QString isSwitchedOff();
+
+/// Which of them belongs beneath the answer; sent is the one for a question that left. Empty: none.
+template <typename Value>
+QString beneath(const Answered<Value> &answer, const QString &sent)
+{
+    if (answer.wasSent)
+        return sent;
+    if (answer.wantsKey)
+        return wantsKey();
+    return answer.isSwitchedOff ? isSwitchedOff() : QString();
+}
 
 } // namespace swabby::AssistantNotes

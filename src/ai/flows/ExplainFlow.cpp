@@ -21,9 +21,7 @@ QCoro::Task<> ExplainFlow::loadText()
     if (!self)
         co_return;
     m_text = answer.value;
-    m_note = answer.wasSent    ? AssistantNotes::sentForExplanation()
-             : answer.wantsKey ? AssistantNotes::wantsKey()
-                               : QString();
+    m_note = AssistantNotes::beneath(answer, AssistantNotes::sentForExplanation());
     m_isLoading = false;
     Q_EMIT changed();
 }

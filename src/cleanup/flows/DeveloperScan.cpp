@@ -91,11 +91,13 @@ QCoro::Task<> DeveloperScan::search(int number, ScanControl control)
     m_clutter = std::move(clutter);
     m_isScanning = false;
     m_isDone = true;
+    m_hasForgotten = false;
     Q_EMIT changed();
 }
 
 void DeveloperScan::forget(const std::vector<RemovableItem> &removed)
 {
+    m_hasForgotten = true;
     for (const RemovableItem &item : removed) {
         std::vector<RemovableItem> &runtimes = m_clutter.oldRuntimes;
         runtimes.erase(std::remove_if(runtimes.begin(), runtimes.end(),

@@ -49,6 +49,8 @@ public:
 
     /// Takes what a confirmed removal removes off the result.
     void forget(const std::vector<RemovableItem> &removed);
+    /// Whether that has happened since the result was found.
+    bool hasForgotten() const { return m_hasForgotten; }
 
 Q_SIGNALS:
     void changed();
@@ -61,6 +63,7 @@ private:
     ScanProgress m_progress;
     bool m_isScanning = false;
     bool m_isDone = false;
+    bool m_hasForgotten = false;
     int m_number = 0; ///< of the latest search; an older one publishes nothing
     std::unique_ptr<StopSource> m_stop;
     BackgroundWork m_work; // last, so that it is waited for while everything it uses still stands

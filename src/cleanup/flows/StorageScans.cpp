@@ -250,15 +250,28 @@ QCoro::Task<> StorageScans::findLeftovers(InstalledApp app, QString id)
 
 void StorageScans::forget(const Items &removed)
 {
-    for (Run &run : m_runs)
-        takeOff(run.findings.items, removed);
+    m_touched.clear();
+    for (const ClutterKind scan : {ClutterKind::quickClean, ClutterKind::duplicates,
+                                   ClutterKind::forgottenFiles, ClutterKind::applications}) {
+        std::vector<RemovableItem> &items = runOf(scan).findings.items;
+        const std::size_t before = items.size();
+        takeOff(items, removed);
+        if (items.size() != before)
+            m_touched.insert(scan);
+    }
     const auto isRemoved = [&](const SuggestedCache &suggestion) {
         const QString id = RemovableItem::fromCache(suggestion.entry).id;
         return std::any_of(removed.begin(), removed.end(), [&](const auto &gone) { return gone.id == id; });
     };
-    m_suggestions.erase(std::remove_if(m_suggestions.begin(), m_suggestions.end(), isRemoved),
-                        m_suggestions.end());
+    if (std::erase_if(m_suggestions, isRemoved) > 0)
+        m_touched.insert(ClutterKind::quickClean);
     Q_EMIT changed();
+}
+
+void StorageScans::lookAgain()
+{
+    for (const ClutterKind scan : std::exchange(m_touched, {}))
+        begin(scan);
 }
 
 } // namespace swabby

@@ -56,6 +56,8 @@ public:
 
     /// Takes what a confirmed removal removes off the results.
     void forget(const std::vector<RemovableItem> &removed);
+    /// Searches again where the last removal took something off: not all of it went, or it is back.
+    void lookAgain();
 
 Q_SIGNALS:
     void changed();
@@ -87,6 +89,7 @@ private:
     std::array<Run, 4> m_runs;
     std::vector<SuggestedCache> m_suggestions;
     bool m_wasSent = false;
+    std::set<ClutterKind> m_touched; ///< by the last removal
     std::set<QString> m_preparing;
     std::set<QString> m_running;
     StopSource m_ending;

@@ -156,13 +156,20 @@ void AppState::snoozeUntil(std::optional<double> time)
 
 void AppState::removeProcess(std::int32_t pid)
 {
-    m_processes.removeIf([&](const ProcessSample &process) { return process.pid == pid; });
+    for (QList<ProcessSample> *list : {&m_processes, &m_batteryDrainers, &m_networkUsers})
+        list->removeIf([&](const ProcessSample &process) { return process.pid == pid; });
+    m_leakSuspects.removeIf([&](const LeakSuspect &suspect) { return suspect.pid == pid; });
     Q_EMIT changed();
 }
 
 void AppState::removeLoginItem(const QString &id)
 {
     m_loginItems.removeIf([&](const LoginItem &item) { return item.id() == id; });
+    Q_EMIT changed();
+}
+
+void AppState::noteStoredSetting()
+{
     Q_EMIT changed();
 }
 

@@ -54,6 +54,8 @@ public:
     void removeProcess(std::int32_t pid);
     /// The same for a startup item.
     void removeLoginItem(const QString &id);
+    /// A setting has been stored: whoever shows what it decides looks again.
+    void noteStoredSetting();
     void setScanning(bool isScanning);
     /// Seconds since 1970.
     void setLastScan(double time);

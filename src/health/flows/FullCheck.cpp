@@ -239,6 +239,12 @@ void FullCheck::forget(const std::vector<RemovableItem> &removed)
     Q_EMIT changed();
 }
 
+void FullCheck::takeBack(const std::vector<RemovableItem> &left)
+{
+    m_result.removalCandidates.insert(m_result.removalCandidates.end(), left.begin(), left.end());
+    Q_EMIT changed();
+}
+
 void FullCheck::dismiss(const QString &loginItemID)
 {
     m_dismissedLoginItemIDs.insert(loginItemID);

@@ -66,6 +66,8 @@ public:
     void setSelected(const QString &removalID, bool isSelected);
     /// Takes what a confirmed removal removes off the result.
     void forget(const std::vector<RemovableItem> &removed);
+    /// Lists those of them again that stayed.
+    void takeBack(const std::vector<RemovableItem> &left);
     /// Hides a startup item for the rest of this result.
     void dismiss(const QString &loginItemID);
     /// The candidates whose box is ticked, in their order.

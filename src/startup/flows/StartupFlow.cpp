@@ -37,7 +37,8 @@ QCoro::Task<> StartupFlow::change(LoginItem item, bool (*act)(const LoginItem &,
         m_state.removeLoginItem(item.id());
     Q_EMIT changed(item.id(), isDone);
     lookForDisabled();
-    if (isDone && act == &LoginItemScanner::enable)
+    // What was turned on is listed again; what could not be turned off may have ended all the same.
+    if (isDone == (act == &LoginItemScanner::enable))
         m_state.refresh();
 }
 

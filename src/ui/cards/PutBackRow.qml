@@ -6,9 +6,10 @@ Item {
     id: row
 
     required property RemovalBannerView removal
+    property bool isWanted: true
 
     implicitHeight: 24
-    visible: removal.canPutBack && !removal.isRemoving && removal.text === ""
+    visible: isWanted && removal.canPutBack && !removal.isRemoving && removal.text === ""
 
     PlainLabel {
         anchors.left: parent.left

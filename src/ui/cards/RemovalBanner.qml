@@ -14,7 +14,7 @@ Card {
 
     Item {
         width: parent.width
-        height: Math.max(28, words.implicitHeight)
+        height: 28
 
         SymbolItem {
             id: mark
@@ -32,7 +32,7 @@ Card {
             visible: banner.removal.isRemoving
         }
 
-        Column {
+        PlainLabel {
             id: words
 
             anchors.left: mark.right
@@ -40,21 +40,10 @@ Card {
             anchors.right: back.left
             anchors.rightMargin: 12
             anchors.verticalCenter: parent.verticalCenter
-
-            PlainLabel {
-                width: parent.width
-                text: banner.removal.isRemoving ? "Removing…" : banner.removal.text
-                font: Theme.bannerFont
-                color: Theme.inks[Tints.green]
-                Accessible.role: Accessible.AlertMessage
-            }
-
-            PlainLabel {
-                width: parent.width
-                text: banner.removal.leftText
-                font: Theme.smallFont
-                visible: text !== "" && !banner.removal.isRemoving
-            }
+            text: banner.removal.isRemoving ? "Removing…" : banner.removal.text
+            font: Theme.bannerFont
+            color: Theme.inks[Tints.green]
+            Accessible.role: Accessible.AlertMessage
         }
 
         ActionButton {

@@ -32,22 +32,45 @@ Item {
         color: Theme.secondary
     }
 
-    NoticeBar {
-        id: notice
+    // What a person has to see whatever the page is scrolled to.
+    Column {
+        id: news
 
         anchors.top: subtitle.bottom
         anchors.topMargin: 14
         x: 20
         width: parent.width - 40
-        text: frame.view.coordinator.notice
-        onDismissed: frame.view.coordinator.dismissNotice()
+        spacing: 10
+        bottomPadding: notice.visible || banner.visible || putBack.visible ? 12 : 0
+
+        NoticeBar {
+            id: notice
+
+            width: parent.width
+            text: frame.view.coordinator.notice
+            onDismissed: frame.view.coordinator.dismissNotice()
+        }
+
+        RemovalBanner {
+            id: banner
+
+            width: parent.width
+            removal: frame.view.removal
+        }
+
+        PutBackRow {
+            id: putBack
+
+            width: parent.width
+            removal: frame.view.removal
+            isWanted: frame.view.canRemoveHere
+        }
     }
 
     Loader {
         id: loader
 
-        anchors.top: notice.bottom
-        anchors.topMargin: notice.visible ? 12 : 0
+        anchors.top: news.bottom
         anchors.bottom: parent.bottom
         width: parent.width
         visible: frame.view.state.isKnown

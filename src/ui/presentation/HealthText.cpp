@@ -5,6 +5,20 @@
 
 namespace swabby {
 
+namespace {
+
+// What an issue says has figures in it, so it is told by what it is about.
+QString issueId(const HealthIssue &issue)
+{
+    QString id = sectionName(issue.section);
+    if (issue.action)
+        if (const auto *kill = std::get_if<KillProcess>(&*issue.action))
+            id += QLatin1Char('/') + QString::number(kill->process.pid);
+    return id;
+}
+
+} // namespace
+
 QList<IssueCard> issueCards(const QList<HealthIssue> &issues, std::optional<MainSection> only)
 {
     QList<IssueCard> cards;
@@ -20,6 +34,7 @@ QList<IssueCard> issueCards(const QList<HealthIssue> &issues, std::optional<Main
         card.why = oneLine(issue.why);
         card.how = oneLine(issue.how);
         card.index = index;
+        card.id = issueId(issue);
         if (issue.action) {
             card.actionLabel = oneLine(actionLabel(issue).value_or(QString()));
             card.isDestructive = isDestructive(issue);

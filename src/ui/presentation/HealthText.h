@@ -33,6 +33,7 @@ public:
     QString actionLabel; ///< empty: no button
     bool isDestructive = false;
     int index = 0; ///< among the published issues
+    QString id;    ///< the same from one refresh to the next while it is about the same thing
 
     int tintIndex() const { return static_cast<int>(tint); }
     bool operator==(const IssueCard &) const = default;

@@ -37,6 +37,9 @@ public:
 /// Whether a person should look at the item: nobody vouches for it, or its program is gone.
 bool isWorthASecondLook(const LoginItem &item);
 
+/// The word when turning something off, or else on again, did not work.
+QString startupFailureText(bool wasTurnedOff);
+
 /// What was turned off here.
 QList<StartupRowText> disabledRowTexts(const QList<LoginItem> &items);
 

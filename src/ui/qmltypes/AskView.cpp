@@ -1,7 +1,6 @@
 #include "ui/qmltypes/AskView.h"
 
 #include "cleanup/flows/ConfirmationBuilder.h"
-#include "cleanup/flows/QuitFlow.h"
 #include "ui/presentation/PlainWords.h"
 
 #include <QtQml/QQmlEngine>
@@ -16,11 +15,7 @@ AskView::AskView(const UserInterfaceContext &context, QObject *parent)
         return;
     m_flow = std::make_unique<AskFlow>(*m_context.state, *m_context.ai);
     connect(m_flow.get(), &AskFlow::changed, this, &AskView::followFlow);
-    if (m_context.quitting != nullptr)
-        connect(m_context.quitting, &QuitFlow::finished, this, [this](std::int32_t /*pid*/, bool wasTold) {
-            setNotice(wasTold ? QString()
-                              : QStringLiteral("That program could not be quit. It may have ended already."));
-        });
+    connect(&m_confirmation, &ConfirmationView::quitEnded, this, &AskView::setNotice);
 }
 
 void AskView::setQuestion(const QString &question)

@@ -18,7 +18,7 @@ constexpr auto lookingInterval = 100ms;
 } // namespace
 
 CheckView::CheckView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator, QObject *parent)
-    : QObject(parent), m_context(context), m_coordinator(coordinator), m_banner(context, coordinator)
+    : QObject(parent), m_context(context), m_coordinator(coordinator)
 {
     QJSEngine::setObjectOwnership(&m_startupItems, QJSEngine::CppOwnership);
     if (m_context.state == nullptr || m_context.ai == nullptr)
@@ -34,6 +34,8 @@ CheckView::CheckView(const UserInterfaceContext &context, MainWindowCoordinator 
         if (!isScanning())
             showRows();
     });
+    if (m_context.cleanup != nullptr)
+        connect(m_context.cleanup, &CleanupFlow::removed, this, &CheckView::takeBackWhatStayed);
     if (m_context.startup != nullptr)
         connect(m_context.startup, &StartupFlow::changed, this, [this](const QString &id) {
             m_busyItems.removeAll(id);
@@ -87,6 +89,7 @@ void CheckView::run()
     m_isBeginning = false;
     m_isStopped = false;
     m_hasQuit = false;
+    m_removing.clear();
     if (m_check)
         m_check->run();
 }
@@ -189,7 +192,22 @@ void CheckView::remove()
     if (!canRemove())
         return;
     const std::vector<RemovableItem> items = m_check->selectedItems();
-    m_coordinator.confirmation()->askToRemove(items, [this, items] { m_check->forget(items); });
+    m_coordinator.confirmation()->askToRemove(items, [this, items] {
+        m_removing = items;
+        m_check->forget(items);
+    });
+}
+
+void CheckView::takeBackWhatStayed(const CleanupSuccess &success)
+{
+    const std::vector<RemovableItem> removed = std::exchange(m_removing, {});
+    std::vector<RemovableItem> left;
+    std::copy_if(success.left.begin(), success.left.end(), std::back_inserter(left),
+                 [&](const RemovableItem &item) {
+                     return std::find(removed.begin(), removed.end(), item) != removed.end();
+                 });
+    if (!left.empty())
+        m_check->takeBack(left);
 }
 
 void CheckView::disable(const QString &id)

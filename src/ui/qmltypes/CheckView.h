@@ -4,7 +4,6 @@
 #include "ui/UserInterface.h"
 #include "ui/presentation/CheckText.h"
 #include "ui/qmltypes/RemovableList.h"
-#include "ui/qmltypes/RemovalBannerView.h"
 
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
@@ -36,7 +35,6 @@ class CheckView : public QObject {
     Q_PROPERTY(QStringList busyItems READ busyItems NOTIFY changed)
     Q_PROPERTY(bool hasWatched READ hasWatched NOTIFY changed)
     Q_PROPERTY(swabby::ProcessRowText watched READ watched NOTIFY changed)
-    Q_PROPERTY(swabby::RemovalBannerView *banner READ banner CONSTANT)
 
 public:
     CheckView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator,
@@ -75,7 +73,6 @@ public:
     const QStringList &busyItems() const { return m_busyItems; }
     bool hasWatched() const;
     ProcessRowText watched() const;
-    RemovalBannerView *banner() { return &m_banner; }
 
 Q_SIGNALS:
     void changed();
@@ -85,12 +82,13 @@ Q_SIGNALS:
 
 private:
     void follow();
+    void takeBackWhatStayed(const CleanupSuccess &success);
     void showRows();
 
     UserInterfaceContext m_context;
     MainWindowCoordinator &m_coordinator;
-    RemovalBannerView m_banner;
     RemovableList m_candidates;
+    std::vector<RemovableItem> m_removing; ///< from the candidates
     RowModel m_startupItems;
     QStringList m_busyItems;
     QTimer m_lookingTimer;

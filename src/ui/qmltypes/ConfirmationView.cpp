@@ -1,6 +1,8 @@
 #include "ui/qmltypes/ConfirmationView.h"
 
+#include "cleanup/flows/QuitFlow.h"
 #include "startup/flows/StartupFlow.h"
+#include "ui/presentation/PlainWords.h"
 
 #include <utility>
 
@@ -9,6 +11,16 @@ namespace swabby {
 ConfirmationView::ConfirmationView(const UserInterfaceContext &context, QObject *parent)
     : QObject(parent), m_context(context)
 {
+    if (m_context.quitting == nullptr)
+        return;
+    // Another window may have asked for another one.
+    connect(m_context.quitting, &QuitFlow::finished, this, [this](std::int32_t pid, bool wasTold) {
+        if (!m_quitting || m_quitting->pid != pid)
+            return;
+        const QString name = oneLine(std::exchange(m_quitting, std::nullopt)->name);
+        Q_EMIT quitEnded(wasTold ? QString()
+                                 : name + QStringLiteral(" could not be quit. It may have ended already."));
+    });
 }
 
 void ConfirmationView::askToQuit(const ProcessSample &process, Quitting::Force force)
@@ -17,6 +29,7 @@ void ConfirmationView::askToQuit(const ProcessSample &process, Quitting::Force f
         return;
     const ConfirmationInfo info = ConfirmationBuilder::quit(process, force, *m_context.quitting);
     open(info, confirmationText(info, process.name));
+    m_asked = process;
 }
 
 void ConfirmationView::askToRemove(const std::vector<RemovableItem> &items,
@@ -38,6 +51,7 @@ void ConfirmationView::ask(const ConfirmationInfo &info)
 
 void ConfirmationView::open(const ConfirmationInfo &info, const ConfirmationText &text)
 {
+    m_asked.reset();
     m_info = info;
     m_text = text;
     Q_EMIT changed();
@@ -46,6 +60,8 @@ void ConfirmationView::open(const ConfirmationInfo &info, const ConfirmationText
 void ConfirmationView::confirm()
 {
     const auto info = std::exchange(m_info, std::nullopt);
+    if (m_asked)
+        m_quitting = std::exchange(m_asked, std::nullopt);
     Q_EMIT changed();
     if (info && info->onConfirm)
         info->onConfirm();

@@ -37,6 +37,8 @@ public:
 
 Q_SIGNALS:
     void changed();
+    /// A quit that was agreed to here has been carried out, with no words, or could not be.
+    void quitEnded(const QString &problem);
 
 private:
     void open(const ConfirmationInfo &info, const ConfirmationText &text);
@@ -44,6 +46,8 @@ private:
     UserInterfaceContext m_context;
     std::optional<ConfirmationInfo> m_info;
     ConfirmationText m_text;
+    std::optional<ProcessSample> m_asked; ///< about quitting
+    std::optional<ProcessSample> m_quitting;
 };
 
 } // namespace swabby

@@ -10,12 +10,17 @@ using DeveloperCleanup::DockerState;
 
 DeveloperView::DeveloperView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator,
                              QObject *parent)
-    : QObject(parent), m_context(context), m_coordinator(coordinator), m_banner(context, coordinator)
+    : QObject(parent), m_context(context), m_coordinator(coordinator)
 {
     if (m_context.state == nullptr)
         return;
     m_scan = std::make_unique<DeveloperScan>(*m_context.state);
     connect(m_scan.get(), &DeveloperScan::changed, this, &DeveloperView::show);
+    if (m_context.cleanup != nullptr)
+        connect(m_context.cleanup, &CleanupFlow::removed, this, [this](const CleanupSuccess &success) {
+            if (!success.left.empty() && m_scan->hasForgotten())
+                m_scan->begin();
+        });
     connect(&m_runtimes, &RemovableList::moreWanted, this, &DeveloperView::show);
 }
 

@@ -3,7 +3,6 @@
 #include "ui/UserInterface.h"
 #include "ui/presentation/DeveloperText.h"
 #include "ui/qmltypes/RemovableList.h"
-#include "ui/qmltypes/RemovalBannerView.h"
 
 #include <QtCore/QObject>
 #include <QtQml/qqmlregistration.h>
@@ -28,7 +27,6 @@ class DeveloperView : public QObject {
     Q_PROPERTY(bool dockerIsOff READ dockerIsOff NOTIFY changed)
     Q_PROPERTY(QList<swabby::DockerRowText> dockerRows READ dockerRows NOTIFY changed)
     Q_PROPERTY(swabby::RemovableList *runtimes READ runtimes CONSTANT)
-    Q_PROPERTY(swabby::RemovalBannerView *banner READ banner CONSTANT)
 
 public:
     DeveloperView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator,
@@ -53,7 +51,6 @@ public:
     bool dockerIsOff() const;
     QList<DockerRowText> dockerRows() const;
     RemovableList *runtimes() { return &m_runtimes; }
-    RemovalBannerView *banner() { return &m_banner; }
 
 Q_SIGNALS:
     void changed();
@@ -64,7 +61,6 @@ private:
 
     UserInterfaceContext m_context;
     MainWindowCoordinator &m_coordinator;
-    RemovalBannerView m_banner;
     RemovableList m_runtimes;
     std::unique_ptr<DeveloperScan> m_scan;
 };

@@ -1,7 +1,5 @@
 #include "ui/qmltypes/MainWindowCoordinator.h"
 
-#include "cleanup/flows/QuitFlow.h"
-
 #include <QtQml/QQmlEngine>
 
 namespace swabby {
@@ -11,11 +9,7 @@ MainWindowCoordinator::MainWindowCoordinator(const UserInterfaceContext &context
 {
     for (QObject *member : {static_cast<QObject *>(&m_confirmation), static_cast<QObject *>(&m_explanation)})
         QJSEngine::setObjectOwnership(member, QJSEngine::CppOwnership);
-    if (context.quitting != nullptr)
-        connect(context.quitting, &QuitFlow::finished, this, [this](std::int32_t /*pid*/, bool wasTold) {
-            setNotice(wasTold ? QString()
-                              : QStringLiteral("That program could not be quit. It may have ended already."));
-        });
+    connect(&m_confirmation, &ConfirmationView::quitEnded, this, &MainWindowCoordinator::setNotice);
 }
 
 void MainWindowCoordinator::setNotice(const QString &notice)

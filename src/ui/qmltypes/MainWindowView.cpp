@@ -2,6 +2,7 @@
 
 #include "app/settings/Settings.h"
 #include "engine/state/AppState.h"
+#include "ui/qmltypes/WhenDone.h"
 
 #include <QtQml/QQmlEngine>
 
@@ -11,13 +12,14 @@ MainWindowView::MainWindowView(const UserInterfaceContext &context, QObject *par
     : QObject(parent),
       m_context(context),
       m_coordinator(context),
+      m_removal(context, m_coordinator),
       m_check(context, m_coordinator),
       m_storage(context, m_coordinator),
       m_startup(context, m_coordinator),
       m_developer(context, m_coordinator)
 {
-    for (QObject *member : std::initializer_list<QObject *>{&m_stateView, &m_coordinator, &m_check,
-                                                            &m_storage, &m_startup, &m_developer})
+    for (QObject *member : std::initializer_list<QObject *>{&m_stateView, &m_coordinator, &m_removal,
+                                                            &m_check, &m_storage, &m_startup, &m_developer})
         QJSEngine::setObjectOwnership(member, QJSEngine::CppOwnership);
     AppState *state = m_context.state;
     if (state == nullptr)
@@ -50,6 +52,12 @@ int MainWindowView::selectedIndex() const
         if (m_sections.at(index).name == sectionName(m_selection))
             return index;
     return 0;
+}
+
+bool MainWindowView::canRemoveHere() const
+{
+    return m_selection == MainSection::swabbyCheck || m_selection == MainSection::storage ||
+           m_selection == MainSection::developer;
 }
 
 void MainWindowView::select(MainSection section)
@@ -141,9 +149,12 @@ void MainWindowView::finishWelcome()
 {
     m_showWelcome = false;
     if (m_context.state != nullptr)
-        m_context.state->bookkeeping().queue([machine = m_context.state->sharedMachine()] {
-            Settings(*machine->settings).setHasCompletedOnboarding(true);
-        });
+        whenDone(m_context.state,
+                 m_context.state->bookkeeping().ask([machine = m_context.state->sharedMachine()] {
+                     Settings(*machine->settings).setHasCompletedOnboarding(true);
+                     return true;
+                 }),
+                 [state = m_context.state](bool) { state->noteStoredSetting(); });
     Q_EMIT sheetChanged();
 }
 

@@ -6,6 +6,7 @@
 #include "ui/qmltypes/CheckView.h"
 #include "ui/qmltypes/DeveloperView.h"
 #include "ui/qmltypes/MainWindowCoordinator.h"
+#include "ui/qmltypes/RemovalBannerView.h"
 #include "ui/qmltypes/StartupView.h"
 #include "ui/qmltypes/StateView.h"
 #include "ui/qmltypes/StorageView.h"
@@ -22,6 +23,8 @@ class MainWindowView : public QObject {
     QML_UNCREATABLE("made with the window")
     Q_PROPERTY(swabby::StateView *state READ state CONSTANT)
     Q_PROPERTY(swabby::MainWindowCoordinator *coordinator READ coordinator CONSTANT)
+    Q_PROPERTY(swabby::RemovalBannerView *removal READ removal CONSTANT)
+    Q_PROPERTY(bool canRemoveHere READ canRemoveHere NOTIFY selectionChanged)
     Q_PROPERTY(swabby::CheckView *check READ check CONSTANT)
     Q_PROPERTY(swabby::StorageView *storage READ storage CONSTANT)
     Q_PROPERTY(swabby::StartupView *startup READ startup CONSTANT)
@@ -42,6 +45,9 @@ public:
 
     StateView *state() { return &m_stateView; }
     MainWindowCoordinator *coordinator() { return &m_coordinator; }
+    RemovalBannerView *removal() { return &m_removal; }
+    /// Whether the section shown is one of those that remove things.
+    bool canRemoveHere() const;
     CheckView *check() { return &m_check; }
     StorageView *storage() { return &m_storage; }
     StartupView *startup() { return &m_startup; }
@@ -89,6 +95,7 @@ private:
     UserInterfaceContext m_context;
     StateView m_stateView;
     MainWindowCoordinator m_coordinator;
+    RemovalBannerView m_removal;
     CheckView m_check;
     StorageView m_storage;
     StartupView m_startup;

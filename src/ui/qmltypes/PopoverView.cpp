@@ -37,8 +37,7 @@ void PopoverView::show(const Figures &figures, const std::optional<double> &last
 {
     m_figures = figures;
     m_lastScan = lastScan;
-    m_issues.show(issueCards(figures.healthIssues),
-                  [](const IssueCard &card) { return QString::number(card.index); });
+    m_issues.show(issueCards(figures.healthIssues), [](const IssueCard &card) { return card.id; });
     m_chips.show(figures.isKnown ? popoverChips(figures.stats, figures.speedIsKnown) : QList<PopoverChip>(),
                  [](const PopoverChip &chip) { return chip.label; });
     Q_EMIT changed();

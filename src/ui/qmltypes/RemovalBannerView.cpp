@@ -3,6 +3,7 @@
 #include "cleanup/CleanupSuccess.h"
 #include "cleanup/flows/CleanupFlow.h"
 #include "ui/presentation/CleanupText.h"
+#include "ui/presentation/PlainWords.h"
 #include "ui/qmltypes/MainWindowCoordinator.h"
 
 #include <QtQml/QQmlEngine>
@@ -20,7 +21,10 @@ RemovalBannerView::RemovalBannerView(const UserInterfaceContext &context, MainWi
         connect(m_context.state, &AppState::changed, this, &RemovalBannerView::changed);
     if (m_context.cleanup == nullptr)
         return;
-    connect(m_context.cleanup, &CleanupFlow::removed, this, &RemovalBannerView::changed);
+    connect(m_context.cleanup, &CleanupFlow::removed, this, [this](const CleanupSuccess &success) {
+        Q_EMIT changed();
+        m_coordinator.setNotice(oneLine(leftText(success)));
+    });
     connect(m_context.cleanup, &CleanupFlow::restored, this, [this](qint64 restored, qint64 left) {
         Q_EMIT changed();
         if (std::exchange(m_asked, false))
@@ -39,11 +43,6 @@ QString RemovalBannerView::text() const
                               ? nullptr
                               : &*m_context.state->lastCleanupSuccess();
     return success == nullptr ? QString() : bannerText(*success);
-}
-
-QString RemovalBannerView::leftText() const
-{
-    return text().isEmpty() ? QString() : swabby::leftText(*m_context.state->lastCleanupSuccess());
 }
 
 bool RemovalBannerView::canPutBack() const

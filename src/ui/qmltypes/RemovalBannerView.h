@@ -9,14 +9,13 @@ namespace swabby {
 
 class MainWindowCoordinator;
 
-/// What the last removal did, while that is news, and the way back.
+/// What the last removal did, while that is news, what stayed, until it is read, and the way back.
 class RemovalBannerView : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made with the window")
     Q_PROPERTY(bool isRemoving READ isRemoving NOTIFY changed)
     Q_PROPERTY(QString text READ text NOTIFY changed)
-    Q_PROPERTY(QString leftText READ leftText NOTIFY changed)
     Q_PROPERTY(bool canPutBack READ canPutBack NOTIFY changed)
 
 public:
@@ -26,7 +25,6 @@ public:
     bool isRemoving() const;
     /// Empty when there is no news.
     QString text() const;
-    QString leftText() const;
     bool canPutBack() const;
     Q_INVOKABLE void putBack();
 

@@ -80,7 +80,7 @@ void SettingsView::write(const QString &name, const QJsonValue &value)
         if (isWritten && name == QLatin1String("showInDock") && m_context.dockChoiceChanged)
             m_context.dockChoiceChanged();
         reload();
-        Q_EMIT changed();
+        m_context.state->noteStoredSetting();
     });
 }
 

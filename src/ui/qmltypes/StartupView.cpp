@@ -22,8 +22,9 @@ StartupView::StartupView(const UserInterfaceContext &context, MainWindowCoordina
     connect(flow, &StartupFlow::disabledItemsChanged, this, &StartupView::showDisabled);
     connect(flow, &StartupFlow::changed, this, [this](const QString &id, bool isDone) {
         setBusy(id, false);
+        const bool wasOff = m_turnedOff.removeAll(id) > 0;
         if (!isDone)
-            m_coordinator.setNotice(QStringLiteral("That did not work. Nothing was changed."));
+            m_coordinator.setNotice(startupFailureText(wasOff));
     });
     connect(flow, &StartupFlow::nothingOpened, this,
             [this] { m_coordinator.setNotice(QStringLiteral("There is nothing here to show that with.")); });
@@ -50,6 +51,7 @@ void StartupView::disable(const QString &id)
     if (item == nullptr || m_context.startup == nullptr || m_busyIds.contains(id))
         return;
     setBusy(id, true);
+    m_turnedOff.append(id);
     m_context.startup->disable(LoginItem(*item));
 }
 

@@ -49,6 +49,7 @@ private:
     MainWindowCoordinator &m_coordinator;
     RowModel m_disabled;
     QStringList m_busyIds;
+    QStringList m_turnedOff; ///< those of them that are being disabled
 };
 
 } // namespace swabby

@@ -20,6 +20,11 @@ QString pidOf(const ProcessRowText &row)
     return QString::number(row.pid);
 }
 
+QString issueIdOf(const IssueCard &card)
+{
+    return card.id;
+}
+
 } // namespace
 
 StateView::StateView(QObject *parent) : QObject(parent)
@@ -36,9 +41,8 @@ void StateView::show(const Figures &figures, bool isCompact)
     m_isCompact = isCompact;
     m_gauges.show(figures.isKnown ? overviewGauges(figures.stats, figures.speedIsKnown) : QList<Gauge>(),
                   [](const Gauge &gauge) { return gauge.title.section(QLatin1Char(' '), 0, 0); });
-    const auto issueKey = [](const IssueCard &card) { return QString::number(card.index); };
-    m_issues.show(issueCards(figures.healthIssues), issueKey);
-    m_speedIssues.show(issueCards(figures.healthIssues, MainSection::speed), issueKey);
+    m_issues.show(issueCards(figures.healthIssues), issueIdOf);
+    m_speedIssues.show(issueCards(figures.healthIssues, MainSection::speed), issueIdOf);
     m_leaks.show(leakTexts(figures.leakSuspects),
                  [](const LeakText &leak) { return QString::number(leak.pid); });
     m_drainers.show(processRowTexts(figures.batteryDrainers, ProcessRowMode::battery, figures.pinnedNames),
@@ -62,8 +66,7 @@ void StateView::showProcesses()
     QList<ProcessRowText> top = rows(m_figures.processes.mid(0, 1));
     for (ProcessRowText &row : top)
         row.detail += QStringLiteral(" memory");
-    // The one row stays and takes up whichever program is on top.
-    m_topProcesses.show(top, [](const ProcessRowText &) { return QString(); });
+    m_topProcesses.show(top, pidOf);
     m_processes.show(rows(filteredProcesses(m_figures.processes, m_searchText)), pidOf);
 }
 

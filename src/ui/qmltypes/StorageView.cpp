@@ -13,7 +13,7 @@ namespace swabby {
 
 StorageView::StorageView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator,
                          QObject *parent)
-    : QObject(parent), m_context(context), m_coordinator(coordinator), m_banner(context, coordinator)
+    : QObject(parent), m_context(context), m_coordinator(coordinator)
 {
     if (m_context.state == nullptr || m_context.ai == nullptr)
         return;
@@ -23,10 +23,18 @@ StorageView::StorageView(const UserInterfaceContext &context, MainWindowCoordina
     for (const RemovableList *list : {&m_quickClean, &m_duplicates, &m_forgottenFiles, &m_applications})
         connect(list, &RemovableList::moreWanted, this, &StorageView::show);
     connect(m_scans.get(), &StorageScans::prepared, this, [this](const RemovableItem &item) {
-        // Another question may have been raised meanwhile.
-        if (!m_coordinator.confirmation()->isOpen())
-            ask({item});
+        m_prepared.push_back(item);
+        askForPrepared();
     });
+    connect(m_coordinator.confirmation(), &ConfirmationView::changed, this, &StorageView::askForPrepared,
+            Qt::QueuedConnection);
+    if (m_context.cleanup != nullptr) {
+        connect(m_context.cleanup, &CleanupFlow::removed, this, [this](const CleanupSuccess &success) {
+            if (!success.left.empty())
+                m_scans->lookAgain();
+        });
+        connect(m_context.cleanup, &CleanupFlow::restored, m_scans.get(), &StorageScans::lookAgain);
+    }
     connect(m_scans.get(), &StorageScans::stillRuns, this, [this](const QString &name) {
         m_coordinator.setNotice(oneLine(name) + QStringLiteral(" is running — quit it first."));
     });
@@ -86,6 +94,15 @@ void StorageView::uninstall(const QString &id)
 {
     if (m_scans)
         m_scans->prepare(id);
+}
+
+// One question at a time: an application's leftovers may have been found while another one is open.
+void StorageView::askForPrepared()
+{
+    if (m_prepared.empty() || m_coordinator.confirmation()->isOpen())
+        return;
+    ask({m_prepared.front()});
+    m_prepared.erase(m_prepared.begin());
 }
 
 void StorageView::ask(const std::vector<RemovableItem> &items)
@@ -215,6 +232,14 @@ double StorageView::clearableFraction() const
 QString StorageView::clearableText() const
 {
     return swabby::clearableText(m_clearableBytes);
+}
+
+QString StorageView::queueNote() const
+{
+    return m_queue.empty()
+               ? QStringLiteral("Anything you choose to remove goes into the Cleanup Queue first. Review the "
+                                "list, then clean up everything in one tap when you're ready.")
+               : QString();
 }
 
 QString StorageView::queueText() const

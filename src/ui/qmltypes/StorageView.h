@@ -3,7 +3,6 @@
 #include "cleanup/flows/StorageScans.h"
 #include "ui/UserInterface.h"
 #include "ui/qmltypes/RemovableList.h"
-#include "ui/qmltypes/RemovalBannerView.h"
 
 #include <QtCore/QObject>
 #include <QtQml/qqmlregistration.h>
@@ -25,6 +24,7 @@ class StorageView : public QObject {
     Q_PROPERTY(double usedFraction READ usedFraction NOTIFY changed)
     Q_PROPERTY(double clearableFraction READ clearableFraction NOTIFY changed)
     Q_PROPERTY(QString clearableText READ clearableText NOTIFY changed)
+    Q_PROPERTY(QString queueNote READ queueNote NOTIFY changed)
     Q_PROPERTY(QString queueText READ queueText NOTIFY changed)
     Q_PROPERTY(bool canCleanUp READ canCleanUp NOTIFY changed)
     Q_PROPERTY(QString sentNote READ sentNote NOTIFY changed)
@@ -32,7 +32,6 @@ class StorageView : public QObject {
     Q_PROPERTY(swabby::RemovableList *duplicates READ duplicates CONSTANT)
     Q_PROPERTY(swabby::RemovableList *forgottenFiles READ forgottenFiles CONSTANT)
     Q_PROPERTY(swabby::RemovableList *applications READ applications CONSTANT)
-    Q_PROPERTY(swabby::RemovalBannerView *banner READ banner CONSTANT)
 
 public:
     StorageView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator,
@@ -55,6 +54,8 @@ public:
     double usedFraction() const;
     double clearableFraction() const;
     QString clearableText() const;
+    /// What the queue is, while it is empty.
+    QString queueNote() const;
     QString queueText() const;
     bool canCleanUp() const { return !m_queue.empty(); }
     /// What left this computer for the suggestions; empty when nothing did.
@@ -63,7 +64,6 @@ public:
     RemovableList *duplicates() { return &m_duplicates; }
     RemovableList *forgottenFiles() { return &m_forgottenFiles; }
     RemovableList *applications() { return &m_applications; }
-    RemovalBannerView *banner() { return &m_banner; }
 
 Q_SIGNALS:
     void changed();
@@ -78,16 +78,17 @@ private:
     /// Takes every ticked item into the queue, and adds up what could be.
     void fillQueue();
     void ask(const std::vector<RemovableItem> &items);
+    void askForPrepared();
 
     UserInterfaceContext m_context;
     MainWindowCoordinator &m_coordinator;
-    RemovalBannerView m_banner;
     RemovableList m_quickClean;
     RemovableList m_duplicates;
     RemovableList m_forgottenFiles;
     RemovableList m_applications;
     std::set<QString> m_selected;
     std::vector<RemovableItem> m_queue;
+    std::vector<RemovableItem> m_prepared; ///< to be asked about
     std::int64_t m_clearableBytes = 0;
     std::unique_ptr<StorageScans> m_scans;
 };

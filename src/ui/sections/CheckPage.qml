@@ -13,11 +13,6 @@ ScrollPage {
     Component.onCompleted: visit = check.enter()
     Component.onDestruction: check.leave(visit)
 
-    RemovalBanner {
-        width: parent.width
-        removal: page.check.banner
-    }
-
     CheckProgress {
         anchors.horizontalCenter: parent.horizontalCenter
         width: Math.min(parent.width, 520)

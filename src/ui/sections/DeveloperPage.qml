@@ -9,11 +9,6 @@ ScrollPage {
     required property MainWindowView view
     readonly property DeveloperView developer: view.developer
 
-    RemovalBanner {
-        width: parent.width
-        removal: page.developer.banner
-    }
-
     Item {
         width: parent.width
         height: 32

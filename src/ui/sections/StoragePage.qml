@@ -19,19 +19,19 @@ ScrollPage {
 
     Component.onCompleted: storage.enter()
 
-    RemovalBanner {
-        width: parent.width
-        removal: page.storage.banner
-    }
-
     StorageHeader {
         width: parent.width
         storage: page.storage
     }
 
-    PutBackRow {
+    Paragraph {
         width: parent.width
-        removal: page.storage.banner
+        leftPadding: 16
+        rightPadding: 16
+        text: page.storage.queueNote
+        font: Theme.smallFont
+        color: Theme.secondary
+        visible: text !== ""
     }
 
     ClutterCard {

@@ -32,7 +32,7 @@ Sheet {
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
             symbol: "xmark"
-            symbolSize: 16
+            symbolSize: 20
             tip: "Close"
             onActivated: sheet.dismissed()
         }

@@ -119,8 +119,8 @@ std::string removeAndPutBack(std::uint32_t seed)
     if (const std::string change = difference(without(before, places), without(after, places));
         !change.empty())
         return "changed: " + change;
-    if (outcome.left != 0)
-        return std::to_string(outcome.left) + " items stayed";
+    if (!outcome.left.empty())
+        return std::to_string(outcome.left.size()) + " items stayed";
     // Only what is emptied keeps its folder.
     for (const std::string &place : trashPlaces)
         if (after.contains(place))
