@@ -9,6 +9,11 @@ Item {
     required property MainWindowView view
     readonly property string page: view.state.isKnown ? view.selected.page : ""
 
+    // Whether the key scrolled the page.
+    function scrollWith(key: int): bool {
+        return (loader.item as ScrollPage)?.scrollWith(key) ?? false;
+    }
+
     function showPage(): void {
         if (page === "")
             loader.source = "";
