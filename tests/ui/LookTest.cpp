@@ -68,6 +68,11 @@ private Q_SLOTS:
             verify("secondary", colors.secondary, ground, 4.5);
         }
         verify("sidebar", colors.primary, colors.sidebar, 4.5);
+        for (const QColor &ground : {colors.window, colors.card, colors.sidebar})
+            for (const QColor &fill : {colors.quietFill, colors.hoverFill})
+                verify("a button's words", colors.primary, laidOver(fill, ground), 4.5);
+        verify("a tab's words", colors.inks[0], laidOver(colors.quietFill, colors.window), 4.5);
+        verify("what destroys", colors.onAccent, colors.dangerFill, 4.5);
         verify("on the accent", colors.onAccent, colors.accentFill, 4.5);
         for (std::size_t tint = 0; tint < tintCount; ++tint) {
             // A translucent wash lies on the window or on a card.
@@ -75,6 +80,7 @@ private Q_SLOTS:
                 const QColor wash = laidOver(colors.washes[tint], ground);
                 verify("a tint's words", colors.inks[tint], wash, 4.5);
                 verify("words on a tint", colors.primary, wash, 4.5);
+                verify("a button on a tint", colors.primary, laidOver(colors.hoverFill, wash), 4.5);
             }
             verify("a tint's words on a card", colors.inks[tint], colors.card, 4.5);
         }

@@ -43,6 +43,8 @@ Rectangle {
         y: 6
         width: parent.width - 20
         text: Hints.text
+        maximumLineCount: 8
+        elide: Text.ElideRight
         font: Theme.smallFont
         Accessible.ignored: true
     }
