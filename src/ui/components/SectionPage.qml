@@ -7,7 +7,9 @@ Item {
     id: frame
 
     required property MainWindowView view
-    readonly property string page: view.state.isKnown ? view.selected.page : ""
+    // On its own, so that a page which changes the state while it goes is not asked for again.
+    readonly property bool isKnown: view.state.isKnown
+    readonly property string page: isKnown ? view.selected.page : ""
 
     // Whether the key scrolled the page.
     function scrollWith(key: int): bool {
@@ -55,13 +57,13 @@ Item {
         anchors.topMargin: notice.visible ? 12 : 0
         anchors.bottom: parent.bottom
         width: parent.width
-        visible: frame.view.state.isKnown
+        visible: frame.isKnown
     }
 
     Column {
         anchors.centerIn: parent
         spacing: 14
-        visible: !frame.view.state.isKnown
+        visible: !frame.isKnown
 
         Spinner {
             anchors.horizontalCenter: parent.horizontalCenter
