@@ -2,6 +2,7 @@
 
 #include "cli/Output.h"
 #include "engine/ByteCount.h"
+#include "engine/TimeText.h"
 #include "engine/WholeNumber.h"
 #include "health/HealthRules.h"
 
@@ -135,8 +136,10 @@ QString stateLine(const AppState &state)
 {
     const SystemStats &stats = state.stats();
     const QDateTime time = QDateTime::fromSecsSinceEpoch(wholeNumber(stats.timestamp));
+    const QLocale locale;
+    const qsizetype longest = timeOfDay(QDateTime(time.date(), QTime(22, 22, 22)), locale).size();
     QString line =
-        time.toString(QStringLiteral("HH:mm:ss")) + QStringLiteral("  ") +
+        timeOfDay(time, locale).rightJustified(longest) + QStringLiteral("  ") +
         inColor(healthWord(state.health()).leftJustified(10), state.health()) +
         QStringLiteral("  %1 busy  %2 memory  %3 free")
             .arg(percent(stats.cpuUsagePercent).rightJustified(4),

@@ -3,9 +3,8 @@
 #include "cli/Output.h"
 #include "cli/StateJson.h"
 #include "cli/StateText.h"
+#include "engine/TimeText.h"
 #include "health/HistoryStore.h"
-
-#include <QtCore/QDateTime>
 
 #include <map>
 
@@ -22,7 +21,7 @@ int runHistory(const Arguments &arguments, const std::shared_ptr<Machine> &machi
     std::vector<QStringList> rows = {
         {QStringLiteral("TIME"), QStringLiteral("CPU"), QStringLiteral("MEMORY")}};
     for (const HistoryPoint &point : history)
-        rows.push_back({QDateTime::fromSecsSinceEpoch(static_cast<qint64>(point.date)).toString(Qt::ISODate),
+        rows.push_back({dayAndTime(QDateTime::fromSecsSinceEpoch(static_cast<qint64>(point.date)), QLocale()),
                         QString::number(point.cpu, 'f', 1) + QLatin1Char('%'),
                         QString::number(point.mem, 'f', 1) + QLatin1Char('%')});
     print(table(rows, {1, 2}));

@@ -20,6 +20,7 @@ Window {
 
         anchors.fill: parent
         enabled: !sheets.isOpen
+        Keys.onPressed: event => event.accepted = section.scrollWith(event.key)
 
         Sidebar {
             id: sidebar
@@ -40,6 +41,8 @@ Window {
         }
 
         SectionPage {
+            id: section
+
             x: sidebar.width
             y: toolbar.height
             width: parent.width - x

@@ -66,13 +66,18 @@ Window {
 
         x: 20
         width: parent.width - 40
-        height: window.view.notice === "" ? 0 : words.implicitHeight + 12
+        height: window.view.notice === "" ? 0 : words.implicitHeight + 22
         anchors.bottom: parent.bottom
         visible: height > 0
+
+        Hairline {
+            width: parent.width
+        }
 
         Paragraph {
             id: words
 
+            y: 10
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
             text: window.view.notice

@@ -134,6 +134,48 @@ private Q_SLOTS:
         QCOMPARE(runOn(machine, words("settings weeklyAttentionCount")).output, QByteArray("1\n"));
     }
 
+    void timesAreShownInThePersonsLocale_data()
+    {
+        QTest::addColumn<QString>("everything"); // LC_ALL, LC_TIME and LANG
+        QTest::addColumn<QString>("times");
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("language") << u""_qs << u""_qs << u"en_US.UTF-8"_qs << u"9/21/26 2:13:20 PM"_qs;
+        QTest::newRow("times") << u""_qs << u"de_DE.UTF-8"_qs << u"en_US.UTF-8"_qs << u"21.09.26 14:13:20"_qs;
+        QTest::newRow("everything") << u"de_DE"_qs << u"en_US"_qs << u"en_US"_qs << u"21.09.26 14:13:20"_qs;
+        QTest::newRow("none") << u""_qs << u""_qs << u""_qs << u"21 Sep 2026 14:13:20"_qs;
+    }
+
+    void timesAreShownInThePersonsLocale()
+    {
+        QFETCH(QString, everything);
+        QFETCH(QString, times);
+        QFETCH(QString, language);
+        QFETCH(QString, shown);
+        TemporaryMachine machine(fixedFacts());
+        // Tools still print what is parsed.
+        machine.addTool(u"/usr/bin/top"_qs, "echo \"$LC_ALL|$LC_TIME|$LC_NUMERIC\" >\"$MACHINE_DIR/locale\"");
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"TZ"_qs, u"UTC"_qs);
+        environment.insert(u"LC_ALL"_qs, everything);
+        environment.insert(u"LC_TIME"_qs, times);
+        environment.insert(u"LANG"_qs, language);
+        const auto answer = [&](const char *arguments) {
+            QProcess program;
+            program.setProcessEnvironment(environment);
+            program.start(QStringLiteral(SWABBYCTL),
+                          words("--machine") + QStringList(machine.folder()) + words(arguments));
+            return program.waitForFinished() ? QString::fromUtf8(program.readAllStandardOutput()) : QString();
+        };
+        const QString line = answer("watch --refreshes 1");
+        const QString time = shown.mid(shown.indexOf(u':') - 2).trimmed();
+        QVERIFY2(line.trimmed().startsWith(time), qPrintable(line));
+        QVERIFY2(answer("history").contains(shown), qPrintable(answer("history")));
+        QFile seen(machine.folder() + u"/locale"_qs);
+        QVERIFY(seen.open(QIODevice::ReadOnly));
+        QCOMPARE(seen.readAll(), QByteArray("|C|C\n"));
+    }
+
     void settingsRoundTrip()
     {
         TemporaryMachine machine(fixedFacts());

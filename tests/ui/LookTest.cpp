@@ -51,13 +51,18 @@ private Q_SLOTS:
     void textCanBeRead_data()
     {
         QTest::addColumn<bool>("isDark");
-        QTest::newRow("light") << false;
-        QTest::newRow("dark") << true;
+        QTest::addColumn<QColor>("accent"); // the desktop's own, if any
+        for (const bool isDark : {false, true})
+            for (const char *accent : {"", "#f6d32d", "#ffffff", "#000000", "#d56199", "#3a944a", "#00008b"})
+                QTest::addRow("%s %s", isDark ? "dark" : "light", accent)
+                    << isDark << QColor(QLatin1String(accent));
     }
     void textCanBeRead()
     {
         QFETCH(bool, isDark);
-        const ThemeColors &colors = isDark ? darkColors() : lightColors();
+        QFETCH(QColor, accent);
+        const ThemeColors &own = isDark ? darkColors() : lightColors();
+        const ThemeColors colors = accent.isValid() ? withAccent(own, accent) : own;
         const auto verify = [](const char *what, const QColor &text, const QColor &ground, double least) {
             const double ratio = contrastRatio(text, ground);
             QVERIFY2(ratio >= least,
@@ -68,6 +73,13 @@ private Q_SLOTS:
             verify("secondary", colors.secondary, ground, 4.5);
         }
         verify("sidebar", colors.primary, colors.sidebar, 4.5);
+        for (const QColor &ground : {colors.window, colors.card, colors.sidebar})
+            for (const QColor &fill : {colors.quietFill, colors.hoverFill})
+                verify("a button's words", colors.primary, laidOver(fill, ground), 4.5);
+        verify("a tab's words", colors.inks[0], laidOver(colors.quietFill, colors.window), 4.5);
+        verify("what destroys", colors.onAccent, colors.dangerFill, 4.5);
+        for (const QColor &ground : {colors.window, colors.card, colors.sidebar})
+            verify("a symbol in the accent", colors.accent, ground, 3);
         verify("on the accent", colors.onAccent, colors.accentFill, 4.5);
         for (std::size_t tint = 0; tint < tintCount; ++tint) {
             // A translucent wash lies on the window or on a card.
@@ -75,6 +87,7 @@ private Q_SLOTS:
                 const QColor wash = laidOver(colors.washes[tint], ground);
                 verify("a tint's words", colors.inks[tint], wash, 4.5);
                 verify("words on a tint", colors.primary, wash, 4.5);
+                verify("a button on a tint", colors.primary, laidOver(colors.hoverFill, wash), 4.5);
             }
             verify("a tint's words on a card", colors.inks[tint], colors.card, 4.5);
         }

@@ -113,6 +113,26 @@ private Q_SLOTS:
         QVERIFY(!isShowingDetail());
     }
 
+    void theArrowsLeadFromRowToRow()
+    {
+        m_folder->setProcesses({"10 1 30 1.0 2000 /Applications/Mill.app/Contents/MacOS/Mill",
+                                "11 1 20 1.0 1000 /Applications/Loom.app/Contents/MacOS/Loom"});
+        refresh();
+        m_open->view->select(MainSection::speed);
+        const auto control = [this](const QString &name) {
+            return itemNamed(m_open->window->contentItem(), name);
+        };
+        QVERIFY(control(u"Pin app: Mill"_qs) != nullptr);
+        control(u"Pin app: Mill"_qs)->forceActiveFocus();
+        press(Qt::Key_Down);
+        QCOMPARE(m_open->window->activeFocusItem(), control(u"Pin app: Loom"_qs));
+        press(Qt::Key_Down); // the last row
+        QCOMPARE(m_open->window->activeFocusItem(), control(u"Pin app: Loom"_qs));
+        press(Qt::Key_Up);
+        press(Qt::Key_Up); // the nearest in the line above is the search
+        QCOMPARE(m_open->window->activeFocusItem()->inputMethodQuery(Qt::ImEnabled).toBool(), true);
+    }
+
     void anIssueLeadsToItsSection()
     {
         refresh();
@@ -140,6 +160,23 @@ private Q_SLOTS:
         m_open.reset();
         open();
         QCOMPARE(m_open->view->selection(), MainSection::overview);
+    }
+
+    void askingAgainForTheCheckStartsAnotherOne()
+    {
+        refresh();
+        m_state->requestMainSection(MainSection::swabbyCheck);
+        CheckView &check = *m_open->view->check();
+        QVERIFY(waitUntil([&] { return m_finishedChecks == 1 && !check.isScanning(); }));
+        m_state->requestMainSection(MainSection::speed);
+        m_state->requestMainSection(MainSection::speed);
+        QVERIFY(!check.isScanning());
+        m_state->requestMainSection(MainSection::swabbyCheck); // selecting the section begins one anyway
+        m_state->requestMainSection(MainSection::swabbyCheck); // and one that runs goes on
+        QVERIFY(waitUntil([&] { return m_finishedChecks == 2 && !check.isScanning(); }));
+        m_state->requestMainSection(MainSection::swabbyCheck);
+        QVERIFY(check.isScanning());
+        QVERIFY(waitUntil([&] { return m_finishedChecks == 3; }));
     }
 
     void closingTheOnlyWayInAsksFirst()
@@ -187,6 +224,9 @@ private:
                                  .quit = [this] { m_hasQuit = true; }});
         QVERIFY(m_open != nullptr);
         m_open->engine->theme->setStill(true);
+        m_finishedChecks = 0;
+        QObject::connect(m_open->view->check(), &CheckView::finished, m_open->view.get(),
+                         [this] { ++m_finishedChecks; });
         m_open->window->show();
         m_open->window->requestActivate();
         QVERIFY(QTest::qWaitForWindowActive(m_open->window.get()));
@@ -217,6 +257,7 @@ private:
         return false;
     }
 
+    int m_finishedChecks = 0;
     std::unique_ptr<TemporaryMachine> m_folder;
     std::unique_ptr<AppState> m_state;
     std::unique_ptr<ApplicationFlows> m_flows;

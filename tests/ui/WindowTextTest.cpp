@@ -73,14 +73,30 @@ private Q_SLOTS:
                  (PopoverChip{u"battery.100.bolt"_qs, u"Battery"_qs, u"84%"_qs, Tint::green, u"battery"_qs}));
     }
 
-    void theTimeIsToTheSecondInTheLocalesWay()
+    void timesAreShownInTheLocalesWay_data()
     {
-        const QDateTime time(QDate(2026, 3, 4), QTime(9, 41, 7));
-        QCOMPARE(updatedText(time, QLocale(QLocale::German, QLocale::Germany)), u"Updated 09:41:07"_qs);
-        // Some editions of the locale's data part the half of the day with a narrow blank.
-        QString american = updatedText(time, QLocale(QLocale::English, QLocale::UnitedStates));
-        QCOMPARE(american.replace(QChar(0x202f), QLatin1Char(' ')), u"Updated 9:41:07 AM"_qs);
-        QVERIFY(!updatedText({}, QLocale::c()).contains(u"Updated"_qs));
+        QTest::addColumn<QString>("updated");
+        QTest::addColumn<QString>("snoozedUntil");
+        QTest::newRow("en_US") << u"9:41:07 PM"_qs << u"9:41 PM"_qs;
+        QTest::newRow("de_DE") << u"21:41:07"_qs << u"21:41"_qs;
+        QTest::newRow("fi_FI") << u"21.41.07"_qs << u"21.41"_qs;
+        QTest::newRow("fr_CA") << u"21 h 41 min 07 s"_qs << u"21 h 41"_qs;
+        QTest::newRow("zh_TW") << u"\u4e0b\u53489:41:07"_qs << u"\u4e0b\u53489:41"_qs;
+        QTest::newRow("C") << u"21:41:07"_qs << u"21:41:07"_qs;
+    }
+    void timesAreShownInTheLocalesWay()
+    {
+        QFETCH(QString, updated);
+        QFETCH(QString, snoozedUntil);
+        const QLocale locale(QString::fromLatin1(QTest::currentDataTag()));
+        const QDateTime time(QDate(2026, 3, 4), QTime(21, 41, 7));
+        // Some editions of the locales' data part the half of the day with a narrow blank.
+        const auto shown = [](QString text) { return text.replace(QChar(0x202f), QLatin1Char(' ')); };
+        QCOMPARE(shown(updatedText(time, locale)), u"Updated "_qs + updated);
+        const double until = static_cast<double>(time.toSecsSinceEpoch());
+        QCOMPARE(shown(snoozeSentence(until, until - 1, locale)),
+                 u"Notifications are silent until "_qs + snoozedUntil + u'.');
+        QVERIFY(!updatedText({}, locale).contains(u"Updated"_qs));
     }
 
     void thePanelStandsBesideItsItemOnTheScreen_data()

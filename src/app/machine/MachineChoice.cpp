@@ -11,6 +11,8 @@ namespace swabby {
 
 void prepareProcess()
 {
+    // What is shown keeps the person's own style, and every QLocale() is that from here on.
+    QLocale::setDefault(localeOfTimes());
     // Tools print numbers and dates in the locale of their environment, and are read in the C locale's. A
     // LC_ALL that says otherwise would win over both, so its character set moves to where it still counts.
     if (const char *all = std::getenv("LC_ALL"); all && *all) {

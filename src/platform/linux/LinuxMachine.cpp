@@ -120,6 +120,14 @@ void prepareForThisComputer()
     ::setenv("DBUS_SESSION_BUS_ADDRESS", sessionBusAddress().c_str(), 1);
 }
 
+QLocale localeOfTimes()
+{
+    for (const char *variable : {"LC_ALL", "LC_TIME", "LANG"})
+        if (const char *name = std::getenv(variable); name != nullptr && *name != '\0')
+            return QLocale(QString::fromLatin1(name));
+    return QLocale::c();
+}
+
 std::shared_ptr<Machine> makeThisComputer()
 {
     auto machine = std::make_shared<Machine>();

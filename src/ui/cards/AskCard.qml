@@ -101,8 +101,7 @@ Item {
 
                     implicitHeight: 26
                     text: modelData
-                    enabled: !card.view.isAsking
-                    opacity: card.view.isAsking ? 0.5 : isPressed ? 0.75 : 1
+                    isAvailable: !card.view.isAsking
                     onActivated: card.ask(modelData)
                 }
             }

@@ -28,7 +28,7 @@ Item {
         anchors.rightMargin: 12
         anchors.verticalCenter: parent.verticalCenter
 
-        PlainLabel {
+        NameLabel {
             width: parent.width
             text: row.entry.name
         }
@@ -41,7 +41,7 @@ Item {
         }
     }
 
-    PlainLabel {
+    Figure {
         id: memory
 
         anchors.right: load.left
@@ -51,7 +51,7 @@ Item {
         font: Theme.headingFont
     }
 
-    PlainLabel {
+    Figure {
         id: load
 
         anchors.right: parent.right

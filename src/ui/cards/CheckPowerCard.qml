@@ -38,7 +38,7 @@ Card {
             anchors.verticalCenter: parent.verticalCenter
             spacing: 1
 
-            PlainLabel {
+            NameLabel {
                 width: parent.width
                 text: card.process.name
             }

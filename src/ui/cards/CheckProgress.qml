@@ -14,7 +14,8 @@ Column {
     Card {
         width: parent.width
         verticalPadding: 24
-        spacing: 14
+        sidePadding: 28
+        spacing: 12
 
         Repeater {
             model: progress.check.steps
@@ -30,7 +31,6 @@ Column {
                 Accessible.name: modelData.text + (modelData.isDone ? ", done" : ", still to come")
 
                 SymbolItem {
-                    x: 8
                     anchors.verticalCenter: parent.verticalCenter
                     width: 18
                     height: 18
@@ -40,8 +40,8 @@ Column {
                 }
 
                 PlainLabel {
-                    x: 40
-                    width: parent.width - 40
+                    x: 30
+                    width: parent.width - 30
                     anchors.verticalCenter: parent.verticalCenter
                     text: step.modelData.text
                     color: step.modelData.isDone ? Theme.primary : Theme.secondary
@@ -61,7 +61,7 @@ Column {
             Spinner {
                 id: spinner
 
-                x: 9
+                x: 1
                 anchors.verticalCenter: parent.verticalCenter
                 color: Theme.accent
             }
@@ -69,12 +69,12 @@ Column {
             PlainLabel {
                 id: analyzing
 
-                x: 40
+                x: 30
                 anchors.verticalCenter: parent.verticalCenter
                 text: "Analyzing system health…"
             }
 
-            PlainLabel {
+            Figure {
                 anchors.left: analyzing.right
                 anchors.leftMargin: 12
                 anchors.right: stop.left
@@ -97,13 +97,28 @@ Column {
         }
     }
 
-    Paragraph {
+    Column {
         width: parent.width
-        leftPadding: 24
-        rightPadding: 24
-        horizontalAlignment: Text.AlignHCenter
-        text: "The summary is written by Claude — nothing about your files is sent, only counts and sizes."
-        font: Theme.smallFont
-        color: Theme.secondary
+        spacing: 4
+
+        Paragraph {
+            width: parent.width
+            leftPadding: 24
+            rightPadding: 24
+            horizontalAlignment: Text.AlignHCenter
+            text: "The summary is written by Claude — nothing about your files is sent, only counts and sizes."
+            font: Theme.smallFont
+            color: Theme.secondary
+        }
+
+        Paragraph {
+            width: parent.width
+            leftPadding: 24
+            rightPadding: 24
+            horizontalAlignment: Text.AlignHCenter
+            text: progress.check.namesNote
+            font: Theme.smallFont
+            color: Theme.secondary
+        }
     }
 }

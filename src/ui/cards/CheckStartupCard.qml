@@ -42,7 +42,7 @@ Card {
                     anchors.verticalCenter: parent.verticalCenter
                     spacing: 1
 
-                    PlainLabel {
+                    NameLabel {
                         width: parent.width
                         text: row.entry.label
                         elide: Text.ElideMiddle

@@ -11,7 +11,7 @@ Item {
     default property alias trailing: end.data
 
     width: parent === null ? 0 : parent.width
-    implicitHeight: 38
+    implicitHeight: Math.max(38, words.height)
 
     Rectangle {
         id: plate
@@ -32,6 +32,8 @@ Item {
     }
 
     Column {
+        id: words
+
         anchors.left: plate.right
         anchors.leftMargin: 12
         anchors.right: end.left
@@ -46,7 +48,7 @@ Item {
             Accessible.role: Accessible.Heading
         }
 
-        PlainLabel {
+        Paragraph {
             width: parent.width
             text: header.subtitle
             font: Theme.smallFont

@@ -27,11 +27,24 @@ Card {
 
         PlainLabel {
             anchors.verticalCenter: parent.verticalCenter
-            width: parent.width - 19
+            width: parent.width - 19 - (warning.visible ? 19 : 0)
             text: card.entry.title
             font: Theme.smallFont
             color: Theme.secondary
             Accessible.ignored: true
+        }
+
+        SymbolItem {
+            id: warning
+
+            anchors.verticalCenter: parent.verticalCenter
+            width: 14
+            height: 14
+            name: "exclamationmark.triangle.fill"
+            color: Theme.marks[Tints.red]
+            visible: card.entry.tint === Tints.red
+            Accessible.role: Accessible.Graphic
+            Accessible.name: "Warning"
         }
     }
 
@@ -39,17 +52,21 @@ Card {
         width: parent.width
         height: 26
 
-        PlainLabel {
+        Figure {
             id: value
 
             anchors.verticalCenter: parent.verticalCenter
             width: Math.min(implicitWidth, parent.width)
+            // Where both hardly fit, the whole of them matters more than their digits standing still.
+            isTabular: tabularWidth + 5 + rest.implicitWidth <= parent.width
             text: card.entry.value
             font: Theme.figureFont
             Accessible.ignored: true
         }
 
         PlainLabel {
+            id: rest
+
             anchors.baseline: value.baseline
             x: card.entry.value === "" ? 0 : value.width + 5
             width: parent.width - x

@@ -11,6 +11,8 @@ Item {
     signal action
 
     readonly property bool isWide: !isInSheet && width >= 480
+    // Beside the explanations, unless they would get narrow.
+    readonly property bool isBeside: isWide && (column.width - button.width - 48) / 2 >= 190
     readonly property real inset: isInSheet ? 14 : 16
 
     implicitHeight: column.implicitHeight + 28
@@ -63,7 +65,7 @@ Item {
 
             readonly property real columnWidth: root.isWide ? (width - 24) / 2 : width
 
-            width: parent.width - (root.isWide && button.visible ? button.width + 24 : 0)
+            width: parent.width - (root.isBeside && button.visible ? button.width + 24 : 0)
             columns: root.isWide ? 2 : 1
             columnSpacing: 24
             rowSpacing: 8
@@ -84,7 +86,7 @@ Item {
         Item {
             width: 1
             height: button.height
-            visible: button.visible && !root.isWide
+            visible: button.visible && !root.isBeside
         }
     }
 
@@ -93,7 +95,7 @@ Item {
 
         x: root.isWide ? root.width - root.inset - width : root.inset
         y: root.height - 14 - height
-        width: Math.min(implicitWidth, root.isWide ? 200 : column.width)
+        width: Math.min(implicitWidth, root.isWide ? 240 : column.width)
         text: root.issue.actionLabel
         isDestructive: root.issue.isDestructive
         visible: root.issue.actionLabel !== ""

@@ -34,15 +34,15 @@ Pressable {
         color: Theme.marks[button.chip.tint]
     }
 
-    PlainLabel {
-        x: 3
+    Figure {
+        id: value
+
+        anchors.horizontalCenter: parent.horizontalCenter
         y: 26
-        width: parent.width - 6
-        horizontalAlignment: Text.AlignHCenter
+        width: implicitWidth
+        scale: Math.min(1, (button.width - 4) / width)
         text: button.chip.value
         font: Theme.chipFont
-        fontSizeMode: Text.HorizontalFit
-        minimumPixelSize: 8
         Accessible.ignored: true
     }
 
@@ -53,7 +53,7 @@ Pressable {
         horizontalAlignment: Text.AlignHCenter
         text: button.chip.label
         font: Theme.axisFont
-        color: Theme.secondary
+        color: button.isHovered ? Theme.primary : Theme.secondary
         Accessible.ignored: true
     }
 }

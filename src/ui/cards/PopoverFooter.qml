@@ -57,7 +57,7 @@ Item {
             anchors.centerIn: parent
             text: "Quit Swabby"
             font: Theme.hintFont
-            color: Theme.secondary
+            color: quitButton.isHovered ? Theme.primary : Theme.secondary
             Accessible.ignored: true
         }
     }

@@ -50,6 +50,8 @@ Column {
                 anchors.verticalCenter: parent.verticalCenter
                 radius: 11
                 color: Theme.washes[header.view.healthTint]
+                border.width: capsule.isHovered ? 1 : 0
+                border.color: Theme.inks[header.view.healthTint]
 
                 PlainLabel {
                     id: word

@@ -5,6 +5,7 @@ Pressable {
     id: row
 
     property issueCard issue
+    readonly property bool isGrave: issue.tint === Tints.red
 
     name: issue.severity + ": " + issue.what
     implicitHeight: Math.max(28, words.implicitHeight + 14)
@@ -24,6 +25,17 @@ Pressable {
         height: 7
         radius: 3.5
         color: Theme.marks[row.issue.tint]
+        visible: !row.isGrave
+    }
+
+    SymbolItem {
+        x: 11.5
+        y: 9
+        width: 12
+        height: 12
+        name: "exclamationmark.triangle.fill"
+        color: Theme.marks[row.issue.tint]
+        visible: row.isGrave
     }
 
     Paragraph {

@@ -34,7 +34,7 @@ Item {
             width: parent.width
             spacing: 6
 
-            PlainLabel {
+            NameLabel {
                 id: name
 
                 width: Math.min(implicitWidth, parent.width - (row.entry.isPinned ? 18 : 0))
@@ -67,19 +67,19 @@ Item {
         anchors.right: value.left
         anchors.rightMargin: 12
         anchors.verticalCenter: parent.verticalCenter
-        width: 120
+        width: Math.min(120, Math.round((row.width - 185) * 0.36))
         fraction: row.entry.fraction
         fillColor: Theme.marks[row.entry.tint]
-        visible: row.hasBar && row.width > 520
+        visible: row.hasBar && row.width > 360
     }
 
-    PlainLabel {
+    Figure {
         id: value
 
         anchors.right: trust.left
         anchors.rightMargin: 12
         anchors.verticalCenter: parent.verticalCenter
-        width: row.hasBar ? 84 : 64
+        width: row.hasBar ? 80 : 64
         horizontalAlignment: Text.AlignRight
         text: row.entry.value
         font: Theme.headingFont

@@ -75,7 +75,7 @@ Item {
                 width: parent.width
                 spacing: 6
 
-                PlainLabel {
+                NameLabel {
                     width: Math.min(implicitWidth, parent.width - (badge.visible ? badge.width + 6 : 0))
                     text: row.entry.title
                     elide: Text.ElideMiddle
@@ -144,6 +144,13 @@ Item {
                 name: tip + ": " + row.entry.title
                 visible: row.entry.details.length > 0
                 onActivated: row.isExpanded = !row.isExpanded
+            }
+
+            // So that the sizes of all rows stand under each other.
+            Item {
+                width: 24
+                height: 1
+                visible: row.hasBox && row.entry.details.length === 0
             }
         }
     }

@@ -23,13 +23,13 @@ Item {
         anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter
 
-        PlainLabel {
+        NameLabel {
             width: parent.width
             text: row.entry.name
             elide: Text.ElideMiddle
         }
 
-        PlainLabel {
+        NameLabel {
             width: parent.width
             text: row.entry.place === "" ? row.entry.fate : row.entry.fate + " · " + row.entry.place
             elide: Text.ElideMiddle

@@ -19,7 +19,7 @@ Row {
         spacing: 4
         visible: controls.scan.isScanning
 
-        PlainLabel {
+        Figure {
             width: parent.width
             text: controls.scan.progress
             font: Theme.smallFont

@@ -25,7 +25,7 @@ Card {
         height: 86
         day: card.figures.speedDay
         color: Theme.accent
-        gridColor: Theme.hairline
+        gridColor: card.figures.hasSpeedLine ? Theme.hairline : "transparent"
         Accessible.role: Accessible.Chart
         Accessible.name: card.figures.speedSentence
 

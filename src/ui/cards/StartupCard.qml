@@ -50,10 +50,11 @@ Card {
                         width: parent.width
                         spacing: 8
 
-                        PlainLabel {
+                        NameLabel {
                             width: Math.min(implicitWidth, parent.width - (badge.visible ? badge.width + 8 : 0))
                             anchors.verticalCenter: parent.verticalCenter
                             text: row.entry.label
+                            elide: Text.ElideMiddle
                         }
 
                         Badge {

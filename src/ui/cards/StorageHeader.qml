@@ -17,7 +17,7 @@ Card {
             anchors.rightMargin: 24
             height: parent.height
 
-            PlainLabel {
+            Figure {
                 id: free
 
                 text: card.storage.freeText
@@ -85,7 +85,7 @@ Card {
                 anchors.right: parent.right
                 text: "Review and clean up"
                 isProminent: true
-                enabled: card.storage.canCleanUp
+                isAvailable: card.storage.canCleanUp
                 onActivated: card.storage.cleanUp()
             }
         }

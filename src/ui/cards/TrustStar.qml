@@ -21,7 +21,7 @@ Item {
         color: Theme.trustStar
     }
 
-    PlainLabel {
+    Figure {
         x: 18
         anchors.verticalCenter: parent.verticalCenter
         text: trust.score

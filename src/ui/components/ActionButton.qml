@@ -10,11 +10,13 @@ Pressable {
     property bool isDestructive: false
 
     readonly property color quietColor: isHovered ? Theme.hoverFill : Theme.quietFill
+    readonly property bool isInRow: height < 26
 
     name: text
-    implicitWidth: Math.ceil(label.implicitWidth) + 24
+    tip: label.truncated ? text : ""
+    implicitWidth: Math.ceil(label.implicitWidth) + (isInRow ? 20 : 24)
     implicitHeight: 28
-    opacity: !enabled ? 0.45 : isPressed ? 0.75 : 1
+    opacity: !isAvailable ? 0.45 : isPressed ? 0.75 : 1
 
     Rectangle {
         anchors.fill: parent
@@ -26,6 +28,16 @@ Pressable {
                 duration: Theme.foldDuration
             }
         }
+    }
+
+    // A prominent button deepens under the pointer, one that destroys gains an edge: its words stay readable.
+    Rectangle {
+        anchors.fill: parent
+        radius: button.innerRadius
+        color: button.isProminent ? Qt.rgba(0, 0, 0, 0.1) : "transparent"
+        border.width: button.isProminent ? 0 : 1
+        border.color: Theme.inks[Tints.red]
+        visible: button.isHovered && (button.isProminent || button.isDestructive)
     }
 
     PlainLabel {

@@ -12,6 +12,7 @@ Item {
     property bool isPaper: true
     property color edge: "transparent"
     property real verticalPadding: 14
+    property real sidePadding: 16
 
     implicitHeight: column.implicitHeight + 2 * verticalPadding
 
@@ -50,8 +51,8 @@ Item {
     Column {
         id: column
 
-        x: 16
+        x: card.sidePadding
         y: card.verticalPadding
-        width: card.width - 32
+        width: card.width - 2 * card.sidePadding
     }
 }

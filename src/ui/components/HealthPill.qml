@@ -19,6 +19,8 @@ Pressable {
         anchors.fill: parent
         radius: height / 2
         color: Theme.washes[pill.tint]
+        border.width: pill.isHovered ? 1 : 0
+        border.color: Theme.inks[pill.tint]
     }
 
     PlainLabel {

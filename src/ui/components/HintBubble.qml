@@ -3,7 +3,7 @@ import QtQuick
 import Swabby.Ui
 
 // Shows the wanted tooltip under its control, after a moment.
-Rectangle {
+Item {
     id: bubble
 
     readonly property Item target: Hints.target !== null && Hints.target.Window.window === Window.window ? Hints.target : null
@@ -20,13 +20,21 @@ Rectangle {
     z: 100
     width: Math.min(label.implicitWidth, 320) + 20
     height: label.height + 12
-    radius: 6
-    color: Theme.isDark ? "#3a3a3e" : "#fdfdfe"
-    border.width: 1
-    border.color: Theme.hairline
     onTargetChanged: {
         visible = false;
         target !== null ? delay.restart() : delay.stop();
+    }
+
+    FloatingShadow {
+        innerRadius: 6
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        radius: 6
+        color: Theme.isDark ? "#3a3a3e" : "#fdfdfe"
+        border.width: 1
+        border.color: Theme.hairline
     }
 
     Timer {
@@ -43,6 +51,8 @@ Rectangle {
         y: 6
         width: parent.width - 20
         text: Hints.text
+        maximumLineCount: 8
+        elide: Text.ElideRight
         font: Theme.smallFont
         Accessible.ignored: true
     }

@@ -76,6 +76,10 @@ SymbolButton {
                 button.forceActiveFocus();
             }
 
+            FloatingShadow {
+                innerRadius: 9
+            }
+
             Rectangle {
                 anchors.fill: parent
                 anchors.margins: -1

@@ -8,6 +8,8 @@ Item {
     property string name
     property string tip
     property bool isBusy: false
+    // A sheet over the window takes the keyboard and the pointer from what is beneath, but not its looks.
+    property bool isAvailable: true
     property real innerRadius: 7
     readonly property bool isHovered: area.containsMouse
     readonly property bool isPressed: area.pressed
@@ -20,6 +22,7 @@ Item {
             pressable.activated();
     }
 
+    enabled: isAvailable
     activeFocusOnTab: true
     Accessible.role: Accessible.Button
     Accessible.name: name

@@ -8,13 +8,18 @@ Flickable {
     default property alias content: column.data
     property alias spacing: column.spacing
     property real padding: 20
+    property real bottomPadding: padding
     readonly property Item focusItem: Window.activeFocusItem
 
-    function reveal(item: Item): void {
+    function holds(item: Item): bool {
         let ancestor = item;
         while (ancestor !== null && ancestor !== column)
             ancestor = ancestor.parent;
-        if (ancestor === null)
+        return ancestor !== null;
+    }
+
+    function reveal(item: Item): void {
+        if (!holds(item))
             return;
         const top = item.mapToItem(column, 0, 0).y + column.y - 8;
         const bottom = top + item.height + 16;
@@ -24,15 +29,58 @@ Flickable {
             contentY = Math.min(contentHeight - height, bottom - height);
     }
 
+    // The nearest control in the row above or below, so that the arrows lead through a list. None at its ends.
+    function controlBeyond(item: Item, isBelow: bool): Item {
+        const middle = control => control.mapToItem(column, control.width / 2, control.height / 2);
+        const start = middle(item);
+        let found = null;
+        let place = start;
+        for (let next = item.nextItemInFocusChain(isBelow); next !== null && next !== item && holds(next); next = next.nextItemInFocusChain(isBelow)) {
+            const here = middle(next);
+            if (Math.abs(here.y - start.y) <= 12)
+                continue;
+            if (found !== null && Math.abs(here.y - place.y) > 12)
+                break;
+            if (found === null || Math.abs(here.x - start.x) < Math.abs(place.x - start.x)) {
+                found = next;
+                place = here;
+            }
+        }
+        return found;
+    }
+
     function scrollBy(distance: real): void {
         contentY = Math.max(0, Math.min(Math.max(0, contentHeight - height), contentY + distance));
     }
 
+    // A screenful, or to an end; false when the key means something else.
+    function scrollWith(key: int): bool {
+        if (key === Qt.Key_PageUp || key === Qt.Key_PageDown)
+            scrollBy(key === Qt.Key_PageDown ? height * 0.85 : -height * 0.85);
+        else if (key === Qt.Key_Home || key === Qt.Key_End)
+            scrollBy(key === Qt.Key_End ? contentHeight : -contentHeight);
+        else
+            return false;
+        return true;
+    }
+
     clip: true
     contentWidth: width
-    contentHeight: column.height + column.y + padding
+    contentHeight: column.height + column.y + bottomPadding
     boundsBehavior: Flickable.StopAtBounds
     flickableDirection: Flickable.VerticalFlick
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_Up || event.key === Qt.Key_Down) {
+            const next = controlBeyond(focusItem, event.key === Qt.Key_Down);
+            if (next === null)
+                scrollBy(event.key === Qt.Key_Down ? 60 : -60);
+            else
+                next.forceActiveFocus(Qt.TabFocusReason);
+            event.accepted = true;
+        } else {
+            event.accepted = scrollWith(event.key);
+        }
+    }
     onFocusItemChanged: if (focusItem !== null)
         reveal(focusItem)
 

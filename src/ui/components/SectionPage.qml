@@ -7,7 +7,14 @@ Item {
     id: frame
 
     required property MainWindowView view
-    readonly property string page: view.state.isKnown ? view.selected.page : ""
+    // On its own, so that a page which changes the state while it goes is not asked for again.
+    readonly property bool isKnown: view.state.isKnown
+    readonly property string page: isKnown ? view.selected.page : ""
+
+    // Whether the key scrolled the page.
+    function scrollWith(key: int): bool {
+        return (loader.item as ScrollPage)?.scrollWith(key) ?? false;
+    }
 
     function showPage(): void {
         if (page === "")
@@ -73,13 +80,13 @@ Item {
         anchors.top: news.bottom
         anchors.bottom: parent.bottom
         width: parent.width
-        visible: frame.view.state.isKnown
+        visible: frame.isKnown
     }
 
     Column {
         anchors.centerIn: parent
         spacing: 14
-        visible: !frame.view.state.isKnown
+        visible: !frame.isKnown
 
         Spinner {
             anchors.horizontalCenter: parent.horizontalCenter

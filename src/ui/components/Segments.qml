@@ -66,6 +66,13 @@ FocusScope {
                 Accessible.selected: segments.current === index
                 Accessible.onPressAction: segments.choose(index)
 
+                Rectangle {
+                    anchors.fill: parent
+                    radius: 6
+                    color: Theme.quietFill
+                    visible: area.containsMouse && segments.current !== choice.index
+                }
+
                 PlainLabel {
                     anchors.centerIn: parent
                     text: choice.modelData
@@ -74,7 +81,10 @@ FocusScope {
                 }
 
                 MouseArea {
+                    id: area
+
                     anchors.fill: parent
+                    hoverEnabled: true
                     onClicked: segments.choose(choice.index)
                 }
             }

@@ -61,6 +61,16 @@ Item {
     }
 
     Rectangle {
+        x: knob.x - 1
+        y: knob.y
+        width: 20
+        height: 20
+        radius: 10
+        color: Theme.quietFill
+        visible: !Theme.isDark
+    }
+
+    Rectangle {
         id: knob
 
         x: slider.fraction * (slider.width - width)

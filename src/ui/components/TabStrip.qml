@@ -37,7 +37,7 @@ FocusScope {
                 required property string modelData
                 required property int index
                 readonly property bool isCurrent: strip.current === index
-                readonly property color ink: isCurrent ? Theme.inks[Tints.accent] : Theme.secondary
+                readonly property color ink: isCurrent ? Theme.inks[Tints.accent] : area.containsMouse ? Theme.primary : Theme.secondary
 
                 width: Math.max(56, Math.ceil(label.implicitWidth) + 28)
                 height: 50

@@ -25,7 +25,7 @@ Pressable {
         width: 16
         height: 16
         name: button.symbol
-        color: Theme.secondary
+        color: button.isHovered ? Theme.primary : Theme.secondary
     }
 
     PlainLabel {
@@ -35,7 +35,7 @@ Pressable {
         anchors.verticalCenter: parent.verticalCenter
         text: button.text
         font: Theme.buttonFont
-        color: Theme.secondary
+        color: button.isHovered ? Theme.primary : Theme.secondary
         visible: !button.isTight
         Accessible.ignored: true
     }

@@ -29,6 +29,6 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         text: chip.text
         font: Theme.buttonFont
-        color: Theme.secondary
+        color: Theme.primary
     }
 }

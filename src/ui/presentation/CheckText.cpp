@@ -40,6 +40,13 @@ ProcessRowText watchedText(const ProcessSample &process)
     return row;
 }
 
+QString namesSentText(bool usesAssistant)
+{
+    return usesAssistant ? QStringLiteral("Only two things go by name: the app to watch, and cache folders "
+                                          "that Swabby does not know.")
+                         : QStringLiteral("The assistant is turned off, so nothing is sent this time.");
+}
+
 QString sentText(const SwabbyCheckResult &result)
 {
     return result.wasSent ? QStringLiteral("Sent to Claude for this: counts and sizes, and the names of the "

@@ -32,6 +32,9 @@ QList<StartupRowText> startupReviewTexts(const FullCheck &check, const QList<Log
 /// The program worth watching; its detail is how busy it is.
 ProcessRowText watchedText(const ProcessSample &process);
 
+/// What goes by name beside the counts and sizes while a check runs, or that nothing goes at all.
+QString namesSentText(bool usesAssistant);
+
 /// What left this computer for the result, in a sentence; empty when nothing did.
 QString sentText(const SwabbyCheckResult &result);
 

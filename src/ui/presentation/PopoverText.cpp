@@ -1,6 +1,7 @@
 #include "ui/presentation/PopoverText.h"
 
 #include "engine/ByteCount.h"
+#include "engine/TimeText.h"
 #include "health/MainSection.h"
 #include "ui/presentation/Gauges.h"
 #include "ui/presentation/PlainWords.h"
@@ -52,11 +53,7 @@ QString updatedText(const std::optional<QDateTime> &time, const QLocale &locale)
 {
     if (!time)
         return QStringLiteral("Taking a first look…");
-    // The short style lacks the seconds, and the long one names the time zone.
-    QString style = locale.timeFormat(QLocale::ShortFormat);
-    if (!style.contains(QLatin1String("ss")))
-        style.replace(QLatin1String("mm"), QLatin1String("mm:ss"));
-    return QStringLiteral("Updated ") + locale.toString(time->time(), style);
+    return QStringLiteral("Updated ") + timeOfDay(*time, locale);
 }
 
 QPoint popoverPosition(const QRect &item, const QSize &panel, const QRect &available)

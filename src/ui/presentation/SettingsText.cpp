@@ -1,5 +1,7 @@
 #include "ui/presentation/SettingsText.h"
 
+#include "engine/TimeText.h"
+
 #include <QtCore/QDir>
 #include <QtCore/QUrl>
 
@@ -73,8 +75,7 @@ QString snoozeSentence(const std::optional<double> &until, double now, const QLo
     if (!until || *until <= now)
         return {};
     const QDateTime time = QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(*until * 1'000));
-    return QStringLiteral("Notifications are silent until %1.")
-        .arg(locale.toString(time.time(), QLocale::ShortFormat));
+    return QStringLiteral("Notifications are silent until %1.").arg(timeOfDayToTheMinute(time, locale));
 }
 
 std::optional<QString> excludedPath(const QString &typed, const QString &home)

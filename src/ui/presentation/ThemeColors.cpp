@@ -31,6 +31,17 @@ double luminance(const QColor &color)
     return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
 }
 
+// The color, moved towards black or white until it can be told apart from all of these grounds that well.
+QColor toldApart(QColor color, const QList<QColor> &grounds, double least)
+{
+    const bool isOnDark = luminance(grounds.first()) < 0.2;
+    const QColor step = isOnDark ? white(0.04) : black(0.04);
+    const auto isTold = [&](const QColor &ground) { return contrastRatio(color, ground) >= least; };
+    for (int steps = 0; steps < 100 && !std::all_of(grounds.begin(), grounds.end(), isTold); ++steps)
+        color = laidOver(step, color);
+    return color;
+}
+
 } // namespace
 
 const ThemeColors &lightColors()
@@ -85,6 +96,25 @@ const ThemeColors &darkColors()
         .washes = {washOf(0x409cff), washOf(0x30d158), washOf(0xff9f0a), washOf(0xff453a)},
     };
     return colors;
+}
+
+ThemeColors withAccent(const ThemeColors &colors, const QColor &accent)
+{
+    constexpr std::size_t place = 0; // of the accent among the tints
+    const bool isDark = luminance(colors.window) < 0.2;
+    ThemeColors result = colors;
+    result.accent = toldApart(accent, {colors.sidebar, colors.window, colors.card}, 3);
+    result.accentFill = toldApart(accent, {colors.onAccent}, 4.5);
+    QColor wash = accent;
+    wash.setAlphaF(isDark ? 0.17F : 0.11F);
+    result.marks[place] = result.accent;
+    result.washes[place] = isDark ? wash : laidOver(wash, colors.card);
+    result.inks[place] = toldApart(accent,
+                                   {colors.window, colors.card, laidOver(colors.quietFill, colors.window),
+                                    laidOver(result.washes[place], colors.window),
+                                    laidOver(result.washes[place], colors.card)},
+                                   4.5);
+    return result;
 }
 
 const QList<QColor> &tileColors()

@@ -36,6 +36,10 @@ struct ThemeColors {
 const ThemeColors &lightColors();
 const ThemeColors &darkColors();
 
+/// The same colours around the accent that the desktop has chosen, deepened or lightened as far as words on
+/// it and in it need to be read.
+ThemeColors withAccent(const ThemeColors &colors, const QColor &accent);
+
 /// Backgrounds of programs' letter tiles, the same in both themes, each dark enough for a white letter.
 const QList<QColor> &tileColors();
 

@@ -1,5 +1,6 @@
 #include "ui/qmltypes/CheckView.h"
 
+#include "app/settings/Settings.h"
 #include "cleanup/flows/QuitFlow.h"
 #include "startup/flows/StartupFlow.h"
 #include "ui/presentation/PlainWords.h"
@@ -139,6 +140,13 @@ QString CheckView::lookingAt() const
     // What is left then is to ask about unknown caches and to sum up.
     const bool isThrough = m_check->completedSteps().size() == FullCheck::steps().size();
     return isThrough ? QStringLiteral("Summing up…") : lookingAtText(m_check->lookingAt());
+}
+
+QString CheckView::namesNote() const
+{
+    return m_context.state == nullptr
+               ? QString()
+               : namesSentText(Settings(*m_context.state->machine().settings).aiEnabled());
 }
 
 QString CheckView::headline() const

@@ -24,6 +24,7 @@ class CheckView : public QObject {
     Q_PROPERTY(bool isStopped READ isStopped NOTIFY changed)
     Q_PROPERTY(QList<swabby::CheckStep> steps READ steps NOTIFY changed)
     Q_PROPERTY(QString lookingAt READ lookingAt NOTIFY lookingAtChanged)
+    Q_PROPERTY(QString namesNote READ namesNote NOTIFY changed)
     Q_PROPERTY(QString headline READ headline NOTIFY changed)
     Q_PROPERTY(QString summary READ summary NOTIFY changed)
     Q_PROPERTY(QString sentNote READ sentNote NOTIFY changed)
@@ -61,6 +62,7 @@ public:
     bool isStopped() const { return m_isStopped; }
     QList<CheckStep> steps() const;
     QString lookingAt() const;
+    QString namesNote() const;
     QString headline() const;
     QString summary() const;
     QString sentNote() const;

@@ -1,6 +1,7 @@
 #include "ui/qmltypes/DesktopAppearance.h"
 
 #include <QtCore/QEvent>
+#include <QtDBus/QDBusArgument>
 #include <QtDBus/QDBusConnection>
 #include <QtDBus/QDBusMessage>
 #include <QtDBus/QDBusPendingCallWatcher>
@@ -8,6 +9,9 @@
 #include <QtDBus/QDBusVariant>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QPalette>
+
+#include <algorithm>
+#include <array>
 
 namespace swabby {
 namespace {
@@ -17,6 +21,7 @@ const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearance = QStringLiteral("org.freedesktop.appearance");
 const QString colorScheme = QStringLiteral("color-scheme");
+const QString accentColor = QStringLiteral("accent-color");
 const QString desktopInterface = QStringLiteral("org.gnome.desktop.interface");
 const QString enableAnimations = QStringLiteral("enable-animations");
 
@@ -26,6 +31,25 @@ QVariant unwrapped(QVariant value)
     while (value.canConvert<QDBusVariant>())
         value = value.value<QDBusVariant>().variant();
     return value;
+}
+
+// Red, green and blue from 0 to 1; anything outside says that there is none.
+std::optional<QColor> accentFrom(const QVariant &value)
+{
+    if (!value.canConvert<QDBusArgument>())
+        return std::nullopt;
+    const auto argument = value.value<QDBusArgument>();
+    if (argument.currentSignature() != QLatin1String("(ddd)"))
+        return std::nullopt;
+    std::array<double, 3> parts{};
+    argument.beginStructure();
+    for (double &part : parts)
+        argument >> part;
+    argument.endStructure();
+    if (!std::all_of(parts.begin(), parts.end(), [](double part) { return part >= 0 && part <= 1; }))
+        return std::nullopt;
+    return QColor::fromRgbF(static_cast<float>(parts[0]), static_cast<float>(parts[1]),
+                            static_cast<float>(parts[2]));
 }
 
 } // namespace
@@ -41,6 +65,7 @@ DesktopAppearance::DesktopAppearance(QObject *parent) : QObject(parent)
     bus.connect(service, path, interface, QStringLiteral("SettingChanged"), this,
                 SLOT(settingChanged(QString, QString, QDBusVariant)));
     ask(appearance, colorScheme);
+    ask(appearance, accentColor);
     ask(desktopInterface, enableAnimations);
 }
 
@@ -80,6 +105,8 @@ void DesktopAppearance::take(const QString &space, const QString &key, const QVa
     if (space == appearance && key == colorScheme) {
         const uint scheme = plain.toUInt(); // 0 leaves it open, 1 is dark, 2 is light
         m_prefersDark = scheme == 0 ? std::nullopt : std::optional(scheme == 1);
+    } else if (space == appearance && key == accentColor) {
+        m_accent = accentFrom(plain);
     } else if (space == desktopInterface && key == enableAnimations) {
         m_reducesMotion = !plain.toBool();
     } else {

@@ -41,8 +41,12 @@ void MainWindowView::followState()
         Q_EMIT refreshingChanged();
     }
     if (const auto requested = state.requestedMainSection()) {
+        const bool isThere = *requested == m_selection && m_stateView.isKnown();
         select(*requested);
         state.requestMainSection(std::nullopt);
+        // Whoever asks for a check that is looked at already wants another one.
+        if (isThere && *requested == MainSection::swabbyCheck && !m_check.isScanning())
+            m_check.run();
     }
 }
 

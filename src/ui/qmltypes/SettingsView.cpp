@@ -32,6 +32,10 @@ SettingsView::SettingsView(const UserInterfaceContext &context, QObject *parent)
     if (m_context.state == nullptr)
         return;
     connect(m_context.state, &AppState::changed, this, &SettingsView::changed);
+    connect(this, &SettingsView::tabChanged, this, [this] {
+        m_notice.clear();
+        Q_EMIT changed();
+    });
     read();
     m_key.look();
     const auto asking =

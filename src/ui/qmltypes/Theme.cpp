@@ -35,7 +35,18 @@ double pointsPerPixel()
 Theme::Theme(ThemeChoice choice, QObject *parent)
     : QObject(parent), m_choice(choice), m_desktop(new DesktopAppearance(this))
 {
-    connect(m_desktop, &DesktopAppearance::changed, this, &Theme::changed);
+    choose();
+    connect(m_desktop, &DesktopAppearance::changed, this, [this] {
+        choose();
+        Q_EMIT changed();
+    });
+}
+
+void Theme::choose()
+{
+    m_colors = isDark() ? darkColors() : lightColors();
+    if (m_desktop->accent())
+        m_colors = withAccent(m_colors, *m_desktop->accent());
 }
 
 Theme *Theme::create(QQmlEngine *engine, QJSEngine *)

@@ -113,12 +113,14 @@ Q_SIGNALS:
     void changed();
 
 private:
-    const ThemeColors &colors() const { return isDark() ? darkColors() : lightColors(); }
+    const ThemeColors &colors() const { return m_colors; }
+    void choose();
     static QFont font(double pixels, QFont::Weight weight);
 
     ThemeChoice m_choice;
     bool m_isStill = false;
     DesktopAppearance *m_desktop;
+    ThemeColors m_colors;
 };
 
 } // namespace swabby

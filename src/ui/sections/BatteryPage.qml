@@ -25,7 +25,7 @@ ScrollPage {
                 color: Theme.marks[page.battery.tint]
                 trackColor: Theme.quietFill
 
-                PlainLabel {
+                Figure {
                     anchors.centerIn: parent
                     text: page.battery.percent
                     font: Theme.figureFont

@@ -84,7 +84,7 @@ ScrollPage {
                 anchors.bottom: parent.bottom
                 text: page.check.removeLabel
                 isProminent: true
-                enabled: page.check.canRemove
+                isAvailable: page.check.canRemove
                 onActivated: page.check.remove()
             }
         }

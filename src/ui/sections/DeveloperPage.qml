@@ -12,7 +12,7 @@ ScrollPage {
     Item {
         width: parent.width
         height: 32
-        visible: page.developer.isDone || page.developer.text.isScanning
+        visible: page.developer.isDone
 
         PlainLabel {
             anchors.left: parent.left
@@ -38,28 +38,40 @@ ScrollPage {
         width: parent.width
         verticalPadding: 28
         spacing: 14
-        visible: !page.developer.isDone && !page.developer.text.isScanning
+        visible: !page.developer.isDone
 
-        SymbolItem {
+        Item {
             anchors.horizontalCenter: parent.horizontalCenter
             width: 28
             height: 28
-            name: "hammer"
-            color: Theme.accent
+
+            SymbolItem {
+                anchors.fill: parent
+                name: "hammer"
+                color: Theme.accent
+                visible: !page.developer.text.isScanning
+            }
+
+            Spinner {
+                anchors.fill: parent
+                color: Theme.accent
+                visible: page.developer.text.isScanning
+            }
         }
 
         PlainLabel {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
-            text: "See how much space your developer tools hold on to."
+            text: page.developer.text.isScanning ? page.developer.text.progress : "See how much space your developer tools hold on to."
+            elide: Text.ElideMiddle
             color: Theme.secondary
         }
 
         ActionButton {
             anchors.horizontalCenter: parent.horizontalCenter
-            text: page.developer.text.action
-            isProminent: true
-            onActivated: page.developer.scan()
+            text: page.developer.text.isScanning ? "Stop" : page.developer.text.action
+            isProminent: !page.developer.text.isScanning
+            onActivated: page.developer.text.isScanning ? page.developer.stop() : page.developer.scan()
         }
     }
 

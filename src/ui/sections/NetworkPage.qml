@@ -38,7 +38,7 @@ ScrollPage {
                 anchors.right: parent.right
                 anchors.verticalCenter: parent.verticalCenter
 
-                PlainLabel {
+                Figure {
                     width: parent.width
                     text: page.view.state.networkRate
                     font: Theme.figureFont

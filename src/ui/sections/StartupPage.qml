@@ -43,9 +43,11 @@ ScrollPage {
 
     Item {
         width: parent.width
-        height: 32
+        height: Math.max(32, words.height)
 
-        PlainLabel {
+        Paragraph {
+            id: words
+
             anchors.left: parent.left
             anchors.right: settings.left
             anchors.rightMargin: 12

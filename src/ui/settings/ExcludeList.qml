@@ -53,7 +53,7 @@ Card {
                     color: Theme.secondary
                 }
 
-                PlainLabel {
+                NameLabel {
                     x: 24
                     width: parent.width - 60
                     anchors.verticalCenter: parent.verticalCenter

@@ -11,6 +11,7 @@ Sheet {
 
     implicitWidth: question.details.length > 0 ? 440 : 380
     headerHeight: 0
+    inset: 22
     name: question.title
     onConfirmed: dismissed()
 

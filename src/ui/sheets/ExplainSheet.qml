@@ -9,6 +9,7 @@ Sheet {
     readonly property ExplainView explanation: sheet.view.coordinator.explanation
 
     implicitWidth: 420
+    inset: 22
     headerHeight: 40
     name: "What is this? " + explanation.name
     onConfirmed: dismissed()
@@ -30,7 +31,7 @@ Sheet {
             anchors.right: close.left
             anchors.verticalCenter: parent.verticalCenter
 
-            PlainLabel {
+            NameLabel {
                 width: parent.width
                 text: sheet.explanation.name
                 font: Theme.titleFont

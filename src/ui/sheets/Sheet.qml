@@ -10,13 +10,20 @@ FocusScope {
     property alias footer: footerSlot.data
     property string name
     property real headerHeight: 28
+    property real inset: 18
 
     signal dismissed
     signal confirmed
 
     implicitWidth: 380
-    height: Math.min(headerSlot.height + scroll.contentHeight + footerSlot.height + 60, (parent?.parent?.height ?? 640) - 48)
+    height: Math.min(scroll.y + scroll.contentHeight + 12 + footerSlot.height + inset, (parent?.parent?.height ?? 640) - 48)
     focus: true
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_Up || event.key === Qt.Key_Down)
+            scroll.scrollBy(event.key === Qt.Key_Down ? 60 : -60);
+        else
+            event.accepted = scroll.scrollWith(event.key);
+    }
     Accessible.role: Accessible.Dialog
     Accessible.name: name
 
@@ -46,9 +53,9 @@ FocusScope {
     Item {
         id: headerSlot
 
-        x: 18
-        y: 18
-        width: parent.width - 36
+        x: sheet.inset
+        y: sheet.inset
+        width: parent.width - 2 * sheet.inset
         height: sheet.headerHeight
     }
 
@@ -59,16 +66,17 @@ FocusScope {
         y: headerSlot.y + headerSlot.height + (headerSlot.height > 0 ? 12 : 0)
         width: parent.width - 4
         height: footerSlot.y - y - 12
-        padding: 16
+        padding: sheet.inset - 2
+        bottomPadding: 4
         spacing: 10
     }
 
     Item {
         id: footerSlot
 
-        x: 18
-        y: parent.height - height - 18
-        width: parent.width - 36
+        x: sheet.inset
+        y: parent.height - height - sheet.inset
+        width: parent.width - 2 * sheet.inset
         height: 32
     }
 }

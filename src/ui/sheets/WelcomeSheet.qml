@@ -10,6 +10,7 @@ Sheet {
 
     implicitWidth: 440
     headerHeight: 0
+    inset: 26
     name: "Welcome to Swabby"
     onConfirmed: dismissed()
 
@@ -47,7 +48,7 @@ Sheet {
     Column {
         width: parent.width
         topPadding: 12
-        bottomPadding: 10
+        bottomPadding: 6
         spacing: 16
 
         Repeater {
@@ -58,8 +59,8 @@ Sheet {
 
                 required property welcomePoint modelData
 
-                x: 14
-                width: parent.width - 28
+                x: 6
+                width: parent.width - 12
                 spacing: 14
 
                 Rectangle {
@@ -91,8 +92,7 @@ Sheet {
     }
 
     footer: ActionButton {
-        x: 12
-        width: parent.width - 24
+        width: parent.width
         implicitHeight: 34
         text: "Get started"
         isProminent: true
