@@ -7,7 +7,9 @@ Item {
     id: frame
 
     required property MainWindowView view
-    readonly property string page: view.state.isKnown ? view.selected.page : ""
+    // Of its own, so that a page which changes the state as it goes does not ask for the next page again.
+    readonly property bool isKnown: view.state.isKnown
+    readonly property string page: isKnown ? view.selected.page : ""
 
     function showPage(): void {
         if (page === "")
@@ -50,13 +52,13 @@ Item {
         anchors.topMargin: notice.visible ? 12 : 0
         anchors.bottom: parent.bottom
         width: parent.width
-        visible: frame.view.state.isKnown
+        visible: frame.isKnown
     }
 
     Column {
         anchors.centerIn: parent
         spacing: 14
-        visible: !frame.view.state.isKnown
+        visible: !frame.isKnown
 
         Spinner {
             anchors.horizontalCenter: parent.horizontalCenter
