@@ -1,124 +1,106 @@
-#include "app/ApplicationFlows.h"
+#include "Desk.h"
 #include "app/settings/Settings.h"
-#include "engine/state/AppState.h"
-#include "support/TemporaryMachine.h"
-#include "ui/WindowLibrary.h"
+#include "support/LoopbackServer.h"
+#include "ui/qmltypes/AskView.h"
 #include "ui/qmltypes/MainWindowView.h"
 #include "ui/qmltypes/PopoverView.h"
-#include "ui/qmltypes/Theme.h"
 
-#include <QtQuick/QQuickItem>
-#include <QtTest/QTest>
+#include <QtCore/QDir>
+#include <QtGui/QGuiApplication>
 
 using namespace swabby;
 
 namespace {
 
-/// The first visible thing that presents itself by that name.
-QQuickItem *itemNamed(QQuickItem *from, const QString &name)
-{
-    if (!from->isVisible())
-        return nullptr;
-    if (from->property("name").toString() == name)
-        return from;
-    for (QQuickItem *child : from->childItems())
-        if (QQuickItem *found = itemNamed(child, name))
-            return found;
-    return nullptr;
-}
-
-QQuickItem *itemBeginning(QQuickItem *from, const QString &start)
-{
-    if (!from->isVisible())
-        return nullptr;
-    if (from->property("name").toString().startsWith(start))
-        return from;
-    for (QQuickItem *child : from->childItems())
-        if (QQuickItem *found = itemBeginning(child, start))
-            return found;
-    return nullptr;
-}
+// Mill is an application that does not quit when it is asked to.
+const QJsonObject refusing = {
+    {u"runningApplications"_qs, QJsonArray{QJsonObject{{u"pid"_qs, 10}, {u"terminates"_qs, false}}}}};
+const QJsonObject obliging = {{u"runningApplications"_qs, QJsonArray{QJsonObject{{u"pid"_qs, 10}}}}};
 
 } // namespace
 
-/// What a person does with the real window, from the first press to what comes of it on the machine.
+/// What a person does with the real windows, from the first press to what comes of it on the machine.
 class FlowsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init()
-    {
-        m_folder = std::make_unique<TemporaryMachine>(
-            QJsonObject{{u"now"_qs, 1'790'000'000},
-                        {u"cpuTicks"_qs, QJsonArray{QJsonArray{0, 0, 0, 0}, QJsonArray{90, 0, 10, 0}}},
-                        {u"runningApplications"_qs,
-                         QJsonArray{QJsonObject{{u"pid"_qs, 10}, {u"terminates"_qs, false}}}}});
-        m_folder->setProcesses({"10 1 95 1.0 1000 /Applications/Mill.app/Contents/MacOS/Mill"});
-        m_folder->writeFile(u"home/Library/LaunchAgents/org.mill.plist"_qs,
-                            "<plist version=\"1.0\"><dict><key>Label</key><string>org.mill</string>"
-                            "<key>Program</key><string>/nowhere/mill</string></dict></plist>");
-        m_state = std::make_unique<AppState>(m_folder->open(), Record::nothing);
-        m_flows = std::make_unique<ApplicationFlows>(*m_state);
-    }
+    void init() { begin(refusing); }
 
     void cleanup()
     {
         m_open.reset();
-        m_flows.reset();
-        m_state.reset();
+        m_desk.reset();
     }
 
     void aRunawayProgramIsQuitFromItsCard()
     {
-        open();
-        m_open->view->select(MainSection::speed);
-        press(u"Quit Mill"_qs); // the card's button; the row's has the same words and does the same gently
+        openAt(MainSection::speed);
+        pressHere(u"Quit Mill"_qs); // the card's button; the row's has the same words and does it gently
         QVERIFY(confirmation().isOpen());
         QCOMPARE(confirmation().text().title, u"Force quit Mill?"_qs);
-        QVERIFY(m_folder->events(u"signal"_qs).isEmpty());
-        press(u"Force Quit"_qs);
+        QVERIFY(events(u"signal"_qs).isEmpty());
+        pressHere(u"Force Quit"_qs);
         QVERIFY(!confirmation().isOpen());
-        QVERIFY(waitUntil([&] { return m_state->processes().isEmpty(); }));
-        QCOMPARE(m_folder->events(u"signal"_qs),
-                 (QJsonArray{QJsonObject{{u"pid"_qs, 10}, {u"signal"_qs, 9}}}));
+        QVERIFY(waitUntil([&] { return m_desk->state.processes().isEmpty(); }));
+        QCOMPARE(events(u"signal"_qs), (QJsonArray{QJsonObject{{u"pid"_qs, 10}, {u"signal"_qs, 9}}}));
     }
 
-    void aQuitThatDoesNotWorkIsSaidInPlace()
+    void aFailureIsSaidInPlace_data()
     {
-        open();
-        m_open->view->quitProcess(10);
-        m_folder->setProcesses({"10 1 95 1.0 1000 /Applications/Other.app/Contents/MacOS/Other"});
-        m_open->view->coordinator()->confirmation()->cancel();
-        m_open->view->quitProcess(10);
-        m_open->view->coordinator()->confirmation()->confirm();
-        QVERIFY(waitUntil([&] { return !m_open->view->coordinator()->notice().isEmpty(); }));
-        QVERIFY(m_folder->events(u"signal"_qs).isEmpty());
-        QVERIFY(itemNamed(m_open->window->contentItem(), u"Dismiss"_qs) != nullptr);
-        press(u"Dismiss"_qs);
-        QVERIFY(m_open->view->coordinator()->notice().isEmpty());
+        QTest::addColumn<MainSection>("section");
+        QTest::addColumn<QStringList>("pressed");
+        QTest::addColumn<QString>("lastPress"); // after the machine has changed
+        QTest::addColumn<QString>("said");
+        QTest::newRow("quit") << MainSection::speed << QStringList{u"Quit Mill"_qs} << u"Force Quit"_qs
+                              << u"That program could not be quit. It may have ended already."_qs;
+        QTest::newRow("disable") << MainSection::startup << QStringList{} << u"Disable: org.mill"_qs
+                                 << u"That did not work. Nothing was changed."_qs;
+        QTest::newRow("removal") << MainSection::storage
+                                 << QStringList{u"Coding tool cache (pip)"_qs, u"Review and clean up"_qs}
+                                 << u"Remove"_qs << u"One of them is still here, at least in part."_qs;
+    }
+    void aFailureIsSaidInPlace()
+    {
+        QFETCH(MainSection, section);
+        QFETCH(QStringList, pressed);
+        QFETCH(QString, lastPress);
+        QFETCH(QString, said);
+        begin({{u"unsignalablePids"_qs, QJsonArray{10}}});
+        openAt(section);
+        for (const QString &name : pressed)
+            pressHere(name);
+        QVERIFY(waitUntil([&] { return itemNamed(*m_open->window, lastPress) != nullptr; }));
+        QVERIFY(QFile::remove(agent()));
+        QVERIFY(QDir(m_desk->folder.home() + u"/Library/Caches/pip"_qs).removeRecursively());
+        m_desk->folder.writeFile(u"home/Library/Caches/pip/other"_qs, "x");
+        pressHere(lastPress);
+        QVERIFY2(waitUntil([&] { return textOf(*m_open->window).contains(said); }),
+                 qPrintable(textOf(*m_open->window)));
+        QVERIFY(!confirmation().isOpen());
+        QCOMPARE(QGuiApplication::topLevelWindows().size(), 1);
+        for (const char *kind : {"signal", "terminate", "delete", "trash"})
+            QVERIFY2(events(QLatin1String(kind)).isEmpty(), kind);
+        if (itemNamed(*m_open->window, u"Dismiss"_qs) != nullptr) {
+            pressHere(u"Dismiss"_qs);
+            QVERIFY(!textOf(*m_open->window).contains(said));
+        }
     }
 
     void aStartupItemIsTurnedOffAndOnAgain()
     {
-        open();
-        m_open->view->select(MainSection::startup);
-        press(u"Disable: org.mill"_qs);
-        QVERIFY(waitUntil([&] { return m_state->loginItems().isEmpty(); }));
-        QVERIFY(waitUntil([&] {
-            return itemNamed(m_open->window->contentItem(), u"Turn on again: org.mill"_qs) != nullptr;
-        }));
-        const QString definition = m_folder->home() + u"/Library/LaunchAgents/org.mill.plist"_qs;
-        QVERIFY(!QFile::exists(definition));
-        press(u"Turn on again: org.mill"_qs);
-        QVERIFY(waitUntil([&] { return QFile::exists(definition); }));
-        QVERIFY(waitUntil([&] { return !m_state->loginItems().isEmpty(); }));
+        openAt(MainSection::startup);
+        pressHere(u"Disable: org.mill"_qs);
+        QVERIFY(waitUntil([&] { return m_desk->state.loginItems().isEmpty(); }));
+        QVERIFY(!QFile::exists(agent()));
+        pressHere(u"Turn on again: org.mill"_qs);
+        QVERIFY(waitUntil([&] { return QFile::exists(agent()); }));
+        QVERIFY(waitUntil([&] { return !m_desk->state.loginItems().isEmpty(); }));
     }
 
     void somethingIsExplainedAndTheAnswerOnlyOffers()
     {
-        open();
-        m_open->view->select(MainSection::startup);
-        press(u"What is this? org.mill"_qs);
+        openAt(MainSection::startup);
+        pressHere(u"What is this? org.mill"_qs);
         ExplainView &explanation = *m_open->view->coordinator()->explanation();
         QVERIFY(explanation.isOpen());
         QVERIFY(waitUntil([&] { return !explanation.isLoading(); }));
@@ -126,127 +108,172 @@ private Q_SLOTS:
         QCOMPARE(explanation.recommendation(), u"Recommended: Force Quit"_qs); // its program is gone
         QTest::keyClick(m_open->window.get(), Qt::Key_Escape);
         QVERIFY(!explanation.isOpen());
-        QCOMPARE(m_state->loginItems().size(), 1);
+        QCOMPARE(m_desk->state.loginItems().size(), 1);
     }
 
     void aCheckFindsRemovesAndPutsBack()
     {
-        m_folder->addTool(u"/usr/bin/du"_qs, "[ -e \"$2\" ] && echo 2000 x");
         for (const char *name : {"a.bin", "b.bin"})
-            m_folder->writeFile(u"home/Downloads/"_qs + QLatin1String(name), QByteArray(9'000, 'x'));
-        m_folder->writeFile(u"home/Library/Caches/pip/x"_qs, "x");
-        open();
+            m_desk->folder.writeFile(u"home/Downloads/"_qs + QLatin1String(name), QByteArray(9'000, 'x'));
+        openAt(MainSection::overview);
         m_open->view->openCheck();
         CheckView &check = *m_open->view->check();
         QVERIFY(waitUntil([&] { return !check.isScanning() && check.canRemove(); }));
         QCOMPARE(check.removeLabel(), u"Remove Everything"_qs);
-        press(u"Coding tool cache (pip)"_qs); // its box
+        pressHere(u"Coding tool cache (pip)"_qs); // its box
         QCOMPARE(check.removeLabel(), u"Remove 1 Items"_qs);
-        press(u"Remove 1 Items"_qs);
+        pressHere(u"Remove 1 Items"_qs);
         QCOMPARE(confirmation().text().title, u"Remove a.bin ×2?"_qs);
         QCOMPARE(confirmation().text().details.size(), 2);
         QCOMPARE(confirmation().text().details.first().fate, u"stays"_qs);
         QTest::keyClick(m_open->window.get(), Qt::Key_Return); // on Cancel's side
         QVERIFY(!confirmation().isOpen());
-        QVERIFY(m_folder->events(u"trash"_qs).isEmpty());
-        press(u"Remove 1 Items"_qs);
-        press(u"Remove"_qs);
-        QVERIFY(waitUntil([&] { return m_state->lastCleanupSuccess().has_value(); }));
-        QCOMPARE(m_folder->events(u"trash"_qs).size(), 1);
-        QVERIFY(m_folder->events(u"delete"_qs).isEmpty());
-        press(u"Put back"_qs);
-        QVERIFY(waitUntil([&] { return m_folder->events(u"putBack"_qs).size() == 1; }));
-        QVERIFY(QFile::exists(m_folder->home() + u"/Downloads/a.bin"_qs));
-        QVERIFY(QFile::exists(m_folder->home() + u"/Downloads/b.bin"_qs));
+        QVERIFY(events(u"trash"_qs).isEmpty());
+        pressHere(u"Remove 1 Items"_qs);
+        pressHere(u"Remove"_qs);
+        QVERIFY(waitUntil([&] { return m_desk->state.lastCleanupSuccess().has_value(); }));
+        QCOMPARE(events(u"trash"_qs).size(), 1);
+        QVERIFY(events(u"delete"_qs).isEmpty());
+        pressHere(u"Put back"_qs);
+        QVERIFY(waitUntil([&] { return events(u"putBack"_qs).size() == 1; }));
+        QVERIFY(has(u"Downloads/a.bin"_qs) && has(u"Downloads/b.bin"_qs));
+    }
+
+    void anAppIsUninstalledWithWhatItLeavesBehind()
+    {
+        m_desk->folder.writeFile(u"home/Applications/Loom.app/Contents/Info.plist"_qs,
+                                 "<plist version=\"1.0\"><dict><key>CFBundleIdentifier</key>"
+                                 "<string>org.example.loom</string></dict></plist>");
+        const QStringList pieces = {u"Applications/Loom.app"_qs, u"Library/Application Support/Loom"_qs,
+                                    u"Library/Preferences/org.example.loom.plist"_qs};
+        m_desk->folder.writeFile(u"home/"_qs + pieces.at(1) + u"/notes"_qs, "x");
+        m_desk->folder.writeFile(u"home/"_qs + pieces.at(2), "x");
+        openAt(MainSection::storage);
+        pressHere(u"Show installed apps: App Uninstaller"_qs);
+        pressHere(u"Remove: Loom"_qs);
+        QVERIFY(waitUntil([&] { return confirmation().isOpen(); }));
+        QCOMPARE(confirmation().text().details.size(), pieces.size());
+        for (const QString &piece : pieces)
+            QVERIFY2(itemNamed(*m_open->window, u"Show in folder: "_qs + QFileInfo(piece).fileName()),
+                     qPrintable(piece));
+        pressHere(u"Remove"_qs);
+        QVERIFY(waitUntil([&] { return m_desk->state.lastCleanupSuccess().has_value(); }));
+        QVERIFY2(textOf(*m_open->window).contains(u"Removed 1 item — freed 6.1 MB"_qs),
+                 qPrintable(textOf(*m_open->window)));
+        for (const QString &piece : pieces) {
+            QVERIFY2(!has(piece), qPrintable(piece));
+            QVERIFY2(has(u".Trash/"_qs + QFileInfo(piece).fileName()), qPrintable(piece));
+        }
+        QVERIFY(itemNamed(*m_open->window, u"Remove: Loom"_qs) == nullptr);
+        pressHere(u"Put back"_qs);
+        QVERIFY(waitUntil([&] { return events(u"putBack"_qs).size() == pieces.size(); }));
+        for (const QString &piece : pieces)
+            QVERIFY2(has(piece), qPrintable(piece));
+    }
+
+    void theProgramThatTheAnswerBlamesIsQuit()
+    {
+        const LoopbackServer server(always(
+            httpAnswer(200, modelReply(uR"({"explanation": "Mill is busy.", "appToQuit": "mill"})"_qs))));
+        qputenv("SWABBY_AI_PROXY_URL", server.url().toEncoded());
+        begin(obliging);
+        qunsetenv("SWABBY_AI_PROXY_URL");
+        m_desk->refresh();
+        const auto ask = shown(openAskWindow(m_desk->context()));
+        for (const char letter : {'W', 'h', 'y', '?'})
+            QTest::keyClick(ask->window.get(), letter); // the field has the keyboard
+        QTest::keyClick(ask->window.get(), Qt::Key_Return);
+        press(*ask->window, u"Quit mill"_qs);
+        QVERIFY(server.requests().value(0).prompt().contains(u"\"Why?\""_qs));
+        QVERIFY(textOf(*ask->window).contains(u"Mill is busy."_qs));
+        QVERIFY(events(u"terminate"_qs).isEmpty());
+        press(*ask->window, u"Quit"_qs);
+        QVERIFY(waitUntil([&] { return m_desk->state.processes().isEmpty(); }));
+        QCOMPARE(events(u"terminate"_qs), QJsonArray{10});
+        QVERIFY(events(u"signal"_qs).isEmpty());
+        press(*ask->window, u"Quit mill"_qs); // what it offers may be gone
+        QVERIFY(!ask->view->confirmation()->isOpen());
+        QVERIFY(textOf(*ask->window).contains(u"mill is not running any more."_qs));
+    }
+
+    void askingTwiceOpensOneWindow()
+    {
+        m_desk->refresh();
+        WindowLibrary library(m_desk->context());
+        library.openMainWindow();
+        auto *main = qobject_cast<QQuickWindow *>(QGuiApplication::topLevelWindows().value(0));
+        QVERIFY(main != nullptr && QTest::qWaitForWindowActive(main));
+        for (int times = 0; times < 2; ++times) {
+            main->requestActivate();
+            QVERIFY(QTest::qWaitForWindowActive(main));
+            press(*main, u"Ask AI"_qs);
+            QVERIFY(waitUntil([&] { return QGuiApplication::focusWindow() != main; }));
+            QWindow *ask = QGuiApplication::focusWindow();
+            QCOMPARE(ask->title(), u"Ask Swabby"_qs);
+            QCOMPARE(ask->property("wasThere").toBool(), times == 1);
+            ask->setProperty("wasThere", true);
+            QCOMPARE(QGuiApplication::topLevelWindows().size(), 2);
+        }
     }
 
     void aChipOfThePanelLeadsToItsSection()
     {
-        open();
+        m_desk->refresh();
         bool hasOpened = false;
-        UserInterfaceContext context = this->context();
+        UserInterfaceContext context = m_desk->context();
         context.openMainWindow = [&] { hasOpened = true; };
-        m_open.reset();
-        const auto panel = openPopover(context);
-        QVERIFY(panel != nullptr);
-        panel->engine->theme->setStill(true);
-        panel->window->show();
-        QQuickItem *chip = nullptr;
-        QVERIFY(waitUntil([&] {
-            chip = itemBeginning(panel->window->contentItem(), u"Storage, "_qs);
-            return chip != nullptr;
-        }));
-        chip->forceActiveFocus();
-        QMetaObject::invokeMethod(chip, "trigger");
+        const auto panel = shown(openPopover(context));
+        press(*panel->window, u"Storage, …"_qs);
         QVERIFY(hasOpened);
-        QCOMPARE(m_state->requestedMainSection(), MainSection::storage);
+        QCOMPARE(m_desk->state.requestedMainSection(), MainSection::storage);
         open();
         QCOMPARE(m_open->view->selection(), MainSection::storage);
-        QVERIFY(!m_state->requestedMainSection().has_value());
+        QVERIFY(!m_desk->state.requestedMainSection().has_value());
     }
 
     void theWelcomeIsShownUntilItIsFinished()
     {
-        Settings settings(*m_state->machine().settings);
+        Settings settings(*m_desk->state.machine().settings);
         settings.setHasCompletedOnboarding(false);
-        open();
-        QVERIFY(m_open->view->property("showWelcome").toBool());
-        m_open.reset();
-        open();
-        QVERIFY(m_open->view->property("showWelcome").toBool());
-        m_open->view->finishWelcome();
+        for (int times = 0; times < 2; ++times) {
+            m_open.reset();
+            openAt(MainSection::overview);
+            QVERIFY(itemNamed(*m_open->window, u"Get started"_qs) != nullptr);
+        }
+        pressHere(u"Get started"_qs);
         QVERIFY(waitUntil([&] { return settings.hasCompletedOnboarding(); }));
         m_open.reset();
         open();
-        QVERIFY(!m_open->view->property("showWelcome").toBool());
+        QVERIFY(itemNamed(*m_open->window, u"Get started"_qs) == nullptr);
     }
 
 private:
-    void open()
+    void begin(const QJsonObject &facts)
     {
-        if (m_state->refreshesApplied() == 0) {
-            Settings(*m_state->machine().settings)
-                .setHasCompletedOnboarding(QString::fromLatin1(QTest::currentTestFunction()) !=
-                                           u"theWelcomeIsShownUntilItIsFinished"_qs);
-            for (int refreshes = 1; refreshes <= refreshesUntilFigures(m_state->machine()); ++refreshes) {
-                m_state->refresh();
-                QVERIFY(waitUntil([&] { return m_state->refreshesApplied() == refreshes; }));
-            }
-        }
-        m_open = openMainWindow(context());
-        QVERIFY(m_open != nullptr);
-        m_open->engine->theme->setStill(true);
-        m_open->window->show();
-        m_open->window->requestActivate();
-        QVERIFY(QTest::qWaitForWindowActive(m_open->window.get()));
+        m_open.reset();
+        m_desk = std::make_unique<Desk>(facts);
+        m_desk->folder.writeFile(u"home/Library/LaunchAgents/org.mill.plist"_qs,
+                                 "<plist version=\"1.0\"><dict><key>Label</key><string>org.mill</string>"
+                                 "<key>Program</key><string>/nowhere/mill</string></dict></plist>");
+        m_desk->folder.writeFile(u"home/Library/Caches/pip/x"_qs, "x");
+        m_desk->folder.addTool(u"/usr/bin/du"_qs, "[ -e \"$2\" ] && echo 2000 x");
     }
 
-    UserInterfaceContext context() const
+    void open() { m_open = shown(openMainWindow(m_desk->context())); }
+    void openAt(MainSection section)
     {
-        return {.state = m_state.get(),
-                .ai = &m_flows->ai,
-                .cleanup = &m_flows->cleanup,
-                .quitting = &m_flows->quitting,
-                .startup = &m_flows->startup,
-                .theme = ThemeChoice::light};
+        m_desk->refresh();
+        open();
+        m_open->view->select(section);
     }
-
-    /// Presses the control as somebody with a keyboard does.
-    void press(const QString &name)
-    {
-        QQuickItem *item = nullptr;
-        QVERIFY2(
-            waitUntil([&] { return (item = itemNamed(m_open->window->contentItem(), name)) != nullptr; }),
-            qPrintable(name));
-        item->forceActiveFocus();
-        QTest::keyClick(m_open->window.get(), Qt::Key_Space);
-    }
+    void pressHere(const QString &name) { press(*m_open->window, name); }
 
     ConfirmationView &confirmation() { return *m_open->view->coordinator()->confirmation(); }
+    QJsonArray events(const QString &kind) const { return m_desk->folder.events(kind); }
+    bool has(const QString &below) const { return QFile::exists(m_desk->folder.home() + u'/' + below); }
+    QString agent() const { return m_desk->folder.home() + u"/Library/LaunchAgents/org.mill.plist"_qs; }
 
-    std::unique_ptr<TemporaryMachine> m_folder;
-    std::unique_ptr<AppState> m_state;
-    std::unique_ptr<ApplicationFlows> m_flows;
+    std::unique_ptr<Desk> m_desk;
     std::unique_ptr<OpenWindow<MainWindowView>> m_open;
 };
 

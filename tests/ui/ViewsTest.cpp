@@ -1,14 +1,5 @@
-#include "ui/WindowLibrary.h"
+#include "Desk.h"
 #include "ui/qmltypes/MainWindowView.h"
-#include "ui/qmltypes/Theme.h"
-
-#include <QtGui/QAccessible>
-#include <QtGui/QGuiApplication>
-#include <QtQml/QQmlEngine>
-#include <QtQml/QQmlProperty>
-#include <QtQuick/QQuickItem>
-#include <QtQuick/QQuickWindow>
-#include <QtTest/QTest>
 
 using namespace swabby;
 
@@ -88,15 +79,6 @@ void verifyText(QQuickItem *item, const QQuickWindow &window)
     QVERIFY2(item->property("contentWidth").toDouble() <= item->width() + 1, qPrintable(described(item)));
     QVERIFY2(item->width() >= 24 || !item->property("truncated").toBool(),
              qPrintable(u"no room for "_qs + described(item)));
-}
-
-void verifyControl(QQuickItem *item)
-{
-    QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(item);
-    if (accessible == nullptr)
-        QFAIL(qPrintable(described(item)));
-    QVERIFY2(!accessible->text(QAccessible::Name).isEmpty(), qPrintable(described(item)));
-    QVERIFY2(item->width() >= 24 && item->height() >= 24, qPrintable(described(item)));
 }
 
 } // namespace

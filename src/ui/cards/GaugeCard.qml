@@ -9,8 +9,8 @@ Card {
     required property int index
 
     spacing: 8
-    Accessible.role: Accessible.Indicator
-    Accessible.name: entry.title + ", " + entry.value + " " + entry.rest
+    Accessible.role: Accessible.StaticText
+    Accessible.name: entry.title + ", " + (entry.value + " " + entry.rest).trim()
 
     Row {
         width: parent.width

@@ -99,6 +99,8 @@ Item {
         text: root.issue.actionLabel
         isDestructive: root.issue.isDestructive
         visible: root.issue.actionLabel !== ""
+        // The same program may be to blame for several issues.
+        Accessible.description: root.issue.what
         onActivated: root.action()
     }
 }

@@ -28,6 +28,7 @@ Item {
         height: 36
         innerRadius: 9
         name: list.view.healthWord
+        Accessible.name: name + ": what's wrong and how to help"
         tip: "Tap for what's wrong and how to help"
         Accessible.checkable: true
         Accessible.checked: list.isUnfolded

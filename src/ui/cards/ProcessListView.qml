@@ -24,6 +24,8 @@ Column {
 
             width: list.width
             height: row.implicitHeight + 16
+            Accessible.role: Accessible.ListItem
+            Accessible.name: row.spoken
 
             Hairline {
                 width: parent.width

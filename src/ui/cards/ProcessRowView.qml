@@ -8,10 +8,10 @@ Item {
     required property processRowText entry
     property bool isCompact: false
     property bool hasBar: false
+    /// What a screen reader says of the row, which its buttons belong to as well.
+    readonly property string spoken: entry.name + ", " + entry.value + ", " + entry.detail
 
     implicitHeight: isCompact ? 32 : 35
-    Accessible.role: Accessible.ListItem
-    Accessible.name: entry.name + ", " + entry.value + ", " + entry.detail
 
     LetterTile {
         id: tile

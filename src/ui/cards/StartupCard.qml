@@ -33,7 +33,7 @@ Card {
                 width: parent.width
                 height: 54
                 Accessible.role: Accessible.ListItem
-                Accessible.name: entry.label + ", " + entry.badge + ", " + entry.detail
+                Accessible.name: [entry.label, entry.badge, entry.detail].filter(words => words !== "").join(", ")
 
                 Hairline {
                     width: parent.width

@@ -30,6 +30,8 @@ Card {
 
             width: parent.width
             height: row.implicitHeight
+            Accessible.role: Accessible.ListItem
+            Accessible.name: row.spoken
 
             ProcessRowView {
                 id: row

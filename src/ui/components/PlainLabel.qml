@@ -10,5 +10,6 @@ Text {
 
     Accessible.role: Accessible.StaticText
     Accessible.name: text
+    Accessible.focusable: false
     Accessible.ignored: text === ""
 }

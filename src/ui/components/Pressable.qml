@@ -26,7 +26,8 @@ Item {
     activeFocusOnTab: true
     Accessible.role: Accessible.Button
     Accessible.name: name
-    Accessible.description: tip
+    // The toolkit does not tell screen readers what cannot be pressed.
+    Accessible.description: !enabled ? "Not available now" : tip === name ? "" : tip
     Accessible.focusable: true
     Accessible.focused: activeFocus
     Accessible.onPressAction: trigger()

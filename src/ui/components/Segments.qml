@@ -64,7 +64,8 @@ FocusScope {
                 Accessible.role: Accessible.PageTab
                 Accessible.name: modelData
                 Accessible.selected: segments.current === index
-                Accessible.onPressAction: segments.choose(index)
+                Accessible.onPressAction: if (choice.enabled)
+                    segments.choose(index)
 
                 Rectangle {
                     anchors.fill: parent

@@ -15,7 +15,8 @@ Item {
     Accessible.name: section.title
     Accessible.selectable: true
     Accessible.selected: isSelected
-    Accessible.onPressAction: chosen()
+    Accessible.onPressAction: if (enabled)
+        chosen()
 
     Rectangle {
         anchors.fill: parent

@@ -8,18 +8,30 @@ Item {
     property real from: 0
     property real to: 100
     property real step: 1
-    property real value: 0
+    property real figure: 0
     property string name
     property string valueText
     property color fillColor: Theme.accent
-    readonly property real fraction: Math.max(0, Math.min(1, (value - from) / (to - from)))
+    readonly property real fraction: Math.max(0, Math.min(1, (figure - from) / (to - from)))
+    // What screen readers look for; they may write a value, which asks for it like every other way.
+    property real value: figure
+    readonly property real minimumValue: from
+    readonly property real maximumValue: to
+    readonly property real stepSize: step
 
     signal moved(real wanted)
 
     function move(steps: real): void {
-        slider.moved(slider.value + steps * slider.step);
+        slider.moved(slider.figure + steps * slider.step);
     }
 
+    onValueChanged: {
+        if (value === figure)
+            return;
+        if (enabled)
+            moved(value);
+        value = Qt.binding(() => slider.figure);
+    }
     implicitWidth: 170
     implicitHeight: 24
     activeFocusOnTab: true
@@ -28,8 +40,10 @@ Item {
     Accessible.description: valueText
     Accessible.focusable: true
     Accessible.focused: activeFocus
-    Accessible.onIncreaseAction: move(1)
-    Accessible.onDecreaseAction: move(-1)
+    Accessible.onIncreaseAction: if (enabled)
+        move(1)
+    Accessible.onDecreaseAction: if (enabled)
+        move(-1)
     Keys.onPressed: event => {
         event.accepted = true;
         if (event.key === Qt.Key_Right || event.key === Qt.Key_Up)

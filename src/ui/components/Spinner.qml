@@ -13,6 +13,7 @@ RingGauge {
 
     Accessible.role: Accessible.Animation
     Accessible.name: "Working"
+    Accessible.ignored: !visible
 
     RotationAnimator on rotation {
         running: spinner.visible && Theme.moves

@@ -44,7 +44,8 @@ FocusScope {
                 Accessible.role: Accessible.PageTab
                 Accessible.name: modelData
                 Accessible.selected: isCurrent
-                Accessible.onPressAction: strip.choose(index)
+                Accessible.onPressAction: if (tab.enabled)
+                    strip.choose(index)
 
                 Rectangle {
                     anchors.fill: parent

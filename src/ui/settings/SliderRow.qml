@@ -17,7 +17,7 @@ SettingRow {
         from: row.setting.from
         to: row.setting.to
         step: row.setting.step
-        value: row.setting.value
+        figure: row.setting.value
         valueText: row.setting.valueText
         fillColor: Theme.marks[row.setting.tint]
         onMoved: wanted => row.moved(wanted)

@@ -1,0 +1,209 @@
+"""Walks Swabby's windows as a person does who cannot see them, and complains of what was not said.
+
+usage: walk_windows.py SWABBY MACHINE SYMBOLS TREES
+"""
+
+import os
+import subprocess
+import sys
+
+from screen_reader import Reader, complaints, wait
+from surroundings import Model, StatusPlace
+
+SECRET = "sk-canary-in-the-coal-mine"
+CULPRIT = "Frame Foundry"
+ASK, SETTINGS, PANEL = "Ask Swabby", "Settings", "Swabby at a glance"
+
+
+class Walk:
+    def __init__(self, program, machine, symbols, trees):
+        self.status_place = StatusPlace()
+        address = Model(CULPRIT).address
+        environment = dict(os.environ, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", QT_QPA_PLATFORM="xcb",
+                           SWABBY_AI_DIRECT_URL=address, SWABBY_AI_PROXY_URL=address)
+        self.swabby = subprocess.Popen([program, "--machine", machine, "--theme", "light"], env=environment)
+        self.reader = Reader("swabby")
+        self.symbols = symbols
+        self.trees = trees
+        self.window = "Overview"
+        self.problems = []
+        self.views = self.controls = 0
+
+    def look(self, view, window=None):
+        """Writes down what shows, and what is wrong with it."""
+        nodes = self.reader.nodes(window or self.window)
+        found = complaints(nodes, self.symbols)
+        if not any(node.is_control() for node in nodes):
+            found.append("nothing here can be operated")
+        for node in nodes:
+            if SECRET in node.name + node.description + node.text:
+                found.append(f"{node.role} tells the secret")
+        print(f"\n== {view}", *[node.line() for node in nodes], *[f"!! {text}" for text in found], sep="\n",
+              file=self.trees)
+        self.problems += [f"{view}: {text}" for text in found]
+        self.views += 1
+        self.controls += sum(node.is_control() for node in nodes)
+
+    def press(self, name, role="push button", window=None, action="Press"):
+        return self.reader.act(window or self.window, name, role, action)
+
+    def see(self, name, role=None, window=None):
+        return self.reader.await_node(window or self.window, name, role)
+
+    def sheet_opens(self, window=None):
+        wait("a sheet", lambda: self.reader.dialog(window or self.window))
+
+    def sheet_closes(self, window=None):
+        wait("no sheet", lambda: self.reader.dialog(window or self.window) is None)
+
+    def grow(self, window):
+        """What lies outside the window does not show, so it is made as high as a page can be."""
+        command = ["xdotool", "search", "--onlyvisible", "--name", f"^{window}$", "windowsize", "1200", "5000"]
+        subprocess.run(command, check=True)
+
+    def go_to(self, section):
+        self.press(section, "list item")
+        self.window = section
+        self.see(section, "heading")
+
+    def sheet(self, view, opener, closer, opener_role="push button"):
+        self.press(opener, opener_role)
+        self.sheet_opens()
+        self.look(view)
+        self.press(closer)
+        self.sheet_closes()
+
+    def main_window(self):
+        self.see("Welcome to Swabby", "dialog")
+        self.look("Welcome")
+        self.press("Get started")
+        self.sheet_closes()
+        self.grow("Overview")
+        self.look("Overview")
+        self.sheet("What is going on", "What's going on", "Done")
+        self.press("What's going on")
+        self.sheet_opens()
+        for role, name in (("list item", "Battery"), ("push button", "Ask AI")):
+            self.reader.act("Overview", name, role, is_below=True)
+        self.press("Done")
+        self.sheet_closes()
+        if set(self.reader.windows()) != {"Overview"}:
+            self.problems.append("what lies below a sheet can be pressed")
+        for section, sign in (("Battery", "Using the most battery"), ("Network", "Busiest on the network")):
+            self.go_to(section)
+            self.see(sign, "heading")
+            self.look(section)
+        self.go_to("Swabby Check")
+        self.see("Scan Again", "push button")
+        self.look("Swabby Check")
+
+    def speed(self):
+        self.go_to("Speed & Running Apps")
+        self.see(f"Quit {CULPRIT}", "push button")
+        self.look("Speed")
+        self.sheet("An explanation", f"What is this? {CULPRIT}", "Done")
+        self.sheet("A question before quitting", f"Quit {CULPRIT}", "Cancel")
+        self.press(f"More: {CULPRIT}", "push button")
+        self.see("Force Quit", "menu item")
+        self.look("A menu")
+        self.sheet("A question before forcing", "Force Quit", "Cancel", "menu item")
+        self.press("By Browser", "page tab")
+        self.see("Browser memory usage across all open tabs.")
+        self.look("Speed by browser")
+
+    def cleaning(self):
+        self.go_to("Storage & Cleanup")
+        for title, button in (("Quick Clean", None), ("Duplicates", "Scan for duplicates"),
+                              ("Forgotten files", "Scan"), ("App Uninstaller", "Show installed apps")):
+            if button:
+                self.press(f"{button}: {title}")
+            self.see(f"Scan again: {title}", "push button")
+        self.press("Show what is behind it…")
+        self.see("Hide what is behind it…", "push button")
+        self.look("Storage")
+        box = self.press("Coding tool cache (pip)", "check box", action="Toggle")
+        wait("a ticked box", lambda: self.see(box.name, "check box").is_checked)
+        self.sheet("A question before removing", "Review and clean up", "Cancel")
+        self.sheet("A question before uninstalling", "Remove: Vault Line", "Cancel")
+        self.go_to("Developer Tools")
+        self.press("Scan developer clutter")
+        self.see("Remove: Xcode DerivedData", "push button")
+        self.look("Developer")
+        self.sheet("A question before removing builds", "Remove: Xcode DerivedData", "Cancel")
+
+    def startup(self):
+        self.go_to("Startup Items")
+        name = self.press("Disable: …").name.partition(": ")[2]
+        self.see(f"Turn on again: {name}", "push button")
+        self.look("Startup")
+        self.press(f"Turn on again: {name}")
+        self.see(f"Disable: {name}", "push button")
+
+    def asking(self):
+        self.press("Ask AI")
+        self.see("Your question", "text", ASK)
+        self.look("Ask", ASK)
+        self.press("…?", window=ASK)
+        self.see(f"Quit {CULPRIT}", "push button", ASK)
+        self.look("Ask, answered", ASK)
+        self.press(f"Quit {CULPRIT}", window=ASK)
+        self.sheet_opens(ASK)
+        self.look("Ask, a question before quitting", ASK)
+        self.press("Cancel", window=ASK)
+        self.sheet_closes(ASK)
+
+    def settings(self):
+        self.press("Settings")
+        for tab, sign in (("General", "Open automatically on login"), ("Thresholds", "Restore defaults"),
+                          ("Notifications", "Snooze 2 hours"), ("AI", "Save key")):
+            self.press(tab, "page tab", SETTINGS)
+            self.see(sign, window=SETTINGS)
+            self.look(f"Settings, {tab}", SETTINGS)
+        self.press("Thresholds", "page tab", SETTINGS)
+        self.reader.slide(SETTINGS, "Speed critical threshold", 75)
+        self.press("AI", "page tab", SETTINGS)
+        self.press("API key", "text", SETTINGS, "SetFocus")
+        subprocess.run(["xdotool", "type", "--delay", "0", SECRET], check=True)
+        self.look("Settings, a key in its field", SETTINGS)
+        self.press("Save key", window=SETTINGS)
+        self.see("Remove key", "push button", SETTINGS)
+        self.look("Settings, a key that is kept", SETTINGS)
+
+    def panel(self):
+        self.status_place.press()
+        head = self.see("Under load", "push button", PANEL)
+        self.look("Panel", PANEL)
+        self.press(head.name, window=PANEL)
+        self.see("Warning: …", "push button", PANEL)
+        self.look("Panel, unfolded", PANEL)
+        self.press("Battery, …", window=PANEL)
+        self.window = "Battery"
+        self.see("Battery", "heading")
+        self.status_place.press()
+        self.press("Quit Swabby", window=PANEL)
+        if self.swabby.wait(30) != 0:
+            self.problems.append(f"it ended with {self.swabby.returncode}")
+
+
+def main():
+    program, machine, symbols, trees = sys.argv[1:]
+    with open(trees, "w", encoding="utf-8") as file:
+        walk = Walk(program, machine, set(open(symbols, encoding="utf-8").read().split()), file)
+        try:
+            for part in (walk.main_window, walk.speed, walk.cleaning, walk.startup, walk.asking, walk.settings,
+                         walk.panel):
+                part()
+        except AssertionError as problem:
+            walk.problems.append(str(problem))
+            for window in walk.reader.windows():
+                walk.look(f"Where it ended: {window}", window)
+        finally:
+            walk.swabby.kill()
+            walk.swabby.wait()
+    for problem in walk.problems:
+        print(problem)
+    print(f"{walk.views} views with {walk.controls} controls were read.")
+    sys.exit(bool(walk.problems))
+
+
+main()
