@@ -51,13 +51,19 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("pressed");
         QTest::addColumn<QString>("lastPress"); // after the machine has changed
         QTest::addColumn<QString>("said");
+        QTest::addColumn<QString>("row");
         QTest::newRow("quit") << MainSection::speed << QStringList{u"Quit Mill"_qs} << u"Force Quit"_qs
-                              << u"That program could not be quit. It may have ended already."_qs;
-        QTest::newRow("disable") << MainSection::startup << QStringList{} << u"Disable: org.mill"_qs
-                                 << u"That did not work. Nothing was changed."_qs;
+                              << u"Mill could not be quit. It may have ended already."_qs << u"More: Mill"_qs;
+        QTest::newRow("disable")
+            << MainSection::startup << QStringList{} << u"Disable: org.mill"_qs
+            << u"It could not be turned off for good: it may be stopped now, but it will come back "
+               "at the next login."_qs
+            << u"Open Startup Items in System Settings"_qs;
         QTest::newRow("removal") << MainSection::storage
                                  << QStringList{u"Coding tool cache (pip)"_qs, u"Review and clean up"_qs}
-                                 << u"Remove"_qs << u"One of them is still here, at least in part."_qs;
+                                 << u"Remove"_qs
+                                 << u"Coding tool cache (pip) is still here, at least in part."_qs
+                                 << u"Coding tool cache (pip)"_qs;
     }
     void aFailureIsSaidInPlace()
     {
@@ -65,6 +71,7 @@ private Q_SLOTS:
         QFETCH(QStringList, pressed);
         QFETCH(QString, lastPress);
         QFETCH(QString, said);
+        QFETCH(QString, row);
         begin({{u"unsignalablePids"_qs, QJsonArray{10}}});
         openAt(section);
         for (const QString &name : pressed)
@@ -84,6 +91,8 @@ private Q_SLOTS:
             pressHere(u"Dismiss"_qs);
             QVERIFY(!textOf(*m_open->window).contains(said));
         }
+        // What stayed is listed as before.
+        QVERIFY(waitUntil([&] { return itemNamed(*m_open->window, row) != nullptr; }));
     }
 
     void aStartupItemIsTurnedOffAndOnAgain()

@@ -75,12 +75,10 @@ private Q_SLOTS:
     void theArrowsLeadFromRowToRow()
     {
         m_desk->folder.setProcesses({"10 1 30 1.0 2000 /Applications/Mill.app/Contents/MacOS/Mill",
-                                "11 1 20 1.0 1000 /Applications/Loom.app/Contents/MacOS/Loom"});
+                                     "11 1 20 1.0 1000 /Applications/Loom.app/Contents/MacOS/Loom"});
         m_desk->refresh();
         m_open->view->select(MainSection::speed);
-        const auto control = [this](const QString &name) {
-            return itemNamed(m_open->window->contentItem(), name);
-        };
+        const auto control = [this](const QString &name) { return itemNamed(*m_open->window, name); };
         QVERIFY(control(u"Pin app: Mill"_qs) != nullptr);
         control(u"Pin app: Mill"_qs)->forceActiveFocus();
         type(Qt::Key_Down);
