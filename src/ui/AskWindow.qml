@@ -9,12 +9,24 @@ Window {
     required property AskView view
     readonly property real contentHeight: card.implicitHeight + 40
 
+    readonly property real wantedHeight: sheets.isOpen ? Math.max(contentHeight, 400) : contentHeight
+
+    // A window manager keeps a window to the bounds it was told last: the one in the way goes first.
+    function fit(): void {
+        if (wantedHeight > maximumHeight)
+            maximumHeight = wantedHeight;
+        else
+            minimumHeight = wantedHeight;
+        height = wantedHeight;
+        minimumHeight = wantedHeight;
+        maximumHeight = wantedHeight;
+    }
+
     width: 480
-    height: sheets.isOpen ? Math.max(contentHeight, 400) : contentHeight
     minimumWidth: width
     maximumWidth: width
-    minimumHeight: height
-    maximumHeight: height
+    onWantedHeightChanged: fit()
+    Component.onCompleted: fit()
     title: "Ask Swabby"
     color: Theme.window
 

@@ -13,6 +13,8 @@ Window {
     minimumHeight: 560
     title: view.selected.title
     color: Theme.window
+    onActiveFocusItemChanged: if (!sheets.isOpen && (activeFocusItem === contentItem || section.isBare(activeFocusItem)))
+        sidebar.forceActiveFocus()
     onClosing: close => close.accepted = window.view.mayClose()
 
     Item {

@@ -90,6 +90,18 @@ private Q_SLOTS:
         QCOMPARE(m_open->window->activeFocusItem()->inputMethodQuery(Qt::ImEnabled).toBool(), true);
     }
 
+    void theKeyboardIsNeverLost()
+    {
+        refresh();
+        m_open->view->select(MainSection::speed);
+        QQuickItem *pin = itemNamed(m_open->window->contentItem(), u"Pin app: Mill"_qs);
+        QVERIFY(pin != nullptr);
+        pin->forceActiveFocus();
+        press(Qt::Key_4, Qt::ControlModifier); // its page goes
+        press(Qt::Key_Down);
+        QCOMPARE(m_open->view->selection(), MainSection::network);
+    }
+
     void anIssueLeadsToItsSection()
     {
         m_desk->refresh();

@@ -18,7 +18,7 @@ Item {
 
     visible: false
     z: 100
-    width: Math.min(label.implicitWidth, 320) + 20
+    width: Math.min(label.implicitWidth, 320, (parent?.width ?? 348) - 28) + 20
     height: label.height + 12
     onTargetChanged: {
         visible = false;

@@ -16,6 +16,11 @@ Item {
         return (loader.item as ScrollPage)?.scrollWith(key) ?? false;
     }
 
+    // Whether that is the page's place and nothing on the page: what had the keyboard is gone.
+    function isBare(item: Item): bool {
+        return item === loader;
+    }
+
     function showPage(): void {
         if (page === "")
             loader.source = "";

@@ -16,6 +16,11 @@ FocusScope {
 
     signal dismissed
 
+    function letGo(): void {
+        if (!isOpen)
+            focus = false;
+    }
+
     visible: opacity > 0
     opacity: isOpen ? 1 : 0
     onWantedChanged: {
@@ -27,6 +32,9 @@ FocusScope {
         } else if (returnTo !== null) {
             returnTo.forceActiveFocus();
             returnTo = null;
+        } else {
+            // What had the keyboard before is gone meanwhile; nothing that is hidden may keep it.
+            Qt.callLater(letGo);
         }
     }
     onVisibleChanged: if (!visible)
