@@ -7,7 +7,9 @@ Item {
     id: frame
 
     required property MainWindowView view
-    readonly property string page: view.state.isKnown ? view.selected.page : ""
+    readonly property bool isKnown: view.state.isKnown
+    readonly property bool isReady: isKnown || !view.selected.waitsForFigures
+    readonly property string page: isReady ? view.selected.page : ""
 
     function showPage(): void {
         if (page === "")
@@ -50,13 +52,13 @@ Item {
         anchors.topMargin: notice.visible ? 12 : 0
         anchors.bottom: parent.bottom
         width: parent.width
-        visible: frame.view.state.isKnown
+        visible: frame.isReady
     }
 
     Column {
         anchors.centerIn: parent
         spacing: 14
-        visible: !frame.view.state.isKnown
+        visible: !frame.isReady
 
         Spinner {
             anchors.horizontalCenter: parent.horizontalCenter

@@ -34,7 +34,7 @@ void StateView::show(const Figures &figures, bool isCompact)
 {
     m_figures = figures;
     m_isCompact = isCompact;
-    m_gauges.show(figures.isKnown ? overviewGauges(figures.stats, figures.speedIsKnown) : QList<Gauge>(),
+    m_gauges.show(figures.isKnown ? overviewGauges(figures.stats, figures.speedIsKnown) : gaugesToCome(),
                   [](const Gauge &gauge) { return gauge.title.section(QLatin1Char(' '), 0, 0); });
     const auto issueKey = [](const IssueCard &card) { return QString::number(card.index); };
     m_issues.show(issueCards(figures.healthIssues), issueKey);
@@ -79,7 +79,7 @@ int StateView::healthTint() const
 
 SpeedDay StateView::speedDay() const
 {
-    return {speedStretches(m_figures.history, m_figures.stats.timestamp)};
+    return {speedStretches(m_figures.history, m_figures.time)};
 }
 
 bool StateView::hasSpeedLine() const
