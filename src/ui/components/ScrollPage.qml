@@ -28,6 +28,30 @@ Flickable {
         contentY = Math.max(0, Math.min(Math.max(0, contentHeight - height), contentY + distance));
     }
 
+    function distanceOf(key: int): real {
+        switch (key) {
+        case Qt.Key_Down:
+            return 48;
+        case Qt.Key_Up:
+            return -48;
+        case Qt.Key_PageDown:
+            return height - 48;
+        case Qt.Key_PageUp:
+            return 48 - height;
+        case Qt.Key_Home:
+            return -contentHeight;
+        case Qt.Key_End:
+            return contentHeight;
+        }
+        return 0;
+    }
+
+    Keys.onPressed: event => {
+        const distance = distanceOf(event.key);
+        event.accepted = distance !== 0;
+        page.scrollBy(distance);
+    }
+
     clip: true
     contentWidth: width
     contentHeight: column.height + column.y + padding

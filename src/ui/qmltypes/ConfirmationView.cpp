@@ -2,6 +2,8 @@
 
 #include "startup/flows/StartupFlow.h"
 
+#include <QtQml/QQmlEngine>
+
 #include <utility>
 
 namespace swabby {
@@ -9,6 +11,7 @@ namespace swabby {
 ConfirmationView::ConfirmationView(const UserInterfaceContext &context, QObject *parent)
     : QObject(parent), m_context(context)
 {
+    QJSEngine::setObjectOwnership(&m_details, QJSEngine::CppOwnership);
 }
 
 void ConfirmationView::askToQuit(const ProcessSample &process, Quitting::Force force)
@@ -40,6 +43,8 @@ void ConfirmationView::open(const ConfirmationInfo &info, const ConfirmationText
 {
     m_info = info;
     m_text = text;
+    int place = 0;
+    m_details.show(text.details, [&](const RemovalDetail &) { return QString::number(place++); });
     Q_EMIT changed();
 }
 

@@ -16,7 +16,6 @@ DeveloperView::DeveloperView(const UserInterfaceContext &context, MainWindowCoor
         return;
     m_scan = std::make_unique<DeveloperScan>(*m_context.state);
     connect(m_scan.get(), &DeveloperScan::changed, this, &DeveloperView::show);
-    connect(&m_runtimes, &RemovableList::moreWanted, this, &DeveloperView::show);
 }
 
 void DeveloperView::show()

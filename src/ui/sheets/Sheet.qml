@@ -19,6 +19,7 @@ FocusScope {
     focus: true
     Accessible.role: Accessible.Dialog
     Accessible.name: name
+    Keys.forwardTo: [scroll]
 
     Repeater {
         model: Theme.isDark ? 0 : 3
