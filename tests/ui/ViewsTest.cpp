@@ -22,7 +22,7 @@ Figures everythingAtOnce()
     figures.stats.timeRemainingMinutes = 1'439;
     figures.stats.batteryHealthPercent = 101;
     figures.stats.batteryCycleCount = 123'456;
-    figures.stats.timestamp = 1'790'000'000;
+    figures.stats.timestamp = figures.time = 1'790'000'000;
     figures.history = {{1'789'999'940, 50, 50}, {1'790'000'000, 60, 50}};
     figures.health = HealthLevel::red;
     for (int pid = 1; pid <= 8; ++pid)

@@ -15,68 +15,65 @@ Card {
         text: "Startup items to review"
     }
 
-    Column {
+    RowStack {
         width: parent.width
+        rows: card.check.startupItems
+        rowHeight: 54
 
-        Repeater {
-            model: card.check.startupItems
+        Item {
+            id: row
 
-            Item {
-                id: row
+            required property startupRowText entry
 
-                required property startupRowText entry
+            implicitHeight: 54
+            Accessible.role: Accessible.ListItem
+            Accessible.name: entry.label + ", " + entry.detail
 
+            Hairline {
                 width: parent.width
-                height: 54
-                Accessible.role: Accessible.ListItem
-                Accessible.name: entry.label + ", " + entry.detail
+            }
 
-                Hairline {
+            Column {
+                anchors.left: parent.left
+                anchors.right: buttons.left
+                anchors.rightMargin: 12
+                anchors.verticalCenter: parent.verticalCenter
+                spacing: 1
+
+                NameLabel {
                     width: parent.width
+                    text: row.entry.label
+                    elide: Text.ElideMiddle
                 }
 
-                Column {
-                    anchors.left: parent.left
-                    anchors.right: buttons.left
-                    anchors.rightMargin: 12
-                    anchors.verticalCenter: parent.verticalCenter
-                    spacing: 1
+                PlainLabel {
+                    width: parent.width
+                    text: row.entry.detail
+                    font: Theme.smallFont
+                    color: Theme.secondary
+                }
+            }
 
-                    NameLabel {
-                        width: parent.width
-                        text: row.entry.label
-                        elide: Text.ElideMiddle
-                    }
+            Row {
+                id: buttons
 
-                    PlainLabel {
-                        width: parent.width
-                        text: row.entry.detail
-                        font: Theme.smallFont
-                        color: Theme.secondary
-                    }
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                spacing: 8
+
+                ActionButton {
+                    implicitHeight: 24
+                    text: "Disable"
+                    name: text + ": " + row.entry.label
+                    isBusy: card.busyItems.includes(row.entry.id)
+                    onActivated: card.check.disable(row.entry.id)
                 }
 
-                Row {
-                    id: buttons
-
-                    anchors.right: parent.right
-                    anchors.verticalCenter: parent.verticalCenter
-                    spacing: 8
-
-                    ActionButton {
-                        implicitHeight: 24
-                        text: "Disable"
-                        name: text + ": " + row.entry.label
-                        isBusy: card.busyItems.includes(row.entry.id)
-                        onActivated: card.check.disable(row.entry.id)
-                    }
-
-                    ActionButton {
-                        implicitHeight: 24
-                        text: "Ignore"
-                        name: text + ": " + row.entry.label
-                        onActivated: card.check.ignore(row.entry.id)
-                    }
+                ActionButton {
+                    implicitHeight: 24
+                    text: "Ignore"
+                    name: text + ": " + row.entry.label
+                    onActivated: card.check.ignore(row.entry.id)
                 }
             }
         }

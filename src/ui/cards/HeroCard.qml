@@ -44,7 +44,7 @@ Card {
 
             PlainLabel {
                 width: parent.width
-                text: card.view.state.isHealthy ? "AI scan for storage clutter & power hogs" : "Issues detected · tap to inspect"
+                text: !card.view.state.isKnown ? "Taking a first look at your Mac…" : card.view.state.isHealthy ? "AI scan for storage clutter & power hogs" : "Issues detected · tap to inspect"
                 font: Theme.smallFont
                 color: Theme.secondary
             }
@@ -59,6 +59,7 @@ Card {
 
             ActionButton {
                 text: "What's going on"
+                enabled: card.view.state.isKnown
                 onActivated: card.view.showHealthDetail = true
             }
 

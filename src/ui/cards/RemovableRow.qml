@@ -10,7 +10,10 @@ Item {
     property string actionLabel
     property bool hasBox: actionLabel === ""
     property bool isExpanded: false
+    property bool isFolding: false
+    property string shownId
 
+    signal folded
     signal toggled
     signal acted
     signal shown(string path)
@@ -21,7 +24,16 @@ Item {
     Accessible.role: Accessible.ListItem
     Accessible.name: [entry.title, entry.subtitle, entry.size].filter(words => words !== "").join(", ")
 
+    // Another thing's row has its height at once.
+    onEntryChanged: if (entry.id !== shownId) {
+        heightMotion.complete();
+        isFolding = false;
+        shownId = entry.id;
+    }
+
     Behavior on implicitHeight {
+        enabled: row.isFolding
+
         NumberAnimation {
             id: heightMotion
 
@@ -143,7 +155,10 @@ Item {
                 tip: row.isExpanded ? "Hide what is behind it" : "Show what is behind it"
                 name: tip + ": " + row.entry.title
                 visible: row.entry.details.length > 0
-                onActivated: row.isExpanded = !row.isExpanded
+                onActivated: {
+                    row.isFolding = true;
+                    row.folded();
+                }
             }
 
             // So that the sizes of all rows stand under each other.

@@ -2,41 +2,31 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Swabby.Ui
 
-// A list of things that can be removed, and the way to the rest of a long one.
-Column {
-    id: rows
+// A list of things that can be removed, however long.
+RowStack {
+    id: stack
 
     required property RemovableList list
     property string actionLabel
+    property list<string> unfolded
 
     signal toggled(string id, bool isSelected)
     signal acted(string id)
     signal shown(string path)
 
-    Repeater {
-        model: rows.list.rows
-
-        RemovableRow {
-            actionLabel: rows.actionLabel
-            onToggled: rows.toggled(entry.id, !entry.isSelected)
-            onActed: rows.acted(entry.id)
-            onShown: path => rows.shown(path)
-        }
+    function fold(id: string): void {
+        unfolded = unfolded.includes(id) ? unfolded.filter(other => other !== id) : unfolded.concat([id]);
     }
 
-    Item {
-        width: parent.width
-        height: 44
-        visible: rows.list.moreLabel !== ""
+    rows: list.rows
+    rowHeight: 52
 
-        Hairline {
-            width: parent.width
-        }
-
-        ActionButton {
-            anchors.centerIn: parent
-            text: rows.list.moreLabel
-            onActivated: rows.list.showMore()
-        }
+    RemovableRow {
+        actionLabel: stack.actionLabel
+        isExpanded: stack.unfolded.includes(entry.id)
+        onToggled: stack.toggled(entry.id, !entry.isSelected)
+        onActed: stack.acted(entry.id)
+        onShown: path => stack.shown(path)
+        onFolded: stack.fold(entry.id)
     }
 }

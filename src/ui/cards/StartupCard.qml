@@ -19,94 +19,90 @@ Card {
         text: card.heading
     }
 
-    Column {
+    RowStack {
         width: parent.width
+        rows: card.rows
+        rowHeight: 54
 
-        Repeater {
-            model: card.rows
+        Item {
+            id: row
 
-            Item {
-                id: row
+            required property startupRowText entry
 
-                required property startupRowText entry
+            implicitHeight: 54
+            Accessible.role: Accessible.ListItem
+            Accessible.name: [entry.label, entry.badge, entry.detail].filter(words => words !== "").join(", ")
 
+            Hairline {
                 width: parent.width
-                height: 54
-                Accessible.role: Accessible.ListItem
-                Accessible.name: [entry.label, entry.badge, entry.detail].filter(words => words !== "").join(", ")
+            }
 
-                Hairline {
-                    width: parent.width
-                }
-
-                Column {
-                    anchors.left: parent.left
-                    anchors.right: actions.left
-                    anchors.rightMargin: 12
-                    anchors.verticalCenter: parent.verticalCenter
-                    spacing: 1
-
-                    Row {
-                        width: parent.width
-                        spacing: 8
-
-                        NameLabel {
-                            width: Math.min(implicitWidth, parent.width - (badge.visible ? badge.width + 8 : 0))
-                            anchors.verticalCenter: parent.verticalCenter
-                            text: row.entry.label
-                            elide: Text.ElideMiddle
-                        }
-
-                        Badge {
-                            id: badge
-
-                            anchors.verticalCenter: parent.verticalCenter
-                            text: row.entry.badge
-                            tint: row.entry.badgeTint
-                        }
-                    }
-
-                    PlainLabel {
-                        width: parent.width
-                        text: row.entry.detail
-                        font: Theme.smallFont
-                        color: Theme.secondary
-                    }
-                }
+            Column {
+                anchors.left: parent.left
+                anchors.right: actions.left
+                anchors.rightMargin: 12
+                anchors.verticalCenter: parent.verticalCenter
+                spacing: 1
 
                 Row {
-                    id: actions
-
-                    anchors.right: parent.right
-                    anchors.verticalCenter: parent.verticalCenter
+                    width: parent.width
                     spacing: 8
 
-                    ActionButton {
+                    NameLabel {
+                        width: Math.min(implicitWidth, parent.width - (badge.visible ? badge.width + 8 : 0))
                         anchors.verticalCenter: parent.verticalCenter
-                        implicitHeight: 24
-                        text: "What is this?"
-                        name: "What is this? " + row.entry.label
-                        visible: !card.isOff
-                        onActivated: card.view.startup.explain(row.entry.id)
+                        text: row.entry.label
                     }
 
-                    ActionButton {
-                        anchors.verticalCenter: parent.verticalCenter
-                        implicitHeight: 24
-                        text: card.isOff ? "Turn on again" : "Disable"
-                        name: text + ": " + row.entry.label
-                        isBusy: card.busyIds.includes(row.entry.id)
-                        visible: card.isOff || row.entry.canDisable
-                        onActivated: card.isOff ? card.view.startup.enable(row.entry.id) : card.view.startup.disable(row.entry.id)
-                    }
+                    Badge {
+                        id: badge
 
-                    MoreMenu {
                         anchors.verticalCenter: parent.verticalCenter
-                        subject: row.entry.label
-                        labels: row.entry.canReveal ? ["Reveal in Finder", "Open Startup Items in System Settings"] : ["Open Startup Items in System Settings"]
-                        visible: !card.isOff
-                        onChosen: index => labels[index] === "Reveal in Finder" ? card.view.startup.reveal(row.entry.id) : card.view.startup.openSettings()
+                        text: row.entry.badge
+                        tint: row.entry.badgeTint
                     }
+                }
+
+                PlainLabel {
+                    width: parent.width
+                    text: row.entry.detail
+                    font: Theme.smallFont
+                    color: Theme.secondary
+                }
+            }
+
+            Row {
+                id: actions
+
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                spacing: 8
+
+                ActionButton {
+                    anchors.verticalCenter: parent.verticalCenter
+                    implicitHeight: 24
+                    text: "What is this?"
+                    name: "What is this? " + row.entry.label
+                    visible: !card.isOff
+                    onActivated: card.view.startup.explain(row.entry.id)
+                }
+
+                ActionButton {
+                    anchors.verticalCenter: parent.verticalCenter
+                    implicitHeight: 24
+                    text: card.isOff ? "Turn on again" : "Disable"
+                    name: text + ": " + row.entry.label
+                    isBusy: card.busyIds.includes(row.entry.id)
+                    visible: card.isOff || row.entry.canDisable
+                    onActivated: card.isOff ? card.view.startup.enable(row.entry.id) : card.view.startup.disable(row.entry.id)
+                }
+
+                MoreMenu {
+                    anchors.verticalCenter: parent.verticalCenter
+                    subject: row.entry.label
+                    labels: row.entry.canReveal ? ["Reveal in Finder", "Open Startup Items in System Settings"] : ["Open Startup Items in System Settings"]
+                    visible: !card.isOff
+                    onChosen: index => labels[index] === "Reveal in Finder" ? card.view.startup.reveal(row.entry.id) : card.view.startup.openSettings()
                 }
             }
         }

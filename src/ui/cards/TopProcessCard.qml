@@ -55,7 +55,7 @@ Card {
 
     PlainLabel {
         width: parent.width
-        text: "No processes found."
+        text: card.figures.isKnown ? "No processes found." : "Measuring…"
         color: Theme.secondary
         visible: card.figures.topProcesses.count === 0
     }

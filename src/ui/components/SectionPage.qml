@@ -9,7 +9,8 @@ Item {
     required property MainWindowView view
     // On its own, so that a page which changes the state while it goes is not asked for again.
     readonly property bool isKnown: view.state.isKnown
-    readonly property string page: isKnown ? view.selected.page : ""
+    readonly property bool isReady: isKnown || !view.selected.waitsForFigures
+    readonly property string page: isReady ? view.selected.page : ""
 
     // Whether the key scrolled the page.
     function scrollWith(key: int): bool {
@@ -85,13 +86,13 @@ Item {
         anchors.top: news.bottom
         anchors.bottom: parent.bottom
         width: parent.width
-        visible: frame.isKnown
+        visible: frame.isReady
     }
 
     Column {
         anchors.centerIn: parent
         spacing: 14
-        visible: !frame.isKnown
+        visible: !frame.isReady
 
         Spinner {
             anchors.horizontalCenter: parent.horizontalCenter

@@ -42,7 +42,6 @@ struct ConfirmationText {
     Q_PROPERTY(QString trust MEMBER trust)
     Q_PROPERTY(QString recommendation MEMBER recommendation)
     Q_PROPERTY(int recommendationTint READ recommendationTintIndex)
-    Q_PROPERTY(QList<swabby::RemovalDetail> details MEMBER details)
 
 public:
     QString title;
@@ -53,7 +52,7 @@ public:
     QString trust; ///< "Trust 65"; empty for a removal
     QString recommendation;
     Tint recommendationTint = Tint::green;
-    QList<RemovalDetail> details;
+    QList<RemovalDetail> details; ///< shown as rows of their own
 
     int recommendationTintIndex() const { return static_cast<int>(recommendationTint); }
     bool operator==(const ConfirmationText &) const = default;

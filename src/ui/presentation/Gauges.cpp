@@ -79,6 +79,14 @@ QList<Gauge> overviewGauges(const SystemStats &stats, bool speedIsKnown)
     return gauges;
 }
 
+QList<Gauge> gaugesToCome()
+{
+    QList<Gauge> gauges = overviewGauges({}, false);
+    for (Gauge &gauge : gauges)
+        gauge = {gauge.symbol, gauge.title, {}, QStringLiteral("Measuring…"), 0, {}};
+    return gauges;
+}
+
 double usedStorageFraction(const SystemStats &stats)
 {
     if (stats.diskTotalBytes == 0)

@@ -35,6 +35,8 @@ public:
 /// Speed, memory, storage and, on a machine that has one, the battery. The speed is a real figure only
 /// once the machine has been looked at for a while.
 QList<Gauge> overviewGauges(const SystemStats &stats, bool speedIsKnown);
+/// The same before the first refresh.
+QList<Gauge> gaugesToCome();
 
 /// The storage in use as a fraction; all of it when the total is unknown.
 double usedStorageFraction(const SystemStats &stats);

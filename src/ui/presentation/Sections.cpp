@@ -35,7 +35,7 @@ QList<SectionRow> builtSections()
         if (isBuilt(section))
             rows.append({sectionName(section), sectionTitle(section), sectionSubtitle(section),
                          sectionSymbol(section), QStringLiteral("Ctrl+") + keyEquivalent(section),
-                         QStringLiteral("sections/") + pageFile(section)});
+                         QStringLiteral("sections/") + pageFile(section), section != MainSection::overview});
     return rows;
 }
 

@@ -18,14 +18,16 @@ struct SectionRow {
     Q_PROPERTY(QString symbol MEMBER symbol)
     Q_PROPERTY(QString shortcut MEMBER shortcut)
     Q_PROPERTY(QString page MEMBER page)
+    Q_PROPERTY(bool waitsForFigures MEMBER waitsForFigures)
 
 public:
     QString name;
     QString title;
     QString subtitle;
     QString symbol;
-    QString shortcut; ///< a key sequence
-    QString page;     ///< the QML file that shows it
+    QString shortcut;            ///< a key sequence
+    QString page;                ///< the QML file that shows it
+    bool waitsForFigures = true; ///< it has nothing to show before the first refresh
 
     bool operator==(const SectionRow &) const = default;
 };

@@ -30,7 +30,6 @@ CheckView::CheckView(const UserInterfaceContext &context, MainWindowCoordinator 
     connect(&m_lookingTimer, &QTimer::timeout, this, &CheckView::lookingAtChanged);
     connect(m_check.get(), &FullCheck::changed, this, &CheckView::follow);
     connect(m_check.get(), &FullCheck::finished, this, &CheckView::finished);
-    connect(&m_candidates, &RemovableList::moreWanted, this, &CheckView::showRows);
     connect(m_context.state, &AppState::changed, this, [this] {
         if (!isScanning())
             showRows();

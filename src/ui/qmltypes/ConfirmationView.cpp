@@ -4,6 +4,8 @@
 #include "startup/flows/StartupFlow.h"
 #include "ui/presentation/PlainWords.h"
 
+#include <QtQml/QQmlEngine>
+
 #include <utility>
 
 namespace swabby {
@@ -11,6 +13,7 @@ namespace swabby {
 ConfirmationView::ConfirmationView(const UserInterfaceContext &context, QObject *parent)
     : QObject(parent), m_context(context)
 {
+    QJSEngine::setObjectOwnership(&m_details, QJSEngine::CppOwnership);
     if (m_context.quitting == nullptr)
         return;
     // Another window may have asked for another one.
@@ -54,6 +57,8 @@ void ConfirmationView::open(const ConfirmationInfo &info, const ConfirmationText
     m_asked.reset();
     m_info = info;
     m_text = text;
+    int place = 0;
+    m_details.show(text.details, [&](const RemovalDetail &) { return QString::number(place++); });
     Q_EMIT changed();
 }
 

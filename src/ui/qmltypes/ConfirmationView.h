@@ -2,6 +2,7 @@
 
 #include "ui/UserInterface.h"
 #include "ui/presentation/ConfirmationText.h"
+#include "ui/qmltypes/RowModel.h"
 
 #include <QtCore/QObject>
 #include <QtQml/qqmlregistration.h>
@@ -18,12 +19,15 @@ class ConfirmationView : public QObject {
     QML_UNCREATABLE("made with the window")
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY changed)
     Q_PROPERTY(swabby::ConfirmationText text READ text NOTIFY changed)
+    Q_PROPERTY(swabby::RowModel *details READ details CONSTANT)
 
 public:
     explicit ConfirmationView(const UserInterfaceContext &context, QObject *parent = nullptr);
 
     bool isOpen() const { return m_info.has_value(); }
     const ConfirmationText &text() const { return m_text; }
+    /// Everything that goes, and what stays of it on purpose.
+    RowModel *details() { return &m_details; }
 
     void askToQuit(const ProcessSample &process, Quitting::Force force);
     /// onRemoved is called as soon as the removal has begun.
@@ -46,6 +50,7 @@ private:
     UserInterfaceContext m_context;
     std::optional<ConfirmationInfo> m_info;
     ConfirmationText m_text;
+    RowModel m_details;
     std::optional<ProcessSample> m_asked; ///< about quitting
     std::optional<ProcessSample> m_quitting;
 };

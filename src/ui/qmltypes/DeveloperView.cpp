@@ -21,7 +21,6 @@ DeveloperView::DeveloperView(const UserInterfaceContext &context, MainWindowCoor
             if (!success.left.empty() && m_scan->hasForgotten())
                 m_scan->begin();
         });
-    connect(&m_runtimes, &RemovableList::moreWanted, this, &DeveloperView::show);
 }
 
 void DeveloperView::show()

@@ -19,6 +19,7 @@ Figures figuresOf(const AppState &state)
         .healthIssues = state.healthIssues(),
         .leakSuspects = state.leakSuspects(),
         .pinnedNames = state.pinnedNames(),
+        .time = state.refreshesApplied() > 0 ? state.stats().timestamp : state.machine().clock->now(),
         .isKnown = state.refreshesApplied() > 0,
         .speedIsKnown = state.refreshesApplied() >= refreshesUntilFigures(state.machine()),
     };

@@ -27,6 +27,7 @@ struct Figures {
     QList<HealthIssue> healthIssues;
     QList<LeakSuspect> leakSuspects;
     std::set<QString> pinnedNames;
+    double time = 0;           ///< of the last refresh, before the first one now
     bool isKnown = false;      ///< a refresh has been applied
     bool speedIsKnown = false; ///< the machine has been looked at long enough for figures over time
 };

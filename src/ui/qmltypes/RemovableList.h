@@ -11,14 +11,13 @@
 
 namespace swabby {
 
-/// Things that can be removed as a card lists them: the first hundred, and more when they are asked for.
+/// Things that can be removed as a card lists them.
 class RemovableList : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made with the window")
     Q_PROPERTY(swabby::RowModel *rows READ rows CONSTANT)
     Q_PROPERTY(swabby::ScanText text READ text NOTIFY changed)
-    Q_PROPERTY(QString moreLabel READ moreLabel NOTIFY changed)
 
 public:
     using RowOf = std::function<RemovableRowText(const RemovableItem &)>;
@@ -30,20 +29,13 @@ public:
 
     RowModel *rows() { return &m_rows; }
     const ScanText &text() const { return m_text; }
-    /// On the button that shows more; empty when all are shown.
-    QString moreLabel() const;
-    /// Its owner shows the list anew.
-    Q_INVOKABLE void showMore();
 
 Q_SIGNALS:
     void changed();
-    void moreWanted();
 
 private:
     RowModel m_rows;
     ScanText m_text;
-    std::size_t m_limit;
-    std::size_t m_hidden = 0;
 };
 
 } // namespace swabby

@@ -1,5 +1,7 @@
 #include "ui/qmltypes/RowModel.h"
 
+#include <QtCore/QSet>
+
 namespace swabby {
 
 int RowModel::rowCount(const QModelIndex &parent) const
@@ -28,8 +30,11 @@ void RowModel::showValues(const QVariantList &rows, const KeyOf &keyOf)
         keys.append(keyOf(row));
 
     dropVanished(keys);
+    const QSet<QString> kept(m_keys.begin(), m_keys.end());
     for (int place = 0; place < rows.size(); ++place) {
-        const auto found = static_cast<int>(m_keys.indexOf(keys.at(place), place));
+        // A new key need not be looked for; one that stayed is found at once.
+        const auto found =
+            kept.contains(keys.at(place)) ? static_cast<int>(m_keys.indexOf(keys.at(place), place)) : -1;
         if (found < 0) {
             beginInsertRows({}, place, place);
             m_rows.insert(place, rows.at(place));
@@ -61,8 +66,9 @@ void RowModel::showValues(const QVariantList &rows, const KeyOf &keyOf)
 
 void RowModel::dropVanished(const QStringList &keys)
 {
+    const QSet<QString> listed(keys.begin(), keys.end());
     for (int place = count() - 1; place >= 0; --place) {
-        if (keys.contains(m_keys.at(place)))
+        if (listed.contains(m_keys.at(place)))
             continue;
         beginRemoveRows({}, place, place);
         m_rows.removeAt(place);

@@ -39,7 +39,7 @@ void StateView::show(const Figures &figures, bool isCompact)
 {
     m_figures = figures;
     m_isCompact = isCompact;
-    m_gauges.show(figures.isKnown ? overviewGauges(figures.stats, figures.speedIsKnown) : QList<Gauge>(),
+    m_gauges.show(figures.isKnown ? overviewGauges(figures.stats, figures.speedIsKnown) : gaugesToCome(),
                   [](const Gauge &gauge) { return gauge.title.section(QLatin1Char(' '), 0, 0); });
     m_issues.show(issueCards(figures.healthIssues), issueIdOf);
     m_speedIssues.show(issueCards(figures.healthIssues, MainSection::speed), issueIdOf);
@@ -82,7 +82,7 @@ int StateView::healthTint() const
 
 SpeedDay StateView::speedDay() const
 {
-    return {speedStretches(m_figures.history, m_figures.stats.timestamp)};
+    return {speedStretches(m_figures.history, m_figures.time)};
 }
 
 bool StateView::hasSpeedLine() const

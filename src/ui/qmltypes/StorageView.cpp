@@ -20,8 +20,6 @@ StorageView::StorageView(const UserInterfaceContext &context, MainWindowCoordina
     m_scans = std::make_unique<StorageScans>(*m_context.state, *m_context.ai);
     connect(m_context.state, &AppState::changed, this, &StorageView::changed);
     connect(m_scans.get(), &StorageScans::changed, this, &StorageView::show);
-    for (const RemovableList *list : {&m_quickClean, &m_duplicates, &m_forgottenFiles, &m_applications})
-        connect(list, &RemovableList::moreWanted, this, &StorageView::show);
     connect(m_scans.get(), &StorageScans::prepared, this, [this](const RemovableItem &item) {
         m_prepared.push_back(item);
         askForPrepared();

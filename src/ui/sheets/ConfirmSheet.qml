@@ -9,7 +9,7 @@ Sheet {
     required property ConfirmationView confirmation
     readonly property confirmationText question: confirmation.text
 
-    implicitWidth: question.details.length > 0 ? 440 : 380
+    implicitWidth: confirmation.details.count > 0 ? 440 : 380
     headerHeight: 0
     inset: 22
     name: question.title
@@ -55,20 +55,14 @@ Sheet {
         }
     }
 
-    Column {
+    RowStack {
         width: parent.width
-        visible: sheet.question.details.length > 0
+        rows: sheet.confirmation.details
+        rowHeight: 42
+        visible: sheet.confirmation.details.count > 0
 
-        Repeater {
-            model: sheet.question.details
-
-            RemovalDetailRow {
-                required property removalDetail modelData
-
-                width: parent.width
-                entry: modelData
-                onShown: sheet.confirmation.showInFolder(modelData.path)
-            }
+        RemovalDetailRow {
+            onShown: sheet.confirmation.showInFolder(entry.path)
         }
     }
 

@@ -26,6 +26,7 @@ FocusScope {
     }
     Accessible.role: Accessible.Dialog
     Accessible.name: name
+    Keys.forwardTo: [scroll]
 
     Repeater {
         model: Theme.isDark ? 0 : 3

@@ -1,0 +1,227 @@
+#include "ui/qmltypes/RowStack.h"
+#include "ui/presentation/LeakText.h"
+
+#include <QtQml/QQmlEngine>
+#include <QtQuick/QQuickWindow>
+#include <QtTest/QTest>
+
+#include <numeric>
+
+using namespace swabby;
+
+namespace {
+
+constexpr qreal rowHeight = 40;
+constexpr int pageHeight = 400;
+
+LeakText row(int number)
+{
+    return {number, QString::number(number), {}};
+}
+
+QList<LeakText> rowsUpTo(int count)
+{
+    QList<LeakText> rows;
+    for (int number = 0; number < count; ++number)
+        rows.append(row(number));
+    return rows;
+}
+
+constexpr const char *window = R"(
+import QtQuick
+import Swabby.Ui
+Window {
+    id: window
+    required property RowModel rows
+    width: 300; height: 400
+    Flickable {
+        objectName: "page"
+        anchors.fill: parent
+        contentHeight: column.height
+        Column {
+            id: column
+            width: parent.width
+            Item { objectName: "above"; width: 10; height: 100 }
+            RowStack {
+                objectName: "stack"
+                width: parent.width
+                rows: window.rows
+                rowHeight: 40
+                Item {
+                    required property leakText entry
+                    implicitHeight: entry.detail === "" ? 40 : 90
+                    activeFocusOnTab: true
+                }
+            }
+        }
+    }
+})";
+
+} // namespace
+
+class RowStackTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_rows = std::make_unique<RowModel>();
+        show(rowsUpTo(1'000));
+        QJSEngine::setObjectOwnership(m_rows.get(), QJSEngine::CppOwnership);
+        m_engine.addImportPath(u"qrc:/qt/qml"_qs);
+        QQmlComponent component(&m_engine);
+        component.setData(window, {});
+        m_window.reset(qobject_cast<QQuickWindow *>(
+            component.createWithInitialProperties({{u"rows"_qs, QVariant::fromValue(m_rows.get())}})));
+        QVERIFY2(m_window != nullptr, qPrintable(component.errorString()));
+        m_window->show();
+        m_window->requestActivate();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        settle();
+    }
+    void cleanup() { m_window.reset(); }
+
+    void onlyWhatIsToBeSeenExists()
+    {
+        QCOMPARE(stack().height(), 1'000 * rowHeight);
+        for (const qreal place : {0.0, 1'234.0, 20'000.0, 39'700.0, 500.0}) {
+            page().setProperty("contentY", place);
+            settle();
+            QVERIFY2(wrong().isEmpty(), qPrintable(wrong()));
+            QVERIFY(visible().size() < 30);
+            QVERIFY(stack().childItems().size() < 60);
+        }
+    }
+
+    void rowsFollowTheModel_data()
+    {
+        QTest::addColumn<QList<int>>("numbers");
+        const auto numbers = [](int first, int last) {
+            QList<int> result(last - first);
+            std::iota(result.begin(), result.end(), first);
+            return result;
+        };
+        QTest::newRow("rows above go") << numbers(495, 1'000);
+        QTest::newRow("rows in sight go") << numbers(0, 498) + numbers(502, 1'000);
+        QTest::newRow("rows come in sight") << numbers(0, 500) + numbers(2'000, 2'003) + numbers(500, 1'000);
+        QTest::newRow("a row moves up") << QList<int>{900} + numbers(0, 900) + numbers(901, 1'000);
+        QTest::newRow("a row in sight moves to the top")
+            << QList<int>{503} + numbers(0, 503) + numbers(504, 1'000);
+        QTest::newRow("few are left") << numbers(0, 3);
+        QTest::newRow("none is left") << QList<int>{};
+    }
+    void rowsFollowTheModel()
+    {
+        QFETCH(QList<int>, numbers);
+        page().setProperty("contentY", 500 * rowHeight);
+        settle();
+        QList<LeakText> rows;
+        for (const int number : numbers)
+            rows.append(row(number));
+        show(rows);
+        settle();
+        QCOMPARE(stack().height(), rowHeight * static_cast<qreal>(numbers.size()));
+        QVERIFY2(wrong().isEmpty(), qPrintable(wrong()));
+    }
+
+    void aRowThatGrowsMovesTheOthers()
+    {
+        QList<LeakText> rows = rowsUpTo(1'000);
+        rows[2].detail = u"more"_qs;
+        show(rows);
+        settle();
+        QCOMPARE(stack().height(), 1'000 * rowHeight + 50);
+        QVERIFY2(wrong().isEmpty(), qPrintable(wrong()));
+        page().setProperty("contentY", 20'000);
+        settle();
+        QVERIFY2(wrong().isEmpty(), qPrintable(wrong()));
+    }
+
+    void whatGrowsAboveBringsOthersInSight()
+    {
+        page().setProperty("contentY", 20'000);
+        settle();
+        m_window->findChild<QQuickItem *>(u"above"_qs)->setHeight(5'000);
+        settle();
+        QVERIFY2(wrong().isEmpty(), qPrintable(wrong()));
+    }
+
+    // Else a turn of the wheel would take the keyboard from the person.
+    void theKeyboardStaysWithItsRow()
+    {
+        QQuickItem *focused = visible().at(3);
+        focused->forceActiveFocus();
+        page().setProperty("contentY", 20'000);
+        settle();
+        QVERIFY(focused->hasActiveFocus());
+        QCOMPARE(numberOf(focused), 3);
+        QTest::keyClick(m_window.get(), Qt::Key_Backtab);
+        settle();
+        QVERIFY(!focused->hasActiveFocus());
+    }
+
+    void theKeyboardGoesThroughThemInOrder()
+    {
+        page().setProperty("contentY", 20'000);
+        settle();
+        page().setProperty("contentY", 19'500);
+        settle();
+        QList<QQuickItem *> rows = visible();
+        rows.first()->forceActiveFocus();
+        for (int step = 1; step < rows.size(); ++step) {
+            QTest::keyClick(m_window.get(), Qt::Key_Tab);
+            QVERIFY(rows.at(step)->hasActiveFocus());
+        }
+    }
+
+private:
+    QQuickItem &page() const { return *m_window->findChild<QQuickItem *>(u"page"_qs); }
+    QQuickItem &stack() const { return *m_window->findChild<QQuickItem *>(u"stack"_qs); }
+    static int numberOf(const QQuickItem *item) { return item->property("entry").value<LeakText>().pid; }
+
+    void show(const QList<LeakText> &rows)
+    {
+        m_rows->show(rows, [](const LeakText &text) { return QString::number(text.pid); });
+    }
+    void settle()
+    {
+        for (int frame = 0; frame < 3; ++frame)
+            m_window->grabWindow();
+    }
+    /// In the order in which the keyboard goes through them.
+    QList<QQuickItem *> visible() const
+    {
+        QList<QQuickItem *> items;
+        for (QQuickItem *item : stack().childItems())
+            if (item->isVisible())
+                items.append(item);
+        return items;
+    }
+    /// What is not as if all rows were there; empty when nothing is.
+    QString wrong() const
+    {
+        const qreal top = stack().mapFromItem(&page(), QPointF()).y();
+        qreal edge = 0;
+        for (int number = 0; number < m_rows->count(); ++number) {
+            const LeakText text = m_rows->data(m_rows->index(number), Qt::UserRole).value<LeakText>();
+            const qreal height = text.detail.isEmpty() ? rowHeight : 90;
+            const bool isInSight = edge + height > top && edge < top + pageHeight;
+            const QList<QQuickItem *> items = visible();
+            const auto found = std::count_if(items.begin(), items.end(), [&](const QQuickItem *item) {
+                return numberOf(item) == text.pid && item->y() == edge && item->height() == height &&
+                       item->width() == stack().width();
+            });
+            if (isInSight && found != 1)
+                return u"row %1 at %2 is there %3 times"_qs.arg(number).arg(edge).arg(found);
+            edge += height;
+        }
+        return {};
+    }
+
+    std::unique_ptr<RowModel> m_rows;
+    QQmlEngine m_engine;
+    std::unique_ptr<QQuickWindow> m_window;
+};
+
+QTEST_MAIN(RowStackTest)
+#include "RowStackTest.moc"
