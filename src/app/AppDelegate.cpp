@@ -69,8 +69,13 @@ void AppDelegate::applicationDidFinishLaunching()
                                                                windows->togglePopover(statusItem);
                                                        },
                                                    .quit = [] { QCoreApplication::quit(); }};
-    m_statusItemController = std::make_unique<StatusItemController>(m_state, actions);
+    m_statusItemController = std::make_unique<StatusItemController>(m_state, actions, makeTrayItems());
     QCoreApplication::instance()->installEventFilter(this);
+}
+
+bool AppDelegate::staysWithoutWindow() const
+{
+    return m_statusItemController != nullptr && m_statusItemController->hasPlace();
 }
 
 void AppDelegate::openMainWindow()
@@ -105,7 +110,7 @@ UserInterface *AppDelegate::userInterface()
                                     .quitting = &m_flows.quitting,
                                     .startup = &m_flows.startup,
                                     .theme = m_theme,
-                                    .staysWithoutWindow = &StatusItemController::hasPlace,
+                                    .staysWithoutWindow = [this] { return staysWithoutWindow(); },
                                     .quit = [] { QCoreApplication::quit(); },
                                     .dockChoiceChanged = [this] { syncActivationPolicy(); }}));
     return m_userInterface.get();

@@ -96,14 +96,6 @@ QImage renderTraySquare(const MenuBarTitle &title, int size)
     return image;
 }
 
-QIcon trayIcon(const MenuBarTitle &title)
-{
-    QIcon icon;
-    for (const int size : {16, 22, 24, 32, 48, 64})
-        icon.addPixmap(QPixmap::fromImage(renderTraySquare(title, size)));
-    return icon;
-}
-
 QIcon applicationIcon()
 {
     constexpr int size = 64;

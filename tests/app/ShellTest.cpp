@@ -87,7 +87,7 @@ private Q_SLOTS:
         const QJsonArray ticks = {QJsonArray{0, 0, 0, 0}, QJsonArray{46, 0, 54, 0}};
         TemporaryMachine folder({{u"now"_qs, 1'790'000'000}, {u"cpuTicks"_qs, ticks}});
         AppState state(folder.open(), Record::nothing);
-        StatusItemController controller(state, {.togglePopover = [this](const QRect &) { ++m_opened; }});
+        StatusItemController controller(state, {.togglePopover = [this](const QRect &) { ++m_opened; }}, {});
         QCOMPARE(controller.cpuColor(), TitleColor::green);
         const QImage before = controller.renderTitleImage();
         for (int refreshes = 1; refreshes <= 2; ++refreshes) {
