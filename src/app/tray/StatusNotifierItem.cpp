@@ -66,11 +66,14 @@ void StatusNotifierItem::follow(sd_bus_message *signal)
     const char *name = nullptr;
     const char *before = nullptr;
     const char *now = nullptr;
-    const bool isAboutOwner = sd_bus_message_is_signal(signal, nullptr, "NameOwnerChanged") > 0;
-    if (isAboutOwner && sd_bus_message_read(signal, "sss", &name, &before, &now) > 0 && *now == '\0')
-        setPlace(Place::none);
-    else
-        lookForPanel();
+    if (sd_bus_message_is_signal(signal, nullptr, "NameOwnerChanged") > 0) {
+        m_hasEntered = false; // whoever keeps the list from now on has not heard of it
+        if (sd_bus_message_read(signal, "sss", &name, &before, &now) > 0 && *now == '\0') {
+            setPlace(Place::none);
+            return;
+        }
+    }
+    lookForPanel();
 }
 
 void StatusNotifierItem::lookForPanel()
@@ -82,19 +85,18 @@ void StatusNotifierItem::lookForPanel()
     m_loop->call(std::move(question), m_patience, [this](sd_bus_message *answer) {
         int isThere = 0;
         const bool isAnswered = answer != nullptr && sd_bus_message_read(answer, "v", "b", &isThere) > 0;
-        const bool wasShown = m_isWanted;
         setPlace(isAnswered && isThere != 0 ? Place::there : Place::none);
-        if (wasShown)
-            enter();
+        enter();
     });
 }
 
-// Entering twice does no harm, and a panel that was started anew has forgotten the first time.
 void StatusNotifierItem::enter()
 {
     const char *ourName = nullptr;
-    if (place() != Place::there || !m_isWanted || sd_bus_get_unique_name(m_loop->bus(), &ourName) < 0)
+    if (m_hasEntered || !m_isWanted || place() != Place::there ||
+        sd_bus_get_unique_name(m_loop->bus(), &ourName) < 0)
         return;
+    m_hasEntered = true;
     BusMessage request = busQuestion(m_loop->bus(), watcher, watcherPath, watcher,
                                      "RegisterStatusNotifierItem", ServiceStart::never);
     if (request)

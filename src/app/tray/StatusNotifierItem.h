@@ -34,6 +34,7 @@ private:
     QTimer m_firstAnswer;
     Place m_place = Place::unknown;
     bool m_isWanted = false;
+    bool m_hasEntered = false;
     std::unique_ptr<BusLoop> m_loop;
     // After the loop, whose connection they have to leave first.
     std::unique_ptr<StatusNotifierObject> m_object;
