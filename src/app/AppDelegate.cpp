@@ -68,6 +68,11 @@ void AppDelegate::applicationDidFinishLaunching()
                                                            if (UserInterface *windows = userInterface())
                                                                windows->togglePopover(statusItem);
                                                        },
+                                                   .toggleItemMenu =
+                                                       [this](const QRect &statusItem) {
+                                                           if (UserInterface *windows = userInterface())
+                                                               windows->toggleItemMenu(statusItem);
+                                                       },
                                                    .quit = [] { QCoreApplication::quit(); }};
     m_statusItemController = std::make_unique<StatusItemController>(m_state, actions, makeTrayItems());
     QCoreApplication::instance()->installEventFilter(this);

@@ -14,8 +14,9 @@ StatusItemController::StatusItemController(AppState &state, Actions actions, Tra
         // Queued, since a window that opens takes its time and the panel waits for its click to be taken.
         connect(item.get(), &TrayItem::activated, this, &StatusItemController::togglePopover,
                 Qt::QueuedConnection);
-        connect(item.get(), &TrayItem::menuWanted, this, &StatusItemController::togglePopover,
-                Qt::QueuedConnection);
+        connect(
+            item.get(), &TrayItem::menuWanted, this,
+            [this](const QRect &where) { m_actions.toggleItemMenu(where); }, Qt::QueuedConnection);
         connect(item.get(), &TrayItem::commanded, this, &StatusItemController::follow, Qt::QueuedConnection);
     }
     updateTitle();

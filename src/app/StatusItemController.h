@@ -23,6 +23,7 @@ public:
         std::function<void()> openAskWindow = {};
         std::function<void()> openSettingsWindow = {};
         std::function<void(const QRect &statusItem)> togglePopover = {};
+        std::function<void(const QRect &statusItem)> toggleItemMenu = {};
         std::function<void()> quit = {};
     };
 

@@ -140,6 +140,7 @@ private Q_SLOTS:
              .openAskWindow = [&] { done += u"ask"_qs; },
              .openSettingsWindow = [&] { done += u"settings"_qs; },
              .togglePopover = [&](const QRect &where) { done += u"panel at %1"_qs.arg(where.x()); },
+             .toggleItemMenu = [&](const QRect &where) { done += u"menu at %1"_qs.arg(where.x()); },
              .quit = [&] { done += u"quit"_qs; }},
             std::move(items));
         spare.setPlace(TrayItem::Place::there);
@@ -154,11 +155,13 @@ private Q_SLOTS:
         QVERIFY(!controller.hasPlace() && spare.tip.isEmpty());
 
         Q_EMIT best.activated(QRect(7, 0, 1, 1));
+        Q_EMIT best.menuWanted(QRect(8, 0, 1, 1));
         for (const TrayCommand command : {TrayCommand::openMainWindow, TrayCommand::openAskWindow,
                                           TrayCommand::openSettingsWindow, TrayCommand::quit})
             Q_EMIT best.commanded(command);
         QVERIFY(done.isEmpty()); // the panel's own business comes first
-        const QStringList all = {u"panel at 7"_qs, u"main"_qs, u"ask"_qs, u"settings"_qs, u"quit"_qs};
+        const QStringList all = {u"panel at 7"_qs, u"menu at 8"_qs, u"main"_qs,
+                                 u"ask"_qs,        u"settings"_qs,  u"quit"_qs};
         QVERIFY(waitUntil([&] { return done == all; }));
         Q_EMIT best.commanded(TrayCommand::refresh);
         QVERIFY(waitUntil([&] { return state.refreshesApplied() == 1; }));

@@ -104,9 +104,11 @@ private Q_SLOTS:
                      .cleanup = &m_flows->cleanup,
                      .quitting = &m_flows->quitting,
                      .startup = &m_flows->startup,
+                     .quit = [this] { m_opened += u"quit "_qs; },
                      .dockChoiceChanged = [this] { m_opened += u"dock "_qs; },
                      .openMainWindow = [this] { m_opened += u"main "_qs; },
-                     .openAskWindow = [this] { m_opened += u"ask "_qs; }};
+                     .openAskWindow = [this] { m_opened += u"ask "_qs; },
+                     .openSettingsWindow = [this] { m_opened += u"settings "_qs; }};
     }
 
     void cleanup()
@@ -134,6 +136,30 @@ private Q_SLOTS:
         press(*open->window, u"Swabby Check"_qs);
         QCOMPARE(m_state->requestedMainSection(), MainSection::swabbyCheck);
         QCOMPARE(m_opened, u"main ask main "_qs);
+    }
+
+    void theItemsMenuIsWorkedByKeyAndPointer()
+    {
+        const auto open = openItemMenu(m_context);
+        QQuickWindow &menu = *open->window;
+        for (const int line : {1, 2, 3, 4, 5}) {
+            show(menu);
+            menu.requestActivate();
+            QVERIFY(QTest::qWaitForWindowActive(&menu));
+            for (int presses = 0; presses < 5; ++presses) // to the top, wherever the pointer is
+                QTest::keyClick(&menu, Qt::Key_Up);
+            for (int presses = 1; presses < line; ++presses)
+                QTest::keyClick(&menu, Qt::Key_Down);
+            QTest::keyClick(&menu, Qt::Key_Return);
+            QVERIFY(!menu.isVisible());
+        }
+        QCOMPARE(m_opened, u"main ask settings quit "_qs);
+        QVERIFY(open->view->isRefreshing());
+        show(menu);
+        QTest::mouseClick(&menu, Qt::LeftButton, {}, QPoint(40, 20));
+        QCOMPARE(m_opened, u"main ask settings quit main "_qs);
+        QVERIFY(!menu.isVisible());
+        QVERIFY(spokenTexts(QAccessible::queryAccessibleInterface(&menu)).contains(u"Quit Swabby"_qs));
     }
 
     void theSamePanelIsShownAgainAndFolded()
