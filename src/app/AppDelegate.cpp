@@ -65,9 +65,19 @@ void AppDelegate::applicationDidFinishLaunching()
                                                            if (UserInterface *windows = userInterface())
                                                                windows->togglePopover(statusItem);
                                                        },
+                                                   .toggleItemMenu =
+                                                       [this](const QRect &statusItem) {
+                                                           if (UserInterface *windows = userInterface())
+                                                               windows->toggleItemMenu(statusItem);
+                                                       },
                                                    .quit = [] { QCoreApplication::quit(); }};
-    m_statusItemController = std::make_unique<StatusItemController>(m_state, actions);
+    m_statusItemController = std::make_unique<StatusItemController>(m_state, actions, makeTrayItems());
     QCoreApplication::instance()->installEventFilter(this);
+}
+
+bool AppDelegate::staysWithoutWindow() const
+{
+    return m_statusItemController != nullptr && m_statusItemController->hasPlace();
 }
 
 void AppDelegate::openMainWindow()
@@ -108,7 +118,7 @@ UserInterface *AppDelegate::userInterface()
                                     .quitting = &m_flows.quitting,
                                     .startup = &m_flows.startup,
                                     .theme = m_theme,
-                                    .staysWithoutWindow = &StatusItemController::hasPlace,
+                                    .staysWithoutWindow = [this] { return staysWithoutWindow(); },
                                     .quit = [] { QCoreApplication::quit(); },
                                     .dockChoiceChanged = [this] { syncActivationPolicy(); }}));
     return m_userInterface.get();

@@ -24,6 +24,8 @@ public:
     ~AppDelegate() override;
 
     void applicationDidFinishLaunching();
+    /// Whether the item in the menu bar is there, so that no window need be.
+    bool staysWithoutWindow() const;
     /// Opens the main window, or brings it to the front.
     void openMainWindow();
     /// The same, and shows that section there.

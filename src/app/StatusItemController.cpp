@@ -2,20 +2,23 @@
 
 #include "engine/state/AppState.h"
 
-#include <QtWidgets/QMenu>
-#include <QtWidgets/QSystemTrayIcon>
+#include <algorithm>
 
 namespace swabby {
 
-StatusItemController::StatusItemController(AppState &state, Actions actions, QObject *parent)
-    : QObject(parent), m_state(state), m_actions(std::move(actions)), m_menu(std::make_unique<QMenu>())
+StatusItemController::StatusItemController(AppState &state, Actions actions, TrayItems items, QObject *parent)
+    : QObject(parent), m_state(state), m_actions(std::move(actions)), m_items(std::move(items))
 {
-    m_menu->addAction(QStringLiteral("Open Swabby"), this, [this] { m_actions.openMainWindow(); });
-    m_menu->addAction(QStringLiteral("Ask AI"), this, [this] { m_actions.openAskWindow(); });
-    m_menu->addAction(QStringLiteral("Settings"), this, [this] { m_actions.openSettingsWindow(); });
-    m_menu->addAction(QStringLiteral("Refresh now"), this, [this] { m_state.refresh(); });
-    m_menu->addSeparator();
-    m_menu->addAction(QStringLiteral("Quit Swabby"), this, [this] { m_actions.quit(); });
+    for (const auto &item : m_items) {
+        connect(item.get(), &TrayItem::placeChanged, this, &StatusItemController::updateTitle);
+        // Queued, since a window that opens takes its time and the panel waits for its click to be taken.
+        connect(item.get(), &TrayItem::activated, this, &StatusItemController::togglePopover,
+                Qt::QueuedConnection);
+        connect(
+            item.get(), &TrayItem::menuWanted, this,
+            [this](const QRect &where) { m_actions.toggleItemMenu(where); }, Qt::QueuedConnection);
+        connect(item.get(), &TrayItem::commanded, this, &StatusItemController::follow, Qt::QueuedConnection);
+    }
     updateTitle();
     // Queued, so that the title reads the values after the change.
     connect(&m_state, &AppState::changed, this, &StatusItemController::updateTitle, Qt::QueuedConnection);
@@ -23,36 +26,35 @@ StatusItemController::StatusItemController(AppState &state, Actions actions, QOb
 
 StatusItemController::~StatusItemController() = default;
 
-bool StatusItemController::hasPlace()
+bool StatusItemController::hasPlace() const
 {
-    return QSystemTrayIcon::isSystemTrayAvailable();
+    return std::any_of(m_items.begin(), m_items.end(),
+                       [](const auto &item) { return item->place() == TrayItem::Place::there; });
 }
 
-// A panel may come up after Swabby, so the place is looked for with every title.
-void StatusItemController::placeItem()
+// As long as a better place may turn up within moments, the item does not flash up in a lesser one.
+void StatusItemController::chooseItem()
 {
-    if (m_statusItem != nullptr || !hasPlace())
+    const auto found = std::find_if(m_items.begin(), m_items.end(),
+                                    [](const auto &item) { return item->place() != TrayItem::Place::none; });
+    const bool isThere = found != m_items.end() && (*found)->place() == TrayItem::Place::there;
+    TrayItem *chosen = isThere ? found->get() : nullptr;
+    if (chosen == m_statusItem)
         return;
+    if (m_statusItem != nullptr)
+        m_statusItem->hide();
+    m_statusItem = chosen;
     m_shown.reset();
-    m_statusItem = std::make_unique<QSystemTrayIcon>();
-    m_statusItem->setContextMenu(m_menu.get());
-    connect(m_statusItem.get(), &QSystemTrayIcon::activated, this,
-            [this](QSystemTrayIcon::ActivationReason reason) {
-                if (reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::MiddleClick)
-                    togglePopover();
-            });
 }
 
 void StatusItemController::updateTitle()
 {
-    placeItem();
+    chooseItem();
     const MenuBarTitle now = title();
     if (m_statusItem == nullptr || now == m_shown)
         return;
-    m_statusItem->setIcon(trayIcon(now));
-    m_statusItem->setToolTip(QStringLiteral("Swabby\n") + now.text);
-    m_statusItem->show();
     m_shown = now;
+    m_statusItem->show({[now](int side) { return renderTraySquare(now, side); }, now.text});
 }
 
 TitleColor StatusItemController::cpuColor() const
@@ -65,9 +67,30 @@ QImage StatusItemController::renderTitleImage(double devicePixelRatio) const
     return swabby::renderTitleImage(title(), devicePixelRatio);
 }
 
-void StatusItemController::togglePopover()
+void StatusItemController::togglePopover(const QRect &where)
 {
-    m_actions.togglePopover(m_statusItem != nullptr ? m_statusItem->geometry() : QRect());
+    m_actions.togglePopover(where);
+}
+
+void StatusItemController::follow(TrayCommand command)
+{
+    switch (command) {
+    case TrayCommand::openMainWindow:
+        m_actions.openMainWindow();
+        break;
+    case TrayCommand::openAskWindow:
+        m_actions.openAskWindow();
+        break;
+    case TrayCommand::openSettingsWindow:
+        m_actions.openSettingsWindow();
+        break;
+    case TrayCommand::refresh:
+        m_state.refresh();
+        break;
+    case TrayCommand::quit:
+        m_actions.quit();
+        break;
+    }
 }
 
 MenuBarTitle StatusItemController::title() const

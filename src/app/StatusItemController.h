@@ -1,14 +1,13 @@
 #pragma once
 
 #include "app/TitleImage.h"
+#include "app/tray/TrayItem.h"
 
 #include <QtCore/QObject>
 
 #include <functional>
 #include <memory>
-
-class QMenu;
-class QSystemTrayIcon;
+#include <optional>
 
 namespace swabby {
 
@@ -24,32 +23,33 @@ public:
         std::function<void()> openAskWindow = {};
         std::function<void()> openSettingsWindow = {};
         std::function<void(const QRect &statusItem)> togglePopover = {};
+        std::function<void(const QRect &statusItem)> toggleItemMenu = {};
         std::function<void()> quit = {};
     };
 
-    StatusItemController(AppState &state, Actions actions, QObject *parent = nullptr);
+    /// The items are the ways to be shown, the preferred one first.
+    StatusItemController(AppState &state, Actions actions, TrayItems items, QObject *parent = nullptr);
     ~StatusItemController() override;
 
-    /// Whether there is a place that shows the item.
-    static bool hasPlace();
+    /// Whether there is a place that shows the item now.
+    bool hasPlace() const;
 
-    /// Draws the title anew when it has changed.
+    /// Draws the title anew when it has changed, in the place that there is now.
     void updateTitle();
     TitleColor cpuColor() const;
     QImage renderTitleImage(double devicePixelRatio = 1) const;
-    /// The click on the item.
-    void togglePopover();
-
-    QSystemTrayIcon *statusItem() const { return m_statusItem.get(); }
+    /// The click on the item, which stands there on the screen; empty when that is unknown.
+    void togglePopover(const QRect &where = {});
 
 private:
     MenuBarTitle title() const;
-    void placeItem();
+    void chooseItem();
+    void follow(TrayCommand command);
 
     AppState &m_state;
     Actions m_actions;
-    std::unique_ptr<QMenu> m_menu;
-    std::unique_ptr<QSystemTrayIcon> m_statusItem;
+    TrayItems m_items;
+    TrayItem *m_statusItem = nullptr;
     std::optional<MenuBarTitle> m_shown;
 };
 

@@ -86,7 +86,7 @@ QImage renderTraySquare(const MenuBarTitle &title, int size)
     // Three or four signs across a small square: filling its width and growing tall beats keeping shape.
     const QPainterPath digits = trayDigits(title.text);
     const QRectF bounds = digits.boundingRect();
-    const double margin = std::max(1.0, size / 12.0);
+    const double margin = std::max(4 / 3.0, std::floor(size / 12.0)); // each third of a pixel counts
     const double across = (size - 2 * margin) / (bounds.width() + trayDigitPen);
     const double upright = std::min((size - 3 * margin) / (bounds.height() + trayDigitPen), across * 1.5);
     QTransform place = QTransform::fromTranslate(size / 2.0, size / 2.0);
@@ -94,14 +94,6 @@ QImage renderTraySquare(const MenuBarTitle &title, int size)
     painter.strokePath(place.map(digits), QPen(titleColor(title.color), trayDigitPen * across, Qt::SolidLine,
                                                Qt::RoundCap, Qt::RoundJoin));
     return image;
-}
-
-QIcon trayIcon(const MenuBarTitle &title)
-{
-    QIcon icon;
-    for (const int size : {16, 22, 24, 32, 48, 64})
-        icon.addPixmap(QPixmap::fromImage(renderTraySquare(title, size)));
-    return icon;
 }
 
 QIcon applicationIcon()

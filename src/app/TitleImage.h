@@ -18,9 +18,6 @@ QImage renderTitleImage(const MenuBarTitle &title, double devicePixelRatio);
 /// The load alone in a small square, on a dark plate so that it can be read on any panel.
 QImage renderTraySquare(const MenuBarTitle &title, int size);
 
-/// The same in every size that hosts of such squares ask for.
-QIcon trayIcon(const MenuBarTitle &title);
-
 /// Swabby's own mark, for windows.
 QIcon applicationIcon();
 

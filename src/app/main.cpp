@@ -4,19 +4,22 @@
 #include "app/Display.h"
 #include "app/ScreenshotRun.h"
 #include "app/SingleInstance.h"
-#include "app/StatusItemController.h"
 #include "app/TitleImage.h"
 #include "app/machine/MachineChoice.h"
 #include "engine/state/AppState.h"
 #include "platform/posix/TerminationSignals.h"
 
-#include <QtWidgets/QApplication>
+#include <QtCore/QTimer>
+#include <QtGui/QGuiApplication>
 
+#include <chrono>
 #include <cstdio>
 
 using namespace swabby;
 
 namespace {
+
+constexpr std::chrono::seconds panelPatience(5);
 
 int complain(const QString &words, int status)
 {
@@ -57,9 +60,15 @@ int runApplication(AppState &state, const CommandLine &commandLine, SingleInstan
         else if (request.wantsWindow)
             delegate.openMainWindow();
     });
-    if (!commandLine.isBackground || !StatusItemController::hasPlace())
+    // A panel may come up a little later than what the desktop starts with it.
+    if (!commandLine.isBackground)
         delegate.openMainWindow();
-    return QApplication::exec();
+    else
+        QTimer::singleShot(panelPatience, &delegate, [&delegate] {
+            if (!delegate.staysWithoutWindow())
+                delegate.openMainWindow();
+        });
+    return QGuiApplication::exec();
 }
 
 } // namespace
@@ -90,13 +99,13 @@ int main(int argc, char *argv[])
             1);
 
     int toolkitArgumentCount = 1;
-    QApplication application(toolkitArgumentCount, argv);
-    QApplication::setApplicationName(QStringLiteral("swabby"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Swabby"));
-    QApplication::setApplicationVersion(QStringLiteral(SWABBY_VERSION));
-    QApplication::setDesktopFileName(QStringLiteral("com.swabby.app"));
-    QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setWindowIcon(applicationIcon());
+    QGuiApplication application(toolkitArgumentCount, argv);
+    QGuiApplication::setApplicationName(QStringLiteral("swabby"));
+    QGuiApplication::setApplicationDisplayName(QStringLiteral("Swabby"));
+    QGuiApplication::setApplicationVersion(QStringLiteral(SWABBY_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("com.swabby.app"));
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    QGuiApplication::setWindowIcon(applicationIcon());
 
     if (commandLine->screenshotsFolder) {
         AppState state(machine, Record::nothing);

@@ -14,8 +14,8 @@ namespace swabby {
 using namespace std::chrono_literals;
 
 PopoverPresenter::PopoverPresenter(const UserInterfaceContext &context,
-                                   std::function<std::shared_ptr<WindowEngine>()> makeEngine)
-    : m_context(context), m_makeEngine(std::move(makeEngine))
+                                   std::function<std::shared_ptr<WindowEngine>()> makeEngine, Make make)
+    : m_context(context), m_makeEngine(std::move(makeEngine)), m_make(make)
 {
     m_keeping.setSingleShot(true);
     m_keeping.setInterval(1min);
@@ -40,7 +40,7 @@ void PopoverPresenter::drop()
 
 bool PopoverPresenter::make()
 {
-    m_open = openPopover(m_context, m_makeEngine());
+    m_open = m_make(m_context, m_makeEngine());
     if (m_open == nullptr)
         return false;
     connect(window(), &QWindow::activeChanged, this, &PopoverPresenter::followActivity);

@@ -14,9 +14,12 @@ class PopoverPresenter : public QObject {
     Q_OBJECT
 
 public:
-    /// makeEngine gives the engine of the windows that are open, or a new one.
+    using Make = std::unique_ptr<OpenWindow<PopoverView>> (*)(const UserInterfaceContext &context,
+                                                              std::shared_ptr<WindowEngine> engine);
+
+    /// makeEngine gives the engine of the windows that are open, or a new one; make says which panel it is.
     PopoverPresenter(const UserInterfaceContext &context,
-                     std::function<std::shared_ptr<WindowEngine>()> makeEngine);
+                     std::function<std::shared_ptr<WindowEngine>()> makeEngine, Make make = &openPopover);
     ~PopoverPresenter() override;
 
     /// Shows the panel beside that rectangle of the screen (at the pointer when it is empty), or closes it.
@@ -37,6 +40,7 @@ private:
 
     const UserInterfaceContext &m_context;
     std::function<std::shared_ptr<WindowEngine>()> m_makeEngine;
+    Make m_make;
     std::unique_ptr<OpenWindow<PopoverView>> m_open;
     QRect m_statusItem;
     QElapsedTimer m_sinceTurnedAway;

@@ -65,6 +65,8 @@ public:
     /// Shows the small panel beside that rectangle of the screen (at the pointer when it is empty), or closes
     /// it.
     virtual void togglePopover(const QRect &statusItem) = 0;
+    /// Shows the item's menu there, or closes it.
+    virtual void toggleItemMenu(const QRect &statusItem) = 0;
     /// Draws every view into PNG files of that folder. No value when all went well, else what did not.
     virtual std::optional<QString> renderScreenshots(const QString &folder) = 0;
 };

@@ -73,6 +73,12 @@ std::unique_ptr<OpenWindow<PopoverView>> openPopover(const UserInterfaceContext 
     return openWindow<PopoverView>(context, QStringLiteral("Popover.qml"), std::move(engine));
 }
 
+std::unique_ptr<OpenWindow<PopoverView>> openItemMenu(const UserInterfaceContext &context,
+                                                      std::shared_ptr<WindowEngine> engine)
+{
+    return openWindow<PopoverView>(context, QStringLiteral("ItemMenu.qml"), std::move(engine));
+}
+
 WindowLibrary::WindowLibrary(UserInterfaceContext context)
     : m_context(std::move(context)), m_errands(errandsAtOnce)
 {
@@ -161,11 +167,25 @@ void WindowLibrary::openSettingsWindow()
 
 void WindowLibrary::togglePopover(const QRect &statusItem)
 {
-    if (m_popover == nullptr) {
-        m_popover = std::make_unique<PopoverPresenter>(m_context, [this] { return sharedEngine(); });
-        QObject::connect(m_popover.get(), &PopoverPresenter::dropped, &giveMemoryBack);
+    toggle(m_popover, &swabby::openPopover, statusItem);
+}
+
+void WindowLibrary::toggleItemMenu(const QRect &statusItem)
+{
+    toggle(m_itemMenu, &swabby::openItemMenu, statusItem);
+}
+
+void WindowLibrary::toggle(std::unique_ptr<PopoverPresenter> &presenter,
+                           std::unique_ptr<OpenWindow<PopoverView>> (*make)(const UserInterfaceContext &,
+                                                                            std::shared_ptr<WindowEngine>),
+                           const QRect &statusItem)
+{
+    if (presenter == nullptr) {
+        presenter = std::make_unique<PopoverPresenter>(
+            m_context, [this] { return sharedEngine(); }, make);
+        QObject::connect(presenter.get(), &PopoverPresenter::dropped, &giveMemoryBack);
     }
-    m_popover->toggle(statusItem);
+    presenter->toggle(statusItem);
 }
 
 std::optional<QString> WindowLibrary::renderScreenshots(const QString &folder)

@@ -59,6 +59,8 @@ std::unique_ptr<OpenWindow<SettingsView>> openSettingsWindow(const UserInterface
                                                              std::shared_ptr<WindowEngine> engine = {});
 std::unique_ptr<OpenWindow<PopoverView>> openPopover(const UserInterfaceContext &context,
                                                      std::shared_ptr<WindowEngine> engine = {});
+std::unique_ptr<OpenWindow<PopoverView>> openItemMenu(const UserInterfaceContext &context,
+                                                      std::shared_ptr<WindowEngine> engine = {});
 
 class WindowLibrary final : public UserInterface {
 public:
@@ -69,6 +71,7 @@ public:
     void openAskWindow() override;
     void openSettingsWindow() override;
     void togglePopover(const QRect &statusItem) override;
+    void toggleItemMenu(const QRect &statusItem) override;
     std::optional<QString> renderScreenshots(const QString &folder) override;
 
 private:
@@ -78,6 +81,10 @@ private:
     void present(std::unique_ptr<OpenWindow<View>> &open,
                  std::unique_ptr<OpenWindow<View>> (*make)(const UserInterfaceContext &,
                                                            std::shared_ptr<WindowEngine>));
+    void toggle(std::unique_ptr<PopoverPresenter> &presenter,
+                std::unique_ptr<OpenWindow<PopoverView>> (*make)(const UserInterfaceContext &,
+                                                                 std::shared_ptr<WindowEngine>),
+                const QRect &statusItem);
 
     UserInterfaceContext m_context;
     std::weak_ptr<WindowEngine> m_engine;
@@ -87,6 +94,7 @@ private:
     std::unique_ptr<OpenWindow<AskView>> m_ask;
     std::unique_ptr<OpenWindow<SettingsView>> m_settings;
     std::unique_ptr<PopoverPresenter> m_popover;
+    std::unique_ptr<PopoverPresenter> m_itemMenu;
     QObject m_closing;
     QTimer m_settling; ///< making windows and pages frees a lot in small pieces; ends when all is at rest
     BackgroundWork m_errands; // outlives the windows: closing one waits for nothing

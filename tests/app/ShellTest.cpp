@@ -13,6 +13,28 @@
 
 using namespace swabby;
 
+namespace {
+
+/// A panel that comes and goes as the test says.
+class StandInItem : public TrayItem {
+public:
+    Place place() const override { return m_place; }
+    void show(const TrayPicture &picture) override { tip = picture.tip; }
+    void hide() override { tip.clear(); }
+    void setPlace(Place place)
+    {
+        m_place = place;
+        Q_EMIT placeChanged();
+    }
+
+    QString tip; ///< empty while it is not shown
+
+private:
+    Place m_place = Place::unknown;
+};
+
+} // namespace
+
 class ShellTest : public QObject {
     Q_OBJECT
 
@@ -87,7 +109,7 @@ private Q_SLOTS:
         const QJsonArray ticks = {QJsonArray{0, 0, 0, 0}, QJsonArray{46, 0, 54, 0}};
         TemporaryMachine folder({{u"now"_qs, 1'790'000'000}, {u"cpuTicks"_qs, ticks}});
         AppState state(folder.open(), Record::nothing);
-        StatusItemController controller(state, {.togglePopover = [this](const QRect &) { ++m_opened; }});
+        StatusItemController controller(state, {.togglePopover = [this](const QRect &) { ++m_opened; }}, {});
         QCOMPARE(controller.cpuColor(), TitleColor::green);
         const QImage before = controller.renderTitleImage();
         for (int refreshes = 1; refreshes <= 2; ++refreshes) {
@@ -98,6 +120,51 @@ private Q_SLOTS:
         QVERIFY(controller.renderTitleImage() != before);
         controller.togglePopover();
         QCOMPARE(m_opened, 1);
+    }
+
+    void theItemTakesTheBestPlace()
+    {
+        TemporaryMachine folder({{u"now"_qs, 1'790'000'000}});
+        AppState state(folder.open(), Record::nothing);
+        auto owned = std::make_unique<StandInItem>();
+        auto ownedSpare = std::make_unique<StandInItem>();
+        StandInItem &best = *owned;
+        StandInItem &spare = *ownedSpare;
+        TrayItems items;
+        items.push_back(std::move(owned));
+        items.push_back(std::move(ownedSpare));
+        QStringList done;
+        StatusItemController controller(
+            state,
+            {.openMainWindow = [&] { done += u"main"_qs; },
+             .openAskWindow = [&] { done += u"ask"_qs; },
+             .openSettingsWindow = [&] { done += u"settings"_qs; },
+             .togglePopover = [&](const QRect &where) { done += u"panel at %1"_qs.arg(where.x()); },
+             .toggleItemMenu = [&](const QRect &where) { done += u"menu at %1"_qs.arg(where.x()); },
+             .quit = [&] { done += u"quit"_qs; }},
+            std::move(items));
+        spare.setPlace(TrayItem::Place::there);
+        QVERIFY(controller.hasPlace() && spare.tip.isEmpty()); // the better one may still turn up
+        best.setPlace(TrayItem::Place::none);
+        QCOMPARE(spare.tip, u"0%"_qs);
+        best.setPlace(TrayItem::Place::there);
+        QCOMPARE(best.tip + u'|' + spare.tip, u"0%|"_qs);
+        best.setPlace(TrayItem::Place::none);
+        QCOMPARE(best.tip + u'|' + spare.tip, u"|0%"_qs);
+        spare.setPlace(TrayItem::Place::none);
+        QVERIFY(!controller.hasPlace() && spare.tip.isEmpty());
+
+        Q_EMIT best.activated(QRect(7, 0, 1, 1));
+        Q_EMIT best.menuWanted(QRect(8, 0, 1, 1));
+        for (const TrayCommand command : {TrayCommand::openMainWindow, TrayCommand::openAskWindow,
+                                          TrayCommand::openSettingsWindow, TrayCommand::quit})
+            Q_EMIT best.commanded(command);
+        QVERIFY(done.isEmpty()); // the panel's own business comes first
+        const QStringList all = {u"panel at 7"_qs, u"menu at 8"_qs, u"main"_qs,
+                                 u"ask"_qs,        u"settings"_qs,  u"quit"_qs};
+        QVERIFY(waitUntil([&] { return done == all; }));
+        Q_EMIT best.commanded(TrayCommand::refresh);
+        QVERIFY(waitUntil([&] { return state.refreshesApplied() == 1; }));
     }
 
     void theDockFollowsSettingAndWindows()

@@ -41,6 +41,8 @@ private Q_SLOTS:
         m_context.dockChoiceChanged = [this] { m_opened += u"dock "_qs; };
         m_context.openMainWindow = [this] { m_opened += u"main "_qs; };
         m_context.openAskWindow = [this] { m_opened += u"ask "_qs; };
+        m_context.openSettingsWindow = [this] { m_opened += u"settings "_qs; };
+        m_context.quit = [this] { m_opened += u"quit "_qs; };
     }
 
     void cleanup() { m_desk.reset(); }
@@ -63,6 +65,30 @@ private Q_SLOTS:
         press(*open->window, u"Swabby Check"_qs);
         QCOMPARE(m_desk->state.requestedMainSection(), MainSection::swabbyCheck);
         QCOMPARE(m_opened, u"main ask main "_qs);
+    }
+
+    void theItemsMenuIsWorkedByKeyAndPointer()
+    {
+        const auto open = openItemMenu(m_context);
+        QQuickWindow &menu = *open->window;
+        for (const int line : {1, 2, 3, 4, 5}) {
+            show(menu);
+            menu.requestActivate();
+            QVERIFY(QTest::qWaitForWindowActive(&menu));
+            for (int presses = 0; presses < 5; ++presses) // to the top, wherever the pointer is
+                QTest::keyClick(&menu, Qt::Key_Up);
+            for (int presses = 1; presses < line; ++presses)
+                QTest::keyClick(&menu, Qt::Key_Down);
+            QTest::keyClick(&menu, Qt::Key_Return);
+            QVERIFY(!menu.isVisible());
+        }
+        QCOMPARE(m_opened, u"main ask settings quit "_qs);
+        QVERIFY(open->view->isRefreshing());
+        show(menu);
+        QTest::mouseClick(&menu, Qt::LeftButton, {}, QPoint(40, 20));
+        QCOMPARE(m_opened, u"main ask settings quit main "_qs);
+        QVERIFY(!menu.isVisible());
+        QVERIFY(spokenTexts(QAccessible::queryAccessibleInterface(&menu)).contains(u"Quit Swabby"_qs));
     }
 
     void theSamePanelIsShownAgainAndFolded()

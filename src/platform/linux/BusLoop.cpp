@@ -44,6 +44,23 @@ void BusLoop::listen(const char *sender, const char *path, const char *interface
     watch();
 }
 
+void BusLoop::listenForOwner(const std::string &name)
+{
+    const std::string rule = "type='signal',sender='org.freedesktop.DBus',path='/org/freedesktop/DBus',"
+                             "interface='org.freedesktop.DBus',member='NameOwnerChanged',arg0='" +
+                             name + '\'';
+    sd_bus_add_match_async(m_bus.get(), nullptr, rule.c_str(), hearSignal, nullptr, &m_listener);
+    watch();
+}
+
+void BusLoop::send(BusMessage message)
+{
+    if (!m_isAlive || !message)
+        return;
+    sd_bus_send(m_bus.get(), message.get(), nullptr);
+    watch();
+}
+
 void BusLoop::call(BusMessage question, std::chrono::milliseconds patience, Listener answered)
 {
     auto listener = std::make_unique<Listener>(std::move(answered));

@@ -27,6 +27,10 @@ public:
     bool isAlive() const { return m_isAlive; }
 
     void listen(const char *sender, const char *path, const char *interface, const char *member);
+    /// The listener hears when that name on the bus gets another owner, or none.
+    void listenForOwner(const std::string &name);
+    /// Sends what nobody answers to. Null is not sent.
+    void send(BusMessage message);
     /// Sends a question; answered is called once, later. A null question is answered with null at once.
     void call(BusMessage question, std::chrono::milliseconds patience, Listener answered);
     /// Goes on without the event loop until the condition holds, at most for that time.

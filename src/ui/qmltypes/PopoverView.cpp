@@ -110,6 +110,13 @@ void PopoverView::openAskWindow()
     Q_EMIT left();
 }
 
+void PopoverView::openSettingsWindow()
+{
+    if (m_context.openSettingsWindow)
+        m_context.openSettingsWindow();
+    Q_EMIT left();
+}
+
 void PopoverView::refresh()
 {
     if (m_isRefreshing || m_context.state == nullptr)

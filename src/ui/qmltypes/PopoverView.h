@@ -57,6 +57,7 @@ public:
     Q_INVOKABLE void openCheck();
     Q_INVOKABLE void openMainWindow();
     Q_INVOKABLE void openAskWindow();
+    Q_INVOKABLE void openSettingsWindow();
     Q_INVOKABLE void refresh();
     Q_INVOKABLE void quit();
 

@@ -1,0 +1,10 @@
+#include "app/tray/TrayItem.h"
+
+namespace swabby {
+
+TrayItems makeTrayItems()
+{
+    return {};
+}
+
+} // namespace swabby
