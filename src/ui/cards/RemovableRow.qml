@@ -19,7 +19,7 @@ Item {
     implicitHeight: head.height + (isExpanded ? details.height : 0)
     clip: heightMotion.running
     Accessible.role: Accessible.ListItem
-    Accessible.name: [entry.title, entry.subtitle, entry.size].filter(words => words !== "").join(", ")
+    Accessible.name: entry.title + (entry.subtitle === "" ? "" : ", " + entry.subtitle) + ", " + entry.size
 
     Behavior on implicitHeight {
         NumberAnimation {

@@ -33,7 +33,7 @@ Card {
                 width: parent.width
                 height: 54
                 Accessible.role: Accessible.ListItem
-                Accessible.name: [entry.label, entry.badge, entry.detail].filter(words => words !== "").join(", ")
+                Accessible.name: entry.label + (entry.badge === "" ? "" : ", " + entry.badge) + ", " + entry.detail
 
                 Hairline {
                     width: parent.width
