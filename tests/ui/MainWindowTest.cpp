@@ -160,12 +160,6 @@ private Q_SLOTS:
         pin->forceActiveFocus();
         refreshTo(next);
         QVERIFY(pin->hasActiveFocus());
-        const QPointF middle = pin->mapToScene(QPointF(pin->width() / 2, pin->height() / 2));
-        QTest::mouseMove(m_open->window.get(), middle.toPoint());
-        QVERIFY(waitUntil([&] { return pin->property("isHovered").toBool(); }));
-        next.append("30 1 1 1.0 1000 /Applications/Reed.app/Contents/MacOS/Reed"); // below
-        refreshTo(next);
-        QVERIFY(pin->property("isHovered").toBool());
     }
 
 private:
