@@ -58,7 +58,8 @@ class Walk:
 
     def grow(self, window):
         """What lies outside the window does not show, so it is made as high as a page can be."""
-        command = ["xdotool", "search", "--onlyvisible", "--name", f"^{window}$", "windowsize", "1200", "5000"]
+        command = ["xdotool", "search", "--onlyvisible", "--name", f"^{window}$", "windowsize", "--sync",
+                   "1200", "5000"]
         subprocess.run(command, check=True)
 
     def go_to(self, section):

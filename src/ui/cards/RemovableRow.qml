@@ -22,7 +22,7 @@ Item {
     implicitHeight: head.height + (isExpanded ? details.height : 0)
     clip: heightMotion.running
     Accessible.role: Accessible.ListItem
-    Accessible.name: [entry.title, entry.subtitle, entry.size].filter(words => words !== "").join(", ")
+    Accessible.name: entry.title + (entry.subtitle === "" ? "" : ", " + entry.subtitle) + ", " + entry.size
 
     // Another thing's row has its height at once.
     onEntryChanged: if (entry.id !== shownId) {

@@ -31,7 +31,7 @@ Card {
 
             implicitHeight: 54
             Accessible.role: Accessible.ListItem
-            Accessible.name: [entry.label, entry.badge, entry.detail].filter(words => words !== "").join(", ")
+            Accessible.name: entry.label + (entry.badge === "" ? "" : ", " + entry.badge) + ", " + entry.detail
 
             Hairline {
                 width: parent.width

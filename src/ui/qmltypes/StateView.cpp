@@ -45,10 +45,6 @@ void StateView::show(const Figures &figures, bool isCompact)
     m_speedIssues.show(issueCards(figures.healthIssues, MainSection::speed), issueIdOf);
     m_leaks.show(leakTexts(figures.leakSuspects),
                  [](const LeakText &leak) { return QString::number(leak.pid); });
-    m_drainers.show(processRowTexts(figures.batteryDrainers, ProcessRowMode::battery, figures.pinnedNames),
-                    pidOf);
-    m_networkUsers.show(processRowTexts(figures.networkUsers, ProcessRowMode::network, figures.pinnedNames),
-                        pidOf);
     m_browsers.show(browserRowTexts(figures.browserRollups),
                     [](const BrowserRowText &row) { return row.name; });
     const auto itemKey = [](const StartupRowText &row) { return row.id; };
@@ -68,6 +64,11 @@ void StateView::showProcesses()
         row.detail += QStringLiteral(" memory");
     m_topProcesses.show(top, pidOf);
     m_processes.show(rows(filteredProcesses(m_figures.processes, m_searchText)), pidOf);
+    const auto found = [this](const QList<ProcessSample> &processes, ProcessRowMode mode) {
+        return processRowTexts(filteredProcesses(processes, m_searchText), mode, m_figures.pinnedNames);
+    };
+    m_drainers.show(found(m_figures.batteryDrainers, ProcessRowMode::battery), pidOf);
+    m_networkUsers.show(found(m_figures.networkUsers, ProcessRowMode::network), pidOf);
 }
 
 QString StateView::healthWord() const

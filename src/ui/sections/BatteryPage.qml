@@ -84,8 +84,20 @@ ScrollPage {
         width: parent.width
         spacing: 4
 
-        CardHeading {
-            text: page.battery.isPresent ? "Using the most battery" : "Using the most energy"
+        Item {
+            width: parent.width
+            height: 28
+
+            CardHeading {
+                anchors.verticalCenter: parent.verticalCenter
+                text: page.battery.isPresent ? "Using the most battery" : "Using the most energy"
+            }
+
+            ProcessSearchField {
+                anchors.right: parent.right
+                width: Math.min(220, parent.width - 256)
+                view: page.view
+            }
         }
 
         ProcessListView {

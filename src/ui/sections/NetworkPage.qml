@@ -58,8 +58,20 @@ ScrollPage {
         width: parent.width
         spacing: 4
 
-        CardHeading {
-            text: "Busiest on the network"
+        Item {
+            width: parent.width
+            height: 28
+
+            CardHeading {
+                anchors.verticalCenter: parent.verticalCenter
+                text: "Busiest on the network"
+            }
+
+            ProcessSearchField {
+                anchors.right: parent.right
+                width: Math.min(220, parent.width - 256)
+                view: page.view
+            }
         }
 
         ProcessListView {

@@ -35,12 +35,11 @@ ScrollPage {
                 onCurrentChanged: page.view.speedView = current
             }
 
-            SearchField {
+            ProcessSearchField {
                 anchors.right: parent.right
                 width: Math.min(220, parent.width - 256)
-                placeholder: "Search apps and programs"
+                view: page.view
                 visible: page.view.speedView === 0
-                onTextChanged: page.view.state.searchText = text
             }
         }
 
@@ -90,6 +89,4 @@ ScrollPage {
             }
         }
     }
-
-    Component.onDestruction: page.view.state.searchText = ""
 }
