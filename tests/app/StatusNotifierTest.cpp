@@ -47,6 +47,13 @@ public:
                                               u"StatusNotifierHostRegistered"_qs));
     }
 
+    void answerAtLast()
+    {
+        isSilent = false;
+        for (const QDBusMessage &message : std::exchange(m_unanswered, {}))
+            handleMessage(message, m_bus);
+    }
+
     /// The item's answer to a call; an error when there is none.
     QDBusMessage ask(const QString &path, const QString &interface, const QString &method,
                      const QVariantList &arguments)
@@ -68,8 +75,10 @@ public:
     QString introspect(const QString &) const override { return {}; }
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
     {
-        if (isSilent)
+        if (isSilent) {
+            m_unanswered.append(message);
             return true;
+        }
         if (message.member() == u"Get")
             return connection.send(message.createReply(QVariant::fromValue(QDBusVariant(hasHost))));
         if (message.member() != u"RegisterStatusNotifierItem")
@@ -88,6 +97,7 @@ private Q_SLOTS:
 
 private:
     QDBusConnection m_bus;
+    QList<QDBusMessage> m_unanswered;
 };
 
 TrayPicture pictureOf(const QColor &color, const QString &tip)
@@ -267,13 +277,17 @@ private Q_SLOTS:
         QVERIFY(waitUntil([&] { return m_panel->items.size() == 3; }));
     }
 
-    void aSilentPanelIsNone()
+    void aSilentPanelIsNoneUntilItSpeaks()
     {
         m_panel->isSilent = true;
         m_panel->come();
         const auto item = makeItem(50ms);
         QVERIFY(item->place() == TrayItem::Place::unknown);
         QVERIFY(waitUntil([&] { return item->place() == TrayItem::Place::none; }));
+        item->show(pictureOf(Qt::red, {}));
+        m_panel->answerAtLast();
+        QVERIFY(waitUntil([&] { return m_panel->items.size() == 1; }));
+        QVERIFY(item->place() == TrayItem::Place::there);
     }
 
     void aBusThatHangsHoldsNobodyUp_data()

@@ -4,6 +4,7 @@
 #include <QtGui/QScreen>
 
 #include <cstdlib>
+#include <string>
 
 namespace swabby {
 namespace {

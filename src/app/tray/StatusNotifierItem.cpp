@@ -6,10 +6,12 @@ namespace {
 constexpr auto watcher = "org.kde.StatusNotifierWatcher";
 constexpr auto watcherPath = "/StatusNotifierWatcher";
 
+/// While a desktop starts, an answer may take this long; nobody waits for it.
+constexpr std::chrono::milliseconds answerPatience{60'000};
+
 } // namespace
 
 StatusNotifierItem::StatusNotifierItem(const std::string &busAddress, std::chrono::milliseconds patience)
-    : m_patience(patience)
 {
     Bus bus = beginBus(busAddress);
     if (!bus) {
@@ -46,8 +48,8 @@ void StatusNotifierItem::show(const TrayPicture &picture)
     if (m_loop == nullptr)
         return;
     m_object->setPicture(picture);
-    if (!m_isWanted) {
-        m_isWanted = true;
+    m_isWanted = true;
+    if (!m_hasEntered) {
         enter();
         return;
     }
@@ -82,7 +84,7 @@ void StatusNotifierItem::lookForPanel()
                                       "Get", ServiceStart::never);
     if (question)
         sd_bus_message_append(question.get(), "ss", watcher, "IsStatusNotifierHostRegistered");
-    m_loop->call(std::move(question), m_patience, [this](sd_bus_message *answer) {
+    m_loop->call(std::move(question), answerPatience, [this](sd_bus_message *answer) {
         int isThere = 0;
         const bool isAnswered = answer != nullptr && sd_bus_message_read(answer, "v", "b", &isThere) > 0;
         setPlace(isAnswered && isThere != 0 ? Place::there : Place::none);
@@ -101,9 +103,11 @@ void StatusNotifierItem::enter()
                                      "RegisterStatusNotifierItem", ServiceStart::never);
     if (request)
         sd_bus_message_append(request.get(), "s", ourName);
-    m_loop->call(std::move(request), m_patience, [this](sd_bus_message *answer) {
-        if (answer == nullptr)
-            setPlace(Place::none);
+    m_loop->call(std::move(request), answerPatience, [this](sd_bus_message *answer) {
+        if (answer != nullptr)
+            return;
+        m_hasEntered = false;
+        setPlace(Place::none);
     });
 }
 

@@ -14,7 +14,8 @@ class StatusNotifierItem : public TrayItem {
     Q_OBJECT
 
 public:
-    /// The bus's address as in DBUS_SESSION_BUS_ADDRESS; one that says nothing for that long has no panel.
+    /// The bus's address as in DBUS_SESSION_BUS_ADDRESS. One that says nothing for that long counts as one
+    /// without a panel, until it does.
     StatusNotifierItem(const std::string &busAddress, std::chrono::milliseconds patience);
     ~StatusNotifierItem() override;
 
@@ -30,7 +31,6 @@ private:
     void announce(const char *change);
     void choose(TrayCommand command);
 
-    std::chrono::milliseconds m_patience;
     QTimer m_firstAnswer;
     Place m_place = Place::unknown;
     bool m_isWanted = false;

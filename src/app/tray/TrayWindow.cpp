@@ -3,7 +3,6 @@
 #include <QtGui/QPainter>
 
 #include <cstdlib>
-#include <string_view>
 
 namespace swabby {
 namespace {

@@ -4,6 +4,8 @@
 
 #include <xcb/xcb.h>
 
+#include <string_view>
+
 namespace swabby {
 
 /// The small X11 window that a panel takes in. It is drawn without a toolkit, since a toolkit's windows bring
