@@ -160,6 +160,44 @@ private Q_SLOTS:
         QVERIFY(QFile::exists(m_folder->home() + u"/Downloads/b.bin"_qs));
     }
 
+    void everyPathThatGoesCanBeReachedInTheQuestion()
+    {
+        open();
+        std::vector<RemovableItem> items;
+        for (int group = 0; group < 500; ++group)
+            items.push_back(RemovableItem::fromDuplicate(
+                {{"/kept/" + std::to_string(group), "/gone/copy " + std::to_string(group)}, 5'000}));
+        confirmation().askToRemove(items);
+        QCOMPARE(confirmation().details()->count(), 1'000);
+        const auto isThere = [&](int group) {
+            return itemNamed(m_open->window->contentItem(),
+                             u"Show in folder: copy "_qs + QString::number(group)) != nullptr;
+        };
+        QVERIFY(waitUntil([&] { return isThere(0); }));
+        QVERIFY(!isThere(499));
+        QTest::keyClick(m_open->window.get(), Qt::Key_End);
+        QVERIFY(waitUntil([&] { return isThere(499); }));
+        QTest::keyClick(m_open->window.get(), Qt::Key_PageUp);
+        QVERIFY(waitUntil([&] { return isThere(490); }));
+        QTest::keyClick(m_open->window.get(), Qt::Key_Return); // still on Cancel's side
+        QVERIFY(!confirmation().isOpen());
+    }
+
+    void aRowsFurtherActionsAreChosenWithTheKeyboard()
+    {
+        open();
+        m_open->view->select(MainSection::startup);
+        press(u"More: org.mill"_qs);
+        QTest::keyClick(m_open->window.get(), Qt::Key_Return); // the first one shows the file
+        QVERIFY(waitUntil([&] { return m_folder->events(u"reveal"_qs).size() == 1; }));
+        press(u"More: org.mill"_qs);
+        QTest::keyClick(m_open->window.get(), Qt::Key_Escape);
+        QTest::keyClick(m_open->window.get(), Qt::Key_Return); // opens it again: the button has the keyboard
+        QTest::keyClick(m_open->window.get(), Qt::Key_Down);
+        QTest::keyClick(m_open->window.get(), Qt::Key_Return);
+        QVERIFY(waitUntil([&] { return m_folder->events(u"open"_qs).size() == 1; }));
+    }
+
     void aChipOfThePanelLeadsToItsSection()
     {
         open();

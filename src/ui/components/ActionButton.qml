@@ -40,8 +40,10 @@ Pressable {
         Accessible.ignored: true
     }
 
-    Spinner {
+    Loader {
         anchors.centerIn: parent
-        visible: button.isBusy
+        active: button.isBusy
+        sourceComponent: Spinner {
+        }
     }
 }

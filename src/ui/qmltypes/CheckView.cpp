@@ -31,7 +31,7 @@ CheckView::CheckView(const UserInterfaceContext &context, MainWindowCoordinator 
     connect(m_check.get(), &FullCheck::finished, this, &CheckView::finished);
     connect(m_context.state, &AppState::changed, this, [this] {
         if (!isScanning())
-            showRows();
+            showStartupItems();
     });
     if (m_context.startup != nullptr)
         connect(m_context.startup, &StartupFlow::changed, this, [this](const QString &id) {
@@ -119,6 +119,12 @@ void CheckView::showRows()
     m_candidates.show(m_check->result().removalCandidates, [&](const RemovableItem &item) {
         return removableRowText(item, selected.contains(item.id), m_context.state->machine().places.home);
     });
+    showStartupItems();
+}
+
+// What starts by itself changes with every refresh, the other findings only with the check.
+void CheckView::showStartupItems()
+{
     m_startupItems.show(startupReviewTexts(*m_check, m_context.state->loginItems()),
                         [](const StartupRowText &row) { return row.id; });
 }

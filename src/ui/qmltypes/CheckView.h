@@ -86,6 +86,7 @@ Q_SIGNALS:
 private:
     void follow();
     void showRows();
+    void showStartupItems();
 
     UserInterfaceContext m_context;
     MainWindowCoordinator &m_coordinator;
