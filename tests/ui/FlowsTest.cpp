@@ -140,6 +140,11 @@ private Q_SLOTS:
         CheckView &check = *m_open->view->check();
         QVERIFY(waitUntil([&] { return !check.isScanning() && check.canRemove(); }));
         QCOMPARE(check.removeLabel(), u"Remove Everything"_qs);
+        press(u"Show what is behind it: a.bin ×2"_qs);
+        QVERIFY(waitUntil([&] {
+            return itemNamed(m_open->window->contentItem(), u"Show in folder: b.bin"_qs) != nullptr;
+        }));
+        press(u"Hide what is behind it: a.bin ×2"_qs);
         press(u"Coding tool cache (pip)"_qs); // its box
         QCOMPARE(check.removeLabel(), u"Remove 1 Items"_qs);
         press(u"Remove 1 Items"_qs);
