@@ -12,7 +12,7 @@ test_packages=(qml6-module-qttest dbus-daemon trash-cli gvfs libglib2.0-bin gnom
     openssl)
 # What only some tests need is said by their label, needs-PACKAGE.
 lint_packages=(git clang-format clang-tidy shellcheck imagemagick)
-bench_packages=(libbenchmark-dev jdupes)
+bench_packages=(libbenchmark-dev libxcb1-dev jdupes)
 
 say() {
     printf '%s\n' "$*"
