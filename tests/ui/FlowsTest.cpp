@@ -129,6 +129,10 @@ private Q_SLOTS:
         CheckView &check = *m_open->view->check();
         QVERIFY(waitUntil([&] { return !check.isScanning() && check.canRemove(); }));
         QCOMPARE(check.removeLabel(), u"Remove Everything"_qs);
+        pressHere(u"Show what is behind it: a.bin ×2"_qs);
+        QVERIFY(
+            waitUntil([&] { return itemNamed(*m_open->window, u"Show in folder: b.bin"_qs) != nullptr; }));
+        pressHere(u"Hide what is behind it: a.bin ×2"_qs);
         pressHere(u"Coding tool cache (pip)"_qs); // its box
         QCOMPARE(check.removeLabel(), u"Remove 1 Items"_qs);
         pressHere(u"Remove 1 Items"_qs);
@@ -223,6 +227,43 @@ private Q_SLOTS:
             ask->setProperty("wasThere", true);
             QCOMPARE(QGuiApplication::topLevelWindows().size(), 2);
         }
+    }
+
+    void everyPathThatGoesCanBeReachedInTheQuestion()
+    {
+        open();
+        std::vector<RemovableItem> items;
+        for (int group = 0; group < 500; ++group)
+            items.push_back(RemovableItem::fromDuplicate(
+                {{"/kept/" + std::to_string(group), "/gone/copy " + std::to_string(group)}, 5'000}));
+        confirmation().askToRemove(items);
+        QCOMPARE(confirmation().details()->count(), 1'000);
+        const auto isThere = [&](int group) {
+            return itemNamed(*m_open->window, u"Show in folder: copy "_qs + QString::number(group)) !=
+                   nullptr;
+        };
+        QVERIFY(waitUntil([&] { return isThere(0); }));
+        QVERIFY(!isThere(499));
+        QTest::keyClick(m_open->window.get(), Qt::Key_End);
+        QVERIFY(waitUntil([&] { return isThere(499); }));
+        QTest::keyClick(m_open->window.get(), Qt::Key_PageUp);
+        QVERIFY(waitUntil([&] { return isThere(490); }));
+        QTest::keyClick(m_open->window.get(), Qt::Key_Return); // still on Cancel's side
+        QVERIFY(!confirmation().isOpen());
+    }
+
+    void aRowsFurtherActionsAreChosenWithTheKeyboard()
+    {
+        openAt(MainSection::startup);
+        pressHere(u"More: org.mill"_qs);
+        QTest::keyClick(m_open->window.get(), Qt::Key_Return); // the first one shows the file
+        QVERIFY(waitUntil([&] { return events(u"reveal"_qs).size() == 1; }));
+        pressHere(u"More: org.mill"_qs);
+        QTest::keyClick(m_open->window.get(), Qt::Key_Escape);
+        QTest::keyClick(m_open->window.get(), Qt::Key_Return); // opens it again: the button has the keyboard
+        QTest::keyClick(m_open->window.get(), Qt::Key_Down);
+        QTest::keyClick(m_open->window.get(), Qt::Key_Return);
+        QVERIFY(waitUntil([&] { return events(u"open"_qs).size() == 1; }));
     }
 
     void aChipOfThePanelLeadsToItsSection()

@@ -8,7 +8,7 @@ RowStack {
 
     required property RemovableList list
     property string actionLabel
-    property list<string> unfolded
+    property var unfolded: []
 
     signal toggled(string id, bool isSelected)
     signal acted(string id)

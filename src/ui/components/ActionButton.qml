@@ -52,8 +52,10 @@ Pressable {
         Accessible.ignored: true
     }
 
-    Spinner {
+    Loader {
         anchors.centerIn: parent
-        visible: button.isBusy
+        active: button.isBusy
+        sourceComponent: Spinner {
+        }
     }
 }

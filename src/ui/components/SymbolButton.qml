@@ -29,8 +29,10 @@ Pressable {
         visible: !button.isBusy
     }
 
-    Spinner {
+    Loader {
         anchors.centerIn: parent
-        visible: button.isBusy
+        active: button.isBusy
+        sourceComponent: Spinner {
+        }
     }
 }

@@ -32,7 +32,7 @@ CheckView::CheckView(const UserInterfaceContext &context, MainWindowCoordinator 
     connect(m_check.get(), &FullCheck::finished, this, &CheckView::finished);
     connect(m_context.state, &AppState::changed, this, [this] {
         if (!isScanning())
-            showRows();
+            showStartupItems();
     });
     if (m_context.cleanup != nullptr)
         connect(m_context.cleanup, &CleanupFlow::removed, this, &CheckView::takeBackWhatStayed);
@@ -123,6 +123,12 @@ void CheckView::showRows()
     m_candidates.show(m_check->result().removalCandidates, [&](const RemovableItem &item) {
         return removableRowText(item, selected.contains(item.id), m_context.state->machine().places.home);
     });
+    showStartupItems();
+}
+
+// What starts by itself changes with every refresh, the other findings only with the check.
+void CheckView::showStartupItems()
+{
     m_startupItems.show(startupReviewTexts(*m_check, m_context.state->loginItems()),
                         [](const StartupRowText &row) { return row.id; });
 }

@@ -86,6 +86,7 @@ private:
     void follow();
     void takeBackWhatStayed(const CleanupSuccess &success);
     void showRows();
+    void showStartupItems();
 
     UserInterfaceContext m_context;
     MainWindowCoordinator &m_coordinator;
