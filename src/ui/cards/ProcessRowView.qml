@@ -13,14 +13,13 @@ Item {
     Accessible.role: Accessible.ListItem
     Accessible.name: entry.name + ", " + entry.value + ", " + entry.detail
 
-    LetterTile {
+    AppIcon {
         id: tile
 
         anchors.verticalCenter: parent.verticalCenter
         width: row.isCompact ? 18 : 24
         height: width
-        letter: row.entry.letter
-        tileColor: row.entry.tileColor
+        tile: row.entry.tile
     }
 
     Column {
