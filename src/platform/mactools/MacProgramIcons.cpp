@@ -15,7 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 
 /// Bundles lie in bundles, but not in so many.
-constexpr int deepestBundle = 4;
+constexpr std::size_t deepestBundle = 4;
 
 /// Without links; no value when there is nothing.
 std::optional<fs::path> realPath(const fs::path &path)
@@ -49,18 +49,26 @@ fs::path MacProgramIcons::place(const fs::path &path) const
     return m_root / path.relative_path();
 }
 
+std::vector<fs::path> MacProgramIcons::bundlesOf(const IconOwner &owner) const
+{
+    constexpr auto ending = ".app";
+    std::vector<fs::path> bundles;
+    if (owner.program.empty() && isOneFileName(owner.application))
+        for (const fs::path &folder : {m_root / "Applications", m_home / "Applications"})
+            bundles.push_back(folder / (owner.application.toStdString() + ending));
+    if (!owner.program.is_absolute())
+        return bundles;
+    for (fs::path folder = place(owner.program); folder.has_relative_path(); folder = folder.parent_path())
+        if (folder.extension() == ending && bundles.size() < deepestBundle)
+            bundles.push_back(folder);
+    return bundles;
+}
+
 QByteArray MacProgramIcons::picture(const IconOwner &owner, const IconWish &wish)
 {
-    if (!owner.program.is_absolute())
-        return {};
     const fs::path root = realPath(m_root.empty() ? fs::path("/") : m_root).value_or(m_root);
     const fs::path home = realPath(m_home).value_or(m_home);
-    int left = deepestBundle;
-    for (fs::path folder = place(owner.program); folder.has_relative_path() && left > 0;
-         folder = folder.parent_path()) {
-        if (folder.extension() != ".app")
-            continue;
-        --left;
+    for (const fs::path &folder : bundlesOf(owner)) {
         const auto bundle = realPath(folder);
         if (!bundle || !(isUnder(*bundle, root) || isUnder(*bundle, home)))
             continue;

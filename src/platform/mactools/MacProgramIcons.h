@@ -2,6 +2,8 @@
 
 #include "platform/ProgramIcons.h"
 
+#include <vector>
+
 namespace swabby {
 
 /// The icon files of application bundles.
@@ -13,10 +15,12 @@ public:
     {
     }
 
-    /// The innermost bundle that has an icon counts: a helper often has none of its own.
+    /// The innermost bundle that has an icon counts: a helper often has none of its own. Without a program,
+    /// the application of that name in the applications folders.
     QByteArray picture(const IconOwner &owner, const IconWish &wish) override;
 
 private:
+    std::vector<std::filesystem::path> bundlesOf(const IconOwner &owner) const;
     /// Where a path that a tool printed leads to.
     std::filesystem::path place(const std::filesystem::path &path) const;
 
