@@ -45,7 +45,34 @@ application() {
     <string>$name</string>
     <key>CFBundleExecutable</key>
     <string>$name</string>
+    <key>CFBundleIconFile</key>
+    <string>AppIcon</string>
 TEXT
+    write_icon "$name" "$bundle/Contents/Resources/AppIcon.icns"
+}
+
+# write_icon NAME FILE: the icon file of the pictures that were drawn of that application (from the drawing
+# beside them: rsvg-convert -w 64 NAME.svg); none for an application that nobody drew.
+write_icon() {
+    local picture=${1,,} file=$2 small large
+    picture=$here/icons/${picture// /-}
+    small=$picture-64.png large=$picture-128.png
+    [[ -e $small ]] || return 0
+    local small_size=$(($(wc -c <"$small") + 8)) large_size=$(($(wc -c <"$large") + 8))
+    {
+        icon_entry icns $((8 + small_size + large_size))
+        icon_entry ic12 "$small_size"
+        cat "$small"
+        icon_entry ic07 "$large_size"
+        cat "$large"
+    } >"$file"
+}
+
+# icon_entry TYPE LENGTH: what begins an entry of an icon file, its length in four bytes included.
+icon_entry() {
+    local octal
+    printf -v octal '\\%03o' $(($2 >> 24 & 255)) $(($2 >> 16 & 255)) $(($2 >> 8 & 255)) $(($2 & 255))
+    printf "%s$octal" "$1"
 }
 
 # property_list: the dictionary entries on the standard input in a whole property list.

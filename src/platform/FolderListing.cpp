@@ -1,5 +1,7 @@
 #include "platform/FolderListing.h"
 
+#include <algorithm>
+
 namespace swabby {
 
 std::vector<std::filesystem::path> childrenOf(const std::filesystem::path &folder)
@@ -10,6 +12,12 @@ std::vector<std::filesystem::path> childrenOf(const std::filesystem::path &folde
     for (; !problem && child != std::filesystem::directory_iterator(); child.increment(problem))
         children.push_back(child->path());
     return children;
+}
+
+bool isUnder(const std::filesystem::path &path, const std::filesystem::path &folder)
+{
+    const auto [atFolder, atPath] = std::mismatch(folder.begin(), folder.end(), path.begin(), path.end());
+    return atFolder == folder.end() && atPath != path.end();
 }
 
 } // namespace swabby

@@ -9,4 +9,7 @@ namespace swabby {
 /// be listed. Blocks for the disk.
 std::vector<std::filesystem::path> childrenOf(const std::filesystem::path &folder);
 
+/// Whether the path lies somewhere below the folder, going by their names alone.
+bool isUnder(const std::filesystem::path &path, const std::filesystem::path &folder);
+
 } // namespace swabby

@@ -13,6 +13,7 @@
 #include "platform/PowerSupply.h"
 #include "platform/ProcessControl.h"
 #include "platform/ProcessSurvey.h"
+#include "platform/ProgramIcons.h"
 #include "platform/RunningApplications.h"
 #include "platform/SecretStore.h"
 #include "platform/SettingsStore.h"
@@ -49,6 +50,7 @@ struct Machine {
     std::unique_ptr<StartupControl> startupControl;
     std::unique_ptr<ProcessControl> processControl;
     std::unique_ptr<ApplicationSource> applications;
+    std::unique_ptr<ProgramIcons> icons;
     std::unique_ptr<RunningApplications> runningApplications;
     std::unique_ptr<DockPresence> dock;
     std::unique_ptr<Notifier> notifier;

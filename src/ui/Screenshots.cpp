@@ -4,6 +4,7 @@
 #include "engine/state/AppState.h"
 #include "ui/WindowLibrary.h"
 #include "ui/qmltypes/AskView.h"
+#include "ui/qmltypes/IconStore.h"
 #include "ui/qmltypes/MainWindowView.h"
 #include "ui/qmltypes/PopoverView.h"
 #include "ui/qmltypes/SettingsView.h"
@@ -176,6 +177,8 @@ std::optional<QString> draw(QQuickWindow &window, const char *name, const QStrin
 {
     window.show();
     QCoreApplication::processEvents();
+    if (const IconStore *icons = IconStore::of(qmlEngine(&window)))
+        waitUntil([icons] { return !icons->isBusy(); });
     const QImage image = window.grabWindow();
     const QString file = QDir(folder).filePath(QLatin1String(name) + QStringLiteral(".png"));
     if (!showsSomething(image))

@@ -1,9 +1,11 @@
 #include "ui/WindowLibrary.h"
 
+#include "engine/state/AppState.h"
 #include "platform/posix/MemoryThrift.h"
 #include "ui/PopoverPresenter.h"
 #include "ui/Screenshots.h"
 #include "ui/qmltypes/AskView.h"
+#include "ui/qmltypes/IconStore.h"
 #include "ui/qmltypes/MainWindowView.h"
 #include "ui/qmltypes/PopoverView.h"
 #include "ui/qmltypes/SettingsView.h"
@@ -33,6 +35,13 @@ WindowEngine::WindowEngine(ThemeChoice choice)
     drawInSoftware();
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     theme = new Theme(choice, &engine);
+    icons = new IconStore(&engine);
+}
+
+void WindowEngine::findIcons(const UserInterfaceContext &context)
+{
+    if (context.state != nullptr)
+        icons->setSource(context.state->sharedMachine(), context.errands);
 }
 
 std::unique_ptr<QQuickWindow> makeWindow(WindowEngine &engine, const QString &file, QObject *view)

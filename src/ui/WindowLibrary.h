@@ -13,6 +13,7 @@
 namespace swabby {
 
 class AskView;
+class IconStore;
 class MainWindowView;
 class PopoverPresenter;
 class PopoverView;
@@ -23,8 +24,12 @@ class Theme;
 struct WindowEngine {
     explicit WindowEngine(ThemeChoice choice);
 
+    /// Tells where the icons of programs come from; the same for every window of the engine.
+    void findIcons(const UserInterfaceContext &context);
+
     QQmlEngine engine;
-    Theme *theme = nullptr; ///< the engine's
+    Theme *theme = nullptr;     ///< the engine's
+    IconStore *icons = nullptr; ///< the engine's
 };
 
 /// A window with what it shows, in the order in which it must be let go.
@@ -46,6 +51,7 @@ std::unique_ptr<OpenWindow<View>> openWindow(const UserInterfaceContext &context
 {
     auto open = std::make_unique<OpenWindow<View>>();
     open->engine = engine ? std::move(engine) : std::make_shared<WindowEngine>(context.theme);
+    open->engine->findIcons(context);
     open->view = std::make_unique<View>(context);
     open->window = makeWindow(*open->engine, file, open->view.get());
     return open->window ? std::move(open) : nullptr;

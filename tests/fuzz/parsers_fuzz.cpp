@@ -10,6 +10,7 @@
 #include "platform/machinefolder/MachineDescription.h"
 #include "platform/mactools/ApplicationBundle.h"
 #include "platform/mactools/HardwareReport.h"
+#include "platform/mactools/IconFile.h"
 #include "platform/mactools/LaunchdText.h"
 #include "platform/mactools/MacBootClock.h"
 #include "platform/mactools/NettopText.h"
@@ -88,7 +89,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         return 0;
     const std::string_view text(reinterpret_cast<const char *>(data) + 1, size - 1);
     const QByteArray bytes(text.data(), static_cast<qsizetype>(text.size()));
-    switch (data[0] % 21) {
+    switch (data[0] % 22) {
     case 0:
         require(parseProcessRows(text, sortedListingLines).size() <= sortedListingLines);
         break;
@@ -156,6 +157,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
                     path.lexically_normal().native().starts_with("/r/"));
         if (const std::string folder = userFolderIn(text, "DOWNLOAD", "/h").native(); !folder.empty())
             require(!std::string("/h/").starts_with(folder + '/'));
+        break;
+    case 21:
+        for (const int pixels : {0, 48, 1024})
+            require(pngOfIconFile(bytes, pixels).isEmpty() || bytes.startsWith("icns"));
+        parseBundleIcon(bytes);
         break;
     }
     return 0;

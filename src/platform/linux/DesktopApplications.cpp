@@ -68,19 +68,34 @@ bool DesktopApplications::refresh()
 
 std::string_view DesktopApplications::nameFor(std::string_view program) const
 {
+    return nameOf(applicationOf(program));
+}
+
+const DesktopApplications::Application *DesktopApplications::applicationOf(std::string_view program) const
+{
     const std::string path(program);
-    if (const std::string_view name = nameIn(m_byProgram, path); !name.empty())
-        return name;
+    if (const Application *application = find(m_byProgram, path))
+        return application;
     for (std::string_view folder = parentFolder(path); !folder.empty(); folder = parentFolder(folder)) {
-        if (const std::string_view name = nameIn(m_byFolder, std::string(folder)); !name.empty())
-            return name;
+        if (const Application *application = find(m_byFolder, std::string(folder)))
+            return application;
     }
-    return {};
+    return nullptr;
 }
 
 std::string_view DesktopApplications::nameForScript(const std::string &script) const
 {
-    return nameIn(m_byProgram, script);
+    return nameOf(find(m_byProgram, script));
+}
+
+std::string_view DesktopApplications::iconFor(std::string_view program, const std::string &application) const
+{
+    const Application *found = find(m_byFolder, std::string(program));
+    if (!found)
+        found = applicationOf(program);
+    if (!found)
+        found = find(m_byName, application);
+    return found ? std::string_view(found->icon) : std::string_view();
 }
 
 std::string_view DesktopApplications::nameForControlGroup(std::string_view group) const
@@ -94,11 +109,11 @@ std::string_view DesktopApplications::nameForControlGroup(std::string_view group
     unit = unit.substr(0, unit.rfind('.'));
     unit = unit.substr(0, isScope ? unit.rfind('-') : unit.rfind('@'));
 
-    const std::string_view name = nameIn(m_byIdentifier, unescapedUnitName(unit));
+    const std::string_view name = nameOf(find(m_byIdentifier, unescapedUnitName(unit)));
     const std::size_t launcherEnd = unit.find('-');
     if (!name.empty() || launcherEnd == std::string_view::npos)
         return name;
-    return nameIn(m_byIdentifier, unescapedUnitName(unit.substr(launcherEnd + 1)));
+    return nameOf(find(m_byIdentifier, unescapedUnitName(unit.substr(launcherEnd + 1))));
 }
 
 void DesktopApplications::readAll()
@@ -107,6 +122,7 @@ void DesktopApplications::readAll()
     m_byProgram.clear();
     m_byFolder.clear();
     m_byIdentifier.clear();
+    m_byName.clear();
     std::set<std::string> seen;
     for (const std::string &folder : m_entryFolders) {
         std::vector<std::string> names = folderEntries(folder);
@@ -127,7 +143,7 @@ void DesktopApplications::add(const std::string &identifier, const DesktopEntry 
     const std::vector<std::string> words = withoutEnvironment(execArguments(entry.exec));
     // Web pages, games and single documents put on the menu start the same program with more arguments.
     const auto application =
-        std::make_shared<const Application>(Application{applicationName(entry), words.size()});
+        std::make_shared<const Application>(Application{applicationName(entry), entry.icon, words.size()});
     const auto put = [&](Index &index, const std::string &key) {
         auto &place = index[key];
         if (!place || application->rank < place->rank)
@@ -135,6 +151,7 @@ void DesktopApplications::add(const std::string &identifier, const DesktopEntry 
     };
 
     put(m_byIdentifier, identifier);
+    put(m_byName, application->name);
     if (!entry.flatpak.empty())
         put(m_byIdentifier, entry.flatpak);
 
@@ -162,10 +179,15 @@ void DesktopApplications::add(const std::string &identifier, const DesktopEntry 
         put(m_byProgram, withoutLinks(*script));
 }
 
-std::string_view DesktopApplications::nameIn(const Index &index, const std::string &key)
+const DesktopApplications::Application *DesktopApplications::find(const Index &index, const std::string &key)
 {
     const auto found = index.find(key);
-    return found == index.end() ? std::string_view() : std::string_view(found->second->name);
+    return found == index.end() ? nullptr : found->second.get();
+}
+
+std::string_view DesktopApplications::nameOf(const Application *application)
+{
+    return application ? std::string_view(application->name) : std::string_view();
 }
 
 } // namespace swabby

@@ -28,6 +28,9 @@ public:
     std::string_view nameFor(std::string_view program) const;
     /// The name of the application whose entry starts this script.
     std::string_view nameForScript(const std::string &script) const;
+    /// The icon of the application that a program file or folder belongs to, else of the one of that name, as
+    /// its entry says: a file's absolute path or a name in the icon theme. Empty when there is none.
+    std::string_view iconFor(std::string_view program, const std::string &application) const;
     /// The name of the application that a control group such as
     /// "app-gnome-org.mozilla.firefox-1234.scope" was made for; a whole path is fine too.
     std::string_view nameForControlGroup(std::string_view group) const;
@@ -37,13 +40,16 @@ public:
 private:
     struct Application {
         std::string name;
+        std::string icon;
         std::size_t rank = 0; ///< the lowest one names a program that several entries start
     };
     using Index = std::unordered_map<std::string, std::shared_ptr<const Application>>;
 
     void readAll();
     void add(const std::string &identifier, const DesktopEntry &entry);
-    static std::string_view nameIn(const Index &index, const std::string &key);
+    const Application *applicationOf(std::string_view program) const;
+    static const Application *find(const Index &index, const std::string &key);
+    static std::string_view nameOf(const Application *application);
 
     const std::vector<std::string> m_entryFolders;
     const ProgramFolders m_programs;
@@ -51,6 +57,7 @@ private:
     Index m_byProgram;
     Index m_byFolder;
     Index m_byIdentifier;
+    Index m_byName;
 };
 
 } // namespace swabby

@@ -48,6 +48,8 @@ void setField(DesktopEntry &entry, std::string_view key, std::string_view value)
         entry.type = value;
     else if (key == "Exec")
         entry.exec = unescaped(value);
+    else if (key == "Icon")
+        entry.icon = unescaped(value);
     else if (key == "TryExec")
         entry.tryExec = unescaped(value);
     else if (key == "X-Flatpak")

@@ -11,6 +11,7 @@ struct DesktopEntry {
     std::string name; ///< as written for no language in particular
     std::string type;
     std::string exec;
+    std::string icon; ///< a file's absolute path or a name in the icon theme
     std::string tryExec;
     std::string flatpak; ///< identifier of the sandboxed application
     std::string onlyShowIn;

@@ -45,12 +45,6 @@ bool isImageName(const fs::path &path)
     return lowered(path.extension().native()) == ".appimage";
 }
 
-bool isUnder(const fs::path &path, const fs::path &folder)
-{
-    const auto [atFolder, atPath] = std::mismatch(folder.begin(), folder.end(), path.begin(), path.end());
-    return atFolder == folder.end() && atPath != path.end();
-}
-
 /// "blender", "blender4" and "blender-4.0" are called after "blender", "blender-pictures" is not.
 bool isCalledAfter(const std::string &folder, const std::string &name)
 {

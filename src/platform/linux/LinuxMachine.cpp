@@ -11,6 +11,7 @@
 #include "platform/linux/LinuxPowerSupply.h"
 #include "platform/linux/LinuxProcessControl.h"
 #include "platform/linux/LinuxProcessSurveyor.h"
+#include "platform/linux/LinuxProgramIcons.h"
 #include "platform/linux/LinuxRunningApplications.h"
 #include "platform/linux/LinuxSecretStore.h"
 #include "platform/linux/LinuxStartupControl.h"
@@ -159,10 +160,15 @@ std::shared_ptr<Machine> makeThisComputer()
         home,
         folders(variable("PATH", {}), {"/usr/local/bin", "/usr/bin", "/bin", "/usr/games", "/snap/bin"})};
     const std::string dataFolders = dataHome + ':' + variable("XDG_DATA_DIRS", {});
-    const std::vector<std::string> entryFolders = withEnding(
+    const std::vector<std::string> sharedData =
         folders(dataFolders, {"/usr/local/share", "/usr/share", dataHome + "/flatpak/exports/share",
-                              "/var/lib/flatpak/exports/share", "/var/lib/snapd/desktop"}),
-        "/applications");
+                              "/var/lib/flatpak/exports/share", "/var/lib/snapd/desktop"});
+    const std::vector<std::string> entryFolders = withEnding(sharedData, "/applications");
+    std::vector<std::string> themeFolders = withEnding(sharedData, "/icons");
+    themeFolders.insert(themeFolders.begin(), home + "/.icons");
+    machine->icons = std::make_unique<LinuxProgramIcons>(
+        DesktopApplications(entryFolders, programs),
+        IconThemes::Folders{std::move(themeFolders), withEnding(sharedData, "/pixmaps")});
     const auto table =
         std::make_shared<ProcessTable>(ProcessTable::Sources{procRoot, steadySeconds, descriptorBudget()},
                                        ProgramFinder(procRoot, DesktopApplications(entryFolders, programs)));

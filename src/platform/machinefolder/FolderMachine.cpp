@@ -13,6 +13,7 @@
 #include "platform/mactools/MacBootClock.h"
 #include "platform/mactools/MacCleanupPlaces.h"
 #include "platform/mactools/MacProcessSurveyor.h"
+#include "platform/mactools/MacProgramIcons.h"
 #include "platform/mactools/MacStartupControl.h"
 #include "platform/mactools/MacStartupSource.h"
 
@@ -121,6 +122,7 @@ std::shared_ptr<Machine> makeFolderMachine(const QString &givenFolder, QString *
     machine->cleanup = macCleanupPlaces(pathOf(home), pathOf(machine->places.root));
     machine->applications = std::make_unique<MacApplicationSource>(
         machine->cleanup.root, machine->cleanup.home, description->bundleId());
+    machine->icons = std::make_unique<MacProgramIcons>(machine->cleanup.root, machine->cleanup.home);
     machine->runningApplications =
         std::make_unique<FolderRunningApplications>(description->runningApplications(), machine->events);
     machine->dock = std::make_unique<FolderDockPresence>(machine->events);

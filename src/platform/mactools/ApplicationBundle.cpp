@@ -19,4 +19,10 @@ std::optional<BundleFacts> parseBundleFacts(const QByteArray &propertyList)
     return facts;
 }
 
+std::optional<QString> parseBundleIcon(const QByteArray &propertyList)
+{
+    const PlistNode top = plistDictionary(propertyList);
+    return top ? plistText(plist_dict_get_item(top.get(), "CFBundleIconFile")) : std::nullopt;
+}
+
 } // namespace swabby

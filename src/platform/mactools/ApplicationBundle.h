@@ -16,4 +16,7 @@ struct BundleFacts {
 /// From the bundle's Info.plist. No value when that is no property list with an identifier.
 std::optional<BundleFacts> parseBundleFacts(const QByteArray &propertyList);
 
+/// What the bundle's Info.plist calls its icon file, with or without ".icns". No value when it names none.
+std::optional<QString> parseBundleIcon(const QByteArray &propertyList);
+
 } // namespace swabby

@@ -22,12 +22,11 @@ Card {
         width: parent.width
         height: 38
 
-        LetterTile {
+        AppIcon {
             id: tile
 
             anchors.verticalCenter: parent.verticalCenter
-            letter: card.process.letter
-            tileColor: card.process.tileColor
+            tile: card.process.tile
         }
 
         Column {

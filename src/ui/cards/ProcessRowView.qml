@@ -13,14 +13,13 @@ Item {
 
     implicitHeight: isCompact ? 32 : 35
 
-    LetterTile {
+    AppIcon {
         id: tile
 
         anchors.verticalCenter: parent.verticalCenter
         width: row.isCompact ? 18 : 24
         height: width
-        letter: row.entry.letter
-        tileColor: row.entry.tileColor
+        tile: row.entry.tile
     }
 
     Column {

@@ -68,16 +68,15 @@ Item {
             onActivated: row.toggled()
         }
 
-        LetterTile {
+        AppIcon {
             anchors.verticalCenter: parent.verticalCenter
-            letter: row.entry.letter
-            tileColor: row.entry.tileColor
-            visible: row.entry.letter !== ""
+            tile: row.entry.tile
+            visible: row.entry.tile.letter !== ""
         }
 
         Column {
             anchors.left: parent.left
-            anchors.leftMargin: row.hasBox ? 28 : row.entry.letter !== "" ? 34 : 0
+            anchors.leftMargin: row.hasBox ? 28 : row.entry.tile.letter !== "" ? 34 : 0
             anchors.right: figures.left
             anchors.rightMargin: 12
             anchors.verticalCenter: parent.verticalCenter

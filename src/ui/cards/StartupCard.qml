@@ -37,8 +37,16 @@ Card {
                 width: parent.width
             }
 
+            AppIcon {
+                id: icon
+
+                anchors.verticalCenter: parent.verticalCenter
+                tile: row.entry.tile
+            }
+
             Column {
-                anchors.left: parent.left
+                anchors.left: icon.right
+                anchors.leftMargin: 11
                 anchors.right: actions.left
                 anchors.rightMargin: 12
                 anchors.verticalCenter: parent.verticalCenter

@@ -26,6 +26,7 @@ QList<StartupRowText> startupReviewTexts(const FullCheck &check, const QList<Log
         StartupRowText row;
         row.id = id;
         row.label = oneLine(item.label);
+        row.tile = tileOf(item);
         row.detail = scopeText(item.scope);
         row.canDisable = true;
         rows.append(row);

@@ -3,6 +3,7 @@
 #include "cleanup/RemovableItem.h"
 #include "platform/ScanControl.h"
 #include "ui/presentation/ConfirmationText.h"
+#include "ui/presentation/ProgramTile.h"
 
 #include <QtCore/QList>
 #include <QtCore/QObject>
@@ -20,8 +21,7 @@ struct RemovableRowText {
     Q_PROPERTY(QString size MEMBER size)
     Q_PROPERTY(bool isSelected MEMBER isSelected)
     Q_PROPERTY(bool isBusy MEMBER isBusy)
-    Q_PROPERTY(QString letter MEMBER letter)
-    Q_PROPERTY(int tileColor MEMBER tileColor)
+    Q_PROPERTY(swabby::ProgramTile tile MEMBER tile)
     Q_PROPERTY(QString badgeSymbol MEMBER badgeSymbol)
     Q_PROPERTY(QString badgeHint MEMBER badgeHint)
     Q_PROPERTY(bool badgeWarns MEMBER badgeWarns)
@@ -34,8 +34,7 @@ public:
     QString size;
     bool isSelected = false;
     bool isBusy = false;
-    QString letter; ///< of a program's tile; empty for anything else
-    int tileColor = 0;
+    ProgramTile tile;
     QString badgeSymbol; ///< empty: no badge
     QString badgeHint;   ///< the badge in words
     bool badgeWarns = false;

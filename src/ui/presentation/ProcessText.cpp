@@ -45,8 +45,7 @@ ProcessRowText processRowText(const ProcessSample &process, ProcessRowMode mode,
     ProcessRowText row;
     row.pid = process.pid;
     row.name = oneLine(process.name);
-    row.letter = tileLetter(process.name);
-    row.tileColor = tileColorIndex(process.name);
+    row.tile = tileOf(process);
     row.trust = process.trustRatio();
     row.trustSymbol = row.trust > 49 ? QStringLiteral("star.fill") : QStringLiteral("star");
     row.isPinned = isPinned;

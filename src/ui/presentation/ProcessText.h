@@ -2,6 +2,7 @@
 
 #include "engine/BrowserRollupEntry.h"
 #include "engine/ProcessSample.h"
+#include "ui/presentation/ProgramTile.h"
 #include "ui/presentation/Tint.h"
 
 #include <QtCore/QList>
@@ -21,8 +22,7 @@ struct ProcessRowText {
     QML_VALUE_TYPE(processRowText)
     Q_PROPERTY(int pid MEMBER pid)
     Q_PROPERTY(QString name MEMBER name)
-    Q_PROPERTY(QString letter MEMBER letter)
-    Q_PROPERTY(int tileColor MEMBER tileColor)
+    Q_PROPERTY(swabby::ProgramTile tile MEMBER tile)
     Q_PROPERTY(QString detail MEMBER detail)
     Q_PROPERTY(QString value MEMBER value)
     Q_PROPERTY(bool isEmphasized MEMBER isEmphasized)
@@ -35,8 +35,7 @@ struct ProcessRowText {
 public:
     int pid = 0;
     QString name;
-    QString letter;    ///< on the tile that stands for a missing icon
-    int tileColor = 0; ///< index into tileColors()
+    ProgramTile tile;
     QString detail;
     QString value;
     bool isEmphasized = false;

@@ -23,6 +23,7 @@ StartupRowText rowFor(const LoginItem &item)
     StartupRowText row;
     row.id = item.id();
     row.label = oneLine(item.label);
+    row.tile = tileOf(item);
     row.canReveal = !item.plistPath.isEmpty();
     return row;
 }

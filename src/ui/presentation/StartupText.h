@@ -1,6 +1,7 @@
 #pragma once
 
 #include "startup/LoginItem.h"
+#include "ui/presentation/ProgramTile.h"
 #include "ui/presentation/Tint.h"
 
 #include <QtCore/QList>
@@ -15,6 +16,7 @@ struct StartupRowText {
     QML_VALUE_TYPE(startupRowText)
     Q_PROPERTY(QString id MEMBER id)
     Q_PROPERTY(QString label MEMBER label)
+    Q_PROPERTY(swabby::ProgramTile tile MEMBER tile)
     Q_PROPERTY(QString badge MEMBER badge)
     Q_PROPERTY(int badgeTint READ badgeTintIndex)
     Q_PROPERTY(QString detail MEMBER detail)
@@ -24,6 +26,7 @@ struct StartupRowText {
 public:
     QString id;
     QString label;
+    ProgramTile tile;
     QString badge; ///< empty: no badge
     Tint badgeTint = Tint::orange;
     QString detail;

@@ -3,7 +3,6 @@
 #include "engine/ByteCount.h"
 #include "startup/flows/StartupFlow.h"
 #include "ui/presentation/PlainWords.h"
-#include "ui/presentation/ProcessText.h"
 #include "ui/qmltypes/ConfirmationView.h"
 
 namespace swabby {
@@ -51,14 +50,12 @@ QString ExplainView::name() const
     return item ? oneLine(item->label) : QString();
 }
 
-QString ExplainView::letter() const
+ProgramTile ExplainView::tile() const
 {
-    return tileLetter(name());
-}
-
-int ExplainView::tileColor() const
-{
-    return tileColorIndex(name());
+    if (const ProcessSample *shown = process())
+        return tileOf(*shown);
+    const LoginItem *item = loginItem();
+    return item ? tileOf(*item) : ProgramTile();
 }
 
 QString ExplainView::text() const

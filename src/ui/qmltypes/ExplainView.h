@@ -2,6 +2,7 @@
 
 #include "ai/flows/ExplainFlow.h"
 #include "ui/UserInterface.h"
+#include "ui/presentation/ProgramTile.h"
 #include "ui/presentation/Tint.h"
 
 #include <QtCore/QObject>
@@ -20,8 +21,7 @@ class ExplainView : public QObject {
     QML_UNCREATABLE("made with the window")
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY changed)
     Q_PROPERTY(QString name READ name NOTIFY changed)
-    Q_PROPERTY(QString letter READ letter NOTIFY changed)
-    Q_PROPERTY(int tileColor READ tileColor NOTIFY changed)
+    Q_PROPERTY(swabby::ProgramTile tile READ tile NOTIFY changed)
     Q_PROPERTY(bool isLoading READ isLoading NOTIFY changed)
     Q_PROPERTY(QString waitingText READ waitingText CONSTANT)
     Q_PROPERTY(QString text READ text NOTIFY changed)
@@ -44,8 +44,7 @@ public:
 
     bool isOpen() const { return m_flow != nullptr; }
     QString name() const;
-    QString letter() const;
-    int tileColor() const;
+    ProgramTile tile() const;
     bool isLoading() const { return m_flow && m_flow->isLoading(); }
     QString waitingText() const { return ExplainFlow::waitingText(); }
     QString text() const;

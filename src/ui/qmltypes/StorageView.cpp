@@ -175,8 +175,8 @@ void StorageView::showApplications()
         // What goes with it is known once it has been looked for.
         row.subtitle = m_scans->isRunning(item.id) ? QStringLiteral("Running — quit it first") : QString();
         row.details.clear();
-        row.letter = tileLetter(item.title);
-        row.tileColor = tileColorIndex(item.title);
+        if (const auto *uninstall = std::get_if<AppUninstall>(&item.kind))
+            row.tile = tileOf(item.title, uninstall->app.path);
         row.isBusy = m_scans->isPrepared(item.id);
         return row;
     });

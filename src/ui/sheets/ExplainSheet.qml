@@ -15,15 +15,14 @@ Sheet {
     onConfirmed: dismissed()
 
     header: [
-        LetterTile {
+        AppIcon {
             id: tile
 
             anchors.verticalCenter: parent.verticalCenter
             width: 40
             height: 40
             letterFont: Theme.titleFont
-            letter: sheet.explanation.letter
-            tileColor: sheet.explanation.tileColor
+            tile: sheet.explanation.tile
         },
         Column {
             anchors.left: tile.right
