@@ -25,7 +25,9 @@ SymbolButton {
     name: "More: " + subject
     Accessible.role: Accessible.ButtonMenu
     onActivated: isOpen = !isOpen
-
+    // Its row may scroll or go away, and stand for something else when it comes back.
+    onVisibleChanged: if (!visible)
+        isOpen = false
     onIsOpenChanged: {
         if (isOpen)
             cover.setSource("MoreMenuCover.qml", {
