@@ -7,14 +7,19 @@ Window {
 
     required property MainWindowView view
 
+    // What had the keyboard may go with its page; the sidebar stays.
+    function keepKeyboard(): void {
+        if (!sheets.isOpen && (activeFocusItem === contentItem || section.isBare(activeFocusItem)))
+            sidebar.forceActiveFocus();
+    }
+
     width: 940
     height: 660
     minimumWidth: 820
     minimumHeight: 560
     title: view.selected.title
     color: Theme.window
-    onActiveFocusItemChanged: if (!sheets.isOpen && (activeFocusItem === contentItem || section.isBare(activeFocusItem)))
-        sidebar.forceActiveFocus()
+    onActiveFocusItemChanged: keepKeyboard()
     onClosing: close => close.accepted = window.view.mayClose()
 
     Item {
@@ -58,6 +63,15 @@ Window {
 
         anchors.fill: parent
         view: window.view
+        onIsOpenChanged: settled.restart()
+    }
+
+    // A sheet gives the keyboard back where it was, if that is still there.
+    Timer {
+        id: settled
+
+        interval: 0
+        onTriggered: window.keepKeyboard()
     }
 
     HintBubble {

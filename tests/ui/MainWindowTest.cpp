@@ -144,7 +144,6 @@ private Q_SLOTS:
         m_desk->state.requestMainSection(MainSection::swabbyCheck); // and one that runs goes on
         QVERIFY(waitUntil([&] { return m_finishedChecks == 2 && !check.isScanning(); }));
         m_desk->state.requestMainSection(MainSection::swabbyCheck);
-        QVERIFY(check.isScanning());
         QVERIFY(waitUntil([&] { return m_finishedChecks == 3; }));
     }
 

@@ -16,11 +16,6 @@ FocusScope {
 
     signal dismissed
 
-    function letGo(): void {
-        if (!isOpen)
-            focus = false;
-    }
-
     visible: opacity > 0
     opacity: isOpen ? 1 : 0
     onWantedChanged: {
@@ -34,7 +29,7 @@ FocusScope {
             returnTo = null;
         } else {
             // What had the keyboard before is gone meanwhile; nothing that is hidden may keep it.
-            Qt.callLater(letGo);
+            focus = false;
         }
     }
     onVisibleChanged: if (!visible)
