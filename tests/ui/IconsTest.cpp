@@ -109,6 +109,22 @@ private Q_SLOTS:
         QTest::newRow("cut off in its head") << sound.left(20) << QSize();
         QTest::newRow("another format") << QByteArray("GIF89a\1\0\1\0\0\0\0;", 14) << QSize();
         QTest::newRow("a drawing") << svg(R"(<rect width="16" height="16" fill="teal"/>)") << QSize(32, 32);
+        const auto filtered = [](const QByteArray &filter) {
+            return svg("<filter id=\"f\" color-interpolation-filters=\"sRGB\">" + filter +
+                       "</filter><rect width=\"16\" height=\"16\" fill=\"teal\" filter=\"url(#f)\"/>");
+        };
+        const QByteArray endless = R"(<feTurbulence baseFrequency="9" numOctaves="1000000"/>)";
+        QTest::newRow("a drawing with a glow") << filtered(R"(<feOffset dx="0"/>)") << QSize(32, 32);
+        QTest::newRow("a filter without an end") << filtered(endless) << QSize();
+        QTest::newRow("a filter that ends the program")
+            << filtered(R"(<feConvolveMatrix order="100" kernelMatrix="1"/>)") << QSize();
+        const QByteArray hiding = "<!DOCTYPE svg [<!ENTITY f '<fe&#84;urbulence numOctaves=\"1000000\"/>'>]>";
+        QTest::newRow("the same behind another name")
+            << filtered("&f;").insert(qstrlen(R"(<?xml version="1.0"?>)"), hiding) << QSize();
+        QTest::newRow("the same in another encoding")
+            << filtered("+ADw-feTurbulence numOctaves=\"1000000\"/+AD4-")
+                   .replace("?>", " encoding=\"UTF-7\"?>")
+            << QSize();
         QTest::newRow("half a drawing") << svg({}).left(60) << QSize();
         QTest::newRow("a page") << QByteArray("<html><body>no drawing</body></html>") << QSize();
         QTest::newRow("a drawing of copies of copies") << bomb() << QSize();

@@ -1,5 +1,6 @@
 #include "ui/presentation/IconPicture.h"
 
+#include "ui/presentation/SvgCheck.h"
 #include "ui/svg/SvgDrawing.h"
 
 #include <QtCore/QBuffer>
@@ -12,7 +13,6 @@ namespace {
 
 /// A few kilobytes of file can unfold to gigabytes of picture.
 constexpr int largestEdge = 1024;
-constexpr qsizetype largestDrawing = 512 * 1024;
 
 QImage pngPicture(const QByteArray &file, int pixels)
 {
@@ -62,9 +62,7 @@ QImage iconPicture(const QByteArray &file, int pixels)
         return {};
     if (file.startsWith("\x89PNG"))
         return pngPicture(file, pixels);
-    // Plain text only: what is packed may unfold to anything.
-    const bool mayBeDrawing = file.size() <= largestDrawing && file.trimmed().startsWith('<');
-    return mayBeDrawing ? svgPicture(file, pixels) : QImage();
+    return mayBeDrawn(file) ? svgPicture(file, pixels) : QImage();
 }
 
 } // namespace swabby

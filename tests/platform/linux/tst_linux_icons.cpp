@@ -18,7 +18,7 @@ constexpr auto commonIndex = "[Icon Theme]\nName=Common\nDirectories=16/apps,64x
                              "[draw/apps]\nSize=48\nMinSize=8\nMaxSize=512\nType=Scalable\n"
                              "[48/actions]\nSize=48\nContext=Actions\n[../out]\nSize=48\n";
 // Both build on each other.
-constexpr auto prettyIndex = "[Icon Theme]\nInherits=plain, ../../etc ,hicolor\nDirectories=48/apps\n"
+constexpr auto prettyIndex = "[Icon Theme]\nInherits=plain, ../etc ,hicolor\nDirectories=48/apps\n"
                              "[48/apps]\nSize=48\n";
 constexpr auto plainIndex =
     "# plain\n[Icon Theme]\nInherits=pretty\nDirectories=48/apps\n[48/apps]\nSize=48\n";
@@ -31,6 +31,7 @@ public:
         files.write("icons/hicolor/index.theme", commonIndex);
         files.write("icons/pretty/index.theme", prettyIndex);
         files.write("icons/plain/index.theme", plainIndex);
+        files.write("etc/index.theme", plainIndex);
     }
 
     void addIcon(const std::string &file) const { files.write(file, file); }
@@ -91,7 +92,7 @@ private Q_SLOTS:
         row("a file that is gone", {}, u"ROOT/opt/mill/logo.png"_qs, {});
         row("none of that name", {exact}, u"windmill"_qs, {});
         row("a picture of something else", {u"icons/hicolor/48/actions/mill.png"_qs}, u"mill"_qs, {});
-        row("a name that climbs", {u"icons/hicolor/48/secret.png"_qs}, u"../secret"_qs, {});
+        row("a name that climbs", {exact, u"icons/hicolor/48/secret.png"_qs}, u"../secret"_qs, {});
         row("a folder that climbs", {u"icons/out/mill.png"_qs}, u"mill"_qs, {});
         row("a theme that climbs", {u"etc/48/apps/mill.png"_qs}, u"mill"_qs, {});
         row("no name", {exact}, {}, {});
