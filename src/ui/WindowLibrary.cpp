@@ -108,7 +108,10 @@ WindowLibrary::WindowLibrary(UserInterfaceContext context)
     m_settling.setInterval(settledMilliseconds);
     QObject::connect(&m_settling, &QTimer::timeout, &m_settling, [this] {
         if (const auto engine = m_engine.lock())
+{
             engine->engine.collectGarbage();
+            engine->engine.trimComponentCache();
+        }
         giveMemoryBack();
     });
 }

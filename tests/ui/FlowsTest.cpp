@@ -78,8 +78,11 @@ private Q_SLOTS:
             pressHere(name);
         QVERIFY(waitUntil([&] { return itemNamed(*m_open->window, lastPress) != nullptr; }));
         QVERIFY(QFile::remove(agent()));
-        QVERIFY(QDir(m_desk->folder.home() + u"/Library/Caches/pip"_qs).removeRecursively());
-        m_desk->folder.writeFile(u"home/Library/Caches/pip/other"_qs, "x");
+        // Another folder in its place, made beside it so that it cannot have the same number.
+        const QString caches = m_desk->folder.home() + u"/Library/Caches/"_qs;
+        m_desk->folder.writeFile(u"home/Library/Caches/other/x"_qs, "x");
+        QVERIFY(QDir(caches + u"pip"_qs).removeRecursively());
+        QVERIFY(QDir().rename(caches + u"other"_qs, caches + u"pip"_qs));
         pressHere(lastPress);
         QVERIFY2(waitUntil([&] { return textOf(*m_open->window).contains(said); }),
                  qPrintable(textOf(*m_open->window)));
@@ -167,7 +170,10 @@ private Q_SLOTS:
         QVERIFY(waitUntil([&] { return confirmation().isOpen(); }));
         QCOMPARE(confirmation().text().details.size(), pieces.size());
         for (const QString &piece : pieces)
-            QVERIFY2(itemNamed(*m_open->window, u"Show in folder: "_qs + QFileInfo(piece).fileName()),
+            QVERIFY2(waitUntil([&] {
+                         return itemNamed(*m_open->window,
+                                          u"Show in folder: "_qs + QFileInfo(piece).fileName()) != nullptr;
+                     }),
                      qPrintable(piece));
         pressHere(u"Remove"_qs);
         QVERIFY(waitUntil([&] { return m_desk->state.lastCleanupSuccess().has_value(); }));
