@@ -40,7 +40,7 @@ Pressable {
         anchors.horizontalCenter: parent.horizontalCenter
         y: 26
         width: implicitWidth
-        scale: Math.min(1, (button.width - 4) / width)
+        scale: Math.min(1, (button.width - 10) / width)
         text: button.chip.value
         font: Theme.chipFont
         Accessible.ignored: true
