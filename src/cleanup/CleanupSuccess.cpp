@@ -2,6 +2,8 @@
 
 #include "engine/ByteCount.h"
 
+#include <QtCore/QStringList>
+
 #include <algorithm>
 
 namespace swabby {

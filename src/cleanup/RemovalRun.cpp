@@ -88,6 +88,7 @@ private:
     void clean(const std::vector<const RemovableItem *> &caches)
     {
         std::vector<CacheEntry> entries;
+        entries.reserve(caches.size());
         for (const RemovableItem *cache : caches)
             entries.push_back(std::get<CacheEntry>(cache->kind));
         const std::vector<bool> gone = entries.empty() || isStopped()
