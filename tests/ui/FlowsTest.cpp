@@ -238,8 +238,10 @@ private Q_SLOTS:
     void everyPathThatGoesCanBeReachedInTheQuestion()
     {
         open();
+        constexpr int groups = 500;
         std::vector<RemovableItem> items;
-        for (int group = 0; group < 500; ++group)
+        items.reserve(groups);
+        for (int group = 0; group < groups; ++group)
             items.push_back(RemovableItem::fromDuplicate(
                 {{"/kept/" + std::to_string(group), "/gone/copy " + std::to_string(group)}, 5'000}));
         confirmation().askToRemove(items);
