@@ -4,11 +4,10 @@
 #include "app/StatusItemController.h"
 #include "app/settings/Settings.h"
 #include "engine/state/AppState.h"
+#include "platform/posix/LateLibrary.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
-#include <QtCore/QFileInfo>
-#include <QtCore/QLibrary>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QWindow>
@@ -17,21 +16,6 @@
 
 namespace swabby {
 namespace {
-
-// Beside the program in a build, in a folder of its own when installed.
-UserInterfaceEntry findUserInterface()
-{
-    const QString here = QCoreApplication::applicationDirPath();
-    QString problem;
-    for (const QString &folder : {here, here + QStringLiteral("/../lib/swabby")}) {
-        QLibrary library(folder + QStringLiteral("/libswabby-ui"));
-        if (const auto entry = library.resolve(userInterfaceEntryName))
-            return reinterpret_cast<UserInterfaceEntry>(entry);
-        problem = library.errorString();
-    }
-    qWarning("%s", qPrintable(problem));
-    return nullptr;
-}
 
 bool isTitledWindow(const QWindow *window)
 {
@@ -111,7 +95,7 @@ UserInterface *AppDelegate::userInterface()
 {
     if (m_userInterface != nullptr)
         return m_userInterface.get();
-    if (const UserInterfaceEntry make = findUserInterface())
+    if (const auto make = lateFunction<UserInterfaceEntry>(userInterfaceLibrary, userInterfaceEntryName))
         m_userInterface.reset(make({.state = &m_state,
                                     .ai = &m_flows.ai,
                                     .cleanup = &m_flows.cleanup,

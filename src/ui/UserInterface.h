@@ -72,7 +72,8 @@ public:
 };
 
 /// The library's one entry, by the name below.
-using UserInterfaceEntry = UserInterface *(*)(const UserInterfaceContext &context);
+using UserInterfaceEntry = UserInterface *(const UserInterfaceContext &context);
+inline constexpr const char *userInterfaceLibrary = "libswabby-ui.so";
 inline constexpr const char *userInterfaceEntryName = "swabbyUserInterface";
 
 } // namespace swabby

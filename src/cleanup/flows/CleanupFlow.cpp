@@ -33,16 +33,28 @@ CleanupSuccess carryOut(const std::vector<RemovableItem> &items, Machine &machin
 } // namespace
 
 CleanupFlow::CleanupFlow(AppState &state, std::chrono::milliseconds bannerTime)
-    : m_state(state),
-      m_bannerTime(bannerTime),
-      m_canPutBack(!PutBackRecord(state.machine().places.applicationData).load().empty()),
-      m_work(runsAtOnce)
+    : m_state(state), m_bannerTime(bannerTime), m_work(runsAtOnce)
 {
+    lookForRecord();
 }
 
 CleanupFlow::~CleanupFlow()
 {
     m_stop.requestStop();
+}
+
+QCoro::Task<> CleanupFlow::lookForRecord()
+{
+    const QPointer self(this);
+    const auto looking = m_work.ask([machine = m_state.sharedMachine()] {
+        return !PutBackRecord(machine->places.applicationData).load().empty();
+    });
+    const bool isThere = co_await looking;
+    // A removal that began meanwhile keeps a record of its own.
+    if (!self || m_hasRun)
+        co_return;
+    m_canPutBack = isThere;
+    Q_EMIT putBackChanged();
 }
 
 void CleanupFlow::remove(const std::vector<RemovableItem> &items)
@@ -55,6 +67,7 @@ QCoro::Task<> CleanupFlow::run(std::vector<RemovableItem> items)
 {
     const QPointer self(this);
     ++m_runs;
+    m_hasRun = true;
     m_state.setRemoving(true);
     const auto running = m_work.ask([items = std::move(items), machine = m_state.sharedMachine(),
                                      stop = m_stop.token()] { return carryOut(items, *machine, stop); });

@@ -35,8 +35,11 @@ Q_SIGNALS:
     void removed(const swabby::CleanupSuccess &success);
     /// Things are back where they were, or still in the Trash.
     void restored(qint64 restored, qint64 left);
+    /// What an earlier program's last removal left has been found, or that it left nothing.
+    void putBackChanged();
 
 private:
+    QCoro::Task<> lookForRecord();
     QCoro::Task<> run(std::vector<RemovableItem> items);
     QCoro::Task<> restore();
     void showBanner(const CleanupSuccess &success);
@@ -45,6 +48,7 @@ private:
     const std::chrono::milliseconds m_bannerTime;
     StopSource m_stop;
     bool m_canPutBack = false;
+    bool m_hasRun = false;
     int m_runs = 0;        ///< under way
     BackgroundWork m_work; // last, so that it is waited for while everything it uses still stands
 };

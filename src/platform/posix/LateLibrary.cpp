@@ -3,16 +3,29 @@
 #include <QtCore/QtGlobal>
 
 #include <dlfcn.h>
+#include <filesystem>
 
 namespace swabby {
+namespace {
 
-// By its bare name: it is looked for where the library that holds this code says, beside itself.
+// The folder of the library that holds this code.
+std::filesystem::path ownFolder()
+{
+    static const char own = 0;
+    Dl_info info = {};
+    return ::dladdr(&own, &info) != 0 && info.dli_fname != nullptr
+               ? std::filesystem::path(info.dli_fname).parent_path()
+               : std::filesystem::path();
+}
+
+} // namespace
+
 void *lateSymbol(const char *library, const char *name)
 {
-    void *const handle = dlopen(library, RTLD_NOW);
-    void *const symbol = handle != nullptr ? dlsym(handle, name) : nullptr;
+    void *const handle = ::dlopen((ownFolder() / library).c_str(), RTLD_NOW);
+    void *const symbol = handle != nullptr ? ::dlsym(handle, name) : nullptr;
     if (symbol == nullptr)
-        qWarning("%s", dlerror());
+        qWarning("%s", ::dlerror());
     return symbol;
 }
 

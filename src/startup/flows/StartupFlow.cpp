@@ -50,11 +50,13 @@ void StartupFlow::lookForDisabled()
 QCoro::Task<> StartupFlow::look()
 {
     const QPointer self(this);
+    const int number = ++m_looks;
     const auto looking = m_work.ask([machine = m_state.sharedMachine()] {
         return LoginItemScanner::disabledItems(*machine->startupControl);
     });
     const QList<LoginItem> items = co_await looking;
-    if (!self || items == m_disabledItems)
+    // An older look may come in after a newer one.
+    if (!self || number != m_looks || items == m_disabledItems)
         co_return;
     m_disabledItems = items;
     Q_EMIT disabledItemsChanged();

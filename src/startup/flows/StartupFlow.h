@@ -41,6 +41,7 @@ private:
     QCoro::Task<> open(QString path);
 
     AppState &m_state;
+    int m_looks = 0; ///< for disabled items, so far
     QList<LoginItem> m_disabledItems;
     BackgroundWork m_work;
 };

@@ -1,11 +1,10 @@
 #include "ui/presentation/IconPicture.h"
 
+#include "platform/posix/LateLibrary.h"
 #include "ui/presentation/SvgCheck.h"
 #include "ui/svg/SvgDrawing.h"
 
 #include <QtCore/QBuffer>
-#include <QtCore/QCoreApplication>
-#include <QtCore/QLibrary>
 #include <QtGui/QImageReader>
 
 namespace swabby {
@@ -32,20 +31,10 @@ QImage pngPicture(const QByteArray &file, int pixels)
         .scaled(pixels, pixels, Qt::KeepAspectRatio, Qt::SmoothTransformation);
 }
 
-// Beside the program in a build, in a folder of its own when installed.
-SvgDrawingEntry findSvgDrawing()
-{
-    const QString here = QCoreApplication::applicationDirPath();
-    for (const QString &folder : {here, here + QStringLiteral("/../lib/swabby")})
-        if (const auto entry =
-                QLibrary(folder + QStringLiteral("/libswabby-svg")).resolve(svgDrawingEntryName))
-            return reinterpret_cast<SvgDrawingEntry>(entry);
-    return nullptr;
-}
-
 QImage svgPicture(const QByteArray &file, int pixels)
 {
-    static const SvgDrawingEntry draw = findSvgDrawing();
+    static SvgDrawingEntry *const draw =
+        lateFunction<SvgDrawingEntry>(svgDrawingLibrary, svgDrawingEntryName);
     QImage picture(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
     picture.fill(Qt::transparent);
     const bool isDrawn =

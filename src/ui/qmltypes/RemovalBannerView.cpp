@@ -25,6 +25,7 @@ RemovalBannerView::RemovalBannerView(const UserInterfaceContext &context, MainWi
         Q_EMIT changed();
         m_coordinator.setNotice(oneLine(leftText(success)));
     });
+    connect(m_context.cleanup, &CleanupFlow::putBackChanged, this, &RemovalBannerView::changed);
     connect(m_context.cleanup, &CleanupFlow::restored, this, [this](qint64 restored, qint64 left) {
         Q_EMIT changed();
         if (std::exchange(m_asked, false))

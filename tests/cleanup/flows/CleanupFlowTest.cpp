@@ -254,7 +254,7 @@ private Q_SLOTS:
         {
             AppState state(machine, Record::nothing);
             CleanupFlow flow(state);
-            QVERIFY(flow.canPutBack());
+            QVERIFY(waitUntil([&] { return flow.canPutBack(); }));
             flow.remove(all);
             QVERIFY(waitUntil([&] { return QFile::exists(mac.folder() + u"/held"_qs); }));
             QVERIFY(!flow.canPutBack());
