@@ -15,7 +15,7 @@ struct CleanupSuccess {
     qint64 itemCount = 0;
     qint64 freedBytes = 0;
     std::vector<RemovableItem> left = {}; ///< items of which something stayed
-    qint64 canBePutBack = 0;         ///< things that lie in the Trash now
+    qint64 canBePutBack = 0;              ///< things that lie in the Trash now
 
     bool operator==(const CleanupSuccess &) const = default;
 };
