@@ -107,10 +107,8 @@ WindowLibrary::WindowLibrary(UserInterfaceContext context)
     m_settling.setSingleShot(true);
     m_settling.setInterval(settledMilliseconds);
     QObject::connect(&m_settling, &QTimer::timeout, &m_settling, [this] {
-        if (const auto engine = m_engine.lock()) {
+        if (const auto engine = m_engine.lock())
             engine->engine.collectGarbage();
-            engine->engine.trimComponentCache();
-        }
         giveMemoryBack();
     });
 }
