@@ -1,15 +1,15 @@
-#include "app/machine/MachineChoice.h"
 #include "bench/Crowd.h"
 #include "engine/Samplers.h"
-#include "engine/state/MachineSampler.h"
 #include "health/HealthRules.h"
 #include "health/HistoryKeeper.h"
 #include "health/HistoryStore.h"
+#include "machine/MachineChoice.h"
 #include "platform/mactools/HardwareReport.h"
 #include "platform/mactools/LaunchdText.h"
 #include "platform/mactools/NettopText.h"
 #include "platform/mactools/PsText.h"
 #include "platform/mactools/TopText.h"
+#include "state/MachineSampler.h"
 
 #include <QtCore/QTemporaryDir>
 

@@ -5,7 +5,7 @@
 // The folder is made, becomes a home folder with 20 caches of 2,500 files and 300 pairs of duplicates, and is
 // removed again. Nothing is asked of the model.
 
-#include "health/flows/FullCheck.h"
+#include "flows/health/FullCheck.h"
 #include "cleanup/CacheCleaner.h"
 #include "cleanup/DeveloperCleanup.h"
 #include "cleanup/DuplicateFinder.h"

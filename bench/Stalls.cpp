@@ -1,9 +1,9 @@
 // How long the main thread is kept from its events during 100 refreshes among 2,000 processes, beside the
 // same time of an event loop with nothing to do.
-#include "app/machine/MachineChoice.h"
 #include "bench/Crowd.h"
 #include "bench/StallMeter.h"
-#include "engine/state/AppState.h"
+#include "machine/MachineChoice.h"
+#include "state/AppState.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QTemporaryDir>

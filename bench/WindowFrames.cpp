@@ -3,9 +3,9 @@
 // when the question before all of them go is asked; beside an empty window that is moved the same way. On the
 // display of the environment; without one `QT_QPA_PLATFORM=offscreen`.
 #include "app/ApplicationFlows.h"
-#include "app/settings/Settings.h"
 #include "bench/FrameMeter.h"
-#include "engine/state/AppState.h"
+#include "settings/Settings.h"
+#include "state/AppState.h"
 #include "tests/support/TemporaryMachine.h"
 #include "ui/WindowLibrary.h"
 #include "ui/qmltypes/MainWindowView.h"

@@ -9,13 +9,26 @@ function(swabby_precompile name)
     endif()
 endfunction()
 
-# swabby_room(NAME SOURCES … NEIGHBOURS … PRIVATE …): one room of the house. NEIGHBOURS lists the rooms it
-# may know, PRIVATE the libraries it uses itself; includes start at src/.
-function(swabby_room name)
-    cmake_parse_arguments(room "" "" "SOURCES;NEIGHBOURS;PRIVATE" ${ARGN})
+# swabby_neighbours(FOLDER NEIGHBOUR …): the rooms whose headers the files below src/FOLDER may include, each by
+# its folder; `rooms` among the tests reads every include against it.
+function(swabby_neighbours folder)
+    list(JOIN ARGN " " neighbours)
+    set_property(GLOBAL APPEND PROPERTY SWABBY_NEIGHBOURS "${folder}: ${neighbours}")
+endfunction()
+
+# swabby_room(SOURCES … NEIGHBOURS … LIBRARIES … PRIVATE …): this folder as one room of the house, the target
+# swabby_FOLDER. NEIGHBOURS lists the rooms it may know, LIBRARIES what its headers use of other people's, PRIVATE
+# what its sources use; includes start at src/.
+function(swabby_room)
+    cmake_parse_arguments(room "" "" "SOURCES;NEIGHBOURS;LIBRARIES;PRIVATE" ${ARGN})
+    file(RELATIVE_PATH folder ${CMAKE_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR})
+    swabby_neighbours(${folder} ${room_NEIGHBOURS})
+    string(REPLACE / _ name swabby_${folder})
+    list(TRANSFORM room_NEIGHBOURS REPLACE / _)
+    list(TRANSFORM room_NEIGHBOURS PREPEND swabby_)
     add_library(${name} OBJECT ${room_SOURCES})
     target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
-    target_link_libraries(${name} PUBLIC Qt6::Core Threads::Threads ${room_NEIGHBOURS}
+    target_link_libraries(${name} PUBLIC Qt6::Core Threads::Threads ${room_NEIGHBOURS} ${room_LIBRARIES}
         PRIVATE swabby_warnings ${room_PRIVATE})
     swabby_precompile(${name})
     set_property(GLOBAL APPEND PROPERTY SWABBY_ROOMS ${name})
@@ -34,10 +47,19 @@ function(swabby_late_library target)
     set_property(GLOBAL APPEND PROPERTY SWABBY_LATE_LIBRARIES ${target})
 endfunction()
 
-# swabby_test(NAME SOURCES … LIBRARIES …): one Qt Test program, run by ctest.
+# swabby_test(some_thing_test SOURCES … LIBRARIES …): one Qt Test program, run by ctest: SomeThingTest.cpp, and the
+# other sources it needs.
 function(swabby_test name)
     cmake_parse_arguments(test "" "" "SOURCES;LIBRARIES" ${ARGN})
-    add_executable(${name} ${test_SOURCES})
+    string(REPLACE _ ";" words ${name})
+    set(source)
+    foreach(word IN LISTS words)
+        string(SUBSTRING ${word} 0 1 initial)
+        string(SUBSTRING ${word} 1 -1 rest)
+        string(TOUPPER ${initial} initial)
+        string(APPEND source ${initial}${rest})
+    endforeach()
+    add_executable(${name} ${source}.cpp ${test_SOURCES})
     target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE swabby_core swabby_warnings swabby_test_support Qt6::Test
         ${test_LIBRARIES})

@@ -1,7 +1,7 @@
 #include "ai/CloudAI.h"
 
 #include "ai/Prompts.h"
-#include "app/settings/Settings.h"
+#include "settings/Settings.h"
 
 #include <QCoroFuture>
 

@@ -2,9 +2,9 @@
 
 #include "app/ApplicationFlows.h"
 #include "app/StatusItemController.h"
-#include "app/settings/Settings.h"
-#include "engine/state/AppState.h"
 #include "platform/posix/LateLibrary.h"
+#include "settings/Settings.h"
+#include "state/AppState.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>

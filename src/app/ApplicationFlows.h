@@ -2,10 +2,10 @@
 
 #include "ai/CloudAI.h"
 #include "cleanup/Scans.h"
-#include "cleanup/flows/CleanupFlow.h"
-#include "cleanup/flows/QuitFlow.h"
-#include "health/flows/NotificationFlow.h"
-#include "startup/flows/StartupFlow.h"
+#include "flows/cleanup/CleanupFlow.h"
+#include "flows/cleanup/QuitFlow.h"
+#include "flows/health/NotificationFlow.h"
+#include "flows/startup/StartupFlow.h"
 #include "ui/UserInterface.h"
 
 namespace swabby {

@@ -3,7 +3,7 @@
 #include "app/AppDelegate.h"
 #include "app/ApplicationFlows.h"
 #include "app/TitleImage.h"
-#include "engine/state/AppState.h"
+#include "state/AppState.h"
 #include "ui/UserInterface.h"
 
 #include <QtCore/QDir>

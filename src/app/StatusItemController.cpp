@@ -1,6 +1,6 @@
 #include "app/StatusItemController.h"
 
-#include "engine/state/AppState.h"
+#include "state/AppState.h"
 
 #include <algorithm>
 

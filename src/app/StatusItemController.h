@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/TitleImage.h"
-#include "app/tray/TrayItem.h"
+#include "platform/desktop/TrayItem.h"
 
 #include <QtCore/QObject>
 

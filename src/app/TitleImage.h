@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/state/MenuBarTitle.h"
+#include "state/MenuBarTitle.h"
 
 #include <QtGui/QColor>
 #include <QtGui/QIcon>

@@ -1,13 +1,13 @@
 #include "app/AppDelegate.h"
 #include "app/ApplicationFlows.h"
 #include "app/CommandLine.h"
-#include "app/Display.h"
 #include "app/ScreenshotRun.h"
 #include "app/SingleInstance.h"
 #include "app/TitleImage.h"
-#include "app/machine/MachineChoice.h"
-#include "engine/state/AppState.h"
+#include "machine/MachineChoice.h"
+#include "platform/desktop/Display.h"
 #include "platform/posix/TerminationSignals.h"
+#include "state/AppState.h"
 
 #include <QtCore/QTimer>
 #include <QtGui/QGuiApplication>

@@ -1,6 +1,5 @@
 #include "cleanup/Scans.h"
 
-#include "app/settings/Settings.h"
 #include "cleanup/AppUninstaller.h"
 #include "cleanup/CacheCleaner.h"
 #include "cleanup/DeepScanner.h"
@@ -8,6 +7,7 @@
 #include "cleanup/DuplicateFinder.h"
 #include "cleanup/SaturatedBytes.h"
 #include "cleanup/SideBySide.h"
+#include "settings/Settings.h"
 
 #include <QtCore/QFile>
 

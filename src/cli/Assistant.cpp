@@ -1,9 +1,9 @@
 #include "ai/CloudAI.h"
-#include "ai/flows/AssistantNotes.h"
 #include "cli/Output.h"
 #include "cli/StateJson.h"
 #include "cli/Verbs.h"
 #include "engine/Samplers.h"
+#include "flows/ai/AssistantNotes.h"
 
 #include <QtCore/QCoreApplication>
 

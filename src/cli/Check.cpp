@@ -5,7 +5,7 @@
 #include "cli/Verbs.h"
 #include "engine/ByteCount.h"
 #include "engine/WholeNumber.h"
-#include "health/flows/FullCheck.h"
+#include "flows/health/FullCheck.h"
 
 #include <QtCore/QCoreApplication>
 

@@ -1,8 +1,8 @@
-#include "cleanup/flows/ConfirmationBuilder.h"
-#include "cleanup/flows/QuitFlow.h"
 #include "cli/Output.h"
 #include "cli/StateJson.h"
 #include "cli/Verbs.h"
+#include "flows/cleanup/ConfirmationBuilder.h"
+#include "flows/cleanup/QuitFlow.h"
 
 #include <QtCore/QCoreApplication>
 

@@ -1,12 +1,12 @@
 #include "cleanup/PutBackRecord.h"
 #include "cleanup/RemovalRun.h"
 #include "cleanup/Scans.h"
-#include "cleanup/flows/CleanupFlow.h"
-#include "cleanup/flows/ConfirmationBuilder.h"
 #include "cli/Background.h"
 #include "cli/Output.h"
 #include "cli/StateJson.h"
 #include "cli/Verbs.h"
+#include "flows/cleanup/CleanupFlow.h"
+#include "flows/cleanup/ConfirmationBuilder.h"
 
 #include <algorithm>
 

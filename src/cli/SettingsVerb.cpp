@@ -1,7 +1,7 @@
-#include "app/settings/Settings.h"
 #include "cli/Output.h"
 #include "cli/StateJson.h"
 #include "cli/Verbs.h"
+#include "settings/Settings.h"
 
 namespace swabby {
 namespace {

@@ -1,6 +1,6 @@
 #include "cli/StateJson.h"
 
-#include "engine/state/MenuBarTitle.h"
+#include "state/MenuBarTitle.h"
 
 #include <QtCore/QJsonDocument>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "engine/state/AppState.h"
 #include "platform/Notifier.h"
+#include "state/AppState.h"
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonObject>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/state/AppState.h"
+#include "state/AppState.h"
 
 namespace swabby {
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "cleanup/flows/ConfirmationBuilder.h"
 #include "cli/Arguments.h"
-#include "engine/state/AppState.h"
+#include "flows/cleanup/ConfirmationBuilder.h"
 #include "platform/Machine.h"
+#include "state/AppState.h"
 
 #include <functional>
 #include <memory>

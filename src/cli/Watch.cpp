@@ -4,7 +4,7 @@
 #include "cli/StateJson.h"
 #include "cli/StateText.h"
 #include "cli/Verbs.h"
-#include "health/flows/NotificationFlow.h"
+#include "flows/health/NotificationFlow.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QTimer>

@@ -1,6 +1,6 @@
-#include "app/machine/MachineChoice.h"
 #include "cli/Output.h"
 #include "cli/Verbs.h"
+#include "machine/MachineChoice.h"
 #include "platform/posix/TerminationSignals.h"
 
 #include <QtCore/QCoreApplication>

@@ -1,7 +1,7 @@
 #include "ui/Screenshots.h"
 
-#include "ai/flows/AssistantNotes.h"
-#include "engine/state/AppState.h"
+#include "flows/ai/AssistantNotes.h"
+#include "state/AppState.h"
 #include "ui/WindowLibrary.h"
 #include "ui/qmltypes/AskView.h"
 #include "ui/qmltypes/IconStore.h"

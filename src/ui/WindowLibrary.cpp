@@ -1,7 +1,7 @@
 #include "ui/WindowLibrary.h"
 
-#include "engine/state/AppState.h"
 #include "platform/posix/MemoryThrift.h"
+#include "state/AppState.h"
 #include "ui/PopoverPresenter.h"
 #include "ui/Screenshots.h"
 #include "ui/qmltypes/AskView.h"

@@ -3,8 +3,8 @@
 #include "app/CommandLine.h"
 #include "app/StatusItemController.h"
 #include "app/TitleImage.h"
-#include "app/settings/Settings.h"
-#include "engine/state/AppState.h"
+#include "settings/Settings.h"
+#include "state/AppState.h"
 #include "support/TemporaryMachine.h"
 #include "ui/presentation/ThemeColors.h"
 

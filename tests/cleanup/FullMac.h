@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cleanup/Clutter.h"
-#include "engine/state/AppState.h"
+#include "state/AppState.h"
 
 namespace swabby {
 

@@ -1,7 +1,6 @@
 // Feeds arbitrary bytes to everything that reads other programs' text. The first byte chooses the reader:
 //     TMPDIR=/dev/shm parsers_fuzz -max_len=4096 CORPUS
 
-#include "app/settings/Settings.h"
 #include "cleanup/DeepScanner.h"
 #include "cleanup/DeveloperTexts.h"
 #include "cleanup/DiskUsage.h"
@@ -16,6 +15,7 @@
 #include "platform/mactools/NettopText.h"
 #include "platform/mactools/PsText.h"
 #include "platform/mactools/TopText.h"
+#include "settings/Settings.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QJsonArray>

@@ -1,6 +1,6 @@
 #include "Desk.h"
 
-#include "app/settings/Settings.h"
+#include "settings/Settings.h"
 
 #include <QtGui/QAccessible>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/ApplicationFlows.h"
-#include "engine/state/AppState.h"
+#include "state/AppState.h"
 #include "support/TemporaryMachine.h"
 #include "ui/WindowLibrary.h"
 #include "ui/qmltypes/Theme.h"

@@ -1,5 +1,5 @@
 #include "Desk.h"
-#include "app/settings/Settings.h"
+#include "settings/Settings.h"
 #include "ui/PopoverPresenter.h"
 #include "ui/qmltypes/AskView.h"
 #include "ui/qmltypes/PopoverView.h"

@@ -1,4 +1,3 @@
-#include "platform/FileSettingsStore.h"
 #include "platform/ThisComputer.h"
 #include "platform/Utf8.h"
 #include "platform/linux/LinuxApplicationSource.h"
@@ -17,6 +16,7 @@
 #include "platform/linux/LinuxStartupControl.h"
 #include "platform/linux/LinuxStartupSource.h"
 #include "platform/linux/LinuxWorkspace.h"
+#include "platform/posix/FileSettingsStore.h"
 #include "platform/posix/PosixShell.h"
 
 #include <pwd.h>

@@ -1,6 +1,5 @@
 #include "platform/machinefolder/FolderMachine.h"
 
-#include "platform/FileSettingsStore.h"
 #include "platform/machinefolder/FolderClock.h"
 #include "platform/machinefolder/FolderDisposal.h"
 #include "platform/machinefolder/FolderProcessControl.h"
@@ -16,6 +15,7 @@
 #include "platform/mactools/MacProgramIcons.h"
 #include "platform/mactools/MacStartupControl.h"
 #include "platform/mactools/MacStartupSource.h"
+#include "platform/posix/FileSettingsStore.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "health/flows/FullCheck.h"
+#include "flows/health/FullCheck.h"
 #include "ui/presentation/ProcessText.h"
 #include "ui/presentation/StartupText.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cleanup/flows/ConfirmationBuilder.h"
+#include "flows/cleanup/ConfirmationBuilder.h"
 #include "ui/presentation/Tint.h"
 
 #include <QtCore/QList>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cleanup/DeveloperTexts.h"
-#include "cleanup/flows/DeveloperScan.h"
+#include "flows/cleanup/DeveloperScan.h"
 
 #include <QtCore/QList>
 #include <QtCore/QObject>

@@ -1,6 +1,6 @@
 #include "ui/qmltypes/AskView.h"
 
-#include "cleanup/flows/ConfirmationBuilder.h"
+#include "flows/cleanup/ConfirmationBuilder.h"
 #include "ui/presentation/PlainWords.h"
 
 #include <QtQml/QQmlEngine>

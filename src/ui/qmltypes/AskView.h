@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ai/flows/AskFlow.h"
-#include "ui/UserInterface.h"
+#include "flows/ai/AskFlow.h"
 #include "ui/qmltypes/ConfirmationView.h"
+#include "ui/qmltypes/WindowContext.h"
 
 #include <QtCore/QObject>
 #include <QtQml/qqmlregistration.h>

@@ -1,8 +1,8 @@
 #include "ui/qmltypes/CheckView.h"
 
-#include "app/settings/Settings.h"
-#include "cleanup/flows/QuitFlow.h"
-#include "startup/flows/StartupFlow.h"
+#include "flows/cleanup/QuitFlow.h"
+#include "flows/startup/StartupFlow.h"
+#include "settings/Settings.h"
 #include "ui/presentation/PlainWords.h"
 #include "ui/qmltypes/MainWindowCoordinator.h"
 

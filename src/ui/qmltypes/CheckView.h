@@ -1,9 +1,9 @@
 #pragma once
 
-#include "health/flows/FullCheck.h"
-#include "ui/UserInterface.h"
+#include "flows/health/FullCheck.h"
 #include "ui/presentation/CheckText.h"
 #include "ui/qmltypes/RemovableList.h"
+#include "ui/qmltypes/WindowContext.h"
 
 #include <QtCore/QObject>
 #include <QtCore/QTimer>

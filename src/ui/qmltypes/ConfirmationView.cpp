@@ -1,7 +1,7 @@
 #include "ui/qmltypes/ConfirmationView.h"
 
-#include "cleanup/flows/QuitFlow.h"
-#include "startup/flows/StartupFlow.h"
+#include "flows/cleanup/QuitFlow.h"
+#include "flows/startup/StartupFlow.h"
 #include "ui/presentation/PlainWords.h"
 
 #include <QtQml/QQmlEngine>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "ui/UserInterface.h"
 #include "ui/presentation/DeveloperText.h"
 #include "ui/qmltypes/RemovableList.h"
+#include "ui/qmltypes/WindowContext.h"
 
 #include <QtCore/QObject>
 #include <QtQml/qqmlregistration.h>

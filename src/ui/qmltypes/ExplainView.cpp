@@ -1,7 +1,7 @@
 #include "ui/qmltypes/ExplainView.h"
 
 #include "engine/ByteCount.h"
-#include "startup/flows/StartupFlow.h"
+#include "flows/startup/StartupFlow.h"
 #include "ui/presentation/PlainWords.h"
 #include "ui/qmltypes/ConfirmationView.h"
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "ai/flows/ExplainFlow.h"
-#include "ui/UserInterface.h"
+#include "flows/ai/ExplainFlow.h"
 #include "ui/presentation/ProgramTile.h"
 #include "ui/presentation/Tint.h"
+#include "ui/qmltypes/WindowContext.h"
 
 #include <QtCore/QObject>
 #include <QtQml/qqmlregistration.h>

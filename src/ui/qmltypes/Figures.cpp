@@ -1,7 +1,7 @@
 #include "ui/qmltypes/Figures.h"
 
-#include "engine/state/AppState.h"
-#include "ui/UserInterface.h"
+#include "state/AppState.h"
+#include "ui/qmltypes/WindowContext.h"
 
 namespace swabby {
 

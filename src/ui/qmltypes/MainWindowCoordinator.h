@@ -1,9 +1,9 @@
 #pragma once
 
 #include "health/HealthIssue.h"
-#include "ui/UserInterface.h"
 #include "ui/qmltypes/ConfirmationView.h"
 #include "ui/qmltypes/ExplainView.h"
+#include "ui/qmltypes/WindowContext.h"
 
 #include <QtCore/QObject>
 #include <QtQml/qqmlregistration.h>

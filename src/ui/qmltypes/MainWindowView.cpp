@@ -1,7 +1,7 @@
 #include "ui/qmltypes/MainWindowView.h"
 
-#include "app/settings/Settings.h"
-#include "engine/state/AppState.h"
+#include "settings/Settings.h"
+#include "state/AppState.h"
 #include "ui/qmltypes/WhenDone.h"
 
 #include <QtQml/QQmlEngine>

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "ui/UserInterface.h"
 #include "ui/presentation/Sections.h"
 #include "ui/presentation/WelcomeText.h"
 #include "ui/qmltypes/CheckView.h"
@@ -10,6 +9,7 @@
 #include "ui/qmltypes/StartupView.h"
 #include "ui/qmltypes/StateView.h"
 #include "ui/qmltypes/StorageView.h"
+#include "ui/qmltypes/WindowContext.h"
 
 #include <QtCore/QObject>
 #include <QtQml/qqmlregistration.h>

@@ -1,8 +1,8 @@
 #include "ui/qmltypes/PopoverView.h"
 
-#include "app/settings/Settings.h"
-#include "engine/state/AppState.h"
 #include "health/HealthRules.h"
+#include "settings/Settings.h"
+#include "state/AppState.h"
 #include "ui/presentation/HealthText.h"
 #include "ui/presentation/PopoverText.h"
 

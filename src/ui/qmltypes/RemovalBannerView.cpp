@@ -1,7 +1,7 @@
 #include "ui/qmltypes/RemovalBannerView.h"
 
 #include "cleanup/CleanupSuccess.h"
-#include "cleanup/flows/CleanupFlow.h"
+#include "flows/cleanup/CleanupFlow.h"
 #include "ui/presentation/CleanupText.h"
 #include "ui/presentation/PlainWords.h"
 #include "ui/qmltypes/MainWindowCoordinator.h"

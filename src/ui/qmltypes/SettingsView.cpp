@@ -1,7 +1,7 @@
 #include "ui/qmltypes/SettingsView.h"
 
-#include "engine/state/AppState.h"
 #include "startup/LoginAtLogin.h"
+#include "state/AppState.h"
 #include "ui/qmltypes/WhenDone.h"
 
 #include <QtCore/QCoreApplication>

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "platform/BackgroundWork.h"
-#include "ui/UserInterface.h"
 #include "ui/presentation/SettingsText.h"
 #include "ui/qmltypes/KeyView.h"
 #include "ui/qmltypes/RowModel.h"
+#include "ui/qmltypes/WindowContext.h"
 
 #include <QtCore/QObject>
 #include <QtCore/QUrl>

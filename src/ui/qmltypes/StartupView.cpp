@@ -1,6 +1,6 @@
 #include "ui/qmltypes/StartupView.h"
 
-#include "startup/flows/StartupFlow.h"
+#include "flows/startup/StartupFlow.h"
 #include "ui/presentation/PlainWords.h"
 #include "ui/presentation/StartupText.h"
 #include "ui/qmltypes/MainWindowCoordinator.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "ui/UserInterface.h"
 #include "ui/qmltypes/RowModel.h"
+#include "ui/qmltypes/WindowContext.h"
 
 #include <QtCore/QObject>
 #include <QtCore/QStringList>

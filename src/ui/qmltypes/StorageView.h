@@ -1,8 +1,8 @@
 #pragma once
 
-#include "cleanup/flows/StorageScans.h"
-#include "ui/UserInterface.h"
+#include "flows/cleanup/StorageScans.h"
 #include "ui/qmltypes/RemovableList.h"
+#include "ui/qmltypes/WindowContext.h"
 
 #include <QtCore/QObject>
 #include <QtQml/qqmlregistration.h>

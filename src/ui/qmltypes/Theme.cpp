@@ -1,9 +1,9 @@
 #include "ui/qmltypes/Theme.h"
 
-#include "ui/qmltypes/DesktopAppearance.h"
-
+#include <QtCore/QEvent>
 #include <QtGui/QFontDatabase>
 #include <QtGui/QGuiApplication>
+#include <QtGui/QPalette>
 #include <QtGui/QScreen>
 #include <QtQml/QQmlEngine>
 
@@ -33,20 +33,31 @@ double pointsPerPixel()
 } // namespace
 
 Theme::Theme(ThemeChoice choice, QObject *parent)
-    : QObject(parent), m_choice(choice), m_desktop(new DesktopAppearance(this))
+    : QObject(parent), m_choice(choice), m_desktop(makeDesktopAppearance())
 {
     choose();
-    connect(m_desktop, &DesktopAppearance::changed, this, [this] {
-        choose();
-        Q_EMIT changed();
-    });
+    qGuiApp->installEventFilter(this);
+    connect(m_desktop.get(), &DesktopAppearance::changed, this, &Theme::follow);
+}
+
+bool Theme::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::ApplicationPaletteChange && watched == qGuiApp)
+        follow();
+    return QObject::eventFilter(watched, event);
+}
+
+void Theme::follow()
+{
+    choose();
+    Q_EMIT changed();
 }
 
 void Theme::choose()
 {
     m_colors = isDark() ? darkColors() : lightColors();
-    if (m_desktop->accent())
-        m_colors = withAccent(m_colors, *m_desktop->accent());
+    if (const auto &accent = m_desktop->now().accent)
+        m_colors = withAccent(m_colors, *accent);
 }
 
 Theme *Theme::create(QQmlEngine *engine, QJSEngine *)
@@ -60,12 +71,16 @@ Theme *Theme::create(QQmlEngine *engine, QJSEngine *)
 
 bool Theme::isDark() const
 {
-    return m_choice == ThemeChoice::dark || (m_choice == ThemeChoice::system && m_desktop->isDark());
+    if (m_choice != ThemeChoice::system)
+        return m_choice == ThemeChoice::dark;
+    // Where the desktop says nothing, the toolkit's palette is all there is to go by.
+    return m_desktop->now().prefersDark.value_or(
+        QGuiApplication::palette().color(QPalette::Window).lightnessF() < 0.5F);
 }
 
 bool Theme::moves() const
 {
-    return !m_isStill && !m_desktop->reducesMotion();
+    return !m_isStill && !m_desktop->now().reducesMotion;
 }
 
 void Theme::setStill(bool isStill)

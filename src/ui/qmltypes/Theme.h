@@ -1,7 +1,8 @@
 #pragma once
 
-#include "ui/UserInterface.h"
+#include "platform/desktop/DesktopAppearance.h"
 #include "ui/presentation/ThemeColors.h"
+#include "ui/qmltypes/WindowContext.h"
 
 #include <QtCore/QObject>
 #include <QtGui/QFont>
@@ -11,8 +12,6 @@ class QJSEngine;
 class QQmlEngine;
 
 namespace swabby {
-
-class DesktopAppearance;
 
 /// The colours, fonts and durations of every view.
 class Theme : public QObject {
@@ -69,6 +68,9 @@ public:
     bool moves() const;
     void setStill(bool isStill);
 
+    /// Hears when the desktop's palette changes.
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
     QColor window() const { return colors().window; }
     QColor sidebar() const { return colors().sidebar; }
     QColor card() const { return colors().card; }
@@ -114,12 +116,13 @@ Q_SIGNALS:
 
 private:
     const ThemeColors &colors() const { return m_colors; }
+    void follow();
     void choose();
     static QFont font(double pixels, QFont::Weight weight);
 
     ThemeChoice m_choice;
     bool m_isStill = false;
-    DesktopAppearance *m_desktop;
+    std::unique_ptr<DesktopAppearance> m_desktop;
     ThemeColors m_colors;
 };
 

@@ -1,0 +1,115 @@
+#include "flows/cleanup/CleanupFlow.h"
+
+#include "cleanup/PutBackRecord.h"
+#include "cleanup/RemovalRun.h"
+#include "cleanup/Scans.h"
+#include "settings/Settings.h"
+
+#include <QCoroFuture>
+
+#include <QtCore/QPointer>
+#include <QtCore/QTimer>
+
+namespace swabby {
+namespace {
+
+constexpr int runsAtOnce = 8;
+
+/// The whole background half of a removal.
+CleanupSuccess carryOut(const std::vector<RemovableItem> &items, Machine &machine, const StopToken &stop)
+{
+    const RemovalOutcome outcome = removeItems(items, excludeListFrom(*machine.settings), machine, stop);
+    const std::int64_t freed = totalBytes(items);
+    // A run that was ended with the program is reported nowhere, the week included.
+    if (freed >= 1 && !stop.stopRequested() && !machine.stop.token().stopRequested())
+        Settings(*machine.settings).addBytesFreed(freed);
+    return {.id = QUuid::createUuid(),
+            .itemCount = static_cast<qint64>(items.size()),
+            .freedBytes = freed,
+            .left = outcome.left,
+            .canBePutBack = static_cast<qint64>(outcome.trashed.size())};
+}
+
+} // namespace
+
+CleanupFlow::CleanupFlow(AppState &state, std::chrono::milliseconds bannerTime)
+    : m_state(state), m_bannerTime(bannerTime), m_work(runsAtOnce)
+{
+    lookForRecord();
+}
+
+CleanupFlow::~CleanupFlow()
+{
+    m_stop.requestStop();
+}
+
+QCoro::Task<> CleanupFlow::lookForRecord()
+{
+    const QPointer self(this);
+    const auto looking = m_work.ask([machine = m_state.sharedMachine()] {
+        return !PutBackRecord(machine->places.applicationData).load().empty();
+    });
+    const bool isThere = co_await looking;
+    // A removal that began meanwhile keeps a record of its own.
+    if (!self || m_hasRun)
+        co_return;
+    m_canPutBack = isThere;
+    Q_EMIT putBackChanged();
+}
+
+void CleanupFlow::remove(const std::vector<RemovableItem> &items)
+{
+    if (!items.empty())
+        run(items);
+}
+
+QCoro::Task<> CleanupFlow::run(std::vector<RemovableItem> items)
+{
+    const QPointer self(this);
+    ++m_runs;
+    m_hasRun = true;
+    m_state.setRemoving(true);
+    const auto running = m_work.ask([items = std::move(items), machine = m_state.sharedMachine(),
+                                     stop = m_stop.token()] { return carryOut(items, *machine, stop); });
+    const CleanupSuccess success = co_await running;
+    if (!self)
+        co_return;
+    --m_runs;
+    m_canPutBack = success.canBePutBack > 0 || (m_runs > 0 && m_canPutBack);
+    m_state.setRemoving(false);
+    showBanner(success);
+    Q_EMIT removed(success);
+}
+
+void CleanupFlow::showBanner(const CleanupSuccess &success)
+{
+    m_state.setLastCleanupSuccess(success);
+    QTimer::singleShot(m_bannerTime, this, [this, id = success.id] {
+        // A newer run's banner has a time of its own.
+        if (m_state.lastCleanupSuccess() && m_state.lastCleanupSuccess()->id == id)
+            m_state.setLastCleanupSuccess(std::nullopt);
+    });
+}
+
+void CleanupFlow::putBack()
+{
+    if (canPutBack())
+        restore();
+}
+
+QCoro::Task<> CleanupFlow::restore()
+{
+    const QPointer self(this);
+    m_canPutBack = false;
+    const auto restoring = m_work.ask([machine = m_state.sharedMachine()] {
+        return PutBackRecord(machine->places.applicationData).putBackAll(*machine->disposal);
+    });
+    const PutBackResult outcome = co_await restoring;
+    if (!self)
+        co_return;
+    m_canPutBack = outcome.left > 0;
+    m_state.setLastCleanupSuccess(std::nullopt);
+    Q_EMIT restored(outcome.restored, outcome.left);
+}
+
+} // namespace swabby

@@ -1,0 +1,87 @@
+#include "flows/cleanup/ConfirmationBuilder.h"
+
+#include "cleanup/RemovalRun.h"
+#include "engine/ByteCount.h"
+#include "engine/WholeNumber.h"
+
+namespace swabby {
+namespace {
+
+QString percent(double value)
+{
+    return QString::number(wholeNumber(value)) + QLatin1Char('%');
+}
+
+QString quitMessage(const ProcessSample &process)
+{
+    return QStringLiteral("Currently using ") + percent(process.cpuPercent) +
+           QStringLiteral(" of your Mac's power and ") + percent(process.memPercent) +
+           QStringLiteral(" memory. Quits cleanly just like closing it normally.");
+}
+
+const QString forceQuitMessage = QStringLiteral(
+    "This shuts it down immediately without saving state. Use only if a normal quit didn't work.");
+
+} // namespace
+
+ConfirmationInfo ConfirmationBuilder::quit(const ProcessSample &process, Quitting::Force force,
+                                           QuitFlow &flow)
+{
+    const bool isForced = force == Quitting::Force::yes;
+    ConfirmationInfo info;
+    info.title = (isForced ? QStringLiteral("Force quit ") : QStringLiteral("Quit ")) + process.name +
+                 QLatin1Char('?');
+    info.message = isForced ? forceQuitMessage : quitMessage(process);
+    info.confirmLabel = isForced ? QStringLiteral("Force Quit") : QStringLiteral("Quit");
+    info.trustRatio = process.trustRatio();
+    info.recommendation = recommendation(process);
+    info.onConfirm = [process, force, &flow, identity = flow.identify(process)] {
+        flow.quit(process, identity, force);
+    };
+    return info;
+}
+
+ConfirmationInfo ConfirmationBuilder::remove(const std::vector<RemovableItem> &items, CleanupFlow &flow,
+                                             const std::function<void()> &onRemoved)
+{
+    const QString frees =
+        QStringLiteral("Frees up ") + fileByteCount(totalBytes(items)) + QStringLiteral(". ");
+    ConfirmationInfo info;
+    if (items.size() == 1) {
+        info.title = QStringLiteral("Remove ") + items.front().title + QLatin1Char('?');
+        info.message = frees + items.front().subtitle + QLatin1Char('.');
+        info.confirmLabel = QStringLiteral("Remove");
+    } else {
+        info.title = QStringLiteral("Remove ") + QString::number(items.size()) + QStringLiteral(" items?");
+        info.message =
+            frees + QStringLiteral("Anything removable goes to Trash, not deleted outright — caches and "
+                                   "build artifacts regenerate automatically.");
+        info.confirmLabel = QStringLiteral("Remove All");
+    }
+    info.onConfirm = [items, &flow, onRemoved] {
+        flow.remove(items);
+        if (onRemoved)
+            onRemoved();
+    };
+    return info;
+}
+
+std::optional<ProcessSample> ConfirmationBuilder::findProcess(const QString &name, const AppState &state)
+{
+    const QString wanted = name.toLower();
+    // Every name contains an empty one.
+    if (wanted.trimmed().isEmpty())
+        return std::nullopt;
+    const QList<ProcessSample> candidates = state.processes() + state.batteryDrainers();
+    for (const ProcessSample &process : candidates)
+        if (process.name.toLower() == wanted)
+            return process;
+    for (const ProcessSample &process : candidates) {
+        const QString known = process.name.toLower();
+        if (!known.isEmpty() && (known.contains(wanted) || wanted.contains(known)))
+            return process;
+    }
+    return std::nullopt;
+}
+
+} // namespace swabby

@@ -1,0 +1,105 @@
+#pragma once
+
+#include "ai/CloudAI.h"
+#include "cleanup/RemovableItem.h"
+#include "platform/BackgroundWork.h"
+#include "state/AppState.h"
+
+#include <QtCore/QObject>
+
+#include <memory>
+#include <optional>
+#include <set>
+#include <vector>
+
+namespace swabby {
+
+/// The outcome of one check.
+struct SwabbyCheckResult {
+    std::vector<RemovableItem> removalCandidates;
+    QList<LoginItem> loginItemsToReview;
+    std::optional<ProcessSample> processToWatch;
+    QString headline;
+    QString summary;
+    /// Whether counts and sizes left this computer for the summary.
+    bool wasSent = false;
+
+    /// Everything there is to see, ignored or not.
+    qint64 findings() const;
+};
+
+/// The startup items worth a second look that can be turned off here.
+QList<LoginItem> loginItemsToReview(const QList<LoginItem> &items);
+
+/// The one program worth watching: the first at or above 0.7 of the stored limit for a single program, else
+/// the biggest drain on the battery. storedLimit is undefined when nobody has stored one.
+std::optional<ProcessSample> processToWatch(const AppState &state, const QJsonValue &storedLimit);
+
+/// The one-tap full check: six scans at once in the background, awaited in a fixed order, then a sentence or
+/// two about what they found. Nothing is removed, turned off or quit by it. Main thread.
+class FullCheck : public QObject {
+    Q_OBJECT
+
+public:
+    enum class Phase { scanning, done };
+
+    FullCheck(AppState &state, CloudAI &ai);
+    /// Ends the scans of a check that is left.
+    ~FullCheck() override;
+
+    /// Begins a check; one that still runs is ended and forgotten.
+    void run();
+    /// Ends a check that runs, without a result.
+    void cancel();
+
+    Phase phase() const { return m_phase; }
+    const SwabbyCheckResult &result() const { return m_result; }
+    /// The texts of the steps, in their order.
+    static QStringList steps();
+    /// The steps that are done, in the order they were.
+    const QStringList &completedSteps() const { return m_completedSteps; }
+    /// What is being looked at, for people; changes often.
+    const QString &lookingAt() const { return m_lookingAt; }
+    const std::set<QString> &selectedRemovalIDs() const { return m_selectedRemovalIDs; }
+    const std::set<QString> &dismissedLoginItemIDs() const { return m_dismissedLoginItemIDs; }
+
+    void setSelected(const QString &removalID, bool isSelected);
+    /// Takes what a confirmed removal removes off the result.
+    void forget(const std::vector<RemovableItem> &removed);
+    /// Lists those of them again that stayed.
+    void takeBack(const std::vector<RemovableItem> &left);
+    /// Hides a startup item for the rest of this result.
+    void dismiss(const QString &loginItemID);
+    /// The candidates whose box is ticked, in their order.
+    std::vector<RemovableItem> selectedItems() const;
+    /// "Remove Everything", or how many.
+    QString removeLabel() const;
+
+Q_SIGNALS:
+    void changed();
+    /// A step is done.
+    void stepCompleted(const QString &step);
+    /// The result stands.
+    void finished();
+
+private:
+    struct Scans;
+
+    QCoro::Task<> check(int number, StopToken stop);
+    void begin(Scans &scans, const StopToken &stop);
+    void complete(const QString &step);
+
+    AppState &m_state;
+    CloudAI &m_ai;
+    Phase m_phase = Phase::done;
+    SwabbyCheckResult m_result;
+    QStringList m_completedSteps;
+    QString m_lookingAt;
+    std::set<QString> m_selectedRemovalIDs;
+    std::set<QString> m_dismissedLoginItemIDs;
+    int m_number = 0; ///< of the latest check; an older one publishes nothing
+    std::unique_ptr<StopSource> m_stop;
+    BackgroundWork m_work; // last, so that it is waited for while everything it uses still stands
+};
+
+} // namespace swabby

@@ -1,0 +1,187 @@
+#include "flows/health/NotificationFlow.h"
+
+#include "engine/ByteCount.h"
+#include "engine/WholeNumber.h"
+#include "settings/Settings.h"
+
+#include <QCoroFuture>
+
+#include <QtCore/QPointer>
+
+#include <utility>
+
+namespace swabby {
+namespace {
+
+constexpr double weekSeconds = 604'800;
+constexpr double reminderPauseSeconds = 259'200;
+constexpr double bytesPerGigabyte = 1'000'000'000;
+
+/// What happened in a week that is over.
+struct Week {
+    qint64 bytesFreed = 0;
+    qint64 attentionCount = 0;
+};
+
+const Settings::Key &weekKey()
+{
+    return *Settings::find(QStringLiteral("lastWeeklySummaryDate"));
+}
+
+const Settings::Key &storageKey()
+{
+    return *Settings::find(QStringLiteral("lastStorageNotifyCheckDate"));
+}
+
+/// Begins the next week where one is over, and gives the one that is, if there is something to tell of it. Of
+/// two programs that look at once, one tells.
+std::optional<Week> finishWeek(SettingsStore &store, double now)
+{
+    Settings settings(store);
+    const QJsonValue seen = settings.stored(weekKey());
+    const std::optional<double> begun = settings.lastWeeklySummaryDate();
+    if (begun && now - *begun < weekSeconds)
+        return std::nullopt;
+    if (!settings.replace(weekKey(), seen, now) || !begun)
+        return std::nullopt;
+    const Week week = {settings.weeklyBytesFreed(), settings.weeklyAttentionCount()};
+    settings.takeFromWeek(week.bytesFreed, week.attentionCount);
+    return week.bytesFreed >= 1 || week.attentionCount >= 1 ? std::optional(week) : std::nullopt;
+}
+
+/// The stored date as seen, when a reminder's scan is due.
+std::optional<QJsonValue> dueStorageCheck(SettingsStore &store, double now)
+{
+    const Settings settings(store);
+    const QJsonValue seen = settings.stored(storageKey());
+    const std::optional<double> last = settings.lastStorageNotifyCheckDate();
+    if (!settings.notifyOnStorage() || (last && now - *last < reminderPauseSeconds))
+        return std::nullopt;
+    return seen;
+}
+
+/// Notes that the check was done. True when the total is one to remind of and no other program does.
+bool finishStorageCheck(SettingsStore &store, const QJsonValue &seen, double now, std::int64_t total)
+{
+    Settings settings(store);
+    const std::int64_t threshold = wholeNumber(settings.storageNotifyThresholdGB() * bytesPerGigabyte);
+    return settings.replace(storageKey(), seen, now) && total >= threshold;
+}
+
+} // namespace
+
+NotificationFlow::NotificationFlow(AppState &state, CloudAI &ai, StorageTotal scan)
+    : m_state(state), m_ai(ai), m_scan(std::move(scan)), m_scans(1)
+{
+    state.machine().notifier->requestPermission();
+    connect(&state, &AppState::turnedRed, this, &NotificationFlow::notify);
+    connect(&state, &AppState::applied, this, [this] { followRefresh(); });
+}
+
+NotificationFlow::~NotificationFlow()
+{
+    m_stopScan.requestStop();
+}
+
+Notification NotificationFlow::postNotification(const QString &title, const QString &body,
+                                                MainSection section)
+{
+    const Notification notification = {title, body};
+    m_state.machine().notifier->post(notification, [self = QPointer(this), section] {
+        if (self)
+            Q_EMIT self->opened(section);
+    });
+    return notification;
+}
+
+void NotificationFlow::notify(const QList<ProcessSample> &healthInput)
+{
+    if (healthInput.isEmpty() || isSnoozed() || !Settings(*m_state.machine().settings).notifyOnRed())
+        return;
+    const ProcessSample &hog = healthInput.first();
+    m_alarms.append(postNotification(QStringLiteral("Your Mac could use some attention"),
+                                     hog.name + QStringLiteral(" is using ") +
+                                         QString::number(wholeNumber(hog.cpuPercent)) +
+                                         QStringLiteral("% of your Mac's power right now."),
+                                     MainSection::speed));
+}
+
+QCoro::Task<> NotificationFlow::followRefresh()
+{
+    const QPointer self(this);
+    QList<Notification> posted = std::exchange(m_alarms, {});
+    const auto weekly = checkWeeklySummary();
+    const auto storage = checkStorageCleanupNotification();
+    const std::optional<Notification> summary = co_await weekly;
+    const std::optional<Notification> reminder = co_await storage;
+    for (const auto &notification : {summary, reminder})
+        if (notification)
+            posted.append(*notification);
+    if (self)
+        Q_EMIT self->settled(posted);
+}
+
+QCoro::Task<std::optional<Notification>> NotificationFlow::checkWeeklySummary()
+{
+    const QPointer self(this);
+    const auto check = m_state.bookkeeping().ask([machine = m_state.sharedMachine()] {
+        return finishWeek(*machine->settings, machine->clock->now());
+    });
+    const std::optional<Week> week = co_await check;
+    if (!self || !week)
+        co_return std::nullopt;
+    // GCC 12 destroys a temporary of a conditional twice when it stands in what is awaited.
+    const QString freedText = week->bytesFreed >= 1 ? fileByteCount(week->bytesFreed) : QString();
+    co_return co_await sendWeeklySummary(freedText, week->attentionCount);
+}
+
+QCoro::Task<std::optional<Notification>> NotificationFlow::sendWeeklySummary(QString freedText,
+                                                                             qint64 attentionCount)
+{
+    const QPointer self(this);
+    const auto sentence = co_await m_ai.weeklySummary(freedText, attentionCount);
+    if (!self)
+        co_return std::nullopt;
+    co_return postNotification(QStringLiteral("Your weekly Mac check-up"), sentence.value,
+                               MainSection::overview);
+}
+
+QCoro::Task<std::optional<Notification>> NotificationFlow::checkStorageCleanupNotification()
+{
+    std::optional<Notification> reminder;
+    if (!m_scan || m_isScanning || isSnoozed())
+        co_return reminder;
+    m_isScanning = true;
+    const QPointer self(this);
+    const auto machine = m_state.sharedMachine();
+    const auto check = m_state.bookkeeping().ask(
+        [machine] { return dueStorageCheck(*machine->settings, machine->clock->now()); });
+    const std::optional<QJsonValue> seen = co_await check;
+    if (self && seen) {
+        const auto scanning = m_scans.ask(
+            [scan = m_scan, stop = m_stopScan.token()] { return scan({.stop = stop, .progress = {}}); });
+        const std::int64_t total = co_await scanning;
+        if (!self || m_stopScan.token().stopRequested())
+            co_return reminder;
+        const auto finishing = m_state.bookkeeping().ask([machine, seen, total] {
+            return finishStorageCheck(*machine->settings, *seen, machine->clock->now(), total);
+        });
+        const bool isWorthIt = co_await finishing;
+        if (self && isWorthIt)
+            reminder =
+                postNotification(QStringLiteral("Your Mac could use a cleanup"),
+                                 QStringLiteral("You could free up about ") + fileByteCount(total) +
+                                     QStringLiteral(" of space. Open Swabby's Storage tab to clean up."),
+                                 MainSection::storage);
+    }
+    if (self)
+        m_isScanning = false;
+    co_return reminder;
+}
+
+bool NotificationFlow::isSnoozed() const
+{
+    return m_state.snoozedUntil() && *m_state.snoozedUntil() > m_state.machine().clock->now();
+}
+
+} // namespace swabby

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "ai/CloudAI.h"
+#include "health/MainSection.h"
+#include "platform/Notifier.h"
+#include "platform/ScanControl.h"
+#include "state/AppState.h"
+
+#include <QtCore/QList>
+#include <QtCore/QObject>
+
+#include <functional>
+
+namespace swabby {
+
+/// The bytes that a cleanup could free. Blocks for as long as it looks.
+using StorageTotal = std::function<std::int64_t(const ScanControl &control)>;
+
+/// Tells the person without being asked: that the health has just turned red, that a lot could be cleaned,
+/// and once a week how it went. Follows every refresh of the state, which it listens to. Main thread.
+class NotificationFlow : public QObject {
+    Q_OBJECT
+
+public:
+    /// Without a scan there are no storage reminders, and no date is noted for them.
+    NotificationFlow(AppState &state, CloudAI &ai, StorageTotal scan = {});
+    /// Ends a scan that still runs and waits for it.
+    ~NotificationFlow() override;
+
+    /// Posts a notification now, and gives it; opening it leads to the section.
+    Notification postNotification(const QString &title, const QString &body, MainSection section);
+
+Q_SIGNALS:
+    /// Everything that one refresh started here has finished, with what it posted; once for each refresh.
+    void settled(const QList<swabby::Notification> &posted);
+    /// The person opened a notification about that section.
+    void opened(swabby::MainSection section);
+
+private:
+    void notify(const QList<ProcessSample> &healthInput);
+    QCoro::Task<> followRefresh();
+    // What was posted, if anything was.
+    QCoro::Task<std::optional<Notification>> checkWeeklySummary();
+    QCoro::Task<std::optional<Notification>> sendWeeklySummary(QString freedText, qint64 attentionCount);
+    QCoro::Task<std::optional<Notification>> checkStorageCleanupNotification();
+    bool isSnoozed() const;
+
+    AppState &m_state;
+    CloudAI &m_ai;
+    const StorageTotal m_scan;
+    StopSource m_stopScan;
+    bool m_isScanning = false;
+    QList<Notification> m_alarms; ///< posted by the refresh that is being applied
+    BackgroundWork m_scans;       // last, so that it is waited for while everything it uses still stands
+};
+
+} // namespace swabby

@@ -1,0 +1,35 @@
+#include "machine/MachineChoice.h"
+
+#include "platform/ThisComputer.h"
+#include "platform/machinefolder/FolderMachine.h"
+#include "platform/posix/MemoryPrivacy.h"
+
+#include <cstdlib>
+#include <string>
+
+namespace swabby {
+
+void prepareProcess()
+{
+    // What is shown keeps the person's own style, and every QLocale() is that from here on.
+    QLocale::setDefault(localeOfTimes());
+    // Tools print numbers and dates in the locale of their environment, and are read in the C locale's. A
+    // LC_ALL that says otherwise would win over both, so its character set moves to where it still counts.
+    if (const char *all = std::getenv("LC_ALL"); all && *all) {
+        ::setenv("LC_CTYPE", std::string(all).c_str(), 1);
+        ::unsetenv("LC_ALL");
+    }
+    // A key in the environment is in this process's memory from its first moment.
+    if (std::getenv("ANTHROPIC_API_KEY") != nullptr)
+        keepMemoryPrivate();
+    ::setenv("LC_NUMERIC", "C", 1);
+    ::setenv("LC_TIME", "C", 1);
+    prepareForThisComputer();
+}
+
+std::shared_ptr<Machine> chooseMachine(const std::optional<QString> &folder, QString *problem)
+{
+    return folder ? makeFolderMachine(*folder, problem) : makeThisComputer();
+}
+
+} // namespace swabby

@@ -1,0 +1,22 @@
+#include "platform/desktop/DesktopAppearance.h"
+#include "platform/desktop/Display.h"
+#include "platform/desktop/TrayItem.h"
+
+namespace swabby {
+
+bool hasDisplay()
+{
+    return true;
+}
+
+std::unique_ptr<DesktopAppearance> makeDesktopAppearance()
+{
+    return std::make_unique<DesktopAppearance>();
+}
+
+TrayItems makeTrayItems()
+{
+    return {};
+}
+
+} // namespace swabby

@@ -1,0 +1,22 @@
+#include "platform/desktop/Display.h"
+
+#include <QtCore/QtGlobal>
+
+#include <xcb/xcb.h>
+
+namespace swabby {
+
+bool hasDisplay()
+{
+    if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY"))
+        return true;
+    if (qEnvironmentVariableIsEmpty("DISPLAY"))
+        return false;
+    // A display that is named may still be out of reach; its own library knows.
+    xcb_connection_t *connection = xcb_connect(nullptr, nullptr);
+    const bool answers = xcb_connection_has_error(connection) == 0;
+    xcb_disconnect(connection);
+    return answers;
+}
+
+} // namespace swabby

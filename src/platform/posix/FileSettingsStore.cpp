@@ -1,0 +1,124 @@
+#include "platform/posix/FileSettingsStore.h"
+
+#include "platform/posix/FolderLock.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QFile>
+#include <QtCore/QFileInfo>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QSaveFile>
+
+#include <limits>
+#include <sys/stat.h>
+
+namespace swabby {
+namespace {
+
+std::pair<qint64, qint64> stampOf(const QString &path)
+{
+    struct stat facts = {};
+    if (::stat(QFile::encodeName(path).constData(), &facts) != 0)
+        return {-1, -1};
+#ifdef __APPLE__
+    const timespec changed = facts.st_mtimespec;
+#else
+    const timespec changed = facts.st_mtim;
+#endif
+    return {static_cast<qint64>(facts.st_ino), changed.tv_sec * 1'000'000'000LL + changed.tv_nsec};
+}
+
+std::optional<QJsonObject> readObject(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
+    if (!document.isObject())
+        return std::nullopt;
+    return document.object();
+}
+
+/// Copies a file that is no JSON object to a name nothing has yet. False when it cannot be copied.
+bool putAside(const QString &path)
+{
+    QString aside = path + QStringLiteral(".unreadable");
+    for (int number = 2; QFileInfo::exists(aside); ++number)
+        aside = path + QStringLiteral(".unreadable.%1").arg(number);
+    return QFile::copy(path, aside);
+}
+
+bool replaceWhole(const QString &path, const QByteArray &text)
+{
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit();
+}
+
+} // namespace
+
+FileSettingsStore::FileSettingsStore(QString filePath) : m_filePath(std::move(filePath))
+{
+    const QFileInfo file(m_filePath);
+    if (const auto lock = FolderLock::tryLock(file.absolutePath()))
+        sweepStrays(m_filePath);
+}
+
+QJsonValue FileSettingsStore::value(const QString &key) const
+{
+    const std::scoped_lock guard(m_mutex);
+    if (const auto stamp = stampOf(m_filePath); stamp != m_readStamp) {
+        m_values = readObject(m_filePath).value_or(QJsonObject());
+        m_readStamp = stamp;
+    }
+    return m_values.value(key);
+}
+
+bool FileSettingsStore::store(const QString &key, const QJsonValue &value)
+{
+    return change([&](QJsonObject &values) { values.insert(key, value); });
+}
+
+bool FileSettingsStore::remove(const QString &key)
+{
+    if (!QFileInfo::exists(m_filePath))
+        return true;
+    return change([&](QJsonObject &values) { values.remove(key); });
+}
+
+bool FileSettingsStore::add(const QString &key, qint64 amount)
+{
+    return change([&](QJsonObject &values) {
+        qint64 sum = 0;
+        if (__builtin_add_overflow(values.value(key).toInteger(), amount, &sum))
+            sum = std::numeric_limits<qint64>::max();
+        values.insert(key, sum);
+    });
+}
+
+bool FileSettingsStore::replace(const QString &key, const QJsonValue &expected, const QJsonValue &value)
+{
+    bool isExpected = false;
+    const bool wasWritten = change([&](QJsonObject &values) {
+        isExpected = values.value(key) == expected;
+        if (isExpected)
+            values.insert(key, value);
+    });
+    return isExpected && wasWritten;
+}
+
+bool FileSettingsStore::change(const std::function<void(QJsonObject &)> &edit)
+{
+    const QFileInfo file(m_filePath);
+    if (!QDir().mkpath(file.absolutePath()))
+        return false;
+    const auto lock = FolderLock::lock(file.absolutePath());
+    if (!lock)
+        return false;
+    const std::optional<QJsonObject> values = readObject(m_filePath);
+    if (!values && QFileInfo(m_filePath).size() > 0 && !putAside(m_filePath))
+        return false;
+    QJsonObject changed = values.value_or(QJsonObject());
+    edit(changed);
+    return replaceWhole(m_filePath, QJsonDocument(changed).toJson());
+}
+
+} // namespace swabby

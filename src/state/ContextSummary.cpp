@@ -1,0 +1,61 @@
+#include "engine/ByteCount.h"
+#include "engine/WholeNumber.h"
+#include "state/AppState.h"
+
+namespace swabby {
+namespace {
+
+constexpr qsizetype activeAppsShown = 5;
+constexpr qsizetype drainersShown = 4;
+
+QString percentText(double percent)
+{
+    return QString::number(wholeNumber(percent)) + QLatin1Char('%');
+}
+
+QString storageLine(const SystemStats &stats)
+{
+    const double usedPercent = stats.diskTotalBytes == 0
+                                   ? 0
+                                   : static_cast<double>(stats.diskTotalBytes - stats.diskFreeBytes) /
+                                         static_cast<double>(stats.diskTotalBytes) * 100;
+    return QStringLiteral("Storage: ") + percentText(usedPercent) + QStringLiteral(" used, ") +
+           fileByteCount(stats.diskFreeBytes) + QStringLiteral(" free");
+}
+
+QString activityOf(const ProcessSample &process)
+{
+    return process.name + QStringLiteral(" — ") + percentText(process.cpuPercent) + QStringLiteral(" CPU, ") +
+           percentText(process.memPercent) + QStringLiteral(" memory");
+}
+
+} // namespace
+
+QString AppState::systemContextSummary() const
+{
+    QStringList lines = {
+        QStringLiteral("Speed (CPU): ") + percentText(m_stats.cpuUsagePercent) + QStringLiteral(" busy"),
+        QStringLiteral("Memory: ") + percentText(memoryPercent(m_stats)) + QStringLiteral(" used"),
+        storageLine(m_stats)};
+    if (m_stats.batteryPercent)
+        lines.append(
+            QStringLiteral("Battery: ") + QString::number(*m_stats.batteryPercent) +
+            (m_stats.isCharging ? QStringLiteral("% (plugged in)") : QStringLiteral("% (on battery)")));
+    lines.append(QStringLiteral("Thermal state: ") + (m_stats.thermalState == ThermalState::nominal
+                                                          ? QStringLiteral("normal")
+                                                          : QStringLiteral("running hot")));
+    QStringList apps;
+    for (const ProcessSample &process : m_processes.mid(0, activeAppsShown))
+        apps.append(activityOf(process));
+    if (!apps.isEmpty())
+        lines.append(QStringLiteral("Top apps by activity: ") + apps.join(QStringLiteral("; ")));
+    QStringList drainers;
+    for (const ProcessSample &process : m_batteryDrainers)
+        if (process.energyImpact > 0 && drainers.size() < drainersShown)
+            drainers.append(process.name);
+    if (!drainers.isEmpty())
+        lines.append(QStringLiteral("Top apps by battery drain: ") + drainers.join(QStringLiteral(", ")));
+    return lines.join(QLatin1Char('\n'));
+}
+
+} // namespace swabby

@@ -1,0 +1,342 @@
+#include "flows/cleanup/CleanupFlow.h"
+#include "cleanup/FullMac.h"
+#include "cleanup/PutBackRecord.h"
+#include "cleanup/RemovalRun.h"
+#include "cleanup/Scans.h"
+#include "settings/Settings.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QJsonDocument>
+#include <QtCore/QTimer>
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
+
+using namespace swabby;
+
+namespace {
+
+/// Everything a removal needs, on a Mac whose disposal is real.
+struct Scene {
+    explicit Scene(const QJsonObject &facts = {},
+                   std::chrono::milliseconds bannerTime = std::chrono::hours(1))
+        : mac(facts), state(mac.open(), Record::nothing), flow(state, bannerTime)
+    {
+    }
+
+    std::vector<RemovableItem> items(const QStringList &ids) const
+    {
+        std::vector<RemovableItem> found;
+        for (const RemovableItem &item : allRemovableItems(state.machine(), {}))
+            if (ids.contains(item.id))
+                found.push_back(item);
+        return found;
+    }
+    /// Removes them and gives what the run reports.
+    CleanupSuccess remove(const std::vector<RemovableItem> &items)
+    {
+        CleanupSuccess result;
+        const auto listening = QObject::connect(&flow, &CleanupFlow::removed, &flow,
+                                                [&](const auto &success) { result = success; });
+        flow.remove(items);
+        waitUntil([&] { return !result.id.isNull(); });
+        QObject::disconnect(listening);
+        return result;
+    }
+    qint64 weeklyBytesFreed() const { return Settings(*state.machine().settings).weeklyBytesFreed(); }
+
+    FullMac mac;
+    AppState state;
+    CleanupFlow flow;
+};
+
+} // namespace
+
+class CleanupFlowTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theBanner()
+    {
+        struct Row {
+            qint64 count;
+            qint64 bytes;
+            QStringList left;
+            QString banner;
+            QString beside;
+        };
+        for (const Row &row : {Row{1, 512, {}, u"Removed 1 item — freed 512 bytes"_qs, {}},
+                               Row{3,
+                                   1'200'000'000,
+                                   {u"pip"_qs},
+                                   u"Removed 3 items — freed 1.2 GB"_qs,
+                                   u"pip is still here, at least in part."_qs},
+                               Row{0,
+                                   0,
+                                   {u"a"_qs, u"b"_qs},
+                                   u"Removed 0 items — freed Zero KB"_qs,
+                                   u"a and b are still here, at least in part."_qs},
+                               Row{5,
+                                   0,
+                                   {u"a"_qs, u"b"_qs, u"c"_qs, u"d"_qs, u"e"_qs},
+                                   u"Removed 5 items — freed Zero KB"_qs,
+                                   u"a, b, c and 2 more are still here, at least in part."_qs}}) {
+            CleanupSuccess success = {{}, row.count, row.bytes, {}};
+            for (const QString &title : row.left)
+                success.left.push_back(
+                    {.id = {}, .category = {}, .title = title, .subtitle = {}, .kind = {}});
+            QCOMPARE(bannerText(success), row.banner);
+            QCOMPARE(leftText(success), row.beside);
+        }
+    }
+
+    void nothingToRemoveChangesNothing()
+    {
+        Scene scene;
+        const QSignalSpy changes(&scene.state, &AppState::changed);
+        scene.flow.remove({});
+        QVERIFY(!scene.state.isRemoving());
+        QCOMPARE(changes.size(), 0);
+        QCOMPARE(scene.mac.events(u"run"_qs), QJsonArray());
+    }
+
+    void aRunIsCountedAsItWasAgreedTo()
+    {
+        Scene scene;
+        const RemovableItem build = RemovableItem::derivedData(700);
+        const RemovableItem docker = RemovableItem::dockerPrune(300);
+        scene.flow.remove({build, docker, build, docker});
+        QVERIFY(scene.state.isRemoving());
+        QVERIFY(!scene.state.lastCleanupSuccess());
+        QVERIFY(waitUntil([&] { return !scene.state.isRemoving(); }));
+        const CleanupSuccess success = *scene.state.lastCleanupSuccess();
+        QCOMPARE(success.itemCount, 4);
+        QCOMPARE(success.freedBytes, 2'000);
+        QVERIFY(success.left.empty());
+        QCOMPARE(scene.weeklyBytesFreed(), 2'000);
+        QCOMPARE(scene.mac.runs(), u"/usr/local/bin/docker system prune -af"_qs);
+        QCOMPARE(scene.mac.events(u"delete"_qs).size(), 1);
+        QVERIFY(scene.mac.has(u"Library/Developer/Xcode/DerivedData"_qs));
+
+        QFile::remove(scene.mac.folder() + u"/root/usr/local/bin/docker"_qs);
+        QCOMPARE(scene.remove({docker, docker}).left.size(), 2U);
+        QCOMPARE(scene.weeklyBytesFreed(), 2'600);
+        QCOMPARE(scene.remove({RemovableItem::derivedData(0)}).freedBytes, 0);
+        QCOMPARE(scene.weeklyBytesFreed(), 2'600);
+        QVERIFY(!scene.flow.canPutBack());
+    }
+
+    void theEnginesFollowEachOther()
+    {
+        Scene scene;
+        auto all = scene.items(scene.mac.allIds());
+        QCOMPARE(all.size(), std::size_t(scene.mac.allIds().size()));
+        std::reverse(all.begin(), all.end());
+        const qsizetype scans = scene.mac.events(u"run"_qs).size();
+        const CleanupSuccess success = scene.remove(all);
+        QVERIFY(success.left.empty());
+        QCOMPARE(success.canBePutBack, 5);
+
+        QFile log(scene.mac.folder() + u"/events.jsonl"_qs);
+        QVERIFY(log.open(QIODevice::ReadOnly));
+        QStringList events;
+        qsizetype runs = 0;
+        for (const QByteArray &line : log.readAll().trimmed().split('\n')) {
+            const QJsonObject event = QJsonDocument::fromJson(line).object();
+            if (event.contains(u"run"_qs) && ++runs <= scans)
+                continue;
+            const QJsonValue what = event.begin().value();
+            const QString words = event.contains(u"run"_qs) ? what.toVariant().toStringList().join(u' ')
+                                  : what.isObject()         ? what[u"from"_qs].toString()
+                                                            : what.toString();
+            events.append(scene.mac.shortened(words).remove(scene.mac.folder()));
+        }
+        QCOMPARE(events,
+                 QStringList({u"~/Library/Caches/odd"_qs, u"~/Library/Caches/org.example.loom"_qs,
+                              u"~/Library/Caches/pip"_qs, u"/usr/bin/env brew cleanup -q"_qs,
+                              u"/usr/bin/env pip cache purge"_qs, u"~/Desktop/report again.pdf"_qs,
+                              u"/usr/bin/xcrun simctl runtime delete 4B0E"_qs,
+                              u"~/Library/Developer/Xcode/DerivedData/.kib"_qs,
+                              u"/usr/local/bin/docker system prune -af"_qs, u"~/Downloads/setup.dmg"_qs,
+                              u"~/Projects/old/node_modules"_qs, u"/root/Applications/Loom.app"_qs,
+                              u"~/Library/Application Support/Loom"_qs}));
+    }
+
+    void twoRunsBannersDoNotMeet()
+    {
+        Scene scene({}, std::chrono::milliseconds(1));
+        const RemovableItem nothing = RemovableItem::derivedData(1);
+        QList<std::optional<QUuid>> shown;
+        connect(&scene.state, &AppState::changed, this, [&] {
+            const auto &success = scene.state.lastCleanupSuccess();
+            const auto id = success ? std::optional(success->id) : std::nullopt;
+            if (shown.isEmpty() ? id.has_value() : shown.last() != id)
+                shown.append(id);
+        });
+        CleanupSuccess first;
+        CleanupSuccess second;
+        connect(&scene.flow, &CleanupFlow::removed, this, [&](const CleanupSuccess &success) {
+            if (!first.id.isNull())
+                return;
+            // In the same breath, so that the first one's time ends while a newer banner is up.
+            first = success;
+            second = {.id = QUuid::createUuid(), .itemCount = 7};
+            scene.state.setLastCleanupSuccess(second);
+            QTimer::singleShot(1, this, [this] { m_isTimeOver = true; });
+        });
+        scene.flow.remove({nothing});
+        QVERIFY(waitUntil([&] { return m_isTimeOver; }));
+        QCOMPARE(scene.state.lastCleanupSuccess(), std::optional(second));
+        scene.remove({nothing});
+        QVERIFY(waitUntil([&] { return !scene.state.lastCleanupSuccess(); }));
+        QCOMPARE(shown.size(), 4);
+    }
+
+    void whatMustStayStays()
+    {
+        Scene scene;
+        const auto all = scene.items(scene.mac.allIds());
+        QStringList paths;
+        for (const char *path :
+             {"Library/Caches/pip/wheels", "Desktop/report again.pdf", "Downloads/setup.dmg", "Projects",
+              "Library/Application Support/Loom", "Library/Developer/Xcode/DerivedData/.kib"})
+            paths.append(scene.mac.home() + u'/' + QLatin1String(path));
+        const auto &settings = scene.state.machine().settings;
+        settings->store(u"neverRemove"_qs, QJsonArray::fromStringList(paths));
+        // Found before, and agreed to.
+        const CleanupSuccess success = scene.remove(all);
+        for (const char *kept : {"Library/Caches/pip/.kib", "Desktop/report again.pdf", "Downloads/setup.dmg",
+                                 "Projects/old/node_modules/.kib", "Library/Application Support/Loom/.kib",
+                                 "Library/Developer/Xcode/DerivedData/.kib"})
+            QVERIFY2(scene.mac.has(QLatin1String(kept)), kept);
+        QVERIFY(!scene.mac.has(u"Library/Caches/odd"_qs));
+        QCOMPARE(success.left.size(), 6U);
+        QVERIFY(!scene.mac.runs().contains(u"pip cache purge"_qs));
+        // And none of it is offered from now on.
+        for (const RemovableItem &item : allRemovableItems(scene.state.machine(), {}))
+            for (const QString &path : paths)
+                QVERIFY(!item.id.contains(path));
+    }
+
+    void whatWentWithSomethingElseIsNotLeft()
+    {
+        Scene scene;
+        const auto all = scene.items(scene.mac.allIds());
+        QFile::remove(scene.mac.home() + u"/Downloads/setup.dmg"_qs);
+        QDir(scene.mac.home() + u"/Library/Caches/pip"_qs).removeRecursively();
+        QCOMPARE(scene.remove(all).left.size(), 0U);
+    }
+
+    void whatChangedSinceItWasShownStays()
+    {
+        Scene scene;
+        const auto all = scene.items(scene.mac.allIds());
+        QDir().rename(scene.mac.home() + u"/Downloads/setup.dmg"_qs, scene.mac.home() + u"/moved"_qs);
+        scene.mac.writeFile(u"home/Downloads/setup.dmg"_qs, "another");
+        QDir().rename(scene.mac.home() + u"/Library/Caches/pip"_qs, scene.mac.home() + u"/pip"_qs);
+        QFile::link(scene.mac.home() + u"/pip"_qs, scene.mac.home() + u"/Library/Caches/pip"_qs);
+        scene.mac.writeFile(u"home/Downloads/report.pdf"_qs, QByteArray(5'000, 's'));
+        QCOMPARE(scene.remove(all).left.size(), 3U);
+        for (const char *kept :
+             {"Downloads/setup.dmg", "pip/.kib", "Downloads/report.pdf", "Desktop/report again.pdf"})
+            QVERIFY2(scene.mac.has(QLatin1String(kept)), kept);
+    }
+
+    void aRunThatIsEndedFinishesTheThingAtHand()
+    {
+        FullMac mac;
+        // Holds the caches' end until it is let go.
+        mac.addTool(u"/usr/bin/env"_qs, R"(: >"$MACHINE_DIR/held"; read -r line <"$MACHINE_DIR/gate")");
+        QCOMPARE(::mkfifo(qPrintable(mac.folder() + u"/gate"_qs), 0600), 0);
+        const auto machine = mac.open();
+        const auto all = allRemovableItems(*machine, {});
+        const PutBackRecord record(machine->places.applicationData);
+        QVERIFY(record.add({"/a", "/b", {}}));
+        {
+            AppState state(machine, Record::nothing);
+            CleanupFlow flow(state);
+            QVERIFY(waitUntil([&] { return flow.canPutBack(); }));
+            flow.remove(all);
+            QVERIFY(waitUntil([&] { return QFile::exists(mac.folder() + u"/held"_qs); }));
+            QVERIFY(!flow.canPutBack());
+            machine->stop.requestStop();
+        }
+        QVERIFY(!mac.has(u"Library/Caches/pip"_qs));
+        QVERIFY(record.load().empty());
+        QCOMPARE(Settings(*machine->settings).weeklyBytesFreed(), 0);
+    }
+
+    void everyThingIsOnRecordBeforeTheNextGoes()
+    {
+        const FullMac mac;
+        const auto machine = mac.open();
+        const auto all = allRemovableItems(*machine, {});
+        // Looks at the record whenever something goes, as a killed program would leave it.
+        class Watching final : public Disposal {
+        public:
+            Watching(std::unique_ptr<Disposal> inner, PutBackRecord record)
+                : m_inner(std::move(inner)), m_record(std::move(record))
+            {
+            }
+            std::optional<TrashedItem> moveToTrash(const RemovalTarget &target) override
+            {
+                recorded.append(int(m_record.load().size()));
+                return m_inner->moveToTrash(target);
+            }
+            bool putBack(const TrashedItem &item) override { return m_inner->putBack(item); }
+            bool deleteOutright(const RemovalTarget &target) override
+            {
+                return m_inner->deleteOutright(target);
+            }
+            bool emptyFolder(const RemovalTarget &folder, const MustStay &mustStay) override
+            {
+                return m_inner->emptyFolder(folder, mustStay);
+            }
+            bool emptyTrash(const RemovalTarget &trash, const MustStay &mustStay) override
+            {
+                return m_inner->emptyTrash(trash, mustStay);
+            }
+            QList<int> recorded;
+
+        private:
+            std::unique_ptr<Disposal> m_inner;
+            PutBackRecord m_record;
+        };
+        const PutBackRecord record(machine->places.applicationData);
+        auto watching = std::make_unique<Watching>(std::move(machine->disposal), record);
+        const Watching &seen = *watching;
+        machine->disposal = std::move(watching);
+        const RemovalOutcome outcome = removeItems(all, {}, *machine, {});
+        // An application and what belongs to it are one thing.
+        QCOMPARE(seen.recorded, QList<int>({0, 1, 2, 3, 3, 3}));
+        QCOMPARE(record.load(), outcome.trashed);
+    }
+
+    void puttingBack()
+    {
+        Scene scene;
+        QSignalSpy restored(&scene.flow, &CleanupFlow::restored);
+        QCOMPARE(scene.remove(scene.items(scene.mac.allIds())).canBePutBack, 5);
+        QVERIFY(scene.flow.canPutBack());
+        scene.mac.writeFile(u"home/Downloads/setup.dmg"_qs, "in the way");
+        scene.flow.putBack();
+        scene.flow.putBack(); // a second press while the first one works
+        QVERIFY(waitUntil([&] { return !restored.isEmpty(); }));
+        QCOMPARE(restored.takeFirst(), (QVariantList{qint64(4), qint64(1)}));
+        QVERIFY(!scene.state.lastCleanupSuccess());
+        QVERIFY(scene.mac.has(u"Projects/old/node_modules/.kib"_qs));
+        QCOMPARE(QFileInfo(scene.mac.home() + u"/Downloads/setup.dmg"_qs).size(), 10);
+        QVERIFY(scene.flow.canPutBack());
+        QFile::remove(scene.mac.home() + u"/Downloads/setup.dmg"_qs);
+        scene.flow.putBack();
+        QVERIFY(waitUntil([&] { return !restored.isEmpty(); }));
+        QCOMPARE(restored.takeFirst(), (QVariantList{qint64(1), qint64(0)}));
+        QVERIFY(!scene.flow.canPutBack());
+        QCOMPARE(QFileInfo(scene.mac.home() + u"/Downloads/setup.dmg"_qs).size(), 30'000'000);
+    }
+
+private:
+    bool m_isTimeOver = false;
+};
+
+QTEST_GUILESS_MAIN(CleanupFlowTest)
+#include "CleanupFlowTest.moc"

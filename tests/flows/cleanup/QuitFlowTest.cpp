@@ -1,0 +1,220 @@
+#include "flows/cleanup/ConfirmationBuilder.h"
+#include "platform/ThisComputer.h"
+#include "support/RandomTree.h"
+#include "support/TemporaryMachine.h"
+
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
+
+#include <csignal>
+#include <cstdio>
+#include <poll.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace swabby;
+
+namespace {
+
+/// A Mac on which Mill runs as 50, its start as the file "start" says.
+struct Mac : TemporaryMachine {
+    explicit Mac(const QJsonObject &facts = {}) : TemporaryMachine(facts) { setProgram("50", "/opt/Mill"); }
+
+    void setProgram(const QByteArray &pid, const QByteArray &command,
+                    const QByteArray &start = "10:00:00") const
+    {
+        writeFile(u"listing"_qs, "  PID  PPID  %CPU %MEM    RSS COMM\n" + pid + " 7 30 1 9 " + command +
+                                     "\n1 0 1 1 9 init\n");
+        writeFile(u"start"_qs, "Sat Jan  3 " + start + " 2026\n");
+        addTool(u"/bin/ps"_qs,
+                R"(case "$2" in lstart=) cat "$MACHINE_DIR/start";; *) cat "$MACHINE_DIR/listing";; esac)");
+    }
+    QJsonArray effects() const
+    {
+        QJsonArray all = events(u"terminate"_qs);
+        for (const QJsonValue &signal : events(u"signal"_qs))
+            all.append(signal);
+        return all;
+    }
+};
+
+QJsonObject signalOf(int number)
+{
+    return {{u"pid"_qs, 50}, {u"signal"_qs, number}};
+}
+
+ProcessSample shownAs(std::int32_t pid, const QString &name)
+{
+    ProcessSample process;
+    process.pid = pid;
+    process.name = name;
+    return process;
+}
+
+/// A program of somebody else's: its parent has ended.
+class Stranger {
+public:
+    Stranger() : m_output(::popen("tail -f /dev/null & echo $!", "r"))
+    {
+        if (std::fscanf(m_output, "%d", &m_pid) != 1)
+            qFatal("no program to quit");
+    }
+    ~Stranger()
+    {
+        ::kill(m_pid, SIGKILL);
+        ::pclose(m_output);
+    }
+    Stranger(const Stranger &) = delete;
+    Stranger &operator=(const Stranger &) = delete;
+
+    int pid() const { return m_pid; }
+    /// Its output ends with it.
+    bool hasEnded() const
+    {
+        pollfd watched = {::fileno(m_output), POLLIN, 0};
+        return ::poll(&watched, 1, 30'000) == 1 && (watched.revents & POLLHUP) != 0;
+    }
+    bool runs() const { return ::kill(m_pid, 0) == 0; }
+
+private:
+    std::FILE *m_output;
+    int m_pid = 0;
+};
+
+} // namespace
+
+class QuitFlowTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void quitting_data()
+    {
+        QTest::addColumn<QJsonObject>("facts");
+        QTest::addColumn<bool>("isForced");
+        QTest::addColumn<QString>("meanwhile");
+        QTest::addColumn<QJsonArray>("effects");
+        const auto running = [](bool terminates) {
+            return QJsonObject{
+                {u"runningApplications"_qs,
+                 QJsonArray{QJsonObject{
+                     {u"pid"_qs, 50}, {u"bundleID"_qs, u"m"_qs}, {u"terminates"_qs, terminates}}}}};
+        };
+        const QJsonObject stubborn = {{u"unsignalablePids"_qs, QJsonArray{50}}};
+        const QString nothing;
+        QTest::newRow("asked") << running(true) << false << nothing << QJsonArray{50};
+        QTest::newRow("refuses") << running(false) << false << nothing << QJsonArray{signalOf(15)};
+        QTest::newRow("no application") << QJsonObject() << false << nothing << QJsonArray{signalOf(15)};
+        QTest::newRow("no signal") << stubborn << false << nothing << QJsonArray();
+        QTest::newRow("forced") << running(true) << true << nothing << QJsonArray{signalOf(9)};
+        QTest::newRow("no forced signal") << stubborn << true << nothing << QJsonArray();
+        QTest::newRow("its own") << QJsonObject{{u"ownProcessID"_qs, 50}} << true << nothing << QJsonArray();
+        // Between being shown and the question, and between the question and the answer.
+        for (const char *when : {"shown", "asked"}) {
+            for (const char *what : {"gone", "another name", "another start"}) {
+                if (when == QByteArray("shown") && what == QByteArray("another start"))
+                    continue; // nothing tells it from the program that was shown
+                for (const bool isForced : {false, true})
+                    QTest::addRow("%s: %s%s", when, what, isForced ? ", forced" : "")
+                        << running(true) << isForced
+                        << QString::fromLatin1(when) + u' ' + QString::fromLatin1(what) << QJsonArray();
+            }
+        }
+    }
+
+    void quitting()
+    {
+        QFETCH(QJsonObject, facts);
+        QFETCH(bool, isForced);
+        QFETCH(QString, meanwhile);
+        const Mac mac(facts);
+        AppState state(mac.open(), Record::nothing);
+        QuitFlow flow(state);
+        QSignalSpy finished(&flow, &QuitFlow::finished);
+        state.refresh();
+        QVERIFY(waitUntil([&] { return state.refreshesApplied() == 1; }));
+        const qsizetype listed = state.processes().size();
+        const ProcessSample mill = shownAs(50, u"Mill"_qs);
+
+        const auto change = [&](const QString &when) {
+            if (meanwhile == when + u" gone"_qs)
+                mac.setProgram("51", "/opt/Mill", {});
+            if (meanwhile == when + u" another name"_qs)
+                mac.setProgram("50", "/opt/Loom", "11:00:00");
+            if (meanwhile == when + u" another start"_qs)
+                mac.setProgram("50", "/opt/Mill", "11:00:00");
+        };
+        change(u"shown"_qs);
+        const auto force = isForced ? Quitting::Force::yes : Quitting::Force::no;
+        auto identity = flow.identify(mill);
+        identity.waitForFinished();
+        change(u"asked"_qs);
+        flow.quit(mill, identity, force);
+        QVERIFY(waitUntil([&] { return !finished.isEmpty(); }));
+        QTEST(mac.effects(), "effects");
+        const bool wasTold = !mac.effects().isEmpty();
+        QCOMPARE(finished.first(), (QVariantList{50, wasTold}));
+        QCOMPARE(state.processes().size(), listed - (wasTold ? 1 : 0));
+    }
+
+    void theFirstProgramsAreNeverEnded()
+    {
+        const Mac mac;
+        const auto machine = mac.open();
+        for (const int pid : {-50, -1, 0, 1}) {
+            QVERIFY(!Quitting::identify(shownAs(pid, u"init"_qs), *machine));
+            for (const auto force : {Quitting::Force::no, Quitting::Force::yes})
+                QVERIFY(!Quitting::quit({pid, 0}, force, *machine));
+        }
+        QCOMPARE(mac.effects(), QJsonArray());
+    }
+
+    void realPrograms()
+    {
+        const Ground home;
+        qputenv("HOME", home.path().c_str());
+        const auto machine = makeThisComputer();
+        for (const auto force : {Quitting::Force::no, Quitting::Force::yes}) {
+            const Stranger tail;
+            const ProcessSample shown = shownAs(tail.pid(), u"tail"_qs);
+            QVERIFY(!Quitting::identify(shownAs(tail.pid(), u"Mill"_qs), *machine));
+            std::optional<ProcessIdentity> identity; // from when the new process has become this program
+            QVERIFY(waitUntil([&] {
+                identity = Quitting::identify(shown, *machine);
+                return identity.has_value();
+            }));
+            // Who had this id before is not who has it now.
+            ProcessIdentity before = *identity;
+            --before.started;
+            QVERIFY(!Quitting::quit(before, force, *machine));
+            QVERIFY(tail.runs());
+            QVERIFY(Quitting::quit(*identity, force, *machine));
+            QVERIFY(tail.hasEnded());
+        }
+        const ProcessSample self = shownAs(::getpid(), u"quit_flow_test"_qs);
+        QVERIFY(!Quitting::identify(self, *machine));
+        QVERIFY(!Quitting::quit({::getpid(), machine->processControl->identify(::getpid())->started},
+                                Quitting::Force::yes, *machine));
+    }
+
+    void aProgramThatIsGoneIsNotSignalled()
+    {
+        const auto machine = makeThisComputer();
+        const pid_t child = ::fork();
+        if (child == 0) {
+            ::pause();
+            ::_exit(0);
+        }
+        const auto identity = machine->processControl->identify(child);
+        QVERIFY(identity && identity->started > 0);
+        QVERIFY(machine->processControl->signal(*identity, QuitSignal::kill));
+        int status = 0;
+        QCOMPARE(::waitpid(child, &status, 0), child);
+        QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
+        QVERIFY(!machine->processControl->identify(child));
+        QVERIFY(!machine->processControl->signal(*identity, QuitSignal::kill));
+        QVERIFY(!Quitting::quit(*identity, Quitting::Force::no, *machine));
+    }
+};
+
+QTEST_GUILESS_MAIN(QuitFlowTest)
+#include "QuitFlowTest.moc"

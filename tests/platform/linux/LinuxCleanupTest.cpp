@@ -1,0 +1,304 @@
+#include "StandIn.h"
+#include "cleanup/AppUninstaller.h"
+#include "cleanup/CacheCleaner.h"
+#include "cleanup/DeepScanner.h"
+#include "cleanup/DeveloperCleanup.h"
+#include "platform/linux/LinuxDisposal.h"
+#include "platform/linux/LinuxRunningApplications.h"
+#include "platform/linux/ProcessTable.h"
+#include "platform/posix/PosixShell.h"
+
+#include <QtCore/QProcess>
+#include <QtTest/QTest>
+
+using namespace swabby;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Somebody's home folder on this system, looked after with the computer's own tools.
+class Home {
+public:
+    explicit Home(const std::string &cache = "home/.cache")
+        : folders{files.path("home"), files.path(cache), files.path("home/.config"),
+                  files.path("home/.local/share"), files.path("home/.local/state")},
+          programs{files.path(), files.path("home"), {files.path("usr/bin"), files.path("home/.local/bin")}}
+    {
+        fs::create_directories(folders.home);
+    }
+
+    LinuxApplicationSource source() const { return {folders, programs, u"com.swabby.app"_qs}; }
+    std::unique_ptr<Machine> machine() const
+    {
+        auto machine = std::make_unique<Machine>();
+        machine->clock = std::make_unique<SystemClock>();
+        machine->shell = std::make_unique<PosixShell>(machine->stop.token());
+        machine->cleanup = linuxCleanupPlaces(folders);
+        machine->applications = std::make_unique<LinuxApplicationSource>(source());
+        return machine;
+    }
+    /// The path without the temporary folder in front.
+    QString shortened(const fs::path &path) const
+    {
+        return QString::fromStdString(path).remove(QString::fromStdString(files.path() + '/'));
+    }
+    void entry(const std::string &id, const std::string &name, const std::string &exec,
+               const std::string &more = {}) const
+    {
+        files.write("home/.local/share/applications/" + id + ".desktop",
+                    "[Desktop Entry]\nType=Application\nName=" + name + "\nExec=" + exec + '\n' + more);
+    }
+    /// A file that occupies so many kibibytes.
+    void fill(const std::string &file, std::size_t kib) const
+    {
+        files.write(file, std::string(kib * 1024, 'x'));
+    }
+
+    StandIn files;
+    UserFolders folders;
+    ProgramFolders programs;
+};
+
+QString named(const Home &home, const std::vector<FoundApplication> &applications)
+{
+    QStringList lines;
+    for (const FoundApplication &found : applications)
+        lines.append(home.shortened(found.path) + u'|' + found.name + u'|' + found.bundleId + u'|' +
+                     home.shortened(found.foundIn));
+    return lines.join(u'\n');
+}
+
+} // namespace
+
+class LinuxCleanupTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void userFolders_data()
+    {
+        QTest::addColumn<QByteArray>("text");
+        QTest::addColumn<QString>("folder");
+        const auto row = [](const char *name, const char *text, const char *folder) {
+            QTest::newRow(name) << QByteArray(text) << QString::fromUtf8(folder);
+        };
+        row("usual",
+            "# comment\nXDG_DESKTOP_DIR=\"$HOME/Schreibtisch\"\nXDG_DOWNLOAD_DIR=\"$HOME/Heruntergeladen\"\n",
+            "/h/Heruntergeladen");
+        row("the last one counts", "XDG_DOWNLOAD_DIR=\"$HOME/a\"\n XDG_DOWNLOAD_DIR = \"$HOME/b/\"", "/h/b");
+        row("elsewhere", "XDG_DOWNLOAD_DIR=\"/data/down loads\"", "/data/down loads");
+        row("quotes inside", "XDG_DOWNLOAD_DIR=\"$HOME/a \\\"b\\\" \\\\c\"", "/h/a \"b\" \\c");
+        row("unset", "XDG_DOWNLOADS_DIR=\"$HOME/a\"\n#XDG_DOWNLOAD_DIR=\"$HOME/b\"", "");
+        row("the home folder itself", "XDG_DOWNLOAD_DIR=\"$HOME\"", "");
+        row("the home folder with a slash", "XDG_DOWNLOAD_DIR=\"$HOME/\"", "");
+        row("the home folder by another way", "XDG_DOWNLOAD_DIR=\"$HOME/x/../\"", "");
+        row("above the home folder", "XDG_DOWNLOAD_DIR=\"/\"", "");
+        row("no absolute path", "XDG_DOWNLOAD_DIR=\"Downloads\"", "");
+        row("another variable", "XDG_DOWNLOAD_DIR=\"$HOMES/a\"", "");
+        row("no quotes", "XDG_DOWNLOAD_DIR=$HOME/a", "");
+        row("quote not closed", "XDG_DOWNLOAD_DIR=\"$HOME/a", "");
+    }
+
+    void userFolders()
+    {
+        QFETCH(QByteArray, text);
+        QTEST(QString::fromStdString(userFolderIn(text.toStdString(), "DOWNLOAD", "/h")), "folder");
+    }
+
+    void places()
+    {
+        const Home home;
+        home.files.link("home/everything", home.files.path("home"));
+        home.files.write("home/.config/user-dirs.dirs",
+                         "XDG_DOWNLOAD_DIR=\"$HOME/everything\"\nXDG_DESKTOP_DIR=\"$HOME/Bureau\"\n");
+        const CleanupPlaces places = linuxCleanupPlaces(home.folders);
+        QCOMPARE(home.shortened(places.downloads), u"home/Downloads"_qs); // the link leads home
+        QCOMPARE(home.shortened(places.desktop), u"home/Bureau"_qs);
+        QCOMPARE(home.shortened(places.knownCaches.front().path), u"home/.local/share/Trash"_qs);
+        QCOMPARE(places.containerTools.back(), "/usr/bin/docker");
+        QVERIFY(places.buildCache.empty() && places.simulatorTool.empty());
+        for (const PackageCleanup &cleanup : places.packageCleanups)
+            QVERIFY(cleanup.onlyWhenChosen && cleanup.cacheFolder.parent_path() == home.folders.cache);
+    }
+
+    void caches()
+    {
+        const Home home("elsewhere/cache");
+        home.fill("elsewhere/cache/pip/http/a", 1'200);
+        home.fill("elsewhere/cache/mozilla/firefox/b", 2'000);
+        home.fill("elsewhere/cache/yarn/c", 900);
+        home.fill("home/.cache/pip/d", 3'000); // not where caches are
+        home.fill("elsewhere/cache/caf\xe9/e", 21'000);
+        home.fill("elsewhere/cache/thumbnails/f", 20'100);
+        home.fill("elsewhere/cache/small/g", 19'000);
+        home.fill("home/.local/share/Trash/files/h", 4'000);
+        const auto machine = home.machine();
+        QStringList lines;
+        for (const auto &entries :
+             {CacheCleaner::scan(*machine, {}, {}), CacheCleaner::scanUnknownCaches(*machine, {}, {})})
+            for (const CacheEntry &entry : entries)
+                lines.append(entry.description + u'=' + QString::number(entry.sizeBytes / 1'000'000));
+        QCOMPARE(lines.join(u'\n'),
+                 u"Trash — stuff you already deleted=4\nFirefox's temporary browsing files=2\n"
+                 "Coding tool cache (pip)=1\ncaf\uFFFD=21\nthumbnails=20"_qs);
+        fs::remove_all(home.folders.cache); // the temporary folder cannot name everything in there
+    }
+
+    void forgottenThings()
+    {
+        const Home home;
+        home.files.write("home/.config/user-dirs.dirs", "XDG_DOWNLOAD_DIR=\"$HOME/Telechargements\"\n");
+        home.fill("home/Projects/Loom/node_modules/x", 50'000);
+        home.fill("home/Projects/Weft/node_modules/x", 50'000);
+        home.files.write("home/Telechargements/system.iso", "");
+        fs::resize_file(home.files.path("home/Telechargements/system.iso"), 30'000'000);
+        const auto longAgo = fs::file_time_type::clock::now() - std::chrono::hours(24 * 31 + 1);
+        fs::last_write_time(home.files.path("home/Projects/Loom"), longAgo);
+        QStringList lines;
+        const auto machine = home.machine();
+        for (const DeepScanItem &item : DeepScanner::scan(*machine, {}, {}))
+            lines.append(item.description + u'|' + QString::number(item.daysOld));
+        QCOMPARE(lines.join(u'\n'), u"Loom/node_modules|31\nsystem.iso|0"_qs);
+        QVERIFY(DeveloperCleanup::scanSimulatorRuntimes(*machine, {}).empty());
+        QCOMPARE(DeveloperCleanup::derivedDataSize(*machine, {}, {}), 0);
+    }
+
+    void applications()
+    {
+        const Home home;
+        for (const char *program :
+             {"opt/loom-4.2/bin/loom", ".local/bin/weft", ".local/lib/tide/tide", "work/run",
+              "src/anchor/anchor", "Applications/Chart.AppImage", "bin/Lone-1.2.appimage",
+              "boats-and-photos/boats", "Apps/Named/start", "opt/us/us", "opt/hidden/hidden"})
+            home.files.writeProgram(std::string("home/") + program);
+        const std::string at = home.files.path("home/");
+        home.entry("org.example.Loom", "Loom", at + "opt/loom-4.2/bin/loom %U");
+        home.entry("org.example.Loom-page", "Loom, a page", at + "opt/loom-4.2/bin/loom --page");
+        home.entry("weft", "Weft Board", "weft");
+        home.entry("tide", "Tide", "env LANG=C \"" + at + ".local/lib/tide/tide\"");
+        home.entry("chart", "Chart Room", at + "Applications/Chart.AppImage");
+        home.entry("named", "Named", at + "Apps/Named/start");
+        // Not plainly theirs, not ours, not here.
+        home.entry("work", "Runner", at + "work/run");
+        home.entry("boats", "Boats", at + "boats-and-photos/boats");
+        home.files.write("home/src/anchor/.git/HEAD", "ref");
+        home.entry("anchor", "Anchor", at + "src/anchor/anchor");
+        home.entry("com.swabby.app", "Swabby", at + "opt/us/us");
+        home.entry("hidden", "Hidden", at + "opt/hidden/hidden", "NoDisplay=true\n");
+        home.entry("gone", "Gone", at + "opt/gone/gone");
+        home.files.writeProgram("usr/bin/python3");
+        home.entry("script", "Script", "python3 " + at + "work/run");
+        home.files.writeProgram("usr/bin/system");
+        home.entry("system", "System", "system");
+        home.files.write("home/Applications/plain.AppImage", "not executable");
+        home.files.writeProgram("home/Applications/notes.txt");
+        home.files.write("home/Applications/folder.AppImage/x", "");
+        QCOMPARE(named(home, home.source().applications()),
+                 u"home/Applications/Chart.AppImage|Chart Room|chart|home/Applications\n"
+                 "home/Apps/Named|Named|named|home/Apps\n"
+                 "home/opt/loom-4.2|Loom|org.example.Loom|home/opt\n"
+                 "home/.local/lib/tide|Tide|tide|home/.local/lib\n"
+                 "home/.local/bin/weft|Weft Board|weft|home/.local/bin\n"
+                 "home/bin/Lone-1.2.appimage|Lone-1.2|Lone-1.2|home/bin"_qs);
+    }
+
+    void leftovers()
+    {
+        const Home home;
+        for (const char *place :
+             {".cache/org.example.Loom", ".cache/Loom", ".local/share/Loom", ".config/Loom", ".config/loom",
+              ".config/Loom 2", ".local/state/Loom", ".var/app/org.example.Loom", ".var/app/Loom",
+              ".local/share/Trash", ".config/autostart"})
+            home.files.write("home/" + std::string(place) + "/x", "x");
+        home.files.writeProgram("home/.local/share/Loom/loom");
+        home.entry("org.example.Loom", "Loom", "x");
+        const auto machine = home.machine();
+        const auto listed = [&](const InstalledApp &app) {
+            QStringList lines;
+            for (const AppLeftover &leftover : AppUninstaller::scanLeftovers(*machine, app, {}, {}))
+                lines.append(home.shortened(leftover.path) + u'|' + leftover.description);
+            return lines.join(u'\n');
+        };
+        const QString all = u"home/.cache/org.example.Loom|Cached data\nhome/.cache/Loom|Cached data\n"
+                            "home/.local/share/Loom|Support files\nhome/.config/Loom|Preferences\n"
+                            "home/.local/state/Loom|Saved state\n"
+                            "home/.var/app/org.example.Loom|Sandboxed app data\n"
+                            "home/.local/share/applications/org.example.Loom.desktop|Menu entry"_qs;
+        QCOMPARE(listed({home.files.path("home/opt/loom"), u"Loom"_qs, u"org.example.Loom"_qs, 1}), all);
+        // What goes as the application, or with it, is no leftover.
+        const QString less = QString(all).remove(u"home/.local/share/Loom|Support files\n"_qs);
+        for (const char *path : {"home/.local/share/Loom", "home/.local/share/Loom/loom"})
+            QCOMPARE(listed({home.files.path(path), u"Loom"_qs, u"org.example.Loom"_qs, 1}), less);
+        // Folders that belong to everybody, and names that lead elsewhere.
+        for (const QString &name : {u"trash"_qs, u"autostart"_qs, u".."_qs, u""_qs, u"../Loom"_qs})
+            QCOMPARE(listed({home.files.path("home/opt/x"), name, name, 1}), QString());
+    }
+
+    void whatIsFoundGoes()
+    {
+        const Home home;
+        const auto machine = home.machine();
+        machine->disposal = std::make_unique<LinuxDisposal>(home.folders.data, *machine->clock);
+        const auto isThere = [&](const char *path) { return fs::exists(home.files.path(path)); };
+
+        home.fill("home/Projects/Loom/node_modules/x", 50'000);
+        fs::last_write_time(home.files.path("home/Projects/Loom"),
+                            fs::file_time_type::clock::now() - std::chrono::hours(24 * 40));
+        const auto items = DeepScanner::scan(*machine, {}, {});
+        QVERIFY(DeepScanner::remove(*machine, items, {}).at(0));
+        QVERIFY(isThere("home/Projects/Loom") && !isThere("home/Projects/Loom/node_modules"));
+        QVERIFY(isThere("home/.local/share/Trash/files/node_modules/x"));
+
+        home.files.writeProgram("home/.local/lib/tide/tide");
+        home.files.write("home/.config/Tide/settings", "kept");
+        home.entry("tide", "Tide", home.files.path("home/.local/lib/tide/tide"));
+        const InstalledApp app = AppUninstaller::scanInstalledApps(*machine, {}, {}).at(0);
+        const auto leftovers = AppUninstaller::scanLeftovers(*machine, app, {}, {});
+        const auto uninstalled = AppUninstaller::uninstall(*machine, app, leftovers, {});
+        QVERIFY(uninstalled.app && uninstalled.leftovers.at(0) && uninstalled.leftovers.at(1));
+        QVERIFY(!isThere("home/.local/lib/tide") && !isThere("home/.config/Tide") &&
+                !isThere("home/.local/share/applications/tide.desktop"));
+        QVERIFY(AppUninstaller::scanInstalledApps(*machine, {}, {}).empty());
+
+        home.fill("home/.cache/pip/x", 1'200);
+        home.fill("home/.cache/yarn/x", 1'100);
+        const ExcludeList excludes({home.files.path("home/.local/share/Trash/files/Tide")});
+        const auto entries = CacheCleaner::scan(*machine, {}, excludes);
+        QCOMPARE(entries.size(), 3U); // the Trash, pip's and yarn's
+        fs::rename(home.files.path("home/.cache/yarn"), home.files.path("home/.cache/was yarn"));
+        home.files.write("home/.cache/yarn/somebody's", "not what was found");
+        machine->cleanup.packageCleanups.clear(); // the computer's own package managers
+        QCOMPARE(CacheCleaner::clean(*machine, entries, excludes).at(1), true);
+        QVERIFY(!isThere("home/.cache/pip") && isThere("home/.cache/yarn/somebody's"));
+        QVERIFY(isThere("home/.local/share/Trash/files/Tide/settings"));
+        QVERIFY(!isThere("home/.local/share/Trash/files/node_modules"));
+    }
+
+    void running()
+    {
+        const Home home;
+        fs::create_directories(home.files.path("home/Applications"));
+        const std::string program = home.files.path("home/Applications/Tail.AppImage");
+        fs::copy_file(fs::canonical("/usr/bin/tail"), program);
+        ProcessTable table({"/proc", [] { return 1.0; }, 0},
+                           ProgramFinder("/proc", DesktopApplications({}, home.programs)));
+        LinuxRunningApplications applications(home.source(),
+                                              {[&] { table.list(); },
+                                               [&](const std::string &path, const std::string &folder) {
+                                                   return table.pidRunning(path, folder);
+                                               }});
+        QVERIFY(applications.list().empty());
+        QProcess process;
+        process.start(QString::fromStdString(program), {u"-f"_qs, u"/dev/null"_qs});
+        QVERIFY(process.waitForStarted());
+        const auto pid = static_cast<std::int32_t>(process.processId());
+        QCOMPARE(applications.list(), (std::vector<RunningApplication>{{pid, u"Tail"_qs}}));
+        QVERIFY(!applications.terminate(pid)); // a signal is the next step
+        process.kill();
+        QVERIFY(process.waitForFinished());
+        QVERIFY(applications.list().empty());
+    }
+};
+
+QTEST_GUILESS_MAIN(LinuxCleanupTest)
+#include "LinuxCleanupTest.moc"

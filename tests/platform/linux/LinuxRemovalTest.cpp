@@ -1,0 +1,256 @@
+#include "platform/linux/RemovalScene.h"
+#include "platform/posix/HeldFolder.h"
+
+#include <QtTest/QTest>
+
+#include <random>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+using namespace swabby;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool isUnder(const std::string &path, const std::string &folder)
+{
+    return path.starts_with(folder + '/');
+}
+
+/// Everything but the Trash and the log, and without the times of folders that lost or gained a child.
+TreePicture relevant(TreePicture picture, const std::vector<std::string> &touched)
+{
+    const std::vector<std::string> own = {"machine/home/data", "machine/home/.Trash", "machine/events.jsonl"};
+    for (auto entry = picture.begin(); entry != picture.end();) {
+        const bool isOwn = std::any_of(own.begin(), own.end(), [&](const std::string &place) {
+            return entry->first == place || isUnder(entry->first, place);
+        });
+        if (std::find(touched.begin(), touched.end(), entry->first) != touched.end())
+            entry->second.clear();
+        entry = isOwn ? picture.erase(entry) : std::next(entry);
+    }
+    return picture;
+}
+
+/// Removes random things from a random tree, and tries to remove what may not be.
+std::string runOfRemovals(std::uint32_t seed, bool isMachineFolder, Way way)
+{
+    Scene scene(isMachineFolder);
+    growRandomTree(scene.tree(), scene.ground / "outside", seed);
+    const TreePicture before = pictureOf(scene.ground.path());
+    std::mt19937 random(seed);
+    std::vector<std::string> touched = {"machine/home", "machine"};
+    TreePicture expected = before;
+    for (int round = 0; round < 5; ++round) {
+        std::vector<std::string> candidates;
+        for (const auto &[path, line] : expected)
+            if (isUnder(path, "machine/home/tree") && path.size() < 2000)
+                candidates.push_back(path);
+        if (candidates.empty())
+            break;
+        const std::string chosen = candidates[random() % candidates.size()];
+        const RemovalTarget target = targetAt(scene.ground / chosen, scene.tree());
+
+        RemovalTarget wrong = target;
+        ++wrong.identity.inode;
+        RemovalTarget around = target;
+        around.path = scene.tree() / "." / target.path.lexically_relative(scene.tree());
+        const RemovalTarget itself = targetAt(scene.tree(), scene.tree());
+        const RemovalTarget beyond = targetAt(scene.tree() / "../../../outside/folder", scene.tree());
+        for (const RemovalTarget &refused : {wrong, around, itself, beyond})
+            if (scene.remove(way, refused))
+                return "not refused: " + refused.path.native();
+
+        // What is in a folder that may not be written to stays when its owner has no special rights.
+        struct stat above = {};
+        ::lstat(target.path.parent_path().c_str(), &above);
+        const bool isLocked = ::geteuid() != 0 && !(above.st_mode & S_IWUSR);
+        const bool isEmptying = way == Way::emptyFolder;
+        const bool isLockedItself = ::geteuid() != 0 && ::access(target.path.c_str(), W_OK) != 0;
+        const bool goes =
+            isEmptying ? target.identity.kind == FileKind::folder && !isLockedItself : !isLocked;
+        if (scene.remove(way, target) != goes && !isEmptying)
+            return "not as expected: " + chosen;
+        if (!goes)
+            continue;
+        touched.push_back(isEmptying ? chosen : fs::path(chosen).parent_path().native());
+        std::erase_if(expected, [&](const auto &entry) {
+            return isUnder(entry.first, chosen) || (!isEmptying && entry.first == chosen);
+        });
+    }
+    const std::string problem =
+        difference(relevant(expected, touched), relevant(pictureOf(scene.ground.path()), touched));
+    if (!problem.empty() || way != Way::moveToTrash)
+        return problem;
+    for (auto item = scene.trashed.rbegin(); item != scene.trashed.rend(); ++item)
+        if (!scene.disposal->putBack(*item))
+            return "not put back: " + item->from.native();
+    return difference(relevant(before, touched), relevant(pictureOf(scene.ground.path()), touched));
+}
+
+/// With a mount namespace of its own; SKIP when that is not permitted.
+std::string withMounts(const std::function<std::string()> &work)
+{
+    return inChild([&]() -> std::string {
+        if (::unshare(CLONE_NEWNS) != 0 || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
+            return "SKIP";
+        return work();
+    });
+}
+
+} // namespace
+
+class LinuxRemovalTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void everythingElseStaysAsItWas_data()
+    {
+        QTest::addColumn<bool>("isMachineFolder");
+        QTest::addColumn<bool>("isNobody");
+        QTest::newRow("Linux") << false << false;
+        QTest::newRow("Linux, without special rights") << false << true;
+        QTest::newRow("machine folder") << true << false;
+        QTest::newRow("machine folder, without special rights") << true << true;
+    }
+
+    void everythingElseStaysAsItWas()
+    {
+        QFETCH(bool, isMachineFolder);
+        QFETCH(bool, isNobody);
+        const std::string problem = inChild([&] {
+            if (isNobody)
+                becomeNobody();
+            for (std::uint32_t seed = 1; seed <= 25; ++seed)
+                for (const Way way : everyWay)
+                    if (const std::string found = runOfRemovals(seed, isMachineFolder, way); !found.empty())
+                        return "seed " + std::to_string(seed) + ", way " +
+                               std::to_string(static_cast<int>(way)) + ": " + found;
+            return std::string();
+        });
+        QCOMPARE(QByteArray::fromStdString(problem), QByteArray());
+    }
+
+    void theGuardRefuses_data()
+    {
+        QTest::addColumn<QByteArray>("path");
+        QTest::addColumn<QByteArray>("allowed");
+        const auto row = [](const char *name, const char *path, const char *allowed = "/home") {
+            QTest::newRow(name) << QByteArray(path) << QByteArray(allowed);
+        };
+        row("through a link to the outside", "/home/out/folder/one");
+        row("through a link within", "/home/within/file");
+        row("up and down again", "/home/tree/../tree/file");
+        row("nowhere", "/home/tree/./file");
+        row("an empty part", "/home/tree//file");
+        row("a slash at the end", "/home/tree/");
+        row("a link with a slash at its end", "/home/within/");
+        row("the allowed folder", "/home");
+        row("the allowed folder with a slash", "/home/");
+        row("beside it", "/home2/file");
+        row("above it", "/home/tree", "/home/tree/inner");
+        row("an allowed folder with dots", "/home/../home/tree", "/home/../home");
+        row("an allowed file", "/home/tree/file", "/home/tree/file");
+    }
+
+    void theGuardRefuses()
+    {
+        QFETCH(QByteArray, path);
+        QFETCH(QByteArray, allowed);
+        Scene scene(false);
+        for (const char *name : {"home/tree/file", "home2/file", "home/tree/inner/file"})
+            writeBytes(scene.machine() / name, name);
+        fs::create_directory_symlink(scene.ground / "outside", scene.home() / "out");
+        fs::create_directory_symlink(scene.tree(), scene.home() / "within");
+        const std::string machine = scene.machine().native();
+        const RemovalTarget target = targetAt(machine + path.toStdString(), machine + allowed.toStdString());
+        QVERIFY(target.identity.inode != 0);
+        const TreePicture before = pictureOf(scene.ground.path());
+        for (const Way way : everyWay)
+            QVERIFY(!scene.remove(way, target));
+        QVERIFY(!scene.disposal->emptyTrash(target, {}));
+        QCOMPARE(QByteArray::fromStdString(difference(before, pictureOf(scene.ground.path()))), QByteArray());
+    }
+
+    void theAllowedFolderMayBeALink()
+    {
+        Scene scene(false);
+        writeBytes(scene.tree() / "file", "x");
+        fs::create_directory_symlink(scene.tree(), scene.home() / "Downloads");
+        QVERIFY(scene.remove(Way::deleteOutright,
+                             targetAt(scene.home() / "Downloads/file", scene.home() / "Downloads")));
+        QVERIFY(fs::is_empty(scene.tree()));
+    }
+
+    void depthCostsNoDescriptors()
+    {
+        const std::string problem = inChild([]() -> std::string {
+            Scene scene(false);
+            fs::create_directory(scene.tree());
+            Descriptor here = holdFolder(scene.tree());
+            for (int depth = 0; depth < 5000; ++depth) {
+                ::mkdirat(here.number(), "folder", 0755);
+                here = holdFolder(here.number(), "folder", Links::refuse);
+            }
+            const rlimit few = {64, 64};
+            ::setrlimit(RLIMIT_NOFILE, &few);
+            return scene.remove(Way::deleteOutright, targetAt(scene.tree(), scene.home())) ? "" : "stayed";
+        });
+        QCOMPARE(QByteArray::fromStdString(problem), QByteArray());
+    }
+
+    void anotherMountStays()
+    {
+        const std::string problem = withMounts([]() -> std::string {
+            Scene scene(false);
+            const fs::path disk = scene.tree() / "a/disk";
+            const fs::path view = scene.tree() / "b/view";
+            const auto isWrong = [&](Way way) -> std::string {
+                writeBytes(scene.tree() / "a/gone", "x");
+                const TreePicture before = pictureOf(disk);
+                const TreePicture outside = pictureOf(scene.ground / "outside");
+                const bool wentAll = scene.remove(way, targetAt(scene.tree(), scene.home()));
+                if (wentAll || fs::exists(scene.tree() / "a/gone"))
+                    return "what should have gone stayed, or the other way round";
+                return difference(before, pictureOf(disk)) + difference(outside, pictureOf(view));
+            };
+            fs::create_directories(disk);
+            fs::create_directories(view);
+            // The second one is on the same device, only another view of it.
+            if (::mount("none", disk.c_str(), "tmpfs", 0, nullptr) != 0 ||
+                ::mount((scene.ground / "outside").c_str(), view.c_str(), nullptr, MS_BIND, nullptr) != 0)
+                return "SKIP";
+            writeBytes(disk / "kept/file", "kept");
+            std::string problem = isWrong(Way::deleteOutright) + isWrong(Way::emptyFolder);
+            // The mount point itself is nothing that can go either.
+            if (scene.remove(Way::deleteOutright, targetAt(disk, scene.home())) ||
+                scene.remove(Way::moveToTrash, targetAt(disk, scene.home())) || !fs::exists(disk / "kept"))
+                problem += "the mount point was removed";
+            ::umount(disk.c_str());
+            ::umount(view.c_str());
+            return problem;
+        });
+        if (problem == "SKIP")
+            QSKIP("mounting is not permitted here");
+        QCOMPARE(QByteArray::fromStdString(problem), QByteArray());
+    }
+
+    void whatMustStayStaysInAnEmptiedFolder()
+    {
+        Scene scene(true);
+        for (const char *name : {"kept/inner", "gone/inner", "file"})
+            writeBytes(scene.tree() / name, name);
+        const auto mustStay = [&](const fs::path &path) { return path == scene.tree() / "kept"; };
+        QVERIFY(!scene.disposal->emptyFolder(targetAt(scene.tree(), scene.home()), mustStay));
+        QCOMPARE(pictureOf(scene.tree()).size(), std::size_t(2));
+        fs::create_directory_symlink(scene.tree(), scene.home() / "link");
+        QVERIFY(!scene.disposal->emptyFolder(targetAt(scene.home() / "link", scene.home()), {}));
+        QCOMPARE(bytesOf(scene.tree() / "kept/inner"), std::string("kept/inner"));
+    }
+};
+
+QTEST_GUILESS_MAIN(LinuxRemovalTest)
+#include "LinuxRemovalTest.moc"

@@ -1,0 +1,206 @@
+#include "platform/linux/LinuxStartupControl.h"
+#include "PrivateBus.h"
+#include "platform/linux/DesktopEntry.h"
+#include "platform/linux/LinuxLoginService.h"
+#include "startup/LoginAtLogin.h"
+#include "support/TemporaryMachine.h"
+
+#include <QtDBus/QDBusConnection>
+#include <QtDBus/QDBusMessage>
+#include <QtDBus/QDBusObjectPath>
+#include <QtDBus/QDBusVirtualObject>
+
+#include <future>
+
+using namespace swabby;
+using namespace std::chrono_literals;
+
+namespace {
+
+/// Keeps what the service manager is told.
+class StandInManager : public QDBusVirtualObject {
+public:
+    QString introspect(const QString &) const override { return {}; }
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
+    {
+        told.append(message.member() + u' ' + message.arguments().value(0).toString() + u' ' +
+                    message.arguments().value(1).toString());
+        return connection.send(
+            message.createReply(QVariant::fromValue(QDBusObjectPath(u"/org/freedesktop/systemd1/job/1"_qs))));
+    }
+
+    QStringList told;
+};
+
+QString textOfFile(const StandIn &files, const std::string &name)
+{
+    QFile file(QString::fromStdString(files.path(name)));
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : u"none"_qs;
+}
+
+LinuxStartupControl controlOf(const StandIn &files, const std::string &bus = {})
+{
+    return LinuxStartupControl({files.path("user"), {files.path("system")}, files.path("units"), bus},
+                               StopToken());
+}
+
+QString pathIn(const StandIn &files, const std::string &name)
+{
+    return QString::fromStdString(files.path(name));
+}
+
+bool isLink(const StandIn &files, const std::string &name)
+{
+    return std::filesystem::is_symlink(files.path(name));
+}
+
+} // namespace
+
+class LinuxStartupControlTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void anEntryIsSetAsideAndPutBack()
+    {
+        const StandIn files;
+        files.write("user/mill.desktop", "[Desktop Entry]\nType=Application\nName=The Mill\nExec=mill\n");
+        LinuxStartupControl control = controlOf(files);
+        const QString path = pathIn(files, "user/mill.desktop");
+        const QString before = textOfFile(files, "user/mill.desktop");
+        QVERIFY(control.setAside(path));
+        QCOMPARE(textOfFile(files, "user/mill.desktop"), u"none"_qs);
+        const auto aside = control.setAsideEntries();
+        QCOMPARE(aside.size(), std::size_t{1});
+        QCOMPARE(aside.front().label, u"The Mill"_qs);
+        QCOMPARE(aside.front().definitionPath, path);
+
+        // Never over something, whichever way.
+        files.write("user/mill.desktop", "new");
+        QVERIFY(!control.putBack(path) && !control.setAside(path));
+        QCOMPARE(textOfFile(files, "user/mill.desktop"), u"new"_qs);
+        QCOMPARE(textOfFile(files, "user/mill.desktop.disabled"), before);
+        files.remove("user/mill.desktop");
+        QVERIFY(control.putBack(path));
+        QCOMPARE(textOfFile(files, "user/mill.desktop"), before);
+        QVERIFY(control.setAsideEntries().empty());
+    }
+
+    void aSystemTwinDoesNotStartInItsPlace()
+    {
+        const StandIn files;
+        files.write("system/mill.desktop", "[Desktop Entry]\nType=Application\nExec=/usr/bin/mill\n");
+        files.write("user/mill.desktop", "[Desktop Entry]\nType=Application\nExec=mill\n");
+        LinuxStartupControl control = controlOf(files);
+        const QString path = pathIn(files, "user/mill.desktop");
+        const QString before = textOfFile(files, "user/mill.desktop");
+        QVERIFY(control.setAside(path));
+        QVERIFY(desktopEntryFrom(textOfFile(files, "user/mill.desktop").toStdString()).isHidden);
+        QVERIFY(control.putBack(path));
+        QCOMPARE(textOfFile(files, "user/mill.desktop"), before);
+        QVERIFY(!control.putBack(path)); // nothing is aside: the entry stays as well
+        QCOMPARE(textOfFile(files, "user/mill.desktop"), before);
+    }
+
+    void aUnitGoesOutOfEveryTarget()
+    {
+        const StandIn files;
+        files.write("mill.service", "[Service]\nExecStart=/usr/bin/mill\n");
+        for (const char *target : {"default.target.wants", "graphical.target.requires"})
+            files.link(std::string("units/") + target + "/mill.service", files.path("mill.service"));
+        files.link("units/default.target.wants/gone.timer", files.path("gone"));
+        LinuxStartupControl control = controlOf(files);
+        const std::string link = "units/default.target.wants/mill.service";
+        const std::string other = "units/graphical.target.requires/mill.service";
+        QVERIFY(control.setAside(pathIn(files, link)));
+        QVERIFY(!isLink(files, link) && !isLink(files, other));
+        QVERIFY(control.setAside(pathIn(files, "units/default.target.wants/gone.timer")));
+        QStringList labels;
+        for (const StartupEntry &entry : control.setAsideEntries())
+            labels.append(entry.label);
+        labels.sort();
+        QCOMPARE(labels, QStringList({u"gone.timer"_qs, u"mill.service"_qs}));
+        QVERIFY(control.putBack(pathIn(files, link)));
+        QVERIFY(isLink(files, link) && isLink(files, other));
+        QVERIFY(!isLink(files, other + ".disabled"));
+    }
+
+    void onlyUnitsAreStoppedAndStarted()
+    {
+        PrivateBus bus;
+        if (bus.address.empty())
+            QSKIP("no message bus on this machine");
+        StandInManager manager;
+        QDBusConnection connection =
+            QDBusConnection::connectToBus(QString::fromStdString(bus.address), u"manager"_qs);
+        QVERIFY(connection.registerVirtualObject(u"/org/freedesktop/systemd1"_qs, &manager) &&
+                connection.registerService(u"org.freedesktop.systemd1"_qs));
+        const StandIn files;
+        const auto change = std::async(std::launch::async, [&] {
+            LinuxStartupControl control = controlOf(files, bus.address);
+            const QString link = pathIn(files, "units/default.target.wants/mill.service");
+            control.endJob(u"mill.service"_qs, link);
+            control.beginJob(link);
+            control.endJob(u"Mill"_qs, pathIn(files, "user/mill.desktop"));
+            control.beginJob(pathIn(files, "user/mill.desktop"));
+        });
+        QVERIFY(waitUntil([&] { return change.wait_for(0s) == std::future_status::ready; }));
+        QCOMPARE(manager.told,
+                 QStringList({u"StopUnit mill.service replace"_qs, u"StartUnit mill.service replace"_qs}));
+        controlOf(files, "unix:path=/nowhere")
+            .endJob(u"mill.service"_qs, pathIn(files, "units/a/mill.service"));
+    }
+
+    void anyPathOpensAtLogin_data()
+    {
+        QTest::addColumn<QByteArray>("path");
+        for (const char *path :
+             {"/usr/bin/swabby", "/opt/two words/swabby", "/opt/100%/%u/swabby", "/opt/\"quoted\"/swabby",
+              "/opt/back\\slash\\\\/swabby", "/opt/$HOME/`id`/swabby", "/opt/ünï/swabby",
+              "/opt/'single';#&|<>~*?()/swabby"})
+            QTest::newRow(path) << QByteArray(path);
+    }
+
+    void anyPathOpensAtLogin()
+    {
+        QFETCH(QByteArray, path);
+        const StandIn files;
+        LinuxLoginService service(files.path("new/autostart"), {files.path("system")}, path.toStdString());
+        QVERIFY(!service.isEnabled());
+        LoginAtLogin::setEnabled(true, service);
+        QVERIFY(service.isEnabled());
+        const DesktopEntry entry =
+            desktopEntryFrom(textOfFile(files, "new/autostart/com.swabby.app.desktop").toStdString());
+        QCOMPARE(execArguments(entry.exec),
+                 (std::vector<std::string>{path.toStdString(), std::string("--background")}));
+        LinuxLoginService elsewhere(files.path("new/autostart"), {}, "/usr/bin/other");
+        QVERIFY(!elsewhere.isEnabled());
+        LoginAtLogin::setEnabled(false, service);
+        LoginAtLogin::setEnabled(false, service);
+        QVERIFY(!service.isEnabled());
+        QCOMPARE(textOfFile(files, "new/autostart/com.swabby.app.desktop"), u"none"_qs);
+    }
+
+    void offIsOffWhereSwabbyIsInstalledForAll()
+    {
+        const StandIn files;
+        files.write("system/com.swabby.app.desktop", "[Desktop Entry]\nType=Application\nExec=swabby\n");
+        LinuxLoginService service(files.path("user"), {files.path("system")}, "/usr/bin/swabby");
+        LoginAtLogin::setEnabled(false, service);
+        QVERIFY(desktopEntryFrom(textOfFile(files, "user/com.swabby.app.desktop").toStdString()).isHidden);
+        QVERIFY(!service.isEnabled());
+        LoginAtLogin::setEnabled(true, service);
+        QVERIFY(service.isEnabled());
+    }
+
+    void aFailureIsLogged()
+    {
+        const StandIn files;
+        files.write("file", {});
+        LinuxLoginService service(files.path("file/autostart"), {}, "/usr/bin/swabby");
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^LoginAtLogin error: .+"_qs));
+        LoginAtLogin::setEnabled(true, service);
+    }
+};
+
+QTEST_GUILESS_MAIN(LinuxStartupControlTest)
+#include "LinuxStartupControlTest.moc"

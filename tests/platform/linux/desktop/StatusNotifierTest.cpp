@@ -1,0 +1,332 @@
+#include "platform/linux/PrivateBus.h"
+#include "platform/linux/desktop/StatusNotifierItem.h"
+#include "support/TemporaryMachine.h"
+
+#include <QtDBus/QDBusArgument>
+#include <QtDBus/QDBusConnection>
+#include <QtDBus/QDBusMessage>
+#include <QtDBus/QDBusObjectPath>
+#include <QtDBus/QDBusPendingCall>
+#include <QtDBus/QDBusVariant>
+#include <QtDBus/QDBusVirtualObject>
+#include <QtTest/QSignalSpy>
+
+using namespace swabby;
+using namespace std::chrono_literals;
+
+Q_DECLARE_METATYPE(swabby::TrayCommand)
+
+namespace {
+
+const QString watcherName = u"org.kde.StatusNotifierWatcher"_qs;
+const QString itemPath = QLatin1String(StatusNotifierObject::path);
+const QString itemInterface = QLatin1String(StatusNotifierObject::interface);
+const QString menuPath = QLatin1String(BusMenu::path);
+const QString menuInterface = u"com.canonical.dbusmenu"_qs;
+
+/// A panel's side of the conversation, on a connection of its own and by another implementation.
+class StandInPanel : public QDBusVirtualObject {
+    Q_OBJECT
+
+public:
+    explicit StandInPanel(const std::string &busAddress)
+        : m_bus(QDBusConnection::connectToBus(QString::fromStdString(busAddress), u"panel"_qs))
+    {
+        m_bus.registerVirtualObject(u"/StatusNotifierWatcher"_qs, this);
+        for (const char *signal : {"NewIcon", "NewToolTip"})
+            m_bus.connect({}, itemPath, itemInterface, QLatin1String(signal), this, SLOT(hear(QDBusMessage)));
+    }
+    ~StandInPanel() override { QDBusConnection::disconnectFromBus(u"panel"_qs); }
+
+    void come() { QVERIFY(m_bus.registerService(watcherName)); }
+    void go() { m_bus.unregisterService(watcherName); }
+    void announceHost()
+    {
+        hasHost = true;
+        m_bus.send(QDBusMessage::createSignal(u"/StatusNotifierWatcher"_qs, watcherName,
+                                              u"StatusNotifierHostRegistered"_qs));
+    }
+
+    void answerAtLast()
+    {
+        isSilent = false;
+        for (const QDBusMessage &message : std::exchange(m_unanswered, {}))
+            handleMessage(message, m_bus);
+    }
+
+    /// The item's answer to a call; an error when there is none.
+    QDBusMessage ask(const QString &path, const QString &interface, const QString &method,
+                     const QVariantList &arguments)
+    {
+        QDBusMessage call = QDBusMessage::createMethodCall(items.value(0), path, interface, method);
+        call.setArguments(arguments);
+        const QDBusPendingCall pending = m_bus.asyncCall(call);
+        if (!waitUntil([&] { return pending.isFinished(); }))
+            return {};
+        return pending.reply();
+    }
+    QVariantMap properties()
+    {
+        const auto answer =
+            ask(itemPath, u"org.freedesktop.DBus.Properties"_qs, u"GetAll"_qs, {itemInterface});
+        return qdbus_cast<QVariantMap>(answer.arguments().value(0));
+    }
+
+    QString introspect(const QString &) const override { return {}; }
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
+    {
+        if (isSilent) {
+            m_unanswered.append(message);
+            return true;
+        }
+        if (message.member() == u"Get")
+            return connection.send(message.createReply(QVariant::fromValue(QDBusVariant(hasHost))));
+        if (message.member() != u"RegisterStatusNotifierItem")
+            return false;
+        items.append(message.arguments().value(0).toString());
+        return connection.send(message.createReply());
+    }
+
+    bool hasHost = true;
+    bool isSilent = false;
+    QStringList items;
+    QStringList heard;
+
+private Q_SLOTS:
+    void hear(const QDBusMessage &message) { heard.append(message.member()); }
+
+private:
+    QDBusConnection m_bus;
+    QList<QDBusMessage> m_unanswered;
+};
+
+TrayPicture pictureOf(const QColor &color, const QString &tip)
+{
+    const auto draw = [color](int side) {
+        QImage image(side, side, QImage::Format_ARGB32);
+        image.fill(color);
+        return image;
+    };
+    return {draw, tip};
+}
+
+/// The first pixel's bytes of each size that the item offers.
+QMap<int, QByteArray> firstPixels(const QVariant &pixmaps)
+{
+    QMap<int, QByteArray> pixels;
+    const auto list = pixmaps.value<QDBusArgument>();
+    list.beginArray();
+    while (!list.atEnd()) {
+        int width = 0;
+        int height = 0;
+        QByteArray bytes;
+        list.beginStructure();
+        list >> width >> height >> bytes;
+        list.endStructure();
+        if (width == height && bytes.size() == width * height * 4)
+            pixels.insert(width, bytes.left(4));
+    }
+    list.endArray();
+    return pixels;
+}
+
+} // namespace
+
+class StatusNotifierTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init()
+    {
+        m_bus = std::make_unique<PrivateBus>();
+        if (m_bus->address.empty())
+            QSKIP("no message bus on this machine");
+        m_panel = std::make_unique<StandInPanel>(m_bus->address);
+    }
+
+    void cleanup() { m_panel.reset(); }
+
+    void aPanelReadsTheItem()
+    {
+        m_panel->come();
+        const auto item = shownItem(pictureOf(QColor(0x12, 0x34, 0x56, 0x78), u"46%"_qs));
+        QVERIFY(item);
+        const QVariantMap properties = m_panel->properties();
+        QCOMPARE(properties[u"Category"_qs].toString(), u"ApplicationStatus"_qs);
+        QCOMPARE(properties[u"Status"_qs].toString(), u"Active"_qs);
+        QCOMPARE(properties[u"Title"_qs].toString(), u"Swabby"_qs);
+        QCOMPARE(properties[u"IconName"_qs].toString(), QString()); // or the pixels would not count
+        QCOMPARE(properties[u"ItemIsMenu"_qs].toBool(), false);
+        QCOMPARE(properties[u"Menu"_qs].value<QDBusObjectPath>().path(), menuPath);
+        const auto pixels = firstPixels(properties[u"IconPixmap"_qs]);
+        QCOMPARE(pixels.keys(), (QList<int>{16, 22, 24, 32, 48, 64}));
+        QCOMPARE(pixels[22].toHex(), QByteArray("78123456")); // alpha first, whatever this processor likes
+
+        item->show(pictureOf(Qt::red, u"100%"_qs));
+        QVERIFY(waitUntil([&] { return m_panel->heard == QStringList{u"NewIcon"_qs, u"NewToolTip"_qs}; }));
+        const QVariantMap later = m_panel->properties();
+        QCOMPARE(firstPixels(later[u"IconPixmap"_qs])[16].toHex(), QByteArray("ffff0000"));
+        const auto tip = later[u"ToolTip"_qs].value<QDBusArgument>();
+        QString icon, title, text;
+        tip.beginStructure();
+        tip >> icon;
+        tip.beginArray();
+        tip.endArray();
+        tip >> title >> text;
+        QCOMPARE(title + u'|' + text, u"Swabby|100%"_qs);
+        QCOMPARE(m_panel->items.size(), 1); // a new picture is no new item
+    }
+
+    void clicksSayWhere_data()
+    {
+        QTest::addColumn<QString>("method");
+        QTest::addColumn<QPoint>("point");
+        QTest::addColumn<QList<QRect>>("activated");
+        QTest::addColumn<QList<QRect>>("menuWanted");
+        const QList<QRect> there = {QRect(640, 12, 1, 1)};
+        QTest::newRow("left") << u"Activate"_qs << QPoint(640, 12) << there << QList<QRect>();
+        QTest::newRow("middle") << u"SecondaryActivate"_qs << QPoint(640, 12) << there << QList<QRect>();
+        QTest::newRow("right") << u"ContextMenu"_qs << QPoint(640, 12) << QList<QRect>() << there;
+        QTest::newRow("nowhere") << u"Activate"_qs << QPoint(0, 0) << QList<QRect>{QRect()} << QList<QRect>();
+    }
+    void clicksSayWhere()
+    {
+        QFETCH(const QString, method);
+        QFETCH(const QPoint, point);
+        m_panel->come();
+        const auto item = shownItem(pictureOf(Qt::red, {}));
+        QVERIFY(item);
+        QList<QRect> activated, menuWanted;
+        connect(item.get(), &TrayItem::activated, this, [&](const QRect &where) { activated += where; });
+        connect(item.get(), &TrayItem::menuWanted, this, [&](const QRect &where) { menuWanted += where; });
+        const auto answer = m_panel->ask(itemPath, itemInterface, method, {point.x(), point.y()});
+        QCOMPARE(answer.type(), QDBusMessage::ReplyMessage);
+        QTEST(activated, "activated");
+        QTEST(menuWanted, "menuWanted");
+    }
+
+    void thePanelShowsTheMenu()
+    {
+        m_panel->come();
+        const auto item = shownItem(pictureOf(Qt::red, {}));
+        QVERIFY(item);
+        const auto layout =
+            m_panel->ask(menuPath, menuInterface, u"GetLayout"_qs, {0, -1, QStringList()}).arguments();
+        QStringList lines;
+        int quitLine = 0;
+        const auto root = layout.value(1).value<QDBusArgument>();
+        int id = -1;
+        QVariantMap properties;
+        root.beginStructure();
+        root >> id >> properties;
+        root.beginArray();
+        while (!root.atEnd()) {
+            QDBusVariant child;
+            root >> child;
+            const auto line = child.variant().value<QDBusArgument>();
+            line.beginStructure();
+            line >> quitLine >> properties; // the last one stays
+            line.endStructure();
+            lines += properties.value(u"label"_qs, properties.value(u"type"_qs)).toString();
+        }
+        QCOMPARE(lines, (QStringList{u"Open Swabby"_qs, u"Ask AI"_qs, u"Settings"_qs, u"Refresh now"_qs,
+                                     u"separator"_qs, u"Quit Swabby"_qs}));
+
+        QList<TrayCommand> chosen;
+        connect(item.get(), &TrayItem::commanded, this, [&](TrayCommand command) { chosen += command; });
+        const auto report = [&](int line, const QString &event) {
+            const QVariant nothing = QVariant::fromValue(QDBusVariant(0));
+            return m_panel->ask(menuPath, menuInterface, u"Event"_qs, {line, event, nothing, 0U}).type();
+        };
+        QCOMPARE(report(quitLine, u"hovered"_qs), QDBusMessage::ReplyMessage);
+        QCOMPARE(report(0, u"opened"_qs), QDBusMessage::ReplyMessage);
+        QCOMPARE(report(quitLine - 1, u"clicked"_qs), QDBusMessage::ReplyMessage); // the separator
+        QVERIFY(chosen.isEmpty());
+        QCOMPARE(report(quitLine, u"clicked"_qs), QDBusMessage::ReplyMessage);
+        QCOMPARE(chosen, QList{TrayCommand::quit});
+        for (const int stranger : {-1, quitLine + 1})
+            QCOMPARE(report(stranger, u"clicked"_qs), QDBusMessage::ErrorMessage);
+        QCOMPARE(chosen.size(), 1);
+        const auto label = m_panel->ask(menuPath, menuInterface, u"GetProperty"_qs, {2, u"label"_qs});
+        QCOMPARE(label.arguments().value(0).value<QDBusVariant>().variant().toString(), u"Ask AI"_qs);
+    }
+
+    void theItemFollowsThePanel()
+    {
+        const auto item = makeItem(30s);
+        item->show(pictureOf(Qt::red, {}));
+        QVERIFY(waitUntil([&] { return item->place() == TrayItem::Place::none; }));
+        m_panel->hasHost = false; // somebody keeps the list, but nobody shows it
+        m_panel->come();
+        m_panel->announceHost();
+        QVERIFY(waitUntil([&] { return m_panel->items.size() == 1; }));
+        QVERIFY(item->place() == TrayItem::Place::there);
+
+        m_panel->go();
+        QVERIFY(waitUntil([&] { return item->place() == TrayItem::Place::none; }));
+        m_panel->come();
+        QVERIFY(waitUntil([&] { return m_panel->items.size() == 2; }));
+        QVERIFY(item->place() == TrayItem::Place::there);
+
+        m_panel->go();
+        item->hide();
+        m_panel->come();
+        QVERIFY(waitUntil([&] { return item->place() == TrayItem::Place::there; }));
+        QCOMPARE(m_panel->items.size(), 2); // a hidden one does not come back by itself
+        item->show(pictureOf(Qt::red, {}));
+        QVERIFY(waitUntil([&] { return m_panel->items.size() == 3; }));
+    }
+
+    void aSilentPanelIsNoneUntilItSpeaks()
+    {
+        m_panel->isSilent = true;
+        m_panel->come();
+        const auto item = makeItem(50ms);
+        QVERIFY(item->place() == TrayItem::Place::unknown);
+        QVERIFY(waitUntil([&] { return item->place() == TrayItem::Place::none; }));
+        item->show(pictureOf(Qt::red, {}));
+        m_panel->answerAtLast();
+        QVERIFY(waitUntil([&] { return m_panel->items.size() == 1; }));
+        QVERIFY(item->place() == TrayItem::Place::there);
+    }
+
+    void aBusThatHangsHoldsNobodyUp_data()
+    {
+        QTest::addColumn<QByteArray>("answer");
+        QTest::addColumn<bool>("hangsUp");
+        QTest::newRow("silent") << QByteArray() << false;
+        QTest::newRow("silent after accepting") << QByteArray("OK 0123\r\n") << false;
+        QTest::newRow("hangs up") << QByteArray("OK 0123\r\n") << true;
+    }
+    void aBusThatHangsHoldsNobodyUp()
+    {
+        QFETCH(const QByteArray, answer);
+        QFETCH(const bool, hangsUp);
+        const RudeBus bus(answer.toStdString(), hangsUp);
+        StatusNotifierItem item(bus.address(), 50ms);
+        item.show(pictureOf(Qt::red, {}));
+        QVERIFY(waitUntil([&] { return item.place() == TrayItem::Place::none; }));
+        StatusNotifierItem nowhere("unix:path=/nowhere/bus", 50ms);
+        QVERIFY(nowhere.place() == TrayItem::Place::none);
+    }
+
+private:
+    std::unique_ptr<StatusNotifierItem> makeItem(std::chrono::milliseconds patience) const
+    {
+        return std::make_unique<StatusNotifierItem>(m_bus->address, patience);
+    }
+
+    /// One that the panel has taken in; null when it did not.
+    std::unique_ptr<StatusNotifierItem> shownItem(const TrayPicture &picture)
+    {
+        auto item = makeItem(30s);
+        item->show(picture);
+        return waitUntil([&] { return !m_panel->items.isEmpty(); }) ? std::move(item) : nullptr;
+    }
+
+    std::unique_ptr<PrivateBus> m_bus;
+    std::unique_ptr<StandInPanel> m_panel;
+};
+
+QTEST_MAIN(StatusNotifierTest)
+#include "StatusNotifierTest.moc"

@@ -1,0 +1,270 @@
+#include "state/AppState.h"
+#include "health/HistoryStore.h"
+#include "settings/Settings.h"
+#include "state/MenuBarTitle.h"
+#include "support/TemporaryMachine.h"
+
+#include <QtTest/QSignalSpy>
+#include <QtTest/QTest>
+
+using namespace swabby;
+
+namespace {
+
+constexpr double noon = 1'790'000'000;
+
+QJsonObject busyAndCalm()
+{
+    // Each sample a hundred ticks on: first unknown, then busy, calm, busy, and calm from there.
+    return {{u"now"_qs, noon},
+            {u"cpuTicks"_qs,
+             QJsonArray{QJsonArray{0, 0, 0, 0}, QJsonArray{90, 5, 5, 0}, QJsonArray{95, 5, 100, 0},
+                        QJsonArray{190, 5, 105, 0}, QJsonArray{191, 5, 204, 0}}},
+            {u"memory"_qs, QJsonObject{{u"pageSize"_qs, 16384},
+                                       {u"activePages"_qs, 100},
+                                       {u"wiredPages"_qs, 50},
+                                       {u"compressorPages"_qs, 50},
+                                       {u"physicalBytes"_qs, 16384 * 400},
+                                       {u"swapUsedBytes"_qs, 4096}}},
+            {u"disk"_qs, QJsonObject{{u"freeBytes"_qs, 600}, {u"totalBytes"_qs, 1000}}}};
+}
+
+/// One refresh, applied.
+void refreshOnce(AppState &state)
+{
+    const int before = state.refreshesApplied();
+    state.refresh();
+    QVERIFY(waitUntil([&] { return state.refreshesApplied() > before; }));
+}
+
+QByteArray row(int pid, double cpu, quint64 kibibytes, const char *command)
+{
+    return QByteArray::number(pid) + " 1 " + QByteArray::number(cpu) + " 1.0 " +
+           QByteArray::number(kibibytes) + ' ' + command;
+}
+
+} // namespace
+
+class AppStateTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aRefreshPublishesWhatTheToolsSay()
+    {
+        TemporaryMachine folder(busyAndCalm());
+        folder.setProcesses({row(10, 40, 1000, "/Applications/Mill.app/Contents/MacOS/Mill"),
+                             row(11, 3, 90000, "/usr/bin/miller"), row(12, 1, 10, "/opt/swabby/bin/helper"),
+                             row(13, 0, 10, "/usr/sbin/quiet")});
+        folder.addTool(u"/usr/bin/top"_qs,
+                       R"(printf 'PID COMMAND POWER\n10 Mill 0.0\nPID COMMAND POWER\n10 Mill 12.5
+11 miller 20.0\n99 gone 80.0\n12 helper 9.0\n')");
+        folder.addTool(u"/usr/bin/nettop"_qs,
+                       R"(printf ',bytes_in,bytes_out,\nMill.10,1,1,\n,bytes_in,bytes_out,
+Mill.10,300,20,\n')");
+        AppState state(folder.open(), Record::everything);
+        QSignalSpy changed(&state, &AppState::changed);
+        refreshOnce(state);
+
+        QCOMPARE(state.stats().cpuUsagePercent, 0.0);
+        QCOMPARE(state.stats().memUsedBytes, 16384u * 200);
+        QCOMPARE(state.stats().memPressurePercent, 25.0);
+        QCOMPARE(state.stats().timestamp, noon);
+        QStringList names;
+        for (const ProcessSample &process : state.processes())
+            names.append(process.name);
+        QCOMPARE(names, QStringList({u"Mill"_qs, u"miller"_qs, u"quiet"_qs}));
+        QCOMPARE(state.processes().first().energyImpact, 12.5);
+        QCOMPARE(state.batteryDrainers().size(), 2);
+        QCOMPARE(state.batteryDrainers().first().pid, 11);
+        QCOMPARE(state.networkUsers().size(), 1);
+        QCOMPARE(state.networkUsers().first().networkBytesPerSec, 320);
+        QCOMPARE(state.history().size(), 1);
+        QCOMPARE(state.history().first().mem, 50.0);
+        QVERIFY(changed.count() > 0);
+    }
+
+    void turningRedCountsOnceEachTime()
+    {
+        TemporaryMachine folder(busyAndCalm());
+        folder.setProcesses({row(10, 20, 1000, "/usr/bin/mill")});
+        const auto machine = folder.open();
+        QList<int> inputs;
+        {
+            AppState state(machine, Record::everything);
+            connect(&state, &AppState::turnedRed, this,
+                    [&](const QList<ProcessSample> &input) { inputs.append(input.size()); });
+            QList<HealthLevel> levels;
+            for (int refresh = 0; refresh < 5; ++refresh) {
+                refreshOnce(state);
+                levels.append(state.health());
+            }
+            QCOMPARE(levels, QList<HealthLevel>({HealthLevel::green, HealthLevel::red, HealthLevel::green,
+                                                 HealthLevel::red, HealthLevel::green}));
+        }
+        QCOMPARE(inputs, QList<int>({1, 1}));
+        QCOMPARE(Settings(*machine->settings).weeklyAttentionCount(), 2);
+    }
+
+    void aPinnedProgramStaysListedAndRaisesNothing()
+    {
+        TemporaryMachine folder(QJsonObject{{u"now"_qs, noon}});
+        folder.setProcesses({row(10, 95, 1000, "/usr/bin/mill")});
+        const auto machine = folder.open();
+        AppState state(machine, Record::everything);
+        refreshOnce(state);
+        QCOMPARE(state.health(), HealthLevel::red);
+        // Pinned meanwhile by another program: that pin is kept.
+        Settings(*machine->settings).setPinnedProcessNames({u"other"_qs});
+        state.togglePin(u"mill"_qs);
+        refreshOnce(state);
+        QCOMPARE(state.health(), HealthLevel::green);
+        QCOMPARE(state.processes().size(), 1);
+        QCOMPARE(Settings(*machine->settings).pinnedProcessNames(), QStringList({u"mill"_qs, u"other"_qs}));
+        state.togglePin(u"mill"_qs);
+        QCOMPARE(state.pinnedNames(), std::set<QString>{u"other"_qs});
+    }
+
+    void historyOlderThanADayGoes()
+    {
+        TemporaryMachine folder(busyAndCalm());
+        const auto machine = folder.open();
+        const QString data = machine->places.applicationData;
+        HistoryStore::save(data, {{noon - 86'400, 1, 1}, {noon - 86'399, 2, 2}, {noon - 60, 3, 3}}, noon);
+        {
+            AppState state(machine, Record::everything);
+            QCOMPARE(state.history().size(), 3);
+            machine->clock->advance(1);
+            refreshOnce(state);
+            QCOMPARE(state.history().size(), 3);
+            QCOMPARE(state.history().first().cpu, 2.0);
+        }
+        QCOMPARE(HistoryStore::load(data, noon).size(), 3);
+    }
+
+    void lookingOnceLeavesNoTrace()
+    {
+        TemporaryMachine folder(busyAndCalm());
+        const auto machine = folder.open();
+        {
+            AppState state(machine, Record::nothing);
+            refreshOnce(state);
+            refreshOnce(state);
+            QCOMPARE(state.health(), HealthLevel::red);
+        }
+        QVERIFY(!QFile::exists(folder.historyFile()));
+        QVERIFY(!QFile::exists(machine->places.preferences));
+    }
+
+    void theSlowReportRunsAtMostEveryFiveMinutes()
+    {
+        TemporaryMachine folder(
+            QJsonObject{{u"now"_qs, noon}, {u"powerSource"_qs, QJsonObject{{u"Current Capacity"_qs, 80}}}});
+        folder.addTool(u"/usr/sbin/system_profiler"_qs,
+                       "echo '  Cycle Count: 312'; echo ' Maximum Capacity: 87%'");
+        const auto machine = folder.open();
+        AppState state(machine, Record::nothing);
+        for (const double step : {0.0, 60.0, 239.9, 0.1}) {
+            machine->clock->advance(step);
+            refreshOnce(state);
+            QCOMPARE(state.stats().batteryCycleCount, 312);
+            QCOMPARE(state.stats().batteryHealthPercent, 87);
+        }
+        const auto reports = [&] {
+            int count = 0;
+            for (const QJsonValue &run : folder.events(u"run"_qs))
+                count += run.toArray().first() == u"/usr/sbin/system_profiler"_qs;
+            return count;
+        };
+        QCOMPARE(reports(), 2);
+    }
+
+    void aHungReportCostsOneRefresh()
+    {
+        TemporaryMachine folder(
+            QJsonObject{{u"now"_qs, noon}, {u"powerSource"_qs, QJsonObject{{u"Current Capacity"_qs, 80}}}});
+        folder.addTool(u"/usr/sbin/system_profiler"_qs, ": >\"$MACHINE_DIR/hangs\"; exec sleep 600");
+        AppState state(folder.open(), Record::nothing);
+        state.refresh();
+        QVERIFY(waitUntil([&] { return QFile::exists(folder.folder() + u"/hangs"_qs); }));
+        for (int refresh = 0; refresh < 3; ++refresh)
+            refreshOnce(state);
+        QCOMPARE(state.refreshesApplied(), 3);
+    }
+
+    void hungToolsStopTheCrowdNotTheProgram()
+    {
+        TemporaryMachine folder(QJsonObject{{u"now"_qs, noon}});
+        folder.addTool(u"/bin/ps"_qs, "echo >>\"$MACHINE_DIR/started\"; exec sleep 600");
+        QElapsedTimer elapsed;
+        {
+            AppState state(folder.open(), Record::nothing);
+            for (int refresh = 0; refresh < 80; ++refresh)
+                state.refresh();
+            QFile started(folder.folder() + u"/started"_qs);
+            QVERIFY(waitUntil([&] { return started.size() == 64; }));
+            elapsed.start();
+        }
+        // Ending does not wait for what never ends.
+        QVERIFY(elapsed.elapsed() < 30'000);
+        QCOMPARE(folder.events(u"run"_qs).size(), 64);
+    }
+
+    void overlappingRefreshesAllApply()
+    {
+        TemporaryMachine folder(busyAndCalm());
+        folder.setProcesses({row(10, 20, 1000, "/usr/bin/mill")});
+        AppState state(folder.open(), Record::everything);
+        for (int refresh = 0; refresh < 40; ++refresh)
+            state.refresh();
+        QVERIFY(waitUntil([&] { return state.refreshesApplied() == 40; }));
+        QCOMPARE(state.history().size(), 40);
+    }
+
+    void contextTellsTheStateInPlainLines()
+    {
+        QJsonObject facts = busyAndCalm();
+        facts.insert(u"powerSource"_qs, QJsonObject{{u"Current Capacity"_qs, 84}, {u"Is Charging"_qs, true}});
+        facts.insert(u"thermalState"_qs, u"fair"_qs);
+        TemporaryMachine folder(facts);
+        folder.setProcesses({row(10, 40.9, 1000, "/usr/bin/mill"), row(11, 3, 10, "/usr/bin/two words")});
+        folder.addTool(u"/usr/bin/top"_qs, "printf 'PID COMMAND POWER\\n11 two 5.0\\n10 mill 0.0\\n'");
+        AppState state(folder.open(), Record::nothing);
+        refreshOnce(state);
+        QCOMPARE(state.systemContextSummary(), u"Speed (CPU): 0% busy\n"
+                                               "Memory: 50% used\n"
+                                               "Storage: 40% used, 600 bytes free\n"
+                                               "Battery: 84% (plugged in)\n"
+                                               "Thermal state: running hot\n"
+                                               "Top apps by activity: mill — 40% CPU, 1% memory; "
+                                               "two words — 3% CPU, 1% memory\n"
+                                               "Top apps by battery drain: two words"_qs);
+    }
+
+    void menuBarColourGoesByTheExactLoad_data()
+    {
+        QTest::addColumn<double>("cpu");
+        QTest::addColumn<HealthLevel>("health");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<TitleColor>("color");
+        QTest::newRow("rounds up, stays green")
+            << 29.6 << HealthLevel::green << u"30%"_qs << TitleColor::green;
+        QTest::newRow("yellow from 30") << 30.0 << HealthLevel::green << u"30%"_qs << TitleColor::yellow;
+        QTest::newRow("rounds up, stays yellow")
+            << 69.6 << HealthLevel::green << u"70%"_qs << TitleColor::yellow;
+        QTest::newRow("red from 70") << 70.0 << HealthLevel::green << u"70%"_qs << TitleColor::red;
+        QTest::newRow("red by health") << 5.0 << HealthLevel::red << u"5%"_qs << TitleColor::red;
+        QTest::newRow("yellow by health") << 5.0 << HealthLevel::yellow << u"5%"_qs << TitleColor::yellow;
+    }
+
+    void menuBarColourGoesByTheExactLoad()
+    {
+        QFETCH(double, cpu);
+        QFETCH(HealthLevel, health);
+        QFETCH(QString, text);
+        QFETCH(TitleColor, color);
+        QCOMPARE(menuBarTitle(cpu, health), (MenuBarTitle{text, color}));
+    }
+};
+
+QTEST_GUILESS_MAIN(AppStateTest)
+#include "AppStateTest.moc"
