@@ -94,14 +94,13 @@ private Q_SLOTS:
         QCOMPARE(dockerRowTexts(rows),
                  (QList<DockerRowText>{{u"Images"_qs, u"3 GB"_qs, 0.75}, {u"Volumes"_qs, u"1 GB"_qs, 0.25}}));
         QCOMPARE(dockerRowTexts({{u"Images"_qs, u"0B"_qs}}).first().fraction, 0.0);
-        DeveloperClutter clutter;
+        StorageScans::Findings clutter;
         QVERIFY(clutter.isEmpty());
-        QCOMPARE(clutterText(clutter), QString());
-        clutter.docker = {DeveloperCleanup::DockerState::notRunning, {}};
+        QCOMPARE(clutterText(clutter.items), QString());
+        clutter.docker.state = DeveloperCleanup::DockerState::notRunning;
         QVERIFY(!clutter.isEmpty()); // it has its own message
-        clutter.buildCacheBytes = 500;
-        clutter.docker.rows = rows;
-        QCOMPARE(clutterText(clutter), u"4 GB can be cleared"_qs);
+        QCOMPARE(clutterText({RemovableItem::derivedData(500), RemovableItem::dockerPrune(4'000'000'000)}),
+                 u"4 GB can be cleared"_qs);
     }
 
     void onlyWhatWasSentIsConfessed()

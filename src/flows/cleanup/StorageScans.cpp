@@ -6,21 +6,22 @@
 #include "cleanup/DuplicateFinder.h"
 #include "cleanup/Scans.h"
 #include "engine/ByteCount.h"
-#include "flows/cleanup/ProgressRelay.h"
 
 #include <QCoroFuture>
 
-#include <QtCore/QPointer>
-
 #include <algorithm>
+#include <utility>
 
 namespace swabby {
 namespace {
 
 using Items = std::vector<RemovableItem>;
+using Findings = StorageScans::Findings;
+
+constexpr std::int64_t oldAfterDays = 14;
 
 /// Two of each kind: one that was ended may take a moment to be over.
-constexpr int searchesAtOnce = 8;
+constexpr int searchesAtOnce = 10;
 
 template <typename Finding>
 Items itemsFrom(const std::vector<Finding> &findings, RemovableItem (*make)(const Finding &))
@@ -35,28 +36,21 @@ Items itemsFrom(const std::vector<Finding> &findings, RemovableItem (*make)(cons
     return items;
 }
 
-Items duplicateItems(const Machine &machine, const ScanControl &control, const ExcludeList &excludes)
+Findings duplicates(const Machine &machine, const ScanControl &control, const ExcludeList &excludes)
 {
-    return itemsFrom(DuplicateFinder::scan(duplicateFolders(machine), excludes, control),
-                     &RemovableItem::fromDuplicate);
+    return {.items = itemsFrom(DuplicateFinder::scan(duplicateFolders(machine), excludes, control),
+                               &RemovableItem::fromDuplicate)};
 }
 
-Items forgottenItems(const Machine &machine, const ScanControl &control, const ExcludeList &excludes)
+Findings forgottenFiles(const Machine &machine, const ScanControl &control, const ExcludeList &excludes)
 {
-    return itemsFrom(DeepScanner::scan(machine, control, excludes), &RemovableItem::fromDeepScan);
+    return {.items = itemsFrom(DeepScanner::scan(machine, control, excludes), &RemovableItem::fromDeepScan)};
 }
 
-/// The applications and the ids of those that run.
-struct Applications {
-    Items items;
-    std::set<QString> running;
-};
-
-Applications applications(const Machine &machine, const ScanControl &control)
+Findings applications(const Machine &machine, const ScanControl &control, const ExcludeList &excludes)
 {
-    Applications found;
-    for (const InstalledApp &app :
-         AppUninstaller::scanInstalledApps(machine, control, excludeListFrom(*machine.settings))) {
+    Findings found;
+    for (const InstalledApp &app : AppUninstaller::scanInstalledApps(machine, control, excludes)) {
         const RemovableItem item = RemovableItem::fromAppUninstall(app, {});
         if (AppUninstaller::isRunning(machine, app.bundleID))
             found.running.insert(item.id);
@@ -65,113 +59,98 @@ Applications applications(const Machine &machine, const ScanControl &control)
     return found;
 }
 
-void takeOff(Items &items, const Items &removed)
+Findings developerClutter(const Machine &machine, const ScanControl &control, const ExcludeList &excludes)
 {
-    const auto isRemoved = [&](const RemovableItem &item) {
-        return std::any_of(removed.begin(), removed.end(),
-                           [&](const auto &gone) { return gone.id == item.id; });
-    };
-    items.erase(std::remove_if(items.begin(), items.end(), isRemoved), items.end());
+    Findings found = {.items = oldRuntimes(DeveloperCleanup::scanSimulatorRuntimes(machine, control))};
+    if (const auto bytes = DeveloperCleanup::derivedDataSize(machine, control, excludes); bytes > 0)
+        found.items.push_back(RemovableItem::derivedData(bytes));
+    found.docker = DeveloperCleanup::dockerStatus(machine, control);
+    if (found.docker.state == DeveloperCleanup::DockerState::available)
+        found.items.push_back(
+            RemovableItem::dockerPrune(DeveloperCleanup::estimatedReclaimableBytes(found.docker.rows)));
+    return found;
 }
+
+/// The searches in one step, in the order of the kinds.
+constexpr std::array<Findings (*)(const Machine &, const ScanControl &, const ExcludeList &), 5> finders = {
+    nullptr, duplicates, forgottenFiles, applications, developerClutter};
 
 } // namespace
 
+std::vector<RemovableItem> oldRuntimes(const std::vector<SimulatorRuntimeInfo> &runtimes)
+{
+    Items items;
+    for (const SimulatorRuntimeInfo &runtime : runtimes)
+        if (runtime.daysSinceUsed && *runtime.daysSinceUsed >= oldAfterDays)
+            items.push_back(RemovableItem::fromSimulator(runtime));
+    return items;
+}
+
+std::vector<RemovableItem> StorageScans::Findings::offers() const
+{
+    Items offers = items;
+    for (const SuggestedCache &suggestion : suggestions)
+        offers.push_back(RemovableItem::fromCache(suggestion.entry));
+    return offers;
+}
+
+bool StorageScans::Findings::isEmpty() const
+{
+    return items.empty() && suggestions.empty() && docker.state != DeveloperCleanup::DockerState::notRunning;
+}
+
 StorageScans::StorageScans(AppState &state, CloudAI &ai) : m_state(state), m_ai(ai), m_work(searchesAtOnce) {}
 
-StorageScans::~StorageScans()
+void StorageScans::begin(ClutterKind kind)
 {
-    for (Run &run : m_runs)
-        if (run.stop)
-            run.stop->requestStop();
-    m_ending.requestStop();
-}
-
-void StorageScans::begin(ClutterKind scan)
-{
-    Run &run = runOf(scan);
-    if (run.stop)
-        run.stop->requestStop();
-    run.stop = std::make_unique<StopSource>();
-    const int number = ++run.number;
-    run.findings.isScanning = true;
-    run.findings.progress = {};
+    Search &search = searchFor(kind);
+    search.progress = {};
+    const ScanControl control = search.run.begin([this, &search](const ScanProgress &progress) {
+        search.progress = progress;
+        Q_EMIT changed();
+    });
     Q_EMIT changed();
-    switch (scan) {
-    case ClutterKind::quickClean:
-        quickClean(number, control(scan, number));
-        break;
-    case ClutterKind::duplicates:
-        search(scan, number, control(scan, number), duplicateItems);
-        break;
-    case ClutterKind::forgottenFiles:
-        search(scan, number, control(scan, number), forgottenItems);
-        break;
-    case ClutterKind::applications:
-        listApplications(number, control(scan, number));
-        break;
-    }
-}
-
-void StorageScans::stop(ClutterKind scan)
-{
-    Run &run = runOf(scan);
-    if (!run.findings.isScanning)
+    const auto find = finders.at(static_cast<std::size_t>(kind));
+    if (find == nullptr) {
+        quickClean(control);
         return;
-    run.stop->requestStop();
-    ++run.number;
-    run.findings.isScanning = false;
-    Q_EMIT changed();
-}
-
-ScanControl StorageScans::control(ClutterKind scan, int number)
-{
-    return {.stop = runOf(scan).stop->token(),
-            .progress = relayProgress(this, [this, scan, number](const ScanProgress &progress) {
-                Run &run = runOf(scan);
-                if (number != run.number || !run.findings.isScanning)
-                    return;
-                run.findings.progress = progress;
-                Q_EMIT changed();
-            })};
-}
-
-void StorageScans::finish(ClutterKind scan, Items items)
-{
-    Findings &findings = runOf(scan).findings;
-    findings.items = std::move(items);
-    findings.isScanning = false;
-    findings.isDone = true;
-    Q_EMIT changed();
-}
-
-// Every wait may see this search ended or begun anew, or this object gone: then nothing more is done.
-QCoro::Task<> StorageScans::search(ClutterKind scan, int number, ScanControl control, Search find)
-{
-    const QPointer self(this);
+    }
     const auto searching = m_work.ask([machine = m_state.sharedMachine(), control, find] {
         return find(*machine, control, excludeListFrom(*machine->settings));
     });
-    Items items = co_await searching;
-    if (self && runOf(scan).number == number)
-        finish(scan, std::move(items));
+    search.run.whenDone(searching, [this, kind](Findings found) { finish(kind, std::move(found)); });
 }
 
-QCoro::Task<> StorageScans::quickClean(int number, ScanControl control)
+void StorageScans::stop(ClutterKind kind)
 {
-    const QPointer self(this);
-    const auto isLeft = [self, number] {
-        return !self || self->runOf(ClutterKind::quickClean).number != number;
-    };
+    if (!isScanning(kind))
+        return;
+    searchFor(kind).run.end();
+    Q_EMIT changed();
+}
+
+void StorageScans::finish(ClutterKind kind, Findings findings)
+{
+    Search &search = searchFor(kind);
+    search.findings = std::move(findings);
+    search.isDone = true;
+    search.run.end();
+    Q_EMIT changed();
+}
+
+// Every wait may see this search over, and this object gone: then nothing more is done.
+QCoro::Task<> StorageScans::quickClean(ScanControl control)
+{
     const auto machine = m_state.sharedMachine();
     const auto scanning = m_work.ask([machine, control] {
         return CacheCleaner::scan(*machine, control, excludeListFrom(*machine->settings));
     });
     const auto known = co_await scanning;
-    if (isLeft())
+    if (control.stop.stopRequested())
         co_return;
-    Findings &findings = runOf(ClutterKind::quickClean).findings;
-    findings.items = itemsFrom(known, &RemovableItem::fromCache);
-    m_suggestions.clear();
+    Search &search = searchFor(ClutterKind::quickClean);
+    search.findings.items = itemsFrom(known, &RemovableItem::fromCache);
+    search.findings.suggestions.clear();
     Q_EMIT changed();
 
     const auto looking = m_work.ask([machine, control] {
@@ -181,34 +160,21 @@ QCoro::Task<> StorageScans::quickClean(int number, ScanControl control)
     std::vector<SuggestedCache> suggestions;
     bool wasSent = false;
     for (const CacheEntry &entry : unknown) {
-        if (isLeft())
+        if (control.stop.stopRequested())
             co_return;
-        findings.progress = {.what = entry.description,
-                             .done = static_cast<std::int64_t>(suggestions.size()),
-                             .total = static_cast<std::int64_t>(unknown.size())};
+        search.progress = {.what = entry.description,
+                           .done = static_cast<std::int64_t>(suggestions.size()),
+                           .total = static_cast<std::int64_t>(unknown.size())};
         Q_EMIT changed();
         const auto verdict =
             co_await m_ai.assessCacheFolder(entry.description, fileByteCount(entry.sizeBytes));
         wasSent = wasSent || verdict.wasSent;
         suggestions.push_back({entry, verdict.value.looksSafe, verdict.value.reason});
     }
-    if (isLeft())
+    if (control.stop.stopRequested())
         co_return;
-    m_suggestions = std::move(suggestions);
-    m_wasSent = wasSent;
-    finish(ClutterKind::quickClean, Items(findings.items));
-}
-
-QCoro::Task<> StorageScans::listApplications(int number, ScanControl control)
-{
-    const QPointer self(this);
-    const auto listing =
-        m_work.ask([machine = m_state.sharedMachine(), control] { return applications(*machine, control); });
-    Applications found = co_await listing;
-    if (!self || runOf(ClutterKind::applications).number != number)
-        co_return;
-    m_running = std::move(found.running);
-    finish(ClutterKind::applications, std::move(found.items));
+    finish(ClutterKind::quickClean,
+           {.items = search.findings.items, .suggestions = std::move(suggestions), .wasSent = wasSent});
 }
 
 void StorageScans::prepare(const QString &id)
@@ -218,60 +184,52 @@ void StorageScans::prepare(const QString &id)
         if (item.id != id || uninstall == nullptr || !m_preparing.insert(id).second)
             continue;
         Q_EMIT changed();
-        findLeftovers(uninstall->app, id);
+        const auto looking =
+            m_work.ask([machine = m_state.sharedMachine(), app = uninstall->app,
+                        stop = m_preparations.join()]() -> std::optional<std::vector<AppLeftover>> {
+                if (AppUninstaller::isRunning(*machine, app.bundleID))
+                    return std::nullopt;
+                return AppUninstaller::scanLeftovers(*machine, app, {.stop = stop, .progress = {}},
+                                                     excludeListFrom(*machine->settings));
+            });
+        m_preparations.whenDone(looking, [this, app = uninstall->app, id](const auto &leftovers) {
+            Findings &found = searchFor(ClutterKind::applications).findings;
+            m_preparing.erase(id);
+            if (leftovers)
+                found.running.erase(id);
+            else
+                found.running.insert(id);
+            Q_EMIT changed();
+            if (leftovers)
+                Q_EMIT prepared(RemovableItem::fromAppUninstall(app, *leftovers));
+            else
+                Q_EMIT stillRuns(app.name);
+        });
         return;
     }
 }
 
-QCoro::Task<> StorageScans::findLeftovers(InstalledApp app, QString id)
-{
-    const QPointer self(this);
-    const auto looking = m_work.ask([machine = m_state.sharedMachine(), app,
-                                     stop = m_ending.token()]() -> std::optional<std::vector<AppLeftover>> {
-        if (AppUninstaller::isRunning(*machine, app.bundleID))
-            return std::nullopt;
-        return AppUninstaller::scanLeftovers(*machine, app, {.stop = stop, .progress = {}},
-                                             excludeListFrom(*machine->settings));
-    });
-    const auto leftovers = co_await looking;
-    if (!self)
-        co_return;
-    m_preparing.erase(id);
-    if (leftovers)
-        m_running.erase(id);
-    else
-        m_running.insert(id);
-    Q_EMIT changed();
-    if (leftovers)
-        Q_EMIT prepared(RemovableItem::fromAppUninstall(app, *leftovers));
-    else
-        Q_EMIT stillRuns(app.name);
-}
-
 void StorageScans::forget(const Items &removed)
 {
-    m_touched.clear();
-    for (const ClutterKind scan : {ClutterKind::quickClean, ClutterKind::duplicates,
-                                   ClutterKind::forgottenFiles, ClutterKind::applications}) {
-        std::vector<RemovableItem> &items = runOf(scan).findings.items;
-        const std::size_t before = items.size();
-        takeOff(items, removed);
-        if (items.size() != before)
-            m_touched.insert(scan);
-    }
-    const auto isRemoved = [&](const SuggestedCache &suggestion) {
-        const QString id = RemovableItem::fromCache(suggestion.entry).id;
-        return std::any_of(removed.begin(), removed.end(), [&](const auto &gone) { return gone.id == id; });
+    const auto isRemoved = [&](const RemovableItem &item) {
+        return std::any_of(removed.begin(), removed.end(),
+                           [&](const auto &gone) { return gone.id == item.id; });
     };
-    if (std::erase_if(m_suggestions, isRemoved) > 0)
-        m_touched.insert(ClutterKind::quickClean);
+    const auto isRemovedCache = [&](const SuggestedCache &suggestion) {
+        return isRemoved(RemovableItem::fromCache(suggestion.entry));
+    };
+    for (Search &search : m_searches)
+        search.isTouched = std::erase_if(search.findings.items, isRemoved) +
+                               std::erase_if(search.findings.suggestions, isRemovedCache) >
+                           0;
     Q_EMIT changed();
 }
 
 void StorageScans::lookAgain()
 {
-    for (const ClutterKind scan : std::exchange(m_touched, {}))
-        begin(scan);
+    for (std::size_t kind = 0; kind < m_searches.size(); ++kind)
+        if (std::exchange(m_searches.at(kind).isTouched, false))
+            begin(static_cast<ClutterKind>(kind));
 }
 
 } // namespace swabby

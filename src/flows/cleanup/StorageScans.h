@@ -2,24 +2,27 @@
 
 #include "ai/CloudAI.h"
 #include "cleanup/CacheEntry.h"
+#include "cleanup/DeveloperCleanup.h"
 #include "cleanup/ExcludeList.h"
 #include "cleanup/RemovableItem.h"
 #include "platform/BackgroundWork.h"
-#include "platform/ScanControl.h"
+#include "platform/LatestRun.h"
 #include "state/AppState.h"
 
 #include <QtCore/QObject>
 
 #include <array>
-#include <functional>
-#include <memory>
 #include <set>
 #include <vector>
 
 namespace swabby {
 
-/// What the storage panel searches for. A quick clean also looks for other large caches and asks about them.
-enum class ClutterKind { quickClean, duplicates, forgottenFiles, applications };
+/// What the storage and developer panels search for. A quick clean also looks for other large caches and asks
+/// about them; developer clutter is offered as far as it has not been used for a while.
+enum class ClutterKind { quickClean, duplicates, forgottenFiles, applications, developer };
+
+/// The runtimes that were used once, and not for two weeks.
+std::vector<RemovableItem> oldRuntimes(const std::vector<SimulatorRuntimeInfo> &runtimes);
 
 /// Looks for what can be cleaned, each kind by itself and off the main thread. Nothing is removed by it. Main
 /// thread.
@@ -27,32 +30,37 @@ class StorageScans : public QObject {
     Q_OBJECT
 
 public:
-    /// What one search found. The last results stand until a search that was run to its end replaces them.
+    /// What one search found.
     struct Findings {
-        bool isScanning = false;
-        bool isDone = false; ///< one was run to its end
-        ScanProgress progress;
-        std::vector<RemovableItem> items; ///< applications without what they leave behind
+        std::vector<RemovableItem> items = {};        ///< applications without what they leave behind
+        std::vector<SuggestedCache> suggestions = {}; ///< other caches and what the assistant thinks of them
+        bool wasSent = false;                       ///< whether names and sizes left this computer for those
+        std::set<QString> running = {};             ///< the ids of applications that run
+        DeveloperCleanup::DockerStatus docker = {}; ///< its rows stay when its item was removed
+
+        /// The items and the suggestions as such.
+        std::vector<RemovableItem> offers() const;
+        /// Whether there is nothing to show.
+        bool isEmpty() const;
     };
 
     StorageScans(AppState &state, CloudAI &ai);
-    /// Ends the searches.
-    ~StorageScans() override;
 
     /// Begins a search; one that still runs is ended and forgotten.
-    void begin(ClutterKind scan);
+    void begin(ClutterKind kind);
     /// Ends a search without a result.
-    void stop(ClutterKind scan);
-    const Findings &findings(ClutterKind scan) const { return runOf(scan).findings; }
-    /// The other caches and what the assistant thinks of them; of the quick clean.
-    const std::vector<SuggestedCache> &suggestions() const { return m_suggestions; }
-    /// Whether names and sizes left this computer for those.
-    bool wasSent() const { return m_wasSent; }
+    void stop(ClutterKind kind);
+    bool isScanning(ClutterKind kind) const { return searchFor(kind).run.isUnderWay(); }
+    /// Whether one was run to its end.
+    bool isDone(ClutterKind kind) const { return searchFor(kind).isDone; }
+    /// Of the latest search.
+    const ScanProgress &progress(ClutterKind kind) const { return searchFor(kind).progress; }
+    /// The last results, until a search that was run to its end replaces them.
+    const Findings &findings(ClutterKind kind) const { return searchFor(kind).findings; }
 
     /// Looks for what that application leaves behind; prepared() or stillRuns() tells.
     void prepare(const QString &id);
     bool isPrepared(const QString &id) const { return m_preparing.count(id) != 0; }
-    bool isRunning(const QString &id) const { return m_running.count(id) != 0; }
 
     /// Takes what a confirmed removal removes off the results.
     void forget(const std::vector<RemovableItem> &removed);
@@ -67,33 +75,26 @@ Q_SIGNALS:
     void stillRuns(const QString &name);
 
 private:
-    struct Run {
+    struct Search {
+        LatestRun run;
+        bool isDone = false;
+        ScanProgress progress;
         Findings findings;
-        int number = 0; ///< of the latest search; an older one publishes nothing
-        std::unique_ptr<StopSource> stop;
+        bool isTouched = false; ///< by the last removal
     };
-    using Search = std::function<std::vector<RemovableItem>(
-        const Machine &machine, const ScanControl &control, const ExcludeList &excludes)>;
 
-    Run &runOf(ClutterKind scan) { return m_runs.at(static_cast<std::size_t>(scan)); }
-    const Run &runOf(ClutterKind scan) const { return m_runs.at(static_cast<std::size_t>(scan)); }
-    ScanControl control(ClutterKind scan, int number);
-    QCoro::Task<> search(ClutterKind scan, int number, ScanControl control, Search find);
-    QCoro::Task<> quickClean(int number, ScanControl control);
-    QCoro::Task<> listApplications(int number, ScanControl control);
-    QCoro::Task<> findLeftovers(InstalledApp app, QString id);
-    void finish(ClutterKind scan, std::vector<RemovableItem> items);
+    Search &searchFor(ClutterKind kind) { return m_searches.at(static_cast<std::size_t>(kind)); }
+    const Search &searchFor(ClutterKind kind) const { return m_searches.at(static_cast<std::size_t>(kind)); }
+    QCoro::Task<> quickClean(ScanControl control);
+    void finish(ClutterKind kind, Findings findings);
 
     AppState &m_state;
     CloudAI &m_ai;
-    std::array<Run, 4> m_runs;
-    std::vector<SuggestedCache> m_suggestions;
-    bool m_wasSent = false;
-    std::set<ClutterKind> m_touched; ///< by the last removal
     std::set<QString> m_preparing;
-    std::set<QString> m_running;
-    StopSource m_ending;
-    BackgroundWork m_work; // last, so that it is waited for while everything it uses still stands
+    // Last, so that the work is told to stop, then waited for while everything it uses still stands.
+    BackgroundWork m_work;
+    LatestRun m_preparations;
+    std::array<Search, 5> m_searches;
 };
 
 } // namespace swabby

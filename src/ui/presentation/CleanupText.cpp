@@ -56,6 +56,15 @@ ScanText scanText(bool isScanning, bool isDone, const ScanProgress &progress, co
     return text;
 }
 
+ScanText scanText(const StorageScans &scans, ClutterKind kind, const QString &firstAction,
+                  const QString &empty)
+{
+    ScanText text = scanText(scans.isScanning(kind), scans.isDone(kind), scans.progress(kind), firstAction);
+    if (scans.isDone(kind) && !scans.isScanning(kind) && scans.findings(kind).isEmpty())
+        text.empty = empty;
+    return text;
+}
+
 QString itemCountText(std::int64_t count)
 {
     return QString::number(count) + (count == 1 ? QStringLiteral(" item") : QStringLiteral(" items"));

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "cleanup/RemovableItem.h"
-#include "platform/ScanControl.h"
+#include "flows/cleanup/StorageScans.h"
 #include "ui/presentation/ConfirmationText.h"
 #include "ui/presentation/ProgramTile.h"
 
@@ -75,6 +74,9 @@ double fractionOf(const ScanProgress &progress);
 
 /// The card of a search that was or was not run to its end. firstAction stands on the button until then.
 ScanText scanText(bool isScanning, bool isDone, const ScanProgress &progress, const QString &firstAction);
+/// The same of one of these searches; empty is said when it found nothing.
+ScanText scanText(const StorageScans &scans, ClutterKind kind, const QString &firstAction,
+                  const QString &empty);
 
 /// "1 item", "3 items".
 QString itemCountText(std::int64_t count);

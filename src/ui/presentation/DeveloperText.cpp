@@ -1,7 +1,7 @@
 #include "ui/presentation/DeveloperText.h"
 
+#include "cleanup/DeveloperCleanup.h"
 #include "cleanup/RemovalRun.h"
-#include "cleanup/SaturatedBytes.h"
 #include "engine/ByteCount.h"
 #include "ui/presentation/PlainWords.h"
 
@@ -19,11 +19,9 @@ QList<DockerRowText> dockerRowTexts(const std::vector<DockerRow> &rows)
     return texts;
 }
 
-QString clutterText(const DeveloperClutter &clutter)
+QString clutterText(const std::vector<RemovableItem> &clutter)
 {
-    const std::int64_t bytes =
-        saturatedSum(saturatedSum(totalBytes(clutter.oldRuntimes), clutter.buildCacheBytes),
-                     DeveloperCleanup::estimatedReclaimableBytes(clutter.docker.rows));
+    const std::int64_t bytes = totalBytes(clutter);
     return bytes > 0 ? fileByteCount(bytes) + QStringLiteral(" can be cleared") : QString();
 }
 

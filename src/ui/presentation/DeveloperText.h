@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cleanup/DeveloperTexts.h"
-#include "flows/cleanup/DeveloperScan.h"
+#include "cleanup/RemovableItem.h"
 
 #include <QtCore/QList>
 #include <QtCore/QObject>
@@ -28,6 +28,6 @@ public:
 QList<DockerRowText> dockerRowTexts(const std::vector<DockerRow> &rows);
 
 /// "25 GB can be cleared"; empty when nothing can.
-QString clutterText(const DeveloperClutter &clutter);
+QString clutterText(const std::vector<RemovableItem> &clutter);
 
 } // namespace swabby

@@ -4,28 +4,47 @@
 #include "engine/ByteCount.h"
 #include "ui/qmltypes/MainWindowCoordinator.h"
 
-namespace swabby {
+#include <algorithm>
+#include <iterator>
 
-using DeveloperCleanup::DockerState;
+namespace swabby {
+namespace {
+
+/// The size of what is there, in words; empty for nothing.
+QString sizeText(const RemovableItem *item)
+{
+    return item == nullptr ? QString() : fileByteCount(item->sizeBytes);
+}
+
+std::vector<RemovableItem> runtimesAmong(const std::vector<RemovableItem> &items)
+{
+    std::vector<RemovableItem> runtimes;
+    std::copy_if(items.begin(), items.end(), std::back_inserter(runtimes), [](const RemovableItem &item) {
+        return std::holds_alternative<SimulatorRuntimeInfo>(item.kind);
+    });
+    return runtimes;
+}
+
+} // namespace
 
 DeveloperView::DeveloperView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator,
                              QObject *parent)
     : QObject(parent), m_context(context), m_coordinator(coordinator)
 {
-    if (m_context.state == nullptr)
+    if (m_context.state == nullptr || m_context.ai == nullptr)
         return;
-    m_scan = std::make_unique<DeveloperScan>(*m_context.state);
-    connect(m_scan.get(), &DeveloperScan::changed, this, &DeveloperView::show);
+    m_scans = std::make_unique<StorageScans>(*m_context.state, *m_context.ai);
+    connect(m_scans.get(), &StorageScans::changed, this, &DeveloperView::show);
     if (m_context.cleanup != nullptr)
         connect(m_context.cleanup, &CleanupFlow::removed, this, [this](const CleanupSuccess &success) {
-            if (!success.left.empty() && m_scan->hasForgotten())
-                m_scan->begin();
+            if (!success.left.empty())
+                m_scans->lookAgain();
         });
 }
 
 void DeveloperView::show()
 {
-    m_runtimes.show(m_scan->clutter().oldRuntimes, [this](const RemovableItem &item) {
+    m_runtimes.show(runtimesAmong(found().items), [this](const RemovableItem &item) {
         return removableRowText(item, false, m_context.state->machine().places.home);
     });
     Q_EMIT changed();
@@ -33,89 +52,93 @@ void DeveloperView::show()
 
 void DeveloperView::scan()
 {
-    if (m_scan)
-        m_scan->begin();
+    if (m_scans)
+        m_scans->begin(ClutterKind::developer);
 }
 
 void DeveloperView::stop()
 {
-    if (m_scan)
-        m_scan->stop();
+    if (m_scans)
+        m_scans->stop(ClutterKind::developer);
 }
 
-void DeveloperView::ask(const RemovableItem &item)
+const StorageScans::Findings &DeveloperView::found() const
 {
-    m_coordinator.confirmation()->askToRemove({item}, [this, item] { m_scan->forget({item}); });
+    static const StorageScans::Findings nothing;
+    return m_scans ? m_scans->findings(ClutterKind::developer) : nothing;
+}
+
+template <typename Kind>
+const RemovableItem *DeveloperView::find() const
+{
+    for (const RemovableItem &item : found().items)
+        if (std::holds_alternative<Kind>(item.kind))
+            return &item;
+    return nullptr;
+}
+
+void DeveloperView::ask(const RemovableItem *item)
+{
+    if (item != nullptr)
+        m_coordinator.confirmation()->askToRemove({*item}, [this, item = *item] { m_scans->forget({item}); });
 }
 
 void DeveloperView::removeBuildCache()
 {
-    if (m_scan && m_scan->clutter().buildCacheBytes > 0)
-        ask(RemovableItem::derivedData(m_scan->clutter().buildCacheBytes));
+    ask(find<DerivedData>());
 }
 
 void DeveloperView::removeRuntime(const QString &id)
 {
-    if (!m_scan)
-        return;
-    for (const RemovableItem &item : m_scan->clutter().oldRuntimes)
+    for (const RemovableItem &item : found().items)
         if (item.id == id) {
-            ask(RemovableItem(item));
+            ask(&item);
             return;
         }
 }
 
 void DeveloperView::removeDockerClutter()
 {
-    if (!dockerSize().isEmpty())
-        ask(RemovableItem::dockerPrune(
-            DeveloperCleanup::estimatedReclaimableBytes(m_scan->clutter().docker.rows)));
+    ask(find<DockerPrune>());
 }
 
 ScanText DeveloperView::text() const
 {
     const QString firstAction = QStringLiteral("Scan developer clutter");
-    if (!m_scan)
-        return scanText(false, false, {}, firstAction);
-    ScanText text = scanText(isScanning(), isDone(), m_scan->progress(), firstAction);
-    if (isDone() && !isScanning() && m_scan->clutter().isEmpty())
-        text.empty = QStringLiteral("No developer clutter found.");
-    return text;
+    return m_scans ? scanText(*m_scans, ClutterKind::developer, firstAction,
+                              QStringLiteral("No developer clutter found."))
+                   : scanText(false, false, {}, firstAction);
 }
 
 QString DeveloperView::clearable() const
 {
-    return m_scan ? clutterText(m_scan->clutter()) : QString();
+    return clutterText(found().items);
 }
 
 QString DeveloperView::buildCacheSize() const
 {
-    const std::int64_t bytes = m_scan ? m_scan->clutter().buildCacheBytes : 0;
-    return bytes > 0 ? fileByteCount(bytes) : QString();
+    return sizeText(find<DerivedData>());
 }
 
 QString DeveloperView::runtimesSize() const
 {
-    return m_scan && !m_scan->clutter().oldRuntimes.empty()
-               ? fileByteCount(totalBytes(m_scan->clutter().oldRuntimes))
-               : QString();
+    const std::vector<RemovableItem> runtimes = runtimesAmong(found().items);
+    return runtimes.empty() ? QString() : fileByteCount(totalBytes(runtimes));
 }
 
 QString DeveloperView::dockerSize() const
 {
-    return m_scan && m_scan->clutter().docker.state == DockerState::available
-               ? fileByteCount(DeveloperCleanup::estimatedReclaimableBytes(m_scan->clutter().docker.rows))
-               : QString();
+    return sizeText(find<DockerPrune>());
 }
 
 bool DeveloperView::dockerIsOff() const
 {
-    return m_scan && m_scan->clutter().docker.state == DockerState::notRunning;
+    return found().docker.state == DeveloperCleanup::DockerState::notRunning;
 }
 
 QList<DockerRowText> DeveloperView::dockerRows() const
 {
-    return m_scan ? dockerRowTexts(m_scan->clutter().docker.rows) : QList<DockerRowText>();
+    return dockerRowTexts(found().docker.rows);
 }
 
 } // namespace swabby

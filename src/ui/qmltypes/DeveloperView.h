@@ -1,5 +1,6 @@
 #pragma once
 
+#include "flows/cleanup/StorageScans.h"
 #include "ui/presentation/DeveloperText.h"
 #include "ui/qmltypes/RemovableList.h"
 #include "ui/qmltypes/WindowContext.h"
@@ -40,8 +41,8 @@ public:
     Q_INVOKABLE void removeDockerClutter();
 
     ScanText text() const;
-    bool isDone() const { return m_scan && m_scan->isDone(); }
-    bool isScanning() const { return m_scan && m_scan->isScanning(); }
+    bool isDone() const { return m_scans && m_scans->isDone(ClutterKind::developer); }
+    bool isScanning() const { return m_scans && m_scans->isScanning(ClutterKind::developer); }
     QString clearable() const;
     // Each is empty when there is no such thing.
     QString buildCacheSize() const;
@@ -57,12 +58,17 @@ Q_SIGNALS:
 
 private:
     void show();
-    void ask(const RemovableItem &item);
+    /// What the search found; nothing before there is one.
+    const StorageScans::Findings &found() const;
+    /// The item of that kind among it; null when there is none.
+    template <typename Kind>
+    const RemovableItem *find() const;
+    void ask(const RemovableItem *item);
 
     UserInterfaceContext m_context;
     MainWindowCoordinator &m_coordinator;
     RemovableList m_runtimes;
-    std::unique_ptr<DeveloperScan> m_scan;
+    std::unique_ptr<StorageScans> m_scans; ///< for this kind only
 };
 
 } // namespace swabby

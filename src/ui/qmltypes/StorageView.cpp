@@ -43,8 +43,7 @@ void StorageView::enter()
 {
     if (!m_scans)
         return;
-    const StorageScans::Findings &findings = m_scans->findings(ClutterKind::quickClean);
-    if (!findings.isDone && !findings.isScanning)
+    if (!m_scans->isDone(ClutterKind::quickClean) && !m_scans->isScanning(ClutterKind::quickClean))
         m_scans->begin(ClutterKind::quickClean);
 }
 
@@ -123,26 +122,16 @@ RemovableRowText StorageView::rowOf(const RemovableItem &item) const
     return removableRowText(item, m_selected.count(item.id) != 0, m_context.state->machine().places.home);
 }
 
-ScanText StorageView::textOf(ClutterKind scan, const QString &firstAction, const QString &empty) const
-{
-    const StorageScans::Findings &findings = m_scans->findings(scan);
-    ScanText text = scanText(findings.isScanning, findings.isDone, findings.progress, firstAction);
-    const bool hasSuggestions = scan == ClutterKind::quickClean && !m_scans->suggestions().empty();
-    if (findings.isDone && !findings.isScanning && findings.items.empty() && !hasSuggestions)
-        text.empty = empty;
-    return text;
-}
-
 void StorageView::show()
 {
     const auto row = [this](const RemovableItem &item) { return rowOf(item); };
     showQuickClean();
     m_duplicates.show(m_scans->findings(ClutterKind::duplicates).items, row);
-    m_duplicates.setText(textOf(ClutterKind::duplicates, QStringLiteral("Scan for duplicates"),
-                                QStringLiteral("No duplicates found.")));
+    m_duplicates.setText(scanText(*m_scans, ClutterKind::duplicates, QStringLiteral("Scan for duplicates"),
+                                  QStringLiteral("No duplicates found.")));
     m_forgottenFiles.show(m_scans->findings(ClutterKind::forgottenFiles).items, row);
-    m_forgottenFiles.setText(textOf(ClutterKind::forgottenFiles, QStringLiteral("Scan"),
-                                    QStringLiteral("No large old files found.")));
+    m_forgottenFiles.setText(scanText(*m_scans, ClutterKind::forgottenFiles, QStringLiteral("Scan"),
+                                      QStringLiteral("No large old files found.")));
     showApplications();
     fillQueue();
     Q_EMIT changed();
@@ -150,47 +139,45 @@ void StorageView::show()
 
 void StorageView::showQuickClean()
 {
-    std::vector<RemovableItem> items = m_scans->findings(ClutterKind::quickClean).items;
-    const std::size_t known = items.size();
-    const std::vector<SuggestedCache> &suggestions = m_scans->suggestions();
-    for (const SuggestedCache &suggestion : suggestions)
-        items.push_back(RemovableItem::fromCache(suggestion.entry));
+    const StorageScans::Findings &findings = m_scans->findings(ClutterKind::quickClean);
+    const std::size_t known = findings.items.size();
     std::size_t place = 0;
-    m_quickClean.show(items, [&](const RemovableItem &item) {
+    m_quickClean.show(findings.offers(), [&](const RemovableItem &item) {
         RemovableRowText row = rowOf(item);
         if (place >= known)
-            addVerdict(row, suggestions.at(place - known));
+            addVerdict(row, findings.suggestions.at(place - known));
         ++place;
         return row;
     });
-    m_quickClean.setText(textOf(ClutterKind::quickClean, QStringLiteral("Scan"),
-                                QStringLiteral("No cache worth clearing was found.")));
+    m_quickClean.setText(scanText(*m_scans, ClutterKind::quickClean, QStringLiteral("Scan"),
+                                  QStringLiteral("No cache worth clearing was found.")));
 }
 
 void StorageView::showApplications()
 {
-    m_applications.show(m_scans->findings(ClutterKind::applications).items, [this](
-                                                                                const RemovableItem &item) {
+    const StorageScans::Findings &findings = m_scans->findings(ClutterKind::applications);
+    m_applications.show(findings.items, [&](const RemovableItem &item) {
         RemovableRowText row = rowOf(item);
         // What goes with it is known once it has been looked for.
-        row.subtitle = m_scans->isRunning(item.id) ? QStringLiteral("Running — quit it first") : QString();
+        row.subtitle =
+            findings.running.contains(item.id) ? QStringLiteral("Running — quit it first") : QString();
         row.details.clear();
         if (const auto *uninstall = std::get_if<AppUninstall>(&item.kind))
             row.tile = tileOf(item.title, uninstall->app.path);
         row.isBusy = m_scans->isPrepared(item.id);
         return row;
     });
-    m_applications.setText(textOf(ClutterKind::applications, QStringLiteral("Show installed apps"),
-                                  QStringLiteral("No applications that could be removed.")));
+    m_applications.setText(scanText(*m_scans, ClutterKind::applications,
+                                    QStringLiteral("Show installed apps"),
+                                    QStringLiteral("No applications that could be removed.")));
 }
 
 void StorageView::fillQueue()
 {
-    std::vector<RemovableItem> offers = m_scans->findings(ClutterKind::quickClean).items;
-    for (const SuggestedCache &suggestion : m_scans->suggestions())
-        offers.push_back(RemovableItem::fromCache(suggestion.entry));
-    for (const ClutterKind scan : {ClutterKind::duplicates, ClutterKind::forgottenFiles}) {
-        const std::vector<RemovableItem> &found = m_scans->findings(scan).items;
+    std::vector<RemovableItem> offers;
+    for (const ClutterKind kind :
+         {ClutterKind::quickClean, ClutterKind::duplicates, ClutterKind::forgottenFiles}) {
+        const std::vector<RemovableItem> found = m_scans->findings(kind).offers();
         offers.insert(offers.end(), found.begin(), found.end());
     }
     m_clearableBytes = clearableBytes(offers);
@@ -247,7 +234,7 @@ QString StorageView::queueText() const
 
 QString StorageView::sentNote() const
 {
-    return m_scans && m_scans->wasSent()
+    return m_scans && m_scans->findings(ClutterKind::quickClean).wasSent
                ? QStringLiteral("The suggestions were checked by Claude — only the folders' names and sizes "
                                 "were sent.")
                : QString();

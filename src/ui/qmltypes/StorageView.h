@@ -74,7 +74,6 @@ private:
     void showApplications();
     RemovableRowText rowOf(const RemovableItem &item) const;
     std::optional<ClutterKind> scanOf(const RemovableList *list) const;
-    ScanText textOf(ClutterKind scan, const QString &firstAction, const QString &empty) const;
     /// Takes every ticked item into the queue, and adds up what could be.
     void fillQueue();
     void ask(const std::vector<RemovableItem> &items);
