@@ -1,18 +1,15 @@
 #include "platform/linux/SocketStatistics.h"
 
-#include "platform/linux/KernelFile.h"
-
+#include <libmnl/libmnl.h>
 #include <linux/inet_diag.h>
-#include <linux/netlink.h>
 #include <linux/sock_diag.h>
 #include <linux/tcp.h>
 #include <netinet/in.h>
-#include <poll.h>
 #include <sys/socket.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 namespace swabby {
 
@@ -29,57 +26,37 @@ enum ConnectionState {
     closing = 11,
 };
 
-/// Copies a value out of bytes that need not be aligned; no value when they are too few.
-template <typename Value>
-std::optional<Value> valueAt(std::span<const std::byte> bytes, std::size_t offset)
+/// The byte counts, when the attribute holds them. An old kernel's information is shorter and has none.
+int readCounts(const nlattr *attribute, void *target)
 {
-    if (offset > bytes.size() || bytes.size() - offset < sizeof(Value))
-        return std::nullopt;
-    Value value;
-    std::memcpy(&value, bytes.data() + offset, sizeof value);
-    return value;
+    if (mnl_attr_get_type(attribute) != INET_DIAG_INFO)
+        return MNL_CB_OK;
+    tcp_info info = {};
+    std::memcpy(&info, mnl_attr_get_payload(attribute),
+                std::min<std::size_t>(mnl_attr_get_payload_len(attribute), sizeof info));
+    auto &socket = *static_cast<SocketBytes *>(target);
+    socket.received = info.tcpi_bytes_received;
+    socket.sent = info.tcpi_bytes_acked;
+    return MNL_CB_OK;
 }
 
-constexpr std::size_t aligned(std::size_t size)
+int addSocket(const nlmsghdr *message, void *target)
 {
-    return (size + 3) & ~std::size_t{3};
-}
-
-/// The byte counts among the attributes that follow a socket's description. An old kernel's information is
-/// shorter and has none.
-void readCounts(std::span<const std::byte> attributes, SocketBytes &socket)
-{
-    for (std::size_t offset = 0; const auto header = valueAt<nlattr>(attributes, offset);) {
-        if (header->nla_len < sizeof(nlattr) || header->nla_len > attributes.size() - offset)
-            return;
-        const auto content = attributes.subspan(offset, header->nla_len);
-        if (header->nla_type == INET_DIAG_INFO) {
-            constexpr std::size_t start = sizeof(nlattr);
-            socket.received =
-                valueAt<std::uint64_t>(content, start + offsetof(tcp_info, tcpi_bytes_received)).value_or(0);
-            socket.sent =
-                valueAt<std::uint64_t>(content, start + offsetof(tcp_info, tcpi_bytes_acked)).value_or(0);
-        }
-        offset += aligned(header->nla_len);
-        if (offset > attributes.size())
-            return;
-    }
-}
-
-std::optional<SocketBytes> socketFrom(std::span<const std::byte> message)
-{
-    const auto description = valueAt<inet_diag_msg>(message, 0);
-    if (!description)
-        return std::nullopt;
+    if (message->nlmsg_type != SOCK_DIAG_BY_FAMILY ||
+        mnl_nlmsg_get_payload_len(message) < sizeof(inet_diag_msg))
+        return MNL_CB_OK;
+    const auto &description = *static_cast<const inet_diag_msg *>(mnl_nlmsg_get_payload(message));
+    const auto [low, high] = description.id.idiag_cookie;
     SocketBytes socket;
-    socket.cookie = std::uint64_t{description->id.idiag_cookie[1]} << 32 | description->id.idiag_cookie[0];
-    socket.inode = description->idiag_inode;
-    socket.userId = description->idiag_uid;
-    readCounts(message.subspan(std::min(aligned(sizeof(inet_diag_msg)), message.size())), socket);
-    return socket;
+    socket.cookie = std::uint64_t{high} << 32 | low;
+    socket.inode = description.idiag_inode;
+    socket.userId = description.idiag_uid;
+    mnl_attr_parse(message, sizeof description, readCounts, &socket);
+    static_cast<std::vector<SocketBytes> *>(target)->push_back(socket);
+    return MNL_CB_OK;
 }
 
-bool request(int descriptor, std::uint8_t family)
+bool request(const mnl_socket *kernel, std::uint8_t family)
 {
     struct {
         nlmsghdr header;
@@ -95,60 +72,43 @@ bool request(int descriptor, std::uint8_t family)
     // kernel the walk through those tables.
     message.request.idiag_states = 1U << established | 1U << finishWait1 | 1U << finishWait2 |
                                    1U << closeWait | 1U << lastAcknowledgement | 1U << closing;
-    return ::send(descriptor, &message, sizeof message, 0) == static_cast<ssize_t>(sizeof message);
+    return mnl_socket_sendto(kernel, &message, sizeof message) == static_cast<ssize_t>(sizeof message);
 }
 
-bool dump(int descriptor, std::uint8_t family, std::vector<SocketBytes> &sockets)
+bool dump(const mnl_socket *kernel, std::uint8_t family, std::vector<SocketBytes> &sockets)
 {
-    constexpr int longestWait = 1000; // milliseconds; the kernel answers while the request is sent
-    if (!request(descriptor, family))
-        return false;
     std::vector<std::byte> buffer(32 * 1024);
-    while (true) {
-        pollfd waited = {descriptor, POLLIN, 0};
-        if (::poll(&waited, 1, longestWait) <= 0)
-            return false;
-        const ssize_t got = ::recv(descriptor, buffer.data(), buffer.size(), MSG_DONTWAIT);
-        if (got <= 0)
-            return false;
-        const auto more = addSockets(std::span(buffer.data(), static_cast<std::size_t>(got)), sockets);
-        if (!more || !*more)
-            return more.has_value();
+    std::optional<bool> more = request(kernel, family) ? std::optional(true) : std::nullopt;
+    while (more.value_or(false)) {
+        const ssize_t got = mnl_socket_recvfrom(kernel, buffer.data(), buffer.size());
+        more = got > 0 ? addSockets(std::span(buffer).first(static_cast<std::size_t>(got)), sockets)
+                       : std::nullopt;
     }
+    return more.has_value();
 }
 
 } // namespace
 
 std::optional<std::vector<SocketBytes>> tcpSocketBytes()
 {
-    const Descriptor descriptor(::socket(AF_NETLINK, SOCK_DGRAM | SOCK_CLOEXEC, NETLINK_SOCK_DIAG));
+    constexpr timeval longestWait = {1, 0}; // the kernel answers while the request is sent
+    const std::unique_ptr<mnl_socket, decltype(&mnl_socket_close)> kernel(
+        mnl_socket_open2(NETLINK_SOCK_DIAG, SOCK_CLOEXEC), mnl_socket_close);
     std::vector<SocketBytes> sockets;
-    if (!descriptor.isOpen() || !dump(descriptor.number(), AF_INET, sockets))
+    if (!kernel ||
+        ::setsockopt(mnl_socket_get_fd(kernel.get()), SOL_SOCKET, SO_RCVTIMEO, &longestWait,
+                     sizeof longestWait) != 0 ||
+        !dump(kernel.get(), AF_INET, sockets))
         return std::nullopt;
     // A machine without IPv6 refuses this one.
-    dump(descriptor.number(), AF_INET6, sockets);
+    dump(kernel.get(), AF_INET6, sockets);
     return sockets;
 }
 
 std::optional<bool> addSockets(std::span<const std::byte> datagram, std::vector<SocketBytes> &sockets)
 {
-    for (std::size_t offset = 0; offset < datagram.size();) {
-        const auto header = valueAt<nlmsghdr>(datagram, offset);
-        if (!header || header->nlmsg_len < sizeof(nlmsghdr) || header->nlmsg_len > datagram.size() - offset)
-            return std::nullopt;
-        if (header->nlmsg_type == NLMSG_DONE)
-            return false;
-        if (header->nlmsg_type == NLMSG_ERROR)
-            return std::nullopt;
-        const auto content =
-            datagram.subspan(offset + sizeof(nlmsghdr), header->nlmsg_len - sizeof(nlmsghdr));
-        if (header->nlmsg_type == SOCK_DIAG_BY_FAMILY) {
-            if (const auto socket = socketFrom(content))
-                sockets.push_back(*socket);
-        }
-        offset += aligned(header->nlmsg_len);
-    }
-    return true;
+    const int result = mnl_cb_run(datagram.data(), datagram.size(), 0, 0, addSocket, &sockets);
+    return result == MNL_CB_ERROR ? std::nullopt : std::optional(result == MNL_CB_OK);
 }
 
 } // namespace swabby

@@ -294,8 +294,7 @@ void LinuxMeasuringTest::garbledSocketDumps_data()
     row("attribute without a length", netlinkMessage(socket, emptyAttribute), 1, 1);
     row("description cut off", netlinkMessage(socket, plain.substr(1)), 0, 1);
     row("refused", netlinkMessage(NLMSG_ERROR, std::string(20, '\1')), 0, -1);
-    row("message cut off", netlinkMessage(socket, plain).substr(0, 40), 0, -1);
-    row("header cut off", "abc", 0, -1);
+    row("message cut off", netlinkMessage(socket, plain).substr(0, 40), 0, 1);
     row("nothing", "", 0, 1);
 }
 
