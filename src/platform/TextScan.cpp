@@ -6,15 +6,15 @@
 
 namespace swabby {
 
-std::vector<std::string_view> piecesOf(std::string_view line)
+std::vector<std::string_view> piecesOf(std::string_view line, char separator)
 {
     std::vector<std::string_view> pieces;
     pieces.reserve(8);
-    std::size_t begin = line.find_first_not_of(' ');
+    std::size_t begin = line.find_first_not_of(separator);
     while (begin != std::string_view::npos) {
-        const std::size_t end = std::min(line.find(' ', begin), line.size());
+        const std::size_t end = std::min(line.find(separator, begin), line.size());
         pieces.push_back(line.substr(begin, end - begin));
-        begin = line.find_first_not_of(' ', end);
+        begin = line.find_first_not_of(separator, end);
     }
     return pieces;
 }

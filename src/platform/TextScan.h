@@ -8,8 +8,8 @@
 
 namespace swabby {
 
-/// The pieces between runs of spaces, none of them empty.
-std::vector<std::string_view> piecesOf(std::string_view line);
+/// The pieces between runs of the separator, none of them empty.
+std::vector<std::string_view> piecesOf(std::string_view line, char separator = ' ');
 
 /// Walks the lines of a text that are not empty. Stops when use() returns false.
 template <typename Use>

@@ -2,10 +2,10 @@
 
 #include "platform/linux/KernelFile.h"
 
+#include <QtCore/QByteArray>
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <charconv>
 #include <set>
 
 namespace swabby {
@@ -32,20 +32,10 @@ std::string applicationName(const DesktopEntry &entry)
 /// Undoes the \x2d writing that unit names use for characters with a meaning there.
 std::string unescapedUnitName(std::string_view name)
 {
-    std::string text;
-    for (std::size_t index = 0; index < name.size(); ++index) {
-        unsigned char code = 0;
-        const std::string_view digits =
-            name.substr(index).starts_with("\\x") ? name.substr(index + 2, 2) : "";
-        const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), code, 16);
-        if (digits.size() == 2 && error == std::errc() && end == digits.data() + 2) {
-            text += static_cast<char>(code);
-            index += 3;
-        } else {
-            text += name[index];
-        }
-    }
-    return text;
+    return QByteArray(name.data(), static_cast<qsizetype>(name.size()))
+        .replace("\\x", "\\")
+        .percentDecoded('\\')
+        .toStdString();
 }
 
 } // namespace

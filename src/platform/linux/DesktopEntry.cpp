@@ -2,63 +2,50 @@
 
 #include "platform/linux/KernelFile.h"
 
+#include <algorithm>
+
 namespace swabby {
 
 namespace {
 
-/// Undoes the escapes of a string value: \s \n \t \r \\.
+/// Undoes the escapes of a string value: \s \n \t \r \\. Exec has others, which are undone later.
 std::string unescaped(std::string_view value)
 {
+    constexpr std::string_view letters = "sntr\\";
+    constexpr std::string_view meanings = " \n\t\r\\";
     std::string text;
     for (std::size_t index = 0; index < value.size(); ++index) {
-        if (value[index] != '\\' || index + 1 == value.size()) {
+        const std::size_t known = value[index] == '\\' && index + 1 < value.size()
+                                      ? letters.find(value[index + 1])
+                                      : std::string_view::npos;
+        if (known == std::string_view::npos) {
             text += value[index];
-            continue;
-        }
-        switch (value[++index]) {
-        case 's':
-            text += ' ';
-            break;
-        case 'n':
-            text += '\n';
-            break;
-        case 't':
-            text += '\t';
-            break;
-        case 'r':
-            text += '\r';
-            break;
-        case '\\':
-            text += '\\';
-            break;
-        default: // Exec has escapes of its own, undone later
-            text += '\\';
-            text += value[index];
+        } else {
+            text += meanings[known];
+            ++index;
         }
     }
     return text;
 }
 
+constexpr std::pair<std::string_view, std::string DesktopEntry::*> texts[] = {
+    {"Name", &DesktopEntry::name},
+    {"Type", &DesktopEntry::type},
+    {"Exec", &DesktopEntry::exec},
+    {"Icon", &DesktopEntry::icon},
+    {"TryExec", &DesktopEntry::tryExec},
+    {"X-Flatpak", &DesktopEntry::flatpak},
+    {"OnlyShowIn", &DesktopEntry::onlyShowIn},
+    {"NotShowIn", &DesktopEntry::notShowIn},
+};
+
 void setField(DesktopEntry &entry, std::string_view key, std::string_view value)
 {
     const bool isTrue = value == "true";
-    if (key == "Name")
-        entry.name = unescaped(value);
-    else if (key == "Type")
-        entry.type = value;
-    else if (key == "Exec")
-        entry.exec = unescaped(value);
-    else if (key == "Icon")
-        entry.icon = unescaped(value);
-    else if (key == "TryExec")
-        entry.tryExec = unescaped(value);
-    else if (key == "X-Flatpak")
-        entry.flatpak = value;
-    else if (key == "OnlyShowIn")
-        entry.onlyShowIn = value;
-    else if (key == "NotShowIn")
-        entry.notShowIn = value;
-    else if (key == "Hidden")
+    for (const auto &[name, field] : texts)
+        if (key == name)
+            entry.*field = unescaped(value);
+    if (key == "Hidden")
         entry.isHidden = isTrue;
     else if (key == "NoDisplay")
         entry.isForDisplay = !isTrue;
@@ -134,18 +121,11 @@ std::vector<std::string> execArguments(std::string_view exec)
 
 bool namesDesktop(std::string_view list, std::string_view desktops)
 {
-    while (!list.empty()) {
-        const std::size_t end = list.find(';');
-        const std::string_view wanted = trimmed(list.substr(0, end));
-        for (std::string_view rest = desktops; !wanted.empty() && !rest.empty();) {
-            const std::size_t colon = rest.find(':');
-            if (rest.substr(0, colon) == wanted)
-                return true;
-            rest.remove_prefix(colon == std::string_view::npos ? rest.size() : colon + 1);
-        }
-        list.remove_prefix(end == std::string_view::npos ? list.size() : end + 1);
-    }
-    return false;
+    const std::vector<std::string_view> present = piecesOf(desktops, ':');
+    const std::vector<std::string_view> named = piecesOf(list, ';');
+    return std::any_of(named.begin(), named.end(), [&](std::string_view name) {
+        return std::find(present.begin(), present.end(), trimmed(name)) != present.end();
+    });
 }
 
 } // namespace swabby

@@ -27,18 +27,6 @@ bool staysBelow(std::string_view path)
     return !path.empty() && !path.starts_with('/') && path.find("..") == std::string_view::npos;
 }
 
-std::vector<std::string> listFrom(std::string_view value)
-{
-    std::vector<std::string> list;
-    while (!value.empty()) {
-        const std::size_t end = value.find(',');
-        if (const std::string_view word = trimmed(value.substr(0, end)); !word.empty())
-            list.emplace_back(word);
-        value.remove_prefix(end == std::string_view::npos ? value.size() : end + 1);
-    }
-    return list;
-}
-
 int numberFrom(std::string_view value, int otherwise)
 {
     int number = 0;
@@ -129,9 +117,11 @@ IconThemes::Theme IconThemes::themeFrom(std::string_view index)
 
     const Values &head = groups["Icon Theme"];
     Theme theme;
-    theme.parents = listFrom(valueOf(head, "Inherits"));
+    for (const std::string_view parent : piecesOf(valueOf(head, "Inherits"), ','))
+        theme.parents.emplace_back(trimmed(parent));
     for (const char *key : {"Directories", "ScaledDirectories"}) {
-        for (std::string &path : listFrom(valueOf(head, key))) {
+        for (const std::string_view piece : piecesOf(valueOf(head, key), ',')) {
+            const std::string_view path = trimmed(piece);
             const auto found = groups.find(path);
             if (found == groups.end() || !staysBelow(path) ||
                 !mayHoldPrograms(valueOf(found->second, "Context")))
@@ -144,7 +134,7 @@ IconThemes::Theme IconThemes::themeFrom(std::string_view index)
             const bool isScalable = type == "Scalable";
             const int smallest = isScalable ? numberFrom(valueOf(values, "MinSize"), size) : size - tolerance;
             const int largest = isScalable ? numberFrom(valueOf(values, "MaxSize"), size) : size + tolerance;
-            theme.directories.push_back({std::move(path), smallest * scale, largest * scale, isScalable});
+            theme.directories.push_back({std::string(path), smallest * scale, largest * scale, isScalable});
         }
     }
     return theme;

@@ -62,11 +62,8 @@ std::vector<std::string> folders(std::string_view list, std::initializer_list<st
         if (folder.starts_with('/') && std::find(result.begin(), result.end(), folder) == result.end())
             result.push_back(std::move(folder));
     };
-    while (!list.empty()) {
-        const std::size_t end = list.find(':');
-        add(std::string(list.substr(0, end)));
-        list.remove_prefix(end == std::string_view::npos ? list.size() : end + 1);
-    }
+    for (const std::string_view folder : piecesOf(list, ':'))
+        add(std::string(folder));
     std::for_each(more.begin(), more.end(), add);
     return result;
 }

@@ -2,6 +2,8 @@
 
 #include "platform/linux/KernelFile.h"
 
+#include <QtCore/QByteArray>
+#include <charconv>
 #include <cmath>
 #include <ctime>
 
@@ -11,53 +13,21 @@ namespace {
 constexpr std::string_view group = "[Trash Info]";
 constexpr std::string_view pathKey = "Path=";
 
-/// What RFC 2396 leaves as it is, and the slash between the parts of a path. Not a question of the locale.
-bool isKept(char byte)
-{
-    const bool isLetter = (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
-    return isLetter || (byte >= '0' && byte <= '9') ||
-           std::string_view("-_.!~*'()/").find(byte) != std::string_view::npos;
-}
+/// What RFC 2396 leaves as it is beside letters, digits and "-._~", and the slash between the parts of a
+/// path.
+constexpr auto keptMarks = "!*'()/";
 
-std::string escaped(const std::string &bytes)
-{
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    std::string text;
-    for (const char byte : bytes) {
-        if (isKept(byte)) {
-            text += byte;
-            continue;
-        }
-        const auto value = static_cast<unsigned char>(byte);
-        text += {'%', digits[value >> 4U], digits[value & 15U]};
-    }
-    return text;
-}
-
-int digitValue(char digit)
-{
-    if (digit >= '0' && digit <= '9')
-        return digit - '0';
-    const char letter = static_cast<char>(digit | 0x20);
-    return letter >= 'a' && letter <= 'f' ? letter - 'a' + 10 : -1;
-}
-
+/// No value when an escape is broken or stands for the byte that ends texts.
 std::optional<std::string> unescaped(std::string_view text)
 {
-    std::string bytes;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-        if (text[at] != '%') {
-            bytes += text[at];
-            continue;
-        }
-        const int high = at + 3 <= text.size() ? digitValue(text[at + 1]) : -1;
-        const int low = at + 3 <= text.size() ? digitValue(text[at + 2]) : -1;
-        if (high < 0 || low < 0 || high + low == 0)
+    for (std::size_t at = text.find('%'); at != std::string_view::npos; at = text.find('%', at + 3)) {
+        const std::string_view digits = text.substr(at + 1, 2);
+        unsigned value = 0;
+        const auto end = std::from_chars(digits.data(), digits.data() + digits.size(), value, 16).ptr;
+        if (digits.size() < 2 || end != digits.data() + 2 || value == 0)
             return std::nullopt;
-        bytes += static_cast<char>(high * 16 + low);
-        at += 2;
     }
-    return bytes;
+    return QByteArray(text.data(), static_cast<qsizetype>(text.size())).percentDecoded().toStdString();
 }
 
 } // namespace
@@ -70,7 +40,9 @@ std::string trashRecordText(const std::string &path, double now)
     char date[32] = "";
     std::strftime(date, sizeof date, "%Y-%m-%dT%H:%M:%S", &local);
     std::string text(group);
-    return text.append("\n").append(pathKey) + escaped(path) + "\nDeletionDate=" + date + '\n';
+    return text.append("\n").append(pathKey) +
+           QByteArray::fromStdString(path).toPercentEncoding(keptMarks).toStdString() +
+           "\nDeletionDate=" + date + '\n';
 }
 
 std::optional<std::string> pathOfTrashRecord(std::string_view text)

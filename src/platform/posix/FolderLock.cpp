@@ -7,7 +7,6 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
-#include <unistd.h>
 
 namespace swabby {
 
@@ -23,20 +22,11 @@ std::optional<FolderLock> FolderLock::tryLock(const QString &folder)
 
 std::optional<FolderLock> FolderLock::take(const QString &folder, int operation)
 {
-    const int descriptor = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0)
-        return std::nullopt;
-    FolderLock taken(descriptor);
-    while (::flock(descriptor, operation) != 0)
+    Descriptor taken(::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    while (::flock(taken.number(), operation) != 0)
         if (errno != EINTR)
             return std::nullopt;
-    return taken;
-}
-
-FolderLock::~FolderLock()
-{
-    if (m_descriptor >= 0)
-        ::close(m_descriptor);
+    return FolderLock(std::move(taken));
 }
 
 void sweepStrays(const QString &filePath)

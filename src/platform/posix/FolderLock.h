@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/posix/Descriptor.h"
+
 #include <QtCore/QString>
 
 #include <optional>
@@ -15,19 +17,11 @@ public:
     /// No value, at once, when another program holds it.
     static std::optional<FolderLock> tryLock(const QString &folder);
 
-    FolderLock(FolderLock &&other) noexcept : m_descriptor(std::exchange(other.m_descriptor, -1)) {}
-    FolderLock &operator=(FolderLock &&other) noexcept
-    {
-        std::swap(m_descriptor, other.m_descriptor);
-        return *this;
-    }
-    ~FolderLock();
-
 private:
-    explicit FolderLock(int descriptor) : m_descriptor(descriptor) {}
+    explicit FolderLock(Descriptor folder) : m_folder(std::move(folder)) {}
     static std::optional<FolderLock> take(const QString &folder, int operation);
 
-    int m_descriptor = -1;
+    Descriptor m_folder;
 };
 
 /// Deletes what killed saves of that file have left beside it ("NAME." and six letters). Hold the folder's
