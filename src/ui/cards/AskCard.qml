@@ -68,7 +68,7 @@ Item {
             focus: true
             name: "Your question"
             placeholder: "Ask anything about this Mac"
-            trailing: 28
+            trailing: 40
             content: card.view.question
             onContentChanged: card.view.question = content
             onAccepted: card.view.ask()

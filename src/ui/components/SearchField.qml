@@ -1,52 +1,22 @@
 import QtQuick
 import Swabby.Ui
 
-FocusScope {
+TextField {
     id: field
 
-    property alias text: input.text
-    property string placeholder
+    property alias text: field.content
 
-    implicitWidth: 220
     implicitHeight: 28
-
-    Rectangle {
-        anchors.fill: parent
-        radius: 7
-        color: Theme.quietFill
-    }
-
-    PlainLabel {
-        anchors.fill: input
-        text: field.placeholder
-        font: Theme.subtitleFont
-        color: Theme.tertiary
-        verticalAlignment: Text.AlignVCenter
-        visible: input.text === "" && input.preeditText === ""
-        Accessible.ignored: true
-    }
-
-    TextInput {
-        id: input
-
-        anchors.fill: parent
-        anchors.leftMargin: 10
-        anchors.rightMargin: 28
-        focus: true
-        activeFocusOnTab: true
-        clip: true
-        font: Theme.subtitleFont
-        color: Theme.primary
-        selectionColor: Theme.accentFill
-        selectedTextColor: Theme.onAccent
-        selectByMouse: true
-        verticalAlignment: TextInput.AlignVCenter
-        Accessible.role: Accessible.EditableText
-        Accessible.name: field.placeholder
-        Keys.onEscapePressed: event => {
-            event.accepted = text !== "";
-            clear();
-        }
+    name: placeholder
+    font: Theme.subtitleFont
+    color: Theme.quietFill
+    borderWidth: 0
+    innerRadius: 7
+    leading: 10
+    trailing: 28
+    Keys.onEscapePressed: event => {
+        event.accepted = text !== "";
+        clear();
     }
 
     SymbolButton {
@@ -58,13 +28,10 @@ FocusScope {
         symbol: "xmark"
         symbolSize: 10
         tip: "Clear the search"
-        visible: input.text !== ""
+        visible: field.text !== ""
         onActivated: {
-            input.clear();
-            input.forceActiveFocus();
+            field.clear();
+            field.forceActiveFocus();
         }
-    }
-
-    FocusRing {
     }
 }

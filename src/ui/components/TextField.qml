@@ -8,9 +8,14 @@ FocusScope {
     // Not called text: whoever reads the screen is told a property of that name, and this may be a secret.
     property alias content: input.text
     property alias echoMode: input.echoMode
+    property alias font: input.font
+    property alias color: frame.color
+    property alias borderWidth: frame.border.width
+    property alias innerRadius: frame.radius
     property string name
     property string placeholder
-    property real trailing: 0
+    property real leading: 12
+    property real trailing: 12
     readonly property bool isSecret: echoMode === TextInput.Password
 
     signal accepted
@@ -29,6 +34,8 @@ FocusScope {
     Accessible.ignored: !isSecret
 
     Rectangle {
+        id: frame
+
         anchors.fill: parent
         radius: 8
         color: Theme.card
@@ -39,6 +46,7 @@ FocusScope {
     PlainLabel {
         anchors.fill: input
         text: field.placeholder
+        font: field.font
         color: Theme.tertiary
         verticalAlignment: Text.AlignVCenter
         visible: input.text === "" && input.preeditText === ""
@@ -49,8 +57,8 @@ FocusScope {
         id: input
 
         anchors.fill: parent
-        anchors.leftMargin: 12
-        anchors.rightMargin: 12 + field.trailing
+        anchors.leftMargin: field.leading
+        anchors.rightMargin: field.trailing
         focus: true
         activeFocusOnTab: true
         clip: true
@@ -67,6 +75,6 @@ FocusScope {
     }
 
     FocusRing {
-        innerRadius: 8
+        innerRadius: field.innerRadius
     }
 }
