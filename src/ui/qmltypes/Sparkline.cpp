@@ -20,16 +20,7 @@ QColor withAlpha(QColor color, double alpha)
 Sparkline::Sparkline(QQuickItem *parent) : QQuickPaintedItem(parent)
 {
     setAntialiasing(true);
-    connect(this, &Sparkline::colorChanged, this, [this] { update(); });
-}
-
-void Sparkline::setDay(const SpeedDay &day)
-{
-    if (day == m_day)
-        return;
-    m_day = day;
-    Q_EMIT dayChanged();
-    update();
+    connect(this, &Sparkline::changed, this, [this] { update(); });
 }
 
 void Sparkline::paint(QPainter *painter)

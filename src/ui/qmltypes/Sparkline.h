@@ -23,21 +23,16 @@ public:
 class Sparkline : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(swabby::SpeedDay day READ day WRITE setDay NOTIFY dayChanged)
-    Q_PROPERTY(QColor color MEMBER m_color NOTIFY colorChanged)
-    Q_PROPERTY(QColor gridColor MEMBER m_gridColor NOTIFY colorChanged)
+    Q_PROPERTY(swabby::SpeedDay day MEMBER m_day NOTIFY changed)
+    Q_PROPERTY(QColor color MEMBER m_color NOTIFY changed)
+    Q_PROPERTY(QColor gridColor MEMBER m_gridColor NOTIFY changed)
 
 public:
     explicit Sparkline(QQuickItem *parent = nullptr);
-
-    SpeedDay day() const { return m_day; }
-    void setDay(const SpeedDay &day);
-
     void paint(QPainter *painter) override;
 
 Q_SIGNALS:
-    void dayChanged();
-    void colorChanged();
+    void changed();
 
 private:
     void paintStretch(QPainter *painter, const SpeedStretch &stretch) const;

@@ -11,24 +11,7 @@ SymbolItem::SymbolItem(QQuickItem *parent) : QQuickPaintedItem(parent)
 {
     setImplicitSize(16, 16);
     setAntialiasing(true);
-}
-
-void SymbolItem::setName(const QString &name)
-{
-    if (name == m_name)
-        return;
-    m_name = name;
-    Q_EMIT nameChanged();
-    update();
-}
-
-void SymbolItem::setColor(const QColor &color)
-{
-    if (color == m_color)
-        return;
-    m_color = color;
-    Q_EMIT colorChanged();
-    update();
+    connect(this, &SymbolItem::changed, this, [this] { update(); });
 }
 
 void SymbolItem::paint(QPainter *painter)

@@ -9,22 +9,15 @@ namespace swabby {
 class SymbolItem : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged)
-    Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
+    Q_PROPERTY(QString name MEMBER m_name NOTIFY changed)
+    Q_PROPERTY(QColor color MEMBER m_color NOTIFY changed)
 
 public:
     explicit SymbolItem(QQuickItem *parent = nullptr);
-
-    QString name() const { return m_name; }
-    QColor color() const { return m_color; }
-    void setName(const QString &name);
-    void setColor(const QColor &color);
-
     void paint(QPainter *painter) override;
 
 Q_SIGNALS:
-    void nameChanged();
-    void colorChanged();
+    void changed();
 
 private:
     QString m_name;
