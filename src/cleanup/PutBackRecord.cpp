@@ -1,12 +1,12 @@
 #include "cleanup/PutBackRecord.h"
 
 #include "platform/Utf8.h"
+#include "platform/posix/WholeFile.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
-#include <QtCore/QSaveFile>
 
 #include <algorithm>
 
@@ -108,13 +108,10 @@ bool PutBackRecord::add(const TrashedItem &item) const
 bool PutBackRecord::store(const std::vector<TrashedItem> &items) const
 {
     QDir().mkpath(QFileInfo(m_filePath).absolutePath());
-    QSaveFile file(m_filePath);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    QByteArray lines;
     for (const TrashedItem &item : items)
-        file.write(lineOf(item));
-    return file.commit();
+        lines += lineOf(item);
+    return saveWholeFile(m_filePath, lines, FileAudience::owner).isEmpty();
 }
 
 void PutBackRecord::forget() const

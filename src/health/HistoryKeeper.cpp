@@ -33,6 +33,12 @@ void HistoryKeeper::keep(const History &points, double now)
     m_wake.notify_one();
 }
 
+QString HistoryKeeper::problem() const
+{
+    const std::scoped_lock guard(m_mutex);
+    return m_problem;
+}
+
 void HistoryKeeper::work()
 {
     std::unique_lock guard(m_mutex);
@@ -59,7 +65,9 @@ void HistoryKeeper::write(const Save &save)
     // Both sides begin with what the file held when they started.
     std::set_union(m_inherited.begin(), m_inherited.end(), save.points.begin(), save.points.end(),
                    std::back_inserter(points), [](const auto &a, const auto &b) { return a.date < b.date; });
-    HistoryStore::save(m_applicationData, points, save.now);
+    const QString problem = HistoryStore::save(m_applicationData, points, save.now);
+    const std::scoped_lock guard(m_mutex);
+    m_problem = problem;
 }
 
 bool HistoryKeeper::takeTurn()

@@ -21,6 +21,8 @@ public:
 
     /// Has the history saved. Returns at once; when saves come faster than the disk, only the newest counts.
     void keep(const History &points, double now);
+    /// Why the last history to be saved was not; empty when it was. Any thread.
+    QString problem() const;
 
 private:
     struct Save {
@@ -37,9 +39,10 @@ private:
     std::optional<FolderLock> m_lock;
     History m_inherited; ///< what a program left that had its turn before this one
 
-    std::mutex m_mutex;
+    mutable std::mutex m_mutex;
     std::condition_variable m_wake;
     std::optional<Save> m_waiting;
+    QString m_problem;
     bool m_ends = false;
     std::thread m_thread;
 };

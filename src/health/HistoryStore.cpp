@@ -1,13 +1,13 @@
 #include "health/HistoryStore.h"
 
 #include "platform/posix/FolderLock.h"
+#include "platform/posix/WholeFile.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
-#include <QtCore/QSaveFile>
 
 #include <algorithm>
 #include <cmath>
@@ -98,15 +98,12 @@ void HistoryStore::sweep(const QString &applicationData)
     sweepStrays(fileIn(applicationData));
 }
 
-void HistoryStore::save(const QString &applicationData, const History &points, double now)
+QString HistoryStore::save(const QString &applicationData, const History &points, double now)
 {
     const QString folder = ensureFolder(applicationData);
     if (folder.isEmpty())
-        return;
-    const QByteArray text = jsonOf(lastDay(points, now));
-    QSaveFile file(fileIn(folder));
-    if (file.open(QIODevice::WriteOnly) && file.write(text) == text.size())
-        file.commit();
+        return QStringLiteral("%1 cannot be made").arg(applicationData);
+    return saveWholeFile(fileIn(folder), jsonOf(lastDay(points, now)));
 }
 
 } // namespace swabby

@@ -17,8 +17,8 @@ History load(const QString &applicationData, double now);
 /// progress looks the same.
 void sweep(const QString &applicationData);
 
-/// Replaces the file whole with the points of the last day, or leaves it as it was; failures are silent.
-/// Waits for the disk: background work only.
-void save(const QString &applicationData, const History &points, double now);
+/// Replaces the file whole with the points of the last day, or leaves it as it was and gives why. Waits for
+/// the disk: background work only.
+QString save(const QString &applicationData, const History &points, double now);
 
 } // namespace swabby::HistoryStore

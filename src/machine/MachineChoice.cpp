@@ -4,6 +4,7 @@
 #include "platform/machinefolder/FolderMachine.h"
 #include "platform/posix/MemoryPrivacy.h"
 
+#include <csignal>
 #include <cstdlib>
 #include <string>
 
@@ -24,6 +25,8 @@ void prepareProcess()
         keepMemoryPrivate();
     ::setenv("LC_NUMERIC", "C", 1);
     ::setenv("LC_TIME", "C", 1);
+    // A file that may not grow is a save that fails, and the person is told; it is no end of the program.
+    std::signal(SIGXFSZ, SIG_IGN);
     prepareForThisComputer();
 }
 

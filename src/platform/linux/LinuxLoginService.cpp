@@ -2,11 +2,11 @@
 
 #include "platform/Utf8.h"
 #include "platform/linux/DesktopEntry.h"
+#include "platform/posix/WholeFile.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
-#include <QtCore/QSaveFile>
 
 #include <algorithm>
 #include <system_error>
@@ -32,15 +32,6 @@ std::string quoted(const std::string &path)
         text += character;
     }
     return text + '"';
-}
-
-QString writeWhole(const QString &path, const std::string &text)
-{
-    QSaveFile file(path);
-    const auto size = static_cast<qint64>(text.size());
-    if (file.open(QIODevice::WriteOnly) && file.write(text.data(), size) == size && file.commit())
-        return {};
-    return file.errorString();
 }
 
 } // namespace
@@ -71,15 +62,15 @@ QString LinuxLoginService::registerAtLogin()
 {
     if (!QDir().mkpath(m_folder))
         return textOf(std::generic_category().message(errno));
-    return writeWhole(m_entry, "[Desktop Entry]\n"
-                               "Type=Application\n"
-                               "Name=Swabby\n"
-                               "Comment=Looks after this computer\n"
-                               "Icon=com.swabby.app\n"
-                               "Exec=" +
-                                   quoted(m_program) +
-                                   " --background\n"
-                                   "X-GNOME-Autostart-enabled=true\n");
+    return saveWholeFile(m_entry, "[Desktop Entry]\n"
+                                  "Type=Application\n"
+                                  "Name=Swabby\n"
+                                  "Comment=Looks after this computer\n"
+                                  "Icon=com.swabby.app\n"
+                                  "Exec=" +
+                                      QByteArray::fromStdString(quoted(m_program)) +
+                                      " --background\n"
+                                      "X-GNOME-Autostart-enabled=true\n");
 }
 
 QString LinuxLoginService::unregister()
@@ -89,7 +80,7 @@ QString LinuxLoginService::unregister()
                     [](const std::string &folder) { return QFileInfo::exists(textOf(folder) + entryName); });
     if (isInstalledForAll)
         return QDir().mkpath(m_folder)
-                   ? writeWhole(m_entry, "[Desktop Entry]\nType=Application\nName=Swabby\nHidden=true\n")
+                   ? saveWholeFile(m_entry, "[Desktop Entry]\nType=Application\nName=Swabby\nHidden=true\n")
                    : textOf(std::generic_category().message(errno));
     QFile file(m_entry);
     return !file.exists() || file.remove() ? QString() : file.errorString();

@@ -4,11 +4,11 @@
 #include "platform/linux/DesktopEntry.h"
 #include "platform/linux/UnitStates.h"
 #include "platform/posix/RenameWithoutReplacing.h"
+#include "platform/posix/WholeFile.h"
 
 #include <QtCore/QDirIterator>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
-#include <QtCore/QSaveFile>
 
 namespace swabby {
 namespace {
@@ -33,10 +33,10 @@ QByteArray contentOf(const QString &path)
     return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly) ? file.read(most) : QByteArray();
 }
 
-bool writeHiddenEntry(const QString &path)
+bool isEmptyFile(const QString &path)
 {
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(hiddenEntry) == hiddenEntry.size() && file.commit();
+    const QFileInfo file(path);
+    return file.isFile() && file.size() == 0;
 }
 
 } // namespace
@@ -64,7 +64,7 @@ bool LinuxStartupControl::setAside(const QString &definitionPath)
     const bool hadSystemEntry = hidesSystemEntry(definitionPath);
     if (!renameWithoutReplacing(definitionPath, asideName(definitionPath)))
         return false;
-    if (hadSystemEntry && !writeHiddenEntry(definitionPath)) {
+    if (hadSystemEntry && !saveWholeFile(definitionPath, hiddenEntry).isEmpty()) {
         renameWithoutReplacing(asideName(definitionPath), definitionPath);
         return false;
     }
@@ -76,7 +76,8 @@ bool LinuxStartupControl::setAside(const QString &definitionPath)
 
 bool LinuxStartupControl::putBack(const QString &definitionPath)
 {
-    const bool isHiddenByUs = contentOf(definitionPath) == hiddenEntry;
+    // An empty one is what a full disk can have left of ours; it says nothing of its own.
+    const bool isHiddenByUs = contentOf(definitionPath) == hiddenEntry || isEmptyFile(definitionPath);
     if (isHiddenByUs && (!QFileInfo::exists(asideName(definitionPath)) || !QFile::remove(definitionPath)))
         return false;
     if (!renameWithoutReplacing(asideName(definitionPath), definitionPath))

@@ -1,26 +1,17 @@
 #include "platform/machinefolder/FolderServices.h"
 
+#include "platform/posix/WholeFile.h"
+
 #include <QtCore/QFile>
 #include <QtCore/QJsonDocument>
-#include <QtCore/QSaveFile>
 
 namespace swabby {
 namespace {
-
-constexpr auto ownerOnly = QFileDevice::ReadOwner | QFileDevice::WriteOwner;
 
 QJsonObject readObject(const QString &path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
-}
-
-/// Closed to others before there is anything in it.
-bool writePrivately(const QString &path, const QByteArray &content)
-{
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.setPermissions(ownerOnly) &&
-           file.write(content) == content.size() && file.commit();
 }
 
 } // namespace
@@ -51,9 +42,8 @@ bool FolderLoginService::isEnabled()
 
 QString FolderLoginService::registerAtLogin()
 {
-    QFile file(m_registerFile);
-    if (!file.open(QIODevice::WriteOnly))
-        return file.errorString();
+    if (QString problem = saveWholeFile(m_registerFile, {}); !problem.isEmpty())
+        return problem;
     m_events.write(QStringLiteral("loginAtLogin"), true);
     return {};
 }
@@ -77,7 +67,7 @@ bool FolderSecretStore::write(const QString &value, const QString &account)
 {
     QJsonObject secrets = readObject(m_file);
     secrets.insert(account, value);
-    return writePrivately(m_file, QJsonDocument(secrets).toJson());
+    return saveWholeFile(m_file, QJsonDocument(secrets).toJson(), FileAudience::owner).isEmpty();
 }
 
 void FolderSecretStore::remove(const QString &account)
@@ -86,7 +76,7 @@ void FolderSecretStore::remove(const QString &account)
     if (!secrets.contains(account))
         return;
     secrets.remove(account);
-    writePrivately(m_file, QJsonDocument(secrets).toJson());
+    saveWholeFile(m_file, QJsonDocument(secrets).toJson(), FileAudience::owner);
 }
 
 } // namespace swabby

@@ -1,12 +1,12 @@
 #include "platform/posix/FileSettingsStore.h"
 
 #include "platform/posix/FolderLock.h"
+#include "platform/posix/WholeFile.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonDocument>
-#include <QtCore/QSaveFile>
 
 #include <limits>
 #include <sys/stat.h>
@@ -45,12 +45,6 @@ bool putAside(const QString &path)
     for (int number = 2; QFileInfo::exists(aside); ++number)
         aside = path + QStringLiteral(".unreadable.%1").arg(number);
     return QFile::copy(path, aside);
-}
-
-bool replaceWhole(const QString &path, const QByteArray &text)
-{
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit();
 }
 
 } // namespace
@@ -118,7 +112,7 @@ bool FileSettingsStore::change(const std::function<void(QJsonObject &)> &edit)
         return false;
     QJsonObject changed = values.value_or(QJsonObject());
     edit(changed);
-    return replaceWhole(m_filePath, QJsonDocument(changed).toJson());
+    return saveWholeFile(m_filePath, QJsonDocument(changed).toJson()).isEmpty();
 }
 
 } // namespace swabby

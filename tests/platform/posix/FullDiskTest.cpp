@@ -1,0 +1,139 @@
+#include "cleanup/PutBackRecord.h"
+#include "health/HistoryStore.h"
+#include "platform/linux/LinuxLoginService.h"
+#include "platform/linux/LinuxStartupControl.h"
+#include "platform/machinefolder/FolderServices.h"
+#include "platform/posix/FileSettingsStore.h"
+#include "platform/posix/WholeFile.h"
+
+#include <QtCore/QDir>
+#include <QtCore/QTemporaryDir>
+#include <QtTest/QTest>
+
+#include <csignal>
+#include <sys/resource.h>
+
+using namespace swabby;
+
+namespace {
+
+/// No file of this process grows while it lives, as on a disk that is full.
+class FullDisk {
+public:
+    FullDisk()
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        ::getrlimit(RLIMIT_FSIZE, &m_before);
+        rlimit none = m_before;
+        none.rlim_cur = 0;
+        ::setrlimit(RLIMIT_FSIZE, &none);
+    }
+    ~FullDisk() { ::setrlimit(RLIMIT_FSIZE, &m_before); }
+
+private:
+    rlimit m_before = {};
+};
+
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+using namespace Qt::StringLiterals;
+
+/// Writes the file FOLDER/name, and says whether that worked.
+struct Writer {
+    const char *name;
+    bool (*write)(const QString &folder);
+};
+
+constexpr double now = 1'700'000'000;
+
+const Writer writers[] = {
+    {"plain.txt",
+     [](const QString &folder) { return saveWholeFile(folder + u"/plain.txt"_s, "new").isEmpty(); }},
+    {"settings.json",
+     [](const QString &folder) {
+         return FileSettingsStore(folder + u"/settings.json"_s).store(u"neverRemove"_s, 1);
+     }},
+    {"history.json",
+     [](const QString &folder) {
+         return HistoryStore::save(folder, {{now, 1, 1}}, now).isEmpty();
+     }},
+    {"put-back.json",
+     [](const QString &folder) {
+         return PutBackRecord(folder).store({{"/a", "/b", FileIdentity()}});
+     }},
+    {"com.swabby.app.desktop",
+     [](const QString &folder) {
+         return LinuxLoginService(folder.toStdString(), {}, "/bin/x").registerAtLogin().isEmpty();
+     }},
+    {"keychain.json",
+     [](const QString &folder) {
+         return FolderSecretStore(folder + u"/keychain.json"_s).write(u"key"_s, u"account"_s);
+     }},
+};
+
+} // namespace
+
+class FullDiskTest : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void nothingIsLost_data()
+    {
+        QTest::addColumn<int>("writer");
+        for (int index = 0; index < static_cast<int>(std::size(writers)); ++index)
+            QTest::newRow(writers[index].name) << index;
+    }
+
+    void nothingIsLost()
+    {
+        QFETCH(int, writer);
+        const Writer &tried = writers[writer];
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QString::fromLatin1(tried.name));
+        QVERIFY(tried.write(folder.path()));
+        const QByteArray before = contentOf(path);
+        QVERIFY(!before.isEmpty());
+        {
+            const FullDisk full;
+            QVERIFY(!tried.write(folder.path()));
+        }
+        QCOMPARE(contentOf(path), before);
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
+                 QStringList(QString::fromLatin1(tried.name)));
+        QVERIFY(tried.write(folder.path()));
+    }
+
+    void aStartupItemStaysOnOrComesBack()
+    {
+        const QTemporaryDir home;
+        const QString own = home.filePath(u"autostart"_s);
+        const QString system = home.filePath(u"system"_s);
+        QVERIFY(QDir().mkpath(own) && QDir().mkpath(system));
+        const QString entry = own + u"/chat.desktop"_s;
+        QVERIFY(saveWholeFile(entry, "[Desktop Entry]\nName=Chat\n").isEmpty());
+        QVERIFY(saveWholeFile(system + u"/chat.desktop"_s, "[Desktop Entry]\n").isEmpty());
+        LinuxStartupControl control({.autostart = own.toStdString(),
+                                     .systemAutostart = {system.toStdString()},
+                                     .units = home.filePath(u"units"_s).toStdString(),
+                                     .userBus = {}},
+                                    {});
+        {
+            const FullDisk full;
+            QVERIFY(!control.setAside(entry));
+        }
+        QCOMPARE(contentOf(entry), QByteArray("[Desktop Entry]\nName=Chat\n"));
+
+        // What earlier versions left on a full disk.
+        QVERIFY(control.setAside(entry));
+        QVERIFY(saveWholeFile(entry, {}).isEmpty());
+        QVERIFY(control.putBack(entry));
+        QCOMPARE(contentOf(entry), QByteArray("[Desktop Entry]\nName=Chat\n"));
+    }
+};
+
+QTEST_GUILESS_MAIN(FullDiskTest)
+#include "FullDiskTest.moc"
