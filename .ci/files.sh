@@ -1,5 +1,5 @@
 # shellcheck shell=bash disable=SC2154
-# Which files the checks look at. Sourced after packaging/workbench.sh.
+# Which files the checks look at. Sourced after packaging/build.sh.
 
 # A checkout that belongs to another user is still ours to read.
 export GIT_CONFIG_COUNT=1 GIT_CONFIG_KEY_0=safe.directory GIT_CONFIG_VALUE_0='*'

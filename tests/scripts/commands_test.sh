@@ -14,7 +14,7 @@ chmod 0777 "$scratch"
 asked=$scratch/asked
 tools=$scratch/tools
 mkdir -p "$tools" "$scratch/packaging"
-cp "$top/packaging/workbench.sh" "$scratch/packaging/"
+cp "$top/packaging/build.sh" "$scratch/packaging/"
 # Only what the functions use of the system, and neither sudo nor the real package tools.
 for tool in bash basename dirname env grep sed; do
     ln -s "$(command -v "$tool")" "$tools/$tool"
@@ -31,7 +31,7 @@ need() {
     rm -f "$asked"
     # shellcheck disable=SC2016 # the inner shell is to expand it
     "${as_whom[@]}" env PATH="$tools" bash -c 'source "$0"; need_packages "$@"' \
-        "$scratch/packaging/workbench.sh" "$@"
+        "$scratch/packaging/build.sh" "$@"
 }
 
 stand_in apt-get "echo \"apt-get \$*\" >>'$asked'"
