@@ -9,18 +9,9 @@
 namespace swabby {
 namespace {
 
-int renameToFreeName(const EntryAt &from, const EntryAt &to)
-{
-#ifdef __APPLE__
-    return ::renameatx_np(from.folder, from.name.c_str(), to.folder, to.name.c_str(), RENAME_EXCL);
-#else
-    return ::renameat2(from.folder, from.name.c_str(), to.folder, to.name.c_str(), RENAME_NOREPLACE);
-#endif
-}
-
 MoveResult rename(const EntryAt &from, const EntryAt &to)
 {
-    if (renameToFreeName(from, to) == 0)
+    if (::renameat2(from.folder, from.name.c_str(), to.folder, to.name.c_str(), RENAME_NOREPLACE) == 0)
         return MoveResult::moved;
     if (errno == EEXIST)
         return MoveResult::nameTaken;

@@ -10,12 +10,6 @@
 namespace swabby {
 namespace {
 
-#ifdef O_PATH
-constexpr int placeOnly = O_PATH;
-#else
-constexpr int placeOnly = O_RDONLY;
-#endif
-
 /// The one path on which a held folder can be changed that may not be opened for reading.
 std::string pathOfDescriptor(int number)
 {
@@ -26,7 +20,7 @@ std::string pathOfDescriptor(int number)
 
 Descriptor holdFolder(int folder, const std::string &name, Links links)
 {
-    const int flags = placeOnly | O_DIRECTORY | O_CLOEXEC | (links == Links::refuse ? O_NOFOLLOW : 0);
+    const int flags = O_PATH | O_DIRECTORY | O_CLOEXEC | (links == Links::refuse ? O_NOFOLLOW : 0);
     return Descriptor(::openat(folder, name.c_str(), flags));
 }
 
@@ -92,12 +86,10 @@ std::optional<FileIdentity> identityOf(int descriptor)
 
 std::uint64_t mountOf(int folder, const std::string &name)
 {
-#ifdef STATX_MNT_ID
     struct statx more = {};
     const int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_EMPTY_PATH;
     if (::statx(folder, name.c_str(), flags, STATX_MNT_ID, &more) == 0 && (more.stx_mask & STATX_MNT_ID))
         return more.stx_mnt_id;
-#endif
     const auto identity = name.empty() ? identityOf(folder) : identityIn(folder, name);
     return identity ? identity->device : 0;
 }

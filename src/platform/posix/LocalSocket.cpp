@@ -21,51 +21,31 @@ std::optional<sockaddr_un> addressOf(const std::filesystem::path &path)
     return address;
 }
 
-// Tools that are started meanwhile must not hold it open, and who hangs up must not end this program.
-Descriptor prepared(int number)
-{
-    Descriptor socket(number);
-    ::fcntl(socket.number(), F_SETFD, FD_CLOEXEC);
-#ifdef SO_NOSIGPIPE
-    constexpr int on = 1;
-    ::setsockopt(socket.number(), SOL_SOCKET, SO_NOSIGPIPE, &on, sizeof on);
-#endif
-    return socket;
-}
-
-#ifdef MSG_NOSIGNAL
-constexpr int sendFlags = MSG_NOSIGNAL;
-#else
-constexpr int sendFlags = 0;
-#endif
-
 } // namespace
 
 Descriptor listenAt(const std::filesystem::path &path)
 {
     const auto address = addressOf(path);
-    Descriptor socket = prepared(::socket(AF_UNIX, SOCK_STREAM, 0));
+    Descriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
     ::unlink(path.c_str());
     constexpr int fewWaiting = 8;
     // Nobody can connect before it listens, and by then it is the user's own.
     if (!address ||
         ::bind(socket.number(), reinterpret_cast<const sockaddr *>(&*address), sizeof *address) != 0 ||
-        ::chmod(path.c_str(), S_IRUSR | S_IWUSR) != 0 || ::listen(socket.number(), fewWaiting) != 0 ||
-        ::fcntl(socket.number(), F_SETFL, O_NONBLOCK) != 0)
+        ::chmod(path.c_str(), S_IRUSR | S_IWUSR) != 0 || ::listen(socket.number(), fewWaiting) != 0)
         return Descriptor();
     return socket;
 }
 
 Descriptor acceptFrom(const Descriptor &listener)
 {
-    Descriptor socket = prepared(::accept(listener.number(), nullptr, nullptr));
-    ::fcntl(socket.number(), F_SETFL, O_NONBLOCK);
-    return socket;
+    return Descriptor(::accept4(listener.number(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
 }
 
 bool sayTo(const Descriptor &socket, std::string_view words)
 {
-    return ::send(socket.number(), words.data(), words.size(), sendFlags) ==
+    // Who hangs up must not end this program.
+    return ::send(socket.number(), words.data(), words.size(), MSG_NOSIGNAL) ==
            static_cast<ssize_t>(words.size());
 }
 
@@ -81,7 +61,7 @@ std::string askAt(const std::filesystem::path &path, std::string_view words, std
                   std::chrono::milliseconds patience)
 {
     const auto address = addressOf(path);
-    const Descriptor socket = prepared(::socket(AF_UNIX, SOCK_STREAM, 0));
+    const Descriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(patience);
     const timeval time = {seconds.count(),
                           static_cast<suseconds_t>(std::chrono::microseconds(patience - seconds).count())};

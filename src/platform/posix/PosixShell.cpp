@@ -21,15 +21,8 @@ namespace {
 bool makePipe(Descriptor &readEnd, Descriptor &writeEnd)
 {
     int ends[2] = {-1, -1};
-#ifdef __linux__
     if (::pipe2(ends, O_CLOEXEC) != 0)
         return false;
-#else
-    if (::pipe(ends) != 0)
-        return false;
-    ::fcntl(ends[0], F_SETFD, FD_CLOEXEC);
-    ::fcntl(ends[1], F_SETFD, FD_CLOEXEC);
-#endif
     readEnd = Descriptor(ends[0]);
     writeEnd = Descriptor(ends[1]);
     return true;

@@ -12,15 +12,11 @@ bool renameWithoutReplacing(const QString &from, const QString &to)
 {
     const QByteArray source = QFile::encodeName(from);
     const QByteArray target = QFile::encodeName(to);
-#if defined(__APPLE__)
-    return ::renamex_np(source.constData(), target.constData(), RENAME_EXCL) == 0;
-#else
     if (::renameat2(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) == 0)
         return true;
     // File systems that do not know the flag can still refuse a taken name in one step, by a second name.
     return errno == EINVAL && ::link(source.constData(), target.constData()) == 0 &&
            ::unlink(source.constData()) == 0;
-#endif
 }
 
 } // namespace swabby
