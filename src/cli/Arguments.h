@@ -7,10 +7,13 @@
 
 namespace swabby {
 
+struct Verb;
+
 /// What somebody asked swabbyctl for.
 struct Arguments {
     QString verb;
-    QStringList operands; ///< what follows the verb
+    const Verb *row = nullptr; ///< the verb's, in the table of them
+    QStringList operands;      ///< what follows the verb
     std::optional<QString> machineFolder;
     bool json = false;
     bool unset = false;

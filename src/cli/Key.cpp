@@ -71,9 +71,8 @@ int runKey(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
     if (word == QLatin1String("delete"))
         KeychainStore::erase(*machine->secrets, account);
     else if (word != QLatin1String("status")) {
-        printProblem(
-            QStringLiteral("swabbyctl: no \"key %1\"; usage: swabbyctl key set | key delete | key status")
-                .arg(word));
+        printProblem(QStringLiteral("swabbyctl: no \"key %1\"; usage: swabbyctl %2")
+                         .arg(word, QLatin1String(arguments.row->usage)));
         return wrongUsage;
     }
     const bool isStored = KeychainStore::read(*machine->secrets, account).has_value();

@@ -6,10 +6,15 @@
 #include "engine/TimeText.h"
 #include "health/HistoryStore.h"
 
-#include <map>
+#include <array>
+#include <limits>
+#include <string>
 
 namespace swabby {
+
 namespace {
+
+constexpr int anyNumber = std::numeric_limits<int>::max();
 
 int runHistory(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
 {
@@ -43,24 +48,46 @@ int runPin(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
     return done;
 }
 
+constexpr std::array verbTable = {
+    Verb{"snapshot", 0, 0, runSnapshot},
+    Verb{"watch [--refreshes N] [--interval SECONDS] [--snooze SECONDS]", 0, 0, runWatch},
+    Verb{"history", 0, 0, runHistory},
+    Verb{"startup [disable ID | enable ID | reveal ID | disabled]", 0, 2, runStartup},
+    Verb{"ask QUESTION", 1, 1, runAsk},
+    Verb{"explain --pid PID | --item ID", 0, 0, runExplain},
+    Verb{"key set | key delete | key status", 1, 1, runKey},
+    Verb{"caches [--unknown | --vet]", 0, 0, runCaches},
+    Verb{"duplicates [DIR...]", 0, anyNumber, runScan},
+    Verb{"deep-scan", 0, 0, runScan},
+    Verb{"apps [BUNDLEID]", 0, 1, runScan},
+    Verb{"developer", 0, 0, runScan},
+    Verb{"items", 0, 0, runScan},
+    Verb{"remove ID... [--yes]", 1, anyNumber, runRemove},
+    Verb{"put-back", 0, 0, runPutBack},
+    Verb{"quit PID [--force] [--yes]", 1, 1, runQuit},
+    Verb{"check", 0, 0, runCheck},
+    Verb{"settings [KEY [VALUE | --unset]]", 0, 2, runSettings},
+    Verb{"pin NAME", 1, 1, runPin},
+    Verb{"context", 0, 0, runSnapshot},
+};
+
 } // namespace
 
-int runVerb(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
+QString Verb::name() const
 {
-    using Run = int (*)(const Arguments &, const std::shared_ptr<Machine> &);
-    static const std::map<QString, Run> verbs = {
-        {QStringLiteral("snapshot"), runSnapshot}, {QStringLiteral("context"), runSnapshot},
-        {QStringLiteral("watch"), runWatch},       {QStringLiteral("history"), runHistory},
-        {QStringLiteral("startup"), runStartup},   {QStringLiteral("settings"), runSettings},
-        {QStringLiteral("pin"), runPin},           {QStringLiteral("ask"), runAsk},
-        {QStringLiteral("explain"), runExplain},   {QStringLiteral("key"), runKey},
-        {QStringLiteral("caches"), runCaches},     {QStringLiteral("duplicates"), runScan},
-        {QStringLiteral("deep-scan"), runScan},    {QStringLiteral("apps"), runScan},
-        {QStringLiteral("developer"), runScan},    {QStringLiteral("items"), runScan},
-        {QStringLiteral("remove"), runRemove},     {QStringLiteral("put-back"), runPutBack},
-        {QStringLiteral("quit"), runQuit},         {QStringLiteral("check"), runCheck},
-    };
-    return verbs.at(arguments.verb)(arguments, machine);
+    return QString::fromLatin1(usage).section(QLatin1Char(' '), 0, 0);
+}
+
+bool Verb::knows(const char *option) const
+{
+    const std::string_view name = option;
+    return name == "machine" || name == "json" ||
+           std::string_view(usage).find("--" + std::string(name)) != std::string_view::npos;
+}
+
+std::span<const Verb> verbs()
+{
+    return verbTable;
 }
 
 } // namespace swabby

@@ -7,14 +7,28 @@
 
 #include <functional>
 #include <memory>
+#include <span>
 
 namespace swabby {
 
 /// What the program ends with.
 enum ExitStatus { done = 0, notDone = 1, wrongUsage = 2 };
 
-/// Carries a verb out on the machine. Needs a QCoreApplication; gives the exit status.
-int runVerb(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+/// One verb.
+struct Verb {
+    const char *usage; ///< as help shows it: the name, then the operands and the options of its own
+    int fewestOperands;
+    int mostOperands;
+    /// Carries it out on the machine. Needs a QCoreApplication; gives the exit status.
+    int (*run)(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+
+    QString name() const;
+    /// Whether the option of that name is one of its own, or one of every verb's.
+    bool knows(const char *option) const;
+};
+
+/// All of them, in the order of the help.
+std::span<const Verb> verbs();
 
 // One each, in the file of its name.
 int runSnapshot(const Arguments &arguments, const std::shared_ptr<Machine> &machine);

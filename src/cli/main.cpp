@@ -29,5 +29,5 @@ int main(int argc, char *argv[])
         printProblem(QStringLiteral("swabbyctl: ") + problem);
         return wrongUsage;
     }
-    return runVerb(arguments, machine);
+    return arguments.row->run(arguments, machine);
 }
