@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/linux/AutostartEntries.h"
+#include "platform/linux/LinuxCleanupPlaces.h"
+
+#include <string>
+#include <vector>
+
+namespace swabby {
+
+/// What the environment says of the person's session. Paths are absolute and without a trailing slash; lists
+/// have the most important first.
+struct Session {
+    UserFolders folders;
+    ProgramFolders programs;
+    std::vector<std::string> sharedData; ///< where applications, icons and the like are described
+    AutostartFolders autostart;
+    std::string busAddress;       ///< of the session's message bus
+    std::string systemBusAddress; ///< empty when no service manager runs this machine
+    /// Swabby's own program for a window; the path an AppImage was started by, since what lies inside is gone
+    /// with it.
+    std::string ownProgram;
+};
+
+/// The environment as it is now, with what the desktop's standards put in the place of what is unset.
+Session sessionFromEnvironment();
+
+/// Each folder with that behind it.
+std::vector<std::string> withEnding(std::vector<std::string> list, const std::string &ending);
+
+} // namespace swabby
