@@ -6,20 +6,10 @@
 
 namespace swabby {
 
-HistoryKeeper::HistoryKeeper(QString applicationData) : m_applicationData(std::move(applicationData))
+HistoryKeeper::HistoryKeeper(QString applicationData)
+    : m_applicationData(std::move(applicationData)), m_writing(1)
 {
     takeTurn();
-}
-
-HistoryKeeper::~HistoryKeeper()
-{
-    {
-        const std::scoped_lock guard(m_mutex);
-        m_ends = true;
-    }
-    m_wake.notify_one();
-    if (m_thread.joinable())
-        m_thread.join();
 }
 
 void HistoryKeeper::keep(const History &points, double now)
@@ -28,29 +18,19 @@ void HistoryKeeper::keep(const History &points, double now)
         const std::scoped_lock guard(m_mutex);
         m_waiting = Save{points, now};
     }
-    if (!m_thread.joinable())
-        m_thread = std::thread([this] { work(); });
-    m_wake.notify_one();
+    m_writing.queue([this] {
+        std::unique_lock guard(m_mutex);
+        const auto newest = std::exchange(m_waiting, std::nullopt);
+        guard.unlock();
+        if (newest)
+            write(*newest);
+    });
 }
 
 QString HistoryKeeper::problem() const
 {
     const std::scoped_lock guard(m_mutex);
     return m_problem;
-}
-
-void HistoryKeeper::work()
-{
-    std::unique_lock guard(m_mutex);
-    for (;;) {
-        m_wake.wait(guard, [this] { return m_waiting || m_ends; });
-        if (!m_waiting)
-            return;
-        const Save save = *std::exchange(m_waiting, std::nullopt);
-        guard.unlock();
-        write(save);
-        guard.lock();
-    }
 }
 
 void HistoryKeeper::write(const Save &save)

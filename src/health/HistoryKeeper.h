@@ -1,12 +1,11 @@
 #pragma once
 
 #include "engine/HistoryPoint.h"
+#include "platform/BackgroundWork.h"
 #include "platform/posix/FolderLock.h"
 
-#include <condition_variable>
 #include <mutex>
 #include <optional>
-#include <thread>
 
 namespace swabby {
 
@@ -15,10 +14,8 @@ namespace swabby {
 /// ends, the next takes over and keeps the points it left.
 class HistoryKeeper {
 public:
+    /// When it goes away, what is still waiting is written.
     explicit HistoryKeeper(QString applicationData);
-    /// Writes what is still waiting.
-    ~HistoryKeeper();
-
     /// Has the history saved. Returns at once; when saves come faster than the disk, only the newest counts.
     void keep(const History &points, double now);
     /// Why the last history to be saved was not; empty when it was. Any thread.
@@ -30,7 +27,6 @@ private:
         double now = 0;
     };
 
-    void work();
     void write(const Save &save);
     /// Takes the lock if nobody else has it.
     bool takeTurn();
@@ -40,11 +36,9 @@ private:
     History m_inherited; ///< what a program left that had its turn before this one
 
     mutable std::mutex m_mutex;
-    std::condition_variable m_wake;
     std::optional<Save> m_waiting;
     QString m_problem;
-    bool m_ends = false;
-    std::thread m_thread;
+    BackgroundWork m_writing; // last, so that it ends while everything it uses still stands
 };
 
 } // namespace swabby
