@@ -1,7 +1,7 @@
 #include "ai/ModelConnection.h"
 
 #include "ai/ModelAddresses.h"
-#include "ai/network/Errand.h"
+#include "ai/network/PostRequest.h"
 #include "platform/posix/LateLibrary.h"
 #include "platform/posix/ThreadPriority.h"
 
@@ -25,29 +25,30 @@ void finishWithout(const ModelPromise &promise)
 } // namespace
 
 /// The thread and what lives on it.
-class ModelConnection::Courier {
+class ModelConnection::Worker {
 public:
-    explicit Courier(Limits limits) : m_limits(limits)
+    explicit Worker(Limits limits) : m_limits(limits)
     {
-        m_errands.moveToThread(&m_thread);
-        QObject::connect(&m_thread, &QThread::started, &m_errands, &useUtilityPriority, Qt::DirectConnection);
+        m_requests.moveToThread(&m_thread);
+        QObject::connect(&m_thread, &QThread::started, &m_requests, &useUtilityPriority,
+                         Qt::DirectConnection);
         m_thread.setObjectName(QStringLiteral("assistant"));
         m_thread.start();
     }
 
-    ~Courier()
+    ~Worker()
     {
         QMetaObject::invokeMethod(
-            &m_errands, [this] { qDeleteAll(m_errands.children()); }, Qt::BlockingQueuedConnection);
+            &m_requests, [this] { qDeleteAll(m_requests.children()); }, Qt::BlockingQueuedConnection);
         m_thread.quit();
         m_thread.wait();
     }
 
     void post(const ModelRequest &request, const ModelPromise &promise)
     {
-        QMetaObject::invokeMethod(&m_errands, [this, request, promise] {
-            if (const auto start = lateFunction<ErrandStarter>(networkLibrary, errandStarter))
-                start(request, m_limits, promise, &m_errands);
+        QMetaObject::invokeMethod(&m_requests, [this, request, promise] {
+            if (const auto send = lateFunction<PostFunction>(networkLibrary, postFunctionName))
+                send(request, m_limits, promise, &m_requests);
             else
                 finishWithout(promise);
         });
@@ -56,7 +57,7 @@ public:
 private:
     const Limits m_limits;
     QThread m_thread;
-    QObject m_errands; ///< parent of those under way
+    QObject m_requests; ///< parent of those under way
 };
 
 ModelConnection::ModelConnection(Limits limits) : m_limits(limits) {}
@@ -72,9 +73,9 @@ QFuture<ModelResponse> ModelConnection::post(const ModelRequest &request)
         finishWithout(promise);
         return future;
     }
-    if (!m_courier)
-        m_courier = std::make_unique<Courier>(m_limits);
-    m_courier->post(request, promise);
+    if (!m_worker)
+        m_worker = std::make_unique<Worker>(m_limits);
+    m_worker->post(request, promise);
     return future;
 }
 

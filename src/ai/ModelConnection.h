@@ -41,10 +41,10 @@ public:
     QFuture<ModelResponse> post(const ModelRequest &request);
 
 private:
-    class Courier;
+    class Worker;
 
     const Limits m_limits;
-    std::unique_ptr<Courier> m_courier;
+    std::unique_ptr<Worker> m_worker;
 };
 
 } // namespace swabby

@@ -1,4 +1,4 @@
-#include "ai/network/Errand.h"
+#include "ai/network/PostRequest.h"
 
 #include <QtCore/QTimer>
 #include <QtNetwork/QHostAddress>
@@ -64,9 +64,9 @@ private:
 
 /// One request from beginning to end, on the thread that makes it. It has a manager of its own: a shared one
 /// lets six through at a time, and keeps connections and credentials.
-class Errand final : public QNetworkAccessManager {
+class PostRequest final : public QNetworkAccessManager {
 public:
-    Errand(const ModelRequest &request, ModelConnection::Limits limits, ModelPromise promise)
+    PostRequest(const ModelRequest &request, ModelConnection::Limits limits, ModelPromise promise)
         : m_limits(limits), m_body(request.body), m_promise(std::move(promise))
     {
         setProxyFactory(new SystemProxies);
@@ -85,7 +85,7 @@ public:
         QTimer::singleShot(limits.time, m_reply, &QNetworkReply::abort);
     }
 
-    ~Errand() override
+    ~PostRequest() override
     {
         if (!m_isAnswered)
             finish();
@@ -129,9 +129,9 @@ private:
 } // namespace
 } // namespace swabby
 
-extern "C" Q_DECL_EXPORT void swabbyStartErrand(const swabby::ModelRequest &request,
-                                                const swabby::ModelConnection::Limits &limits,
-                                                const swabby::ModelPromise &promise, QObject *parent)
+extern "C" Q_DECL_EXPORT void swabbyPost(const swabby::ModelRequest &request,
+                                         const swabby::ModelConnection::Limits &limits,
+                                         const swabby::ModelPromise &promise, QObject *parent)
 {
-    (new swabby::Errand(request, limits, promise))->setParent(parent);
+    (new swabby::PostRequest(request, limits, promise))->setParent(parent);
 }
