@@ -1,104 +1,71 @@
 #include "app/CommandLine.h"
 
+#include <QtCore/QCommandLineParser>
+
 namespace swabby {
 namespace {
 
 const QString usage = QStringLiteral("swabby [--machine DIR] [--section NAME] [--theme light|dark|system] "
                                      "[--screenshots OUT] [--background]");
 
-struct Reader {
-    QStringList arguments;
-    QString *problem;
-    CommandLine result;
-
-    bool fail(const QString &words)
-    {
-        *problem = words;
-        return false;
-    }
-
-    bool takeFlag(const QString &name)
-    {
-        if (name == QLatin1String("--background"))
-            result.isBackground = true;
-        else if (name == QLatin1String("--help") || name == QLatin1String("-h"))
-            result.wantsHelp = true;
-        else if (name == QLatin1String("--version"))
-            result.wantsVersion = true;
-        else
-            return false;
-        return true;
-    }
-
-    bool takeValue(const QString &name, const QString &value)
-    {
-        if (name == QLatin1String("--machine"))
-            result.machineFolder = value;
-        else if (name == QLatin1String("--screenshots"))
-            result.screenshotsFolder = value;
-        else if (name == QLatin1String("--section"))
-            return takeSection(value);
-        else
-            return takeTheme(value);
-        return true;
-    }
-
-    bool takeSection(const QString &value)
-    {
-        result.section = sectionFrom(value);
-        if (result.section)
-            return true;
-        QStringList names;
-        for (const MainSection section : allSections)
-            names.append(sectionName(section));
-        return fail(QStringLiteral("unknown section \"%1\"; the sections are %2")
-                        .arg(value, names.join(QStringLiteral(", "))));
-    }
-
-    bool takeTheme(const QString &value)
-    {
-        static const QStringList names = {QStringLiteral("system"), QStringLiteral("light"),
-                                          QStringLiteral("dark")};
-        const auto index = names.indexOf(value);
-        if (index < 0)
-            return fail(
-                QStringLiteral("unknown theme \"%1\"; the themes are light, dark, system").arg(value));
-        result.theme = static_cast<ThemeChoice>(index);
-        return true;
-    }
-
-    bool read()
-    {
-        static const QStringList withValue = {QStringLiteral("--machine"), QStringLiteral("--section"),
-                                              QStringLiteral("--theme"), QStringLiteral("--screenshots")};
-        while (!arguments.isEmpty()) {
-            const QString argument = arguments.takeFirst();
-            if (takeFlag(argument))
-                continue;
-            const auto equals = argument.indexOf(QLatin1Char('='));
-            const QString name = argument.left(equals);
-            if (!withValue.contains(name))
-                return fail(QStringLiteral("unknown argument \"%1\"; use %2").arg(argument, usage));
-            if (equals < 0 && arguments.isEmpty())
-                return fail(QStringLiteral("%1 needs a value; use %2").arg(name, usage));
-            const QString value = equals < 0 ? arguments.takeFirst() : argument.mid(equals + 1);
-            if (value.isEmpty())
-                return fail(QStringLiteral("%1 needs a value; use %2").arg(name, usage));
-            if (!takeValue(name, value))
-                return false;
-        }
-        return true;
-    }
-};
+QStringList sectionNames()
+{
+    QStringList names;
+    for (const MainSection section : allSections)
+        names.append(sectionName(section));
+    return names;
+}
 
 } // namespace
 
 std::optional<CommandLine> parseCommandLine(const QStringList &arguments, QString *problem)
 {
-    Reader reader = {arguments, problem, {}};
-    if (!reader.read())
+    static const QStringList valued = {QStringLiteral("machine"), QStringLiteral("section"),
+                                       QStringLiteral("theme"), QStringLiteral("screenshots")};
+    static const QStringList themes = {QStringLiteral("system"), QStringLiteral("light"),
+                                       QStringLiteral("dark")};
+    QCommandLineParser parser;
+    for (const QString &name : valued)
+        parser.addOption({name, {}, name});
+    parser.addOptions({{QStringLiteral("background"), {}},
+                       {{QStringLiteral("h"), QStringLiteral("help")}, {}},
+                       {QStringLiteral("version"), {}}});
+    const bool isParsed = parser.parse(QStringList(QString()) + arguments);
+
+    const auto refuse = [&](const QString &words) {
+        *problem = words;
         return std::nullopt;
-    return reader.result;
+    };
+    const auto given = [&](const QString &name) {
+        return parser.isSet(name) ? std::optional(parser.value(name)) : std::nullopt;
+    };
+    for (const QString &name : valued)
+        if (given(name) == QString())
+            return refuse(QStringLiteral("--%1 needs a value; use %2").arg(name, usage));
+    QStringList strays = parser.positionalArguments();
+    for (const QString &name : parser.unknownOptionNames())
+        strays.append((name.size() == 1 ? QStringLiteral("-") : QStringLiteral("--")) + name);
+    if (!strays.isEmpty())
+        return refuse(QStringLiteral("unknown argument \"%1\"; use %2").arg(strays.first(), usage));
+    if (!isParsed)
+        return refuse(parser.errorText().remove(QLatin1Char('.')) + QStringLiteral("; use ") + usage);
+
+    CommandLine result;
+    result.machineFolder = given(QStringLiteral("machine"));
+    result.screenshotsFolder = given(QStringLiteral("screenshots"));
+    result.isBackground = parser.isSet(QStringLiteral("background"));
+    result.wantsHelp = parser.isSet(QStringLiteral("help"));
+    result.wantsVersion = parser.isSet(QStringLiteral("version"));
+    const QString section = parser.value(QStringLiteral("section"));
+    result.section = sectionFrom(section);
+    if (!section.isEmpty() && !result.section)
+        return refuse(QStringLiteral("unknown section \"%1\"; the sections are %2")
+                          .arg(section, sectionNames().join(QStringLiteral(", "))));
+    const QString theme = given(QStringLiteral("theme")).value_or(themes.first());
+    if (!themes.contains(theme))
+        return refuse(QStringLiteral("unknown theme \"%1\"; the themes are light, dark, system").arg(theme));
+    result.theme = static_cast<ThemeChoice>(themes.indexOf(theme));
+    return result;
 }
 
 QString commandLineHelp()
