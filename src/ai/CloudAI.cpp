@@ -43,15 +43,9 @@ CloudAI::CloudAI(std::shared_ptr<Machine> machine, ModelAddresses addresses, Mod
 {
 }
 
-CloudAI::~CloudAI()
-{
-    // A lookup may still wait for the secret store.
-    m_machine->stop.requestStop();
-}
-
 CloudAI::Route CloudAI::chooseRoute(Machine &machine, const ModelAddresses &addresses)
 {
-    if (!Settings(*machine.settings).aiEnabled())
+    if (!Settings(*machine.settings).value(setting<"aiEnabled">))
         return {.address = {}, .key = {}, .isSwitchedOff = true};
     if (const auto key = ExplainService::anthropicAPIKey(*machine.secrets))
         return {.address = addresses.direct, .key = key->toUtf8()};

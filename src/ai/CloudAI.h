@@ -39,7 +39,8 @@ struct Answered {
 /// with the person's own key, otherwise through the vendor's proxy, and not at all when the person has
 /// switched the assistant off. Nothing ever fails towards a caller: what goes wrong becomes no answer, and
 /// each question has a fixed sentence for that. Any number of requests may be under way; each takes a minute
-/// at most. Nothing is remembered between them.
+/// at most. Nothing is remembered between them. When this goes away, what is under way ends without an
+/// answer; a look for the key is waited for, unless the machine's work was stopped before.
 ///
 /// Every call returns at once with a coroutine to await on the calling thread:
 ///     const auto answer = co_await ai.ask(question, state.systemContextSummary());
@@ -47,8 +48,6 @@ class CloudAI {
 public:
     CloudAI(std::shared_ptr<Machine> machine, ModelAddresses addresses,
             ModelConnection::Limits limits = ModelConnection::Limits());
-    /// Ends what is under way; whoever awaits it gets no answer.
-    ~CloudAI();
 
     QCoro::Task<Answered<std::optional<QString>>> respond(QString system, QString prompt, int maxTokens);
 

@@ -32,29 +32,26 @@ AppDelegate::AppDelegate(AppState &state, ApplicationFlows &flows, ThemeChoice t
 
 AppDelegate::~AppDelegate() = default;
 
+// In the windows' library, which is loaded for it.
+template <typename... Arguments>
+std::function<void(Arguments...)> AppDelegate::inWindows(void (UserInterface::*open)(Arguments...))
+{
+    return [this, open](Arguments... arguments) {
+        if (UserInterface *windows = userInterface())
+            (windows->*open)(arguments...);
+    };
+}
+
 void AppDelegate::applicationDidFinishLaunching()
 {
-    const bool isShown = Settings(*m_state.machine().settings).showInDock();
-    m_state.machine().dock->setActivationPolicy(isShown ? ActivationPolicy::regular
-                                                        : ActivationPolicy::accessory);
-    const StatusItemController::Actions actions = {.openMainWindow = [this] { openMainWindow(); },
-                                                   .openAskWindow =
-                                                       [this] {
-                                                           if (UserInterface *windows = userInterface())
-                                                               windows->openAskWindow();
-                                                       },
-                                                   .openSettingsWindow = [this] { openSettingsWindow(); },
-                                                   .togglePopover =
-                                                       [this](const QRect &statusItem) {
-                                                           if (UserInterface *windows = userInterface())
-                                                               windows->togglePopover(statusItem);
-                                                       },
-                                                   .toggleItemMenu =
-                                                       [this](const QRect &statusItem) {
-                                                           if (UserInterface *windows = userInterface())
-                                                               windows->toggleItemMenu(statusItem);
-                                                       },
-                                                   .quit = [] { QCoreApplication::quit(); }};
+    syncActivationPolicy();
+    const StatusItemController::Actions actions = {
+        .openMainWindow = inWindows(&UserInterface::openMainWindow),
+        .openAskWindow = inWindows(&UserInterface::openAskWindow),
+        .openSettingsWindow = inWindows(&UserInterface::openSettingsWindow),
+        .togglePopover = inWindows(&UserInterface::togglePopover),
+        .toggleItemMenu = inWindows(&UserInterface::toggleItemMenu),
+        .quit = [] { QCoreApplication::quit(); }};
     m_statusItemController = std::make_unique<StatusItemController>(m_state, actions, makeTrayItems());
     QCoreApplication::instance()->installEventFilter(this);
 }
@@ -66,14 +63,12 @@ bool AppDelegate::staysWithoutWindow() const
 
 void AppDelegate::openMainWindow()
 {
-    if (UserInterface *windows = userInterface())
-        windows->openMainWindow();
+    inWindows (&UserInterface::openMainWindow)();
 }
 
 void AppDelegate::openSettingsWindow()
 {
-    if (UserInterface *windows = userInterface())
-        windows->openSettingsWindow();
+    inWindows (&UserInterface::openSettingsWindow)();
 }
 
 void AppDelegate::openMainWindowAt(MainSection section)
@@ -86,7 +81,7 @@ void AppDelegate::syncActivationPolicy()
 {
     const QWindowList windows = QGuiApplication::topLevelWindows();
     const bool isOpen = std::any_of(windows.begin(), windows.end(), isTitledWindow);
-    const bool isShown = isOpen || Settings(*m_state.machine().settings).showInDock();
+    const bool isShown = isOpen || Settings(*m_state.machine().settings).value(setting<"showInDock">);
     m_state.machine().dock->setActivationPolicy(isShown ? ActivationPolicy::regular
                                                         : ActivationPolicy::accessory);
 }

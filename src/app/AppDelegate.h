@@ -5,6 +5,7 @@
 
 #include <QtCore/QObject>
 
+#include <functional>
 #include <memory>
 
 class QKeyEvent;
@@ -40,6 +41,8 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    template <typename... Arguments>
+    std::function<void(Arguments...)> inWindows(void (UserInterface::*open)(Arguments...));
     bool press(const QKeyEvent &key);
 
     AppState &m_state;

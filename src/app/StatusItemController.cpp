@@ -6,25 +6,20 @@
 
 namespace swabby {
 
-StatusItemController::StatusItemController(AppState &state, Actions actions, TrayItems items, QObject *parent)
-    : QObject(parent), m_state(state), m_actions(std::move(actions)), m_items(std::move(items))
+StatusItemController::StatusItemController(AppState &state, Actions actions, TrayItems items)
+    : m_state(state), m_actions(std::move(actions)), m_items(std::move(items))
 {
     for (const auto &item : m_items) {
         connect(item.get(), &TrayItem::placeChanged, this, &StatusItemController::updateTitle);
         // Queued, since a window that opens takes its time and the panel waits for its click to be taken.
-        connect(item.get(), &TrayItem::activated, this, &StatusItemController::togglePopover,
-                Qt::QueuedConnection);
-        connect(
-            item.get(), &TrayItem::menuWanted, this,
-            [this](const QRect &where) { m_actions.toggleItemMenu(where); }, Qt::QueuedConnection);
+        connect(item.get(), &TrayItem::activated, this, m_actions.togglePopover, Qt::QueuedConnection);
+        connect(item.get(), &TrayItem::menuWanted, this, m_actions.toggleItemMenu, Qt::QueuedConnection);
         connect(item.get(), &TrayItem::commanded, this, &StatusItemController::follow, Qt::QueuedConnection);
     }
     updateTitle();
     // Queued, so that the title reads the values after the change.
     connect(&m_state, &AppState::changed, this, &StatusItemController::updateTitle, Qt::QueuedConnection);
 }
-
-StatusItemController::~StatusItemController() = default;
 
 bool StatusItemController::hasPlace() const
 {
@@ -50,26 +45,11 @@ void StatusItemController::chooseItem()
 void StatusItemController::updateTitle()
 {
     chooseItem();
-    const MenuBarTitle now = title();
+    const MenuBarTitle now = menuBarTitle(m_state.stats().cpuUsagePercent, m_state.health());
     if (m_statusItem == nullptr || now == m_shown)
         return;
     m_shown = now;
     m_statusItem->show({[now](int side) { return renderTraySquare(now, side); }, now.text});
-}
-
-TitleColor StatusItemController::cpuColor() const
-{
-    return title().color;
-}
-
-QImage StatusItemController::renderTitleImage(double devicePixelRatio) const
-{
-    return swabby::renderTitleImage(title(), devicePixelRatio);
-}
-
-void StatusItemController::togglePopover(const QRect &where)
-{
-    m_actions.togglePopover(where);
 }
 
 void StatusItemController::follow(TrayCommand command)
@@ -91,11 +71,6 @@ void StatusItemController::follow(TrayCommand command)
         m_actions.quit();
         break;
     }
-}
-
-MenuBarTitle StatusItemController::title() const
-{
-    return menuBarTitle(m_state.stats().cpuUsagePercent, m_state.health());
 }
 
 } // namespace swabby

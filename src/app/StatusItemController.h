@@ -28,21 +28,14 @@ public:
     };
 
     /// The items are the ways to be shown, the preferred one first.
-    StatusItemController(AppState &state, Actions actions, TrayItems items, QObject *parent = nullptr);
-    ~StatusItemController() override;
+    StatusItemController(AppState &state, Actions actions, TrayItems items);
 
     /// Whether there is a place that shows the item now.
     bool hasPlace() const;
 
+private:
     /// Draws the title anew when it has changed, in the place that there is now.
     void updateTitle();
-    TitleColor cpuColor() const;
-    QImage renderTitleImage(double devicePixelRatio = 1) const;
-    /// The click on the item, which stands there on the screen; empty when that is unknown.
-    void togglePopover(const QRect &where = {});
-
-private:
-    MenuBarTitle title() const;
     void chooseItem();
     void follow(TrayCommand command);
 

@@ -1,6 +1,7 @@
 #include "cleanup/AppUninstaller.h"
 
 #include "cleanup/DiskUsage.h"
+#include "platform/FolderListing.h"
 
 #include <algorithm>
 
@@ -8,11 +9,6 @@ namespace swabby::AppUninstaller {
 namespace {
 
 namespace fs = std::filesystem;
-
-bool isAtOrUnder(const fs::path &path, const fs::path &folder)
-{
-    return std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first == folder.end();
-}
 
 /// Fills in the sizes, measured side by side, and drops what occupies nothing.
 template <typename Found>

@@ -1,7 +1,7 @@
 #include "cleanup/CacheCleaner.h"
 
 #include "cleanup/DiskUsage.h"
-#include "cleanup/SaturatedBytes.h"
+#include "engine/SaturatedBytes.h"
 #include "platform/FolderListing.h"
 #include "platform/Utf8.h"
 

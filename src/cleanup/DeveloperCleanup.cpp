@@ -1,7 +1,7 @@
 #include "cleanup/DeveloperCleanup.h"
 
 #include "cleanup/DiskUsage.h"
-#include "cleanup/SaturatedBytes.h"
+#include "engine/SaturatedBytes.h"
 
 namespace swabby::DeveloperCleanup {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cleanup/SaturatedBytes.h"
+#include "engine/SaturatedBytes.h"
 #include "platform/FileIdentity.h"
 #include "platform/Utf8.h"
 

@@ -1,5 +1,7 @@
 #include "cleanup/ExcludeList.h"
 
+#include "platform/FolderListing.h"
+
 #include <algorithm>
 
 namespace swabby {
@@ -27,12 +29,6 @@ Path resolvedWhole(const Path &path)
     std::error_code ignored;
     const Path whole = std::filesystem::weakly_canonical(path, ignored);
     return ignored ? path : whole;
-}
-
-bool isAtOrUnder(const Path &path, const Path &folder)
-{
-    const auto [atFolder, atPath] = std::mismatch(folder.begin(), folder.end(), path.begin(), path.end());
-    return atFolder == folder.end();
 }
 
 } // namespace

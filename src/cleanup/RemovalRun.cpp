@@ -6,8 +6,8 @@
 #include "cleanup/DeveloperCleanup.h"
 #include "cleanup/DuplicateFinder.h"
 #include "cleanup/PutBackRecord.h"
-#include "cleanup/SaturatedBytes.h"
 #include "cleanup/Scans.h"
+#include "engine/SaturatedBytes.h"
 
 #include <algorithm>
 

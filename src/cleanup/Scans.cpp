@@ -5,8 +5,8 @@
 #include "cleanup/DeepScanner.h"
 #include "cleanup/DeveloperCleanup.h"
 #include "cleanup/DuplicateFinder.h"
-#include "cleanup/SaturatedBytes.h"
 #include "cleanup/SideBySide.h"
+#include "engine/SaturatedBytes.h"
 #include "settings/Settings.h"
 
 #include <QtCore/QFile>
@@ -19,7 +19,7 @@ namespace swabby {
 ExcludeList excludeListFrom(SettingsStore &store)
 {
     std::vector<std::filesystem::path> paths;
-    for (const QString &path : Settings(store).neverRemove())
+    for (const QString &path : Settings(store).value(setting<"neverRemove">))
         paths.emplace_back(QFile::encodeName(path).toStdString());
     return ExcludeList(paths);
 }

@@ -75,10 +75,8 @@ std::optional<ExplainRequest> requestFor(const Arguments &arguments, const AppSt
 
 std::optional<ProcessSample> findProcess(std::int32_t pid, const AppState &state)
 {
-    for (const auto *list : {&state.processes(), &state.batteryDrainers(), &state.networkUsers()})
-        for (const ProcessSample &process : *list)
-            if (process.pid == pid)
-                return process;
+    if (const auto process = state.published().findProcess(pid))
+        return process;
     const auto survey = state.machine().processes->begin();
     const auto found = ProcessSampler::processes(*survey, {pid}, state.machine().ownProcessId);
     return found.empty() ? std::nullopt : std::optional(found.begin()->second);
@@ -88,7 +86,8 @@ int runAsk(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
 {
     const QString question = arguments.operands.first().trimmed();
     if (question.isEmpty()) {
-        printProblem(QStringLiteral("swabbyctl: the question is blank; usage: swabbyctl ask QUESTION"));
+        printProblem(QStringLiteral("swabbyctl: the question is blank; usage: swabbyctl %1")
+                         .arg(QLatin1String(arguments.row->usage)));
         return wrongUsage;
     }
     AppState state(machine, Record::nothing);

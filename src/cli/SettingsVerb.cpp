@@ -22,10 +22,10 @@ void printAll(const Arguments &arguments, const Settings &settings)
 {
     QJsonObject all;
     std::vector<QStringList> rows;
-    for (const Settings::Key &key : Settings::keys()) {
-        const QJsonValue value = settings.effective(key);
-        all.insert(key.name, value);
-        rows.push_back({key.name, plainText(value)});
+    for (const SettingKey *key : Settings::keys()) {
+        const QJsonValue value = settings.effective(*key);
+        all.insert(QLatin1String(key->name), value);
+        rows.push_back({QLatin1String(key->name), plainText(value)});
     }
     print(arguments.json ? jsonText(all) + '\n' : table(rows).toUtf8());
 }
@@ -45,7 +45,7 @@ int runSettings(const Arguments &arguments, const std::shared_ptr<Machine> &mach
         printAll(arguments, settings);
         return done;
     }
-    const Settings::Key *key = Settings::find(arguments.operands.first());
+    const SettingKey *key = Settings::find(arguments.operands.first());
     if (!key)
         return wrong(QStringLiteral("swabbyctl: no setting \"%1\"; swabbyctl settings lists them")
                          .arg(arguments.operands.first()));
@@ -55,8 +55,9 @@ int runSettings(const Arguments &arguments, const std::shared_ptr<Machine> &mach
     } else if (arguments.operands.size() == 2) {
         const QJsonValue value = Settings::parse(*key, arguments.operands.last());
         if (value.isUndefined())
-            return wrong(QStringLiteral("swabbyctl: %1 takes %2, not \"%3\"")
-                             .arg(key->name, Settings::expectedText(*key), arguments.operands.last()));
+            return wrong(
+                QStringLiteral("swabbyctl: %1 takes %2, not \"%3\"")
+                    .arg(QLatin1String(key->name), Settings::expectedText(*key), arguments.operands.last()));
         changed = settings.store(*key, value);
     }
     printValue(arguments, settings.effective(*key));

@@ -25,12 +25,12 @@ bool reveal(const LoginItem &item, Machine &machine)
 
 bool disable(const LoginItem &item, Machine &machine)
 {
-    return LoginItemScanner::disable(item, *machine.startupControl);
+    return LoginItemActions::disable(item, *machine.startupControl);
 }
 
 bool enable(const LoginItem &item, Machine &machine)
 {
-    return LoginItemScanner::enable(item, *machine.startupControl);
+    return LoginItemActions::enable(item, *machine.startupControl);
 }
 
 constexpr std::array actions = {
@@ -91,9 +91,8 @@ int runStartup(const Arguments &arguments, const std::shared_ptr<Machine> &machi
                                      [&](const Action &known) { return word == QLatin1String(known.word); });
     if (action != actions.end() && arguments.operands.size() == 2)
         return change(arguments, *action, *machine);
-    printProblem(QStringLiteral("swabbyctl: no \"startup %1\" with so many arguments; "
-                                "usage: swabbyctl startup [disable ID | enable ID | reveal ID | disabled]")
-                     .arg(word));
+    printProblem(QStringLiteral("swabbyctl: no \"startup %1\" with so many arguments; usage: swabbyctl %2")
+                     .arg(word, QLatin1String(arguments.row->usage)));
     return wrongUsage;
 }
 

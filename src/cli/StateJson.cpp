@@ -96,7 +96,7 @@ QJsonValue optionalJson(const std::optional<Value> &value)
     return value ? QJsonValue(*value) : QJsonValue(QJsonValue::Null);
 }
 
-QJsonObject recordJson(const SystemStats &stats)
+QJsonObject toJson(const SystemStats &stats)
 {
     return {{QStringLiteral("timestamp"), stats.timestamp},
             {QStringLiteral("cpuUsagePercent"), stats.cpuUsagePercent},
@@ -114,22 +114,7 @@ QJsonObject recordJson(const SystemStats &stats)
             {QStringLiteral("thermalState"), caseName(stats.thermalState)}};
 }
 
-QJsonObject recordJson(const ProcessSample &process)
-{
-    return {{QStringLiteral("pid"), process.pid},
-            {QStringLiteral("name"), process.name},
-            {QStringLiteral("path"), process.path},
-            {QStringLiteral("cpuPercent"), process.cpuPercent},
-            {QStringLiteral("memPercent"), process.memPercent},
-            {QStringLiteral("rssBytes"), bytesJson(process.rssBytes)},
-            {QStringLiteral("isApp"), process.isApp},
-            {QStringLiteral("energyImpact"), process.energyImpact},
-            {QStringLiteral("networkBytesPerSec"), bytesJson(process.networkBytesPerSec)},
-            {QStringLiteral("trustRatio"), process.trustRatio()},
-            {QStringLiteral("recommendation"), caseName(recommendation(process))}};
-}
-
-QJsonObject recordJson(const BrowserRollupEntry &entry)
+QJsonObject toJson(const BrowserRollupEntry &entry)
 {
     return {{QStringLiteral("browserName"), entry.browserName},
             {QStringLiteral("processCount"), entry.processCount},
@@ -137,28 +122,14 @@ QJsonObject recordJson(const BrowserRollupEntry &entry)
             {QStringLiteral("totalCPUPercent"), entry.totalCPUPercent}};
 }
 
-QJsonObject recordJson(const LoginItem &item)
-{
-    return {{QStringLiteral("id"), item.id()},
-            {QStringLiteral("label"), item.label},
-            {QStringLiteral("plistPath"), item.plistPath},
-            {QStringLiteral("programPath"), item.programPath},
-            {QStringLiteral("scope"), caseName(item.scope)},
-            {QStringLiteral("isLoaded"), item.isLoaded},
-            {QStringLiteral("isOrphaned"), item.isOrphaned},
-            {QStringLiteral("isAppleSigned"), item.isAppleSigned},
-            {QStringLiteral("canDisableInPlace"), item.canDisableInPlace},
-            {QStringLiteral("bootDelaySeconds"), optionalJson(item.bootDelaySeconds)}};
-}
-
-QJsonObject recordJson(const HistoryPoint &point)
+QJsonObject toJson(const HistoryPoint &point)
 {
     return {{QStringLiteral("date"), point.date},
             {QStringLiteral("cpu"), point.cpu},
             {QStringLiteral("mem"), point.mem}};
 }
 
-QJsonObject recordJson(const LeakSuspect &suspect)
+QJsonObject toJson(const LeakSuspect &suspect)
 {
     return {{QStringLiteral("pid"), suspect.pid},
             {QStringLiteral("name"), suspect.name},
@@ -175,7 +146,7 @@ QJsonValue actionJson(const std::optional<HealthIssueAction> &action)
     return QJsonObject{{QStringLiteral("openSection"), sectionName(std::get<OpenSection>(*action).section)}};
 }
 
-QJsonObject recordJson(const HealthIssue &issue)
+QJsonObject toJson(const HealthIssue &issue)
 {
     return {{QStringLiteral("level"), caseName(issue.level)},
             {QStringLiteral("section"), sectionName(issue.section)},
@@ -185,7 +156,7 @@ QJsonObject recordJson(const HealthIssue &issue)
             {QStringLiteral("action"), actionJson(issue.action)}};
 }
 
-QJsonObject recordJson(const Notification &notification)
+QJsonObject toJson(const Notification &notification)
 {
     return {{QStringLiteral("title"), notification.title}, {QStringLiteral("body"), notification.body}};
 }
@@ -195,16 +166,45 @@ QJsonArray listJson(const QList<Record> &records)
 {
     QJsonArray list;
     for (const Record &record : records)
-        list.append(recordJson(record));
+        list.append(toJson(record));
     return list;
 }
 
 } // namespace
 
+QJsonObject toJson(const ProcessSample &process)
+{
+    return {{QStringLiteral("pid"), process.pid},
+            {QStringLiteral("name"), process.name},
+            {QStringLiteral("path"), process.path},
+            {QStringLiteral("cpuPercent"), process.cpuPercent},
+            {QStringLiteral("memPercent"), process.memPercent},
+            {QStringLiteral("rssBytes"), bytesJson(process.rssBytes)},
+            {QStringLiteral("isApp"), process.isApp},
+            {QStringLiteral("energyImpact"), process.energyImpact},
+            {QStringLiteral("networkBytesPerSec"), bytesJson(process.networkBytesPerSec)},
+            {QStringLiteral("trustRatio"), process.trustRatio()},
+            {QStringLiteral("recommendation"), caseName(recommendation(process))}};
+}
+
+QJsonObject toJson(const LoginItem &item)
+{
+    return {{QStringLiteral("id"), item.id()},
+            {QStringLiteral("label"), item.label},
+            {QStringLiteral("plistPath"), item.plistPath},
+            {QStringLiteral("programPath"), item.programPath},
+            {QStringLiteral("scope"), caseName(item.scope)},
+            {QStringLiteral("isLoaded"), item.isLoaded},
+            {QStringLiteral("isOrphaned"), item.isOrphaned},
+            {QStringLiteral("isAppleSigned"), item.isAppleSigned},
+            {QStringLiteral("canDisableInPlace"), item.canDisableInPlace},
+            {QStringLiteral("bootDelaySeconds"), optionalJson(item.bootDelaySeconds)}};
+}
+
 QJsonObject toJson(const AppState &state, const QList<Notification> &notifications)
 {
     const MenuBarTitle title = menuBarTitle(state.stats().cpuUsagePercent, state.health());
-    return {{QStringLiteral("stats"), recordJson(state.stats())},
+    return {{QStringLiteral("stats"), toJson(state.stats())},
             {QStringLiteral("processes"), listJson(state.processes())},
             {QStringLiteral("batteryDrainers"), listJson(state.batteryDrainers())},
             {QStringLiteral("networkUsers"), listJson(state.networkUsers())},
@@ -218,11 +218,6 @@ QJsonObject toJson(const AppState &state, const QList<Notification> &notificatio
             {QStringLiteral("menuBar"), QJsonObject{{QStringLiteral("text"), title.text},
                                                     {QStringLiteral("color"), caseName(title.color)}}},
             {QStringLiteral("notifications"), listJson(notifications)}};
-}
-
-QJsonObject toJson(const ProcessSample &process)
-{
-    return recordJson(process);
 }
 
 QJsonArray toJson(const History &history)

@@ -11,11 +11,6 @@
 namespace swabby {
 namespace {
 
-QString percent(double value)
-{
-    return QString::number(wholeNumber(value)) + QLatin1Char('%');
-}
-
 QString heading(const QString &text)
 {
     return QLatin1Char('\n') + inBold(text) + QLatin1Char('\n');
@@ -55,7 +50,7 @@ QString batteryText(const SystemStats &stats)
 QString gaugesText(const SystemStats &stats)
 {
     std::vector<QStringList> rows = {
-        {QStringLiteral("Speed"), percent(stats.cpuUsagePercent) + QStringLiteral(" busy")},
+        {QStringLiteral("Speed"), percentText(stats.cpuUsagePercent) + QStringLiteral(" busy")},
         {QStringLiteral("Memory"), memoryByteCount(stats.memUsedBytes) + QStringLiteral(" / ") +
                                        memoryByteCount(stats.memTotalBytes) + QStringLiteral(" · swap ") +
                                        memoryByteCount(stats.swapUsedBytes)},
@@ -87,7 +82,7 @@ QString processesText(const QList<ProcessSample> &processes, const std::set<QStr
                                       QStringLiteral("ENERGY"), QStringLiteral("TRUST"),
                                       QStringLiteral("NAME")}};
     for (const ProcessSample &process : processes)
-        rows.push_back({QString::number(process.pid), percent(process.cpuPercent),
+        rows.push_back({QString::number(process.pid), percentText(process.cpuPercent),
                         memoryByteCount(process.rssBytes), QString::number(wholeNumber(process.energyImpact)),
                         QString::number(process.trustRatio()),
                         harmless(process.name) +
@@ -109,7 +104,7 @@ QString browsersText(const QList<BrowserRollupEntry> &browsers)
 {
     std::vector<QStringList> rows;
     for (const BrowserRollupEntry &browser : browsers)
-        rows.push_back({memoryByteCount(browser.totalMemBytes), percent(browser.totalCPUPercent),
+        rows.push_back({memoryByteCount(browser.totalMemBytes), percentText(browser.totalCPUPercent),
                         QStringLiteral("%1 tabs & helpers").arg(browser.processCount), browser.browserName});
     return table(rows, {0, 1});
 }
@@ -142,8 +137,8 @@ QString stateLine(const AppState &state)
         timeOfDay(time, locale).rightJustified(longest) + QStringLiteral("  ") +
         inColor(healthWord(state.health()).leftJustified(10), state.health()) +
         QStringLiteral("  %1 busy  %2 memory  %3 free")
-            .arg(percent(stats.cpuUsagePercent).rightJustified(4),
-                 percent(memoryPercent(stats)).rightJustified(4), fileByteCount(stats.diskFreeBytes));
+            .arg(percentText(stats.cpuUsagePercent).rightJustified(4),
+                 percentText(memoryPercent(stats)).rightJustified(4), fileByteCount(stats.diskFreeBytes));
     if (!state.healthIssues().isEmpty())
         line += QStringLiteral("  ") + harmless(state.healthIssues().first().what);
     return line + QLatin1Char('\n');

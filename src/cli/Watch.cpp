@@ -65,7 +65,9 @@ int runWatch(const Arguments &arguments, const std::shared_ptr<Machine> &machine
                      });
     state.refresh();
     pace.start();
-    return QCoreApplication::exec();
+    const int status = QCoreApplication::exec();
+    machine->stop.requestStop();
+    return status;
 }
 
 } // namespace swabby

@@ -1,15 +1,14 @@
 #include "engine/Samplers.h"
 
+#include "engine/SaturatedBytes.h"
+
 #include <QtCore/QStringList>
 
 #include <algorithm>
 #include <array>
-#include <limits>
 
 namespace swabby {
 namespace {
-
-constexpr std::array helperTools = {"du", "top", "ps", "xcrun", "simctl", "sips", "iconutil", "codesign"};
 
 struct Browser {
     const char *pattern; ///< in lower case
@@ -31,38 +30,14 @@ ProcessSample sampleOf(const ProcessRow &row)
             .isApp = row.isApp};
 }
 
-bool isExcluded(const ProcessRow &row, std::int32_t ownPid)
-{
-    return ProcessSampler::isExcluded(row.pid, row.parentPid, row.name, row.path, ownPid);
-}
-
-std::int64_t saturatingSum(std::int64_t left, std::int64_t right)
-{
-    std::int64_t sum = 0;
-    if (__builtin_add_overflow(left, right, &sum))
-        return right > 0 ? std::numeric_limits<std::int64_t>::max()
-                         : std::numeric_limits<std::int64_t>::min();
-    return sum;
-}
-
 } // namespace
 
-bool isOwnProcess(std::int32_t pid, const QString &name, const QString &path, std::int32_t ownPid)
+bool ProcessSampler::isExcluded(const ProcessRow &row, std::int32_t ownPid)
 {
-    return pid == 0 || pid == ownPid || name.compare(QLatin1String("swabby"), Qt::CaseInsensitive) == 0 ||
-           path.contains(QLatin1String("swabby.app"), Qt::CaseInsensitive) ||
-           path.contains(QLatin1String("/swabby"), Qt::CaseInsensitive);
-}
-
-bool ProcessSampler::isExcluded(std::int32_t pid, std::optional<std::int32_t> parentPid, const QString &name,
-                                const QString &path, std::int32_t ownPid)
-{
-    if (isOwnProcess(pid, name, path, ownPid) || parentPid == ownPid)
-        return true;
-    // Covered by the parent rule above: a tool of that name started by anybody else stays visible.
-    return parentPid == ownPid && std::any_of(helperTools.begin(), helperTools.end(), [&](const char *tool) {
-               return name.compare(QLatin1String(tool), Qt::CaseInsensitive) == 0;
-           });
+    return row.pid == 0 || row.pid == ownPid || row.parentPid == ownPid ||
+           row.name.compare(QLatin1String("swabby"), Qt::CaseInsensitive) == 0 ||
+           row.path.contains(QLatin1String("swabby.app"), Qt::CaseInsensitive) ||
+           row.path.contains(QLatin1String("/swabby"), Qt::CaseInsensitive);
 }
 
 QList<ProcessSample> ProcessSampler::topProcesses(ProcessSurvey &survey, int limit, std::int32_t ownPid)
@@ -78,7 +53,7 @@ QList<ProcessSample> ProcessSampler::topProcesses(ProcessSurvey &survey, int lim
     std::unordered_set<std::int32_t> seen;
     for (const auto *listing : {&*busiest, &*largest})
         for (const ProcessRow &row : *listing)
-            if (!swabby::isExcluded(row, ownPid) && seen.insert(row.pid).second)
+            if (!isExcluded(row, ownPid) && seen.insert(row.pid).second)
                 samples.append(sampleOf(row));
     std::stable_sort(samples.begin(), samples.end(), [](const ProcessSample &a, const ProcessSample &b) {
         return a.cpuPercent + a.memPercent > b.cpuPercent + b.memPercent;
@@ -94,7 +69,7 @@ ProcessSampler::processes(ProcessSurvey &survey, const std::unordered_set<std::i
     if (matching.empty())
         return samples;
     for (const ProcessRow &row : survey.matching(matching))
-        if (!swabby::isExcluded(row, ownPid))
+        if (!isExcluded(row, ownPid))
             samples.emplace(row.pid, sampleOf(row));
     return samples;
 }
@@ -141,7 +116,7 @@ std::unordered_map<std::int32_t, std::int64_t> NetworkSampler::sample(ProcessSur
     std::unordered_map<std::int32_t, std::int64_t> traffic;
     for (const NetworkRow &row : survey.network()) {
         std::int64_t &total = traffic[row.pid];
-        total = saturatingSum(total, saturatingSum(row.bytesIn, row.bytesOut));
+        total = saturatedSum(total, saturatedSum(row.bytesIn, row.bytesOut));
     }
     return traffic;
 }

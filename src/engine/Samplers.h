@@ -11,14 +11,11 @@
 
 namespace swabby {
 
-/// Whether a program is Swabby itself, by its own process id, its name or its place.
-bool isOwnProcess(std::int32_t pid, const QString &name, const QString &path, std::int32_t ownPid);
-
 namespace ProcessSampler {
 
-/// Swabby itself, its children and the kernel never appear in a list.
-bool isExcluded(std::int32_t pid, std::optional<std::int32_t> parentPid, const QString &name,
-                const QString &path, std::int32_t ownPid);
+/// Swabby itself, by its process id, its name or its place, its children and the kernel never appear in a
+/// list.
+bool isExcluded(const ProcessRow &row, std::int32_t ownPid);
 
 /// The union of the busiest and the largest, by load and memory together, at most limit. Empty when the
 /// survey gives no listing. Blocks.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtCore/QString>
+
 #include <cmath>
 #include <cstdint>
 
@@ -13,6 +15,12 @@ inline std::int64_t wholeNumber(double value)
     if (std::isnan(value))
         return 0;
     return static_cast<std::int64_t>(std::fmin(std::fmax(value, -limit), limit));
+}
+
+/// The same as in "42%".
+inline QString percentText(double percent)
+{
+    return QString::number(wholeNumber(percent)) + QLatin1Char('%');
 }
 
 } // namespace swabby

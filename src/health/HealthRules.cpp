@@ -20,11 +20,6 @@ Hog findHog(const QList<ProcessSample> &processes)
     return *busiest;
 }
 
-QString percentText(double percent)
-{
-    return QString::number(wholeNumber(percent)) + QLatin1Char('%');
-}
-
 HealthIssueAction quitOrLook(const Hog &hog)
 {
     return hog ? HealthIssueAction(KillProcess{*hog}) : HealthIssueAction(OpenSection{MainSection::speed});

@@ -20,4 +20,9 @@ bool isUnder(const std::filesystem::path &path, const std::filesystem::path &fol
     return atFolder == folder.end() && atPath != path.end();
 }
 
+bool isAtOrUnder(const std::filesystem::path &path, const std::filesystem::path &folder)
+{
+    return std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first == folder.end();
+}
+
 } // namespace swabby

@@ -11,5 +11,7 @@ std::vector<std::filesystem::path> childrenOf(const std::filesystem::path &folde
 
 /// Whether the path lies somewhere below the folder, going by their names alone.
 bool isUnder(const std::filesystem::path &path, const std::filesystem::path &folder);
+/// The same, or is that folder.
+bool isAtOrUnder(const std::filesystem::path &path, const std::filesystem::path &folder);
 
 } // namespace swabby

@@ -16,11 +16,11 @@ struct IconOwner {
 };
 
 /// How the icon will be shown.
-struct IconWish {
+struct IconRequest {
     int pixels = 0;  ///< the edge of the square it fills
     QString theme{}; ///< the icon theme of the desktop; empty where there is none
 
-    bool operator==(const IconWish &) const = default;
+    bool operator==(const IconRequest &) const = default;
 };
 
 /// No icon's file is larger; one that is counts as none.
@@ -33,7 +33,7 @@ public:
 
     /// The content of the picture file that fits best, PNG or SVG by its name; empty when the program has
     /// none. Nobody has looked whether it is a sound picture. Blocks for the disk: background work only.
-    virtual QByteArray picture(const IconOwner &owner, const IconWish &wish) = 0;
+    virtual QByteArray picture(const IconOwner &owner, const IconRequest &request) = 0;
 };
 
 } // namespace swabby

@@ -3,25 +3,25 @@
 #include <QtCore/QJsonValue>
 #include <QtCore/QString>
 
+#include <functional>
+
 namespace swabby {
 
-/// A per-user key-value store. Values are JSON values; a date is seconds since 1970. Every call goes to
-/// the disk's current state, so two programs see each other's changes; main thread or any other.
+/// A per-user key-value store. Values are JSON values, an undefined one stands for none; a date is seconds
+/// since 1970. Every call goes to the disk's current state, so two programs see each other's changes.
 class SettingsStore {
 public:
+    /// What becomes of the stored value. May be asked twice.
+    using Edit = std::function<QJsonValue(const QJsonValue &stored)>;
+
     virtual ~SettingsStore() = default;
 
-    /// Undefined when the key is absent or the store cannot be read.
+    /// Undefined also when the store cannot be read. Waits for nobody: any thread.
     virtual QJsonValue value(const QString &key) const = 0;
-    /// Stores one key and leaves every other as it is on disk. False when it could not be written.
-    virtual bool store(const QString &key, const QJsonValue &value) = 0;
-    /// True when the key is absent afterwards.
-    virtual bool remove(const QString &key) = 0;
-    /// Adds to a whole number in one step (absent counts as 0), so that two programs' sums both count.
-    virtual bool add(const QString &key, qint64 amount) = 0;
-    /// Stores one key if it still has the expected value (undefined: absent), in one step, so that of two
-    /// programs one does what follows. False when it has another one or could not be written.
-    virtual bool replace(const QString &key, const QJsonValue &expected, const QJsonValue &value) = 0;
+    /// Changes one key in one step, so that of two programs' changes none is lost, and leaves every other as
+    /// it is stored. False when it could not be written. Waits while another program writes: background work,
+    /// or a terminal.
+    virtual bool change(const QString &key, const Edit &edit) = 0;
 };
 
 } // namespace swabby

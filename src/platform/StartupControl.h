@@ -12,6 +12,11 @@ namespace swabby {
 /// ending do not see it.
 inline constexpr auto setAsideEnding = ".disabled";
 
+inline QString asideName(const QString &definitionPath)
+{
+    return definitionPath + QLatin1String(setAsideEnding);
+}
+
 /// Changes what of the user's own starts by itself. Blocks (tools, files): background work, or a terminal.
 class StartupControl {
 public:

@@ -23,6 +23,8 @@ struct LoginItem {
 
     /// The scope's words, a colon and the label.
     QString id() const;
+    /// Whether it has lost its program or does not come from the system's vendor.
+    bool deservesALook() const { return isOrphaned || !isAppleSigned; }
 
     bool operator==(const LoginItem &) const = default;
 };

@@ -2,7 +2,7 @@
 
 namespace swabby {
 
-bool LoginItemScanner::disable(const LoginItem &item, StartupControl &control)
+bool LoginItemActions::disable(const LoginItem &item, StartupControl &control)
 {
     if (!item.canDisableInPlace || item.plistPath.isEmpty())
         return false;
@@ -10,24 +10,7 @@ bool LoginItemScanner::disable(const LoginItem &item, StartupControl &control)
     return control.setAside(item.plistPath);
 }
 
-QList<LoginItem> LoginItemScanner::disabledItems(StartupControl &control)
-{
-    QList<LoginItem> items;
-    for (const StartupEntry &entry : control.setAsideEntries()) {
-        LoginItem item;
-        item.label = entry.label;
-        item.plistPath = entry.definitionPath;
-        item.programPath = entry.programPath;
-        item.scope = entry.scope;
-        item.isOrphaned = entry.programIsMissing;
-        items.append(item);
-    }
-    std::stable_sort(items.begin(), items.end(),
-                     [](const LoginItem &a, const LoginItem &b) { return a.label < b.label; });
-    return items;
-}
-
-bool LoginItemScanner::enable(const LoginItem &item, StartupControl &control)
+bool LoginItemActions::enable(const LoginItem &item, StartupControl &control)
 {
     if (item.plistPath.isEmpty() || !control.putBack(item.plistPath))
         return false;

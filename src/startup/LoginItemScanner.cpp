@@ -21,11 +21,6 @@ LoginItem itemOf(const StartupEntry &entry, BootClock &boot)
             .bootDelaySeconds = entry.pid ? BootTime::delaySeconds(boot, *entry.pid) : std::nullopt};
 }
 
-bool deservesALook(const LoginItem &item)
-{
-    return !item.isAppleSigned || item.isOrphaned;
-}
-
 // By code point: UTF-16 order, which QString compares by, puts characters beyond U+FFFF too early.
 bool precedes(const QString &left, const QString &right)
 {
@@ -40,10 +35,27 @@ QList<LoginItem> LoginItemScanner::scan(StartupSource &source, BootClock &boot)
     for (const StartupEntry &entry : source.entries())
         items.append(itemOf(entry, boot));
     std::stable_sort(items.begin(), items.end(), [](const LoginItem &a, const LoginItem &b) {
-        if (deservesALook(a) != deservesALook(b))
-            return deservesALook(a);
+        if (a.deservesALook() != b.deservesALook())
+            return a.deservesALook();
         return precedes(a.label, b.label);
     });
+    return items;
+}
+
+QList<LoginItem> LoginItemScanner::disabledItems(StartupControl &control)
+{
+    QList<LoginItem> items;
+    for (const StartupEntry &entry : control.setAsideEntries()) {
+        LoginItem item;
+        item.label = entry.label;
+        item.plistPath = entry.definitionPath;
+        item.programPath = entry.programPath;
+        item.scope = entry.scope;
+        item.isOrphaned = entry.programIsMissing;
+        items.append(item);
+    }
+    std::stable_sort(items.begin(), items.end(),
+                     [](const LoginItem &a, const LoginItem &b) { return a.label < b.label; });
     return items;
 }
 

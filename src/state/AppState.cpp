@@ -1,6 +1,5 @@
 #include "state/AppState.h"
 
-#include "engine/Samplers.h"
 #include "health/HealthRules.h"
 #include "health/HistoryStore.h"
 #include "settings/Settings.h"
@@ -13,31 +12,32 @@ namespace {
 constexpr int refreshMilliseconds = 60'000;
 constexpr int mostRefreshesAtOnce = 64;
 
-QList<ProcessSample> withoutOwn(QList<ProcessSample> processes, std::int32_t ownPid)
-{
-    processes.removeIf([&](const ProcessSample &process) {
-        return isOwnProcess(process.pid, process.name, process.path, ownPid);
-    });
-    return processes;
-}
-
 std::set<QString> storedPins(SettingsStore &store)
 {
-    const QStringList names = Settings(store).pinnedProcessNames();
+    const QStringList names = Settings(store).value(setting<"pinnedProcessNames">);
     return {names.begin(), names.end()};
 }
 
 HealthThresholds thresholdsFrom(SettingsStore &store)
 {
     const Settings settings(store);
-    return {.cpuYellow = settings.cpuYellow(),
-            .cpuRed = settings.cpuRed(),
-            .memYellow = settings.memYellow(),
-            .memRed = settings.memRed(),
-            .processCpuRed = settings.processCpuRed()};
+    return {.cpuYellow = settings.value(setting<"cpuYellow">),
+            .cpuRed = settings.value(setting<"cpuRed">),
+            .memYellow = settings.value(setting<"memYellow">),
+            .memRed = settings.value(setting<"memRed">),
+            .processCpuRed = settings.value(setting<"processCpuRed">)};
 }
 
 } // namespace
+
+std::optional<ProcessSample> Published::findProcess(std::int32_t pid) const
+{
+    for (const auto *list : {&processes, &batteryDrainers, &networkUsers})
+        for (const ProcessSample &process : *list)
+            if (process.pid == pid)
+                return process;
+    return std::nullopt;
+}
 
 AppState::AppState(std::shared_ptr<Machine> machine, Record record)
     : m_machine(std::move(machine)),
@@ -48,8 +48,8 @@ AppState::AppState(std::shared_ptr<Machine> machine, Record record)
 {
     if (m_record == Record::everything)
         m_historyKeeper = std::make_unique<HistoryKeeper>(m_machine->places.applicationData);
-    m_pinnedNames = storedPins(*m_machine->settings);
-    m_history = HistoryStore::load(m_machine->places.applicationData, m_machine->clock->now());
+    m_published.pinnedNames = storedPins(*m_machine->settings);
+    m_published.history = HistoryStore::load(m_machine->places.applicationData, m_machine->clock->now());
     connect(&m_timer, &QTimer::timeout, this, &AppState::refresh);
 }
 
@@ -85,18 +85,11 @@ void AppState::refresh()
 
 void AppState::apply(const MachineSample &sample)
 {
-    m_stats = sample.stats;
-    m_processes = withoutOwn(sample.processes, m_machine->ownProcessId);
-    m_batteryDrainers = withoutOwn(sample.batteryDrainers, m_machine->ownProcessId);
-    m_networkUsers = withoutOwn(sample.networkUsers, m_machine->ownProcessId);
-    m_browserRollups = sample.browserRollups;
-    m_loginItems = sample.loginItems;
-
+    static_cast<MachineSample &>(m_published) = sample;
     keepHistory();
-    m_leakSuspects = m_leakTracker.update(m_processes, m_machine->clock->now());
+    m_published.leakSuspects = m_leakTracker.update(sample.processes, m_machine->clock->now());
     judgeHealth();
-
-    ++m_refreshesApplied;
+    ++m_published.refreshesApplied;
     Q_EMIT changed();
     Q_EMIT applied();
 }
@@ -104,96 +97,64 @@ void AppState::apply(const MachineSample &sample)
 void AppState::keepHistory()
 {
     const double now = m_machine->clock->now();
-    m_history.append({m_stats.timestamp, m_stats.cpuUsagePercent, memoryPercent(m_stats)});
-    m_history.removeIf([&](const HistoryPoint &point) { return point.date < now - historySpanSeconds; });
+    History &history = m_published.history;
+    history.append({stats().timestamp, stats().cpuUsagePercent, memoryPercent(stats())});
+    history.removeIf([&](const HistoryPoint &point) { return point.date < now - historySpanSeconds; });
     if (m_historyKeeper)
-        m_historyKeeper->keep(m_history, now);
+        m_historyKeeper->keep(history, now);
 }
 
 void AppState::judgeHealth()
 {
     // A pinned program is one the user knows about: it never raises an issue.
-    QList<ProcessSample> healthInput = m_processes;
-    healthInput.removeIf([&](const ProcessSample &process) { return m_pinnedNames.contains(process.name); });
+    QList<ProcessSample> healthInput = processes();
+    healthInput.removeIf([&](const ProcessSample &process) { return pinnedNames().contains(process.name); });
 
-    const HealthVerdict verdict = computeHealth(m_stats, healthInput, thresholdsFrom(*m_machine->settings));
-    const bool hasJustTurnedRed = verdict.level == HealthLevel::red && m_health != HealthLevel::red;
-    m_health = verdict.level;
-    m_healthIssues = verdict.issues;
+    const HealthVerdict verdict = computeHealth(stats(), healthInput, thresholdsFrom(*m_machine->settings));
+    const bool hasJustTurnedRed = verdict.level == HealthLevel::red && health() != HealthLevel::red;
+    m_published.health = verdict.level;
+    m_published.healthIssues = verdict.issues;
     if (!hasJustTurnedRed)
         return;
     Q_EMIT turnedRed(healthInput);
     if (m_record == Record::everything)
-        countAttention();
-}
-
-void AppState::countAttention()
-{
-    m_bookkeeping.queue([machine = m_machine] { Settings(*machine->settings).addAttention(); });
+        m_bookkeeping.queue(
+            [machine = m_machine] { Settings(*machine->settings).add(setting<"weeklyAttentionCount">, 1); });
 }
 
 void AppState::togglePin(const QString &name)
 {
-    // From what is stored, since another program may have pinned meanwhile.
-    m_pinnedNames = storedPins(*m_machine->settings);
-    if (m_pinnedNames.erase(name) == 0)
-        m_pinnedNames.insert(name);
-    Settings(*m_machine->settings).setPinnedProcessNames({m_pinnedNames.begin(), m_pinnedNames.end()});
+    std::set<QString> &pins = m_published.pinnedNames;
+    // Another program may have pinned meanwhile, but what is on its way is not stored yet.
+    if (m_pinsOnTheirWay == 0)
+        pins = storedPins(*m_machine->settings);
+    const bool isPinned = pins.erase(name) == 0;
+    if (isPinned)
+        pins.insert(name);
     Q_EMIT changed();
-}
-
-void AppState::requestMainSection(std::optional<MainSection> section)
-{
-    m_requestedMainSection = section;
-    Q_EMIT changed();
-}
-
-void AppState::snoozeUntil(std::optional<double> time)
-{
-    m_snoozedUntil = time;
-    Q_EMIT changed();
+    ++m_pinsOnTheirWay;
+    m_bookkeeping.queue([this, machine = m_machine, name, isPinned] {
+        Settings(*machine->settings).setPinned(name, isPinned);
+        const auto settle = [this, stored = storedPins(*machine->settings)] {
+            if (--m_pinsOnTheirWay == 0 && stored != pinnedNames())
+                publish(&Published::pinnedNames, stored);
+        };
+        QMetaObject::invokeMethod(this, settle, Qt::QueuedConnection);
+    });
 }
 
 void AppState::removeProcess(std::int32_t pid)
 {
-    for (QList<ProcessSample> *list : {&m_processes, &m_batteryDrainers, &m_networkUsers})
+    for (QList<ProcessSample> *list :
+         {&m_published.processes, &m_published.batteryDrainers, &m_published.networkUsers})
         list->removeIf([&](const ProcessSample &process) { return process.pid == pid; });
-    m_leakSuspects.removeIf([&](const LeakSuspect &suspect) { return suspect.pid == pid; });
+    m_published.leakSuspects.removeIf([&](const LeakSuspect &suspect) { return suspect.pid == pid; });
     Q_EMIT changed();
 }
 
 void AppState::removeLoginItem(const QString &id)
 {
-    m_loginItems.removeIf([&](const LoginItem &item) { return item.id() == id; });
-    Q_EMIT changed();
-}
-
-void AppState::noteStoredSetting()
-{
-    Q_EMIT changed();
-}
-
-void AppState::setScanning(bool isScanning)
-{
-    m_isScanning = isScanning;
-    Q_EMIT changed();
-}
-
-void AppState::setLastScan(double time)
-{
-    m_lastScan = time;
-    Q_EMIT changed();
-}
-
-void AppState::setRemoving(bool isRemoving)
-{
-    m_isRemoving = isRemoving;
-    Q_EMIT changed();
-}
-
-void AppState::setLastCleanupSuccess(const std::optional<CleanupSuccess> &success)
-{
-    m_lastCleanupSuccess = success;
+    m_published.loginItems.removeIf([&](const LoginItem &item) { return item.id() == id; });
     Q_EMIT changed();
 }
 

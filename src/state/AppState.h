@@ -1,33 +1,24 @@
 #pragma once
 
-#include "cleanup/CleanupSuccess.h"
-#include "engine/BrowserRollupEntry.h"
-#include "engine/HistoryPoint.h"
-#include "engine/SystemStats.h"
-#include "health/HealthIssue.h"
 #include "health/HistoryKeeper.h"
 #include "health/LeakDetection.h"
-#include "health/LeakSuspect.h"
 #include "platform/BackgroundWork.h"
 #include "platform/Machine.h"
-#include "startup/LoginItem.h"
-#include "state/MachineSampler.h"
+#include "state/Published.h"
 
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
 
 #include <memory>
-#include <optional>
-#include <set>
 
 namespace swabby {
 
 /// Whether a program's refreshes leave traces: the day's history and the week's counters.
 enum class Record { everything, nothing };
 
-/// The one central, observable state. It owns the latest figures and runs the refresh cycle: once a
-/// minute everything is sampled on background work and applied on the main thread, the only writer of
-/// what is published. Windows read it and call its intents; it never calls upwards, it announces.
+/// The one central, observable state. It owns the latest figures and runs the refresh cycle: once a minute
+/// everything is sampled on background work and applied on the main thread. Nothing else writes what is
+/// published, but for the intents below, which windows and flows call. It never calls upwards, it announces.
 class AppState : public QObject {
     Q_OBJECT
 
@@ -44,23 +35,30 @@ public:
     void refresh();
     /// (Re)starts the 60-second timer.
     void scheduleTimer();
-    /// Adds the name to the pins or takes it away, and stores them.
+    /// Adds the name to the pins or takes it away: published at once, stored on the bookkeeping. What could
+    /// not be stored is published no longer then.
     void togglePin(const QString &name);
     /// Asks the main window to show a section; the window clears it.
-    void requestMainSection(std::optional<MainSection> section);
+    void requestMainSection(std::optional<MainSection> section)
+    {
+        publish(&Published::requestedMainSection, section);
+    }
     /// Silences the notifications until that time, seconds since 1970; absent lifts it.
-    void snoozeUntil(std::optional<double> time);
+    void snoozeUntil(std::optional<double> time) { publish(&Published::snoozedUntil, time); }
     /// Takes a program off the lists at once, before the next refresh would.
     void removeProcess(std::int32_t pid);
     /// The same for a startup item.
     void removeLoginItem(const QString &id);
     /// A setting has been stored: whoever shows what it decides looks again.
-    void noteStoredSetting();
-    void setScanning(bool isScanning);
+    void noteStoredSetting() { Q_EMIT changed(); }
+    void setScanning(bool isScanning) { publish(&Published::isScanning, isScanning); }
     /// Seconds since 1970.
-    void setLastScan(double time);
-    void setRemoving(bool isRemoving);
-    void setLastCleanupSuccess(const std::optional<CleanupSuccess> &success);
+    void setLastScan(double time) { publish(&Published::lastScan, time); }
+    void setRemoving(bool isRemoving) { publish(&Published::isRemoving, isRemoving); }
+    void setLastCleanupSuccess(const std::optional<CleanupSuccess> &success)
+    {
+        publish(&Published::lastCleanupSuccess, success);
+    }
     /// The live snapshot in plain lines, as the assistant is given it.
     QString systemContextSummary() const;
 
@@ -72,28 +70,26 @@ public:
     /// Whether refreshes leave traces.
     Record record() const { return m_record; }
 
-    const SystemStats &stats() const { return m_stats; }
-    const QList<ProcessSample> &processes() const { return m_processes; }
-    const QList<ProcessSample> &batteryDrainers() const { return m_batteryDrainers; }
-    const QList<ProcessSample> &networkUsers() const { return m_networkUsers; }
-    const QList<BrowserRollupEntry> &browserRollups() const { return m_browserRollups; }
-    const QList<LoginItem> &loginItems() const { return m_loginItems; }
-    const History &history() const { return m_history; }
-    HealthLevel health() const { return m_health; }
-    const QList<HealthIssue> &healthIssues() const { return m_healthIssues; }
-    /// Seconds since 1970 of the last full check.
-    std::optional<double> lastScan() const { return m_lastScan; }
-    bool isScanning() const { return m_isScanning; }
-    std::optional<double> snoozedUntil() const { return m_snoozedUntil; }
-    const QList<LeakSuspect> &leakSuspects() const { return m_leakSuspects; }
-    const std::set<QString> &pinnedNames() const { return m_pinnedNames; }
-    /// Whether a removal runs.
-    bool isRemoving() const { return m_isRemoving; }
-    /// The last removal's result while its banner is up.
-    const std::optional<CleanupSuccess> &lastCleanupSuccess() const { return m_lastCleanupSuccess; }
-    std::optional<MainSection> requestedMainSection() const { return m_requestedMainSection; }
-    /// Refreshes applied so far; 0 while the first one still runs.
-    int refreshesApplied() const { return m_refreshesApplied; }
+    /// All of it as one value, and each field of it.
+    const Published &published() const { return m_published; }
+    const SystemStats &stats() const { return m_published.stats; }
+    const QList<ProcessSample> &processes() const { return m_published.processes; }
+    const QList<ProcessSample> &batteryDrainers() const { return m_published.batteryDrainers; }
+    const QList<ProcessSample> &networkUsers() const { return m_published.networkUsers; }
+    const QList<BrowserRollupEntry> &browserRollups() const { return m_published.browserRollups; }
+    const QList<LoginItem> &loginItems() const { return m_published.loginItems; }
+    const History &history() const { return m_published.history; }
+    HealthLevel health() const { return m_published.health; }
+    const QList<HealthIssue> &healthIssues() const { return m_published.healthIssues; }
+    std::optional<double> lastScan() const { return m_published.lastScan; }
+    bool isScanning() const { return m_published.isScanning; }
+    std::optional<double> snoozedUntil() const { return m_published.snoozedUntil; }
+    const QList<LeakSuspect> &leakSuspects() const { return m_published.leakSuspects; }
+    const std::set<QString> &pinnedNames() const { return m_published.pinnedNames; }
+    bool isRemoving() const { return m_published.isRemoving; }
+    const std::optional<CleanupSuccess> &lastCleanupSuccess() const { return m_published.lastCleanupSuccess; }
+    std::optional<MainSection> requestedMainSection() const { return m_published.requestedMainSection; }
+    int refreshesApplied() const { return m_published.refreshesApplied; }
 
 Q_SIGNALS:
     /// Some published field changed.
@@ -104,10 +100,15 @@ Q_SIGNALS:
     void turnedRed(const QList<swabby::ProcessSample> &healthInput);
 
 private:
+    template <typename Value>
+    void publish(Value Published::*field, const std::type_identity_t<Value> &value)
+    {
+        m_published.*field = value;
+        Q_EMIT changed();
+    }
     void apply(const MachineSample &sample);
     void keepHistory();
     void judgeHealth();
-    void countAttention();
 
     std::shared_ptr<Machine> m_machine;
     Record m_record;
@@ -116,24 +117,8 @@ private:
     LeakTracker m_leakTracker;
     QTimer m_timer;
 
-    SystemStats m_stats;
-    QList<ProcessSample> m_processes;
-    QList<ProcessSample> m_batteryDrainers;
-    QList<ProcessSample> m_networkUsers;
-    QList<BrowserRollupEntry> m_browserRollups;
-    QList<LoginItem> m_loginItems;
-    History m_history;
-    HealthLevel m_health = HealthLevel::green;
-    QList<HealthIssue> m_healthIssues;
-    std::optional<double> m_lastScan;
-    bool m_isScanning = false;
-    std::optional<double> m_snoozedUntil;
-    QList<LeakSuspect> m_leakSuspects;
-    std::set<QString> m_pinnedNames;
-    bool m_isRemoving = false;
-    std::optional<CleanupSuccess> m_lastCleanupSuccess;
-    std::optional<MainSection> m_requestedMainSection;
-    int m_refreshesApplied = 0;
+    Published m_published;
+    int m_pinsOnTheirWay = 0; ///< published and not stored yet
 
     BackgroundWork m_bookkeeping;
     BackgroundWork m_refreshes; // last, so that it is waited for while everything it uses still stands

@@ -8,11 +8,6 @@ namespace {
 constexpr qsizetype activeAppsShown = 5;
 constexpr qsizetype drainersShown = 4;
 
-QString percentText(double percent)
-{
-    return QString::number(wholeNumber(percent)) + QLatin1Char('%');
-}
-
 QString storageLine(const SystemStats &stats)
 {
     const double usedPercent = stats.diskTotalBytes == 0
@@ -34,23 +29,23 @@ QString activityOf(const ProcessSample &process)
 QString AppState::systemContextSummary() const
 {
     QStringList lines = {
-        QStringLiteral("Speed (CPU): ") + percentText(m_stats.cpuUsagePercent) + QStringLiteral(" busy"),
-        QStringLiteral("Memory: ") + percentText(memoryPercent(m_stats)) + QStringLiteral(" used"),
-        storageLine(m_stats)};
-    if (m_stats.batteryPercent)
+        QStringLiteral("Speed (CPU): ") + percentText(stats().cpuUsagePercent) + QStringLiteral(" busy"),
+        QStringLiteral("Memory: ") + percentText(memoryPercent(stats())) + QStringLiteral(" used"),
+        storageLine(stats())};
+    if (stats().batteryPercent)
         lines.append(
-            QStringLiteral("Battery: ") + QString::number(*m_stats.batteryPercent) +
-            (m_stats.isCharging ? QStringLiteral("% (plugged in)") : QStringLiteral("% (on battery)")));
-    lines.append(QStringLiteral("Thermal state: ") + (m_stats.thermalState == ThermalState::nominal
+            QStringLiteral("Battery: ") + QString::number(*stats().batteryPercent) +
+            (stats().isCharging ? QStringLiteral("% (plugged in)") : QStringLiteral("% (on battery)")));
+    lines.append(QStringLiteral("Thermal state: ") + (stats().thermalState == ThermalState::nominal
                                                           ? QStringLiteral("normal")
                                                           : QStringLiteral("running hot")));
     QStringList apps;
-    for (const ProcessSample &process : m_processes.mid(0, activeAppsShown))
+    for (const ProcessSample &process : processes().mid(0, activeAppsShown))
         apps.append(activityOf(process));
     if (!apps.isEmpty())
         lines.append(QStringLiteral("Top apps by activity: ") + apps.join(QStringLiteral("; ")));
     QStringList drainers;
-    for (const ProcessSample &process : m_batteryDrainers)
+    for (const ProcessSample &process : batteryDrainers())
         if (process.energyImpact > 0 && drainers.size() < drainersShown)
             drainers.append(process.name);
     if (!drainers.isEmpty())

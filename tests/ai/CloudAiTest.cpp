@@ -94,12 +94,12 @@ private Q_SLOTS:
         Conversation talk(always(httpAnswer(200, modelReply(u"Fine."_qs))));
         talk.storeKey(u"sk-a"_qs);
         Settings settings(*talk.machine->settings);
-        settings.store(*Settings::find(u"aiEnabled"_qs), false);
+        settings.store(setting<"aiEnabled">, false);
         const auto answer = QCoro::waitFor(talk.ai.weeklySummary({}, 0));
         QCOMPARE(answer.value, u"Swabby kept an eye on your Mac this week."_qs);
         QVERIFY(!answer.wasSent && !answer.wantsKey);
         QCOMPARE(talk.server.connections(), 0);
-        settings.unset(*Settings::find(u"aiEnabled"_qs));
+        settings.unset(setting<"aiEnabled">);
         QCOMPARE(QCoro::waitFor(talk.ai.weeklySummary({}, 0)).value, u"Fine."_qs);
     }
 

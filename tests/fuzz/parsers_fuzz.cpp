@@ -30,9 +30,7 @@ struct OneValueStore final : SettingsStore {
     QJsonValue stored;
 
     QJsonValue value(const QString &) const override { return stored; }
-    bool store(const QString &, const QJsonValue &) override { return true; }
-    bool remove(const QString &) override { return true; }
-    bool add(const QString &, qint64) override { return true; }
+    bool change(const QString &, const Edit &) override { return true; }
 };
 
 void require(bool holds)
@@ -46,9 +44,9 @@ void readSettings(const QByteArray &bytes)
     OneValueStore store;
     store.stored = QJsonDocument::fromJson(bytes).array().first();
     const Settings settings(store);
-    for (const Settings::Key &key : Settings::keys()) {
-        settings.effective(key);
-        Settings::parse(key, QString::fromUtf8(bytes));
+    for (const SettingKey *key : Settings::keys()) {
+        settings.effective(*key);
+        Settings::parse(*key, QString::fromUtf8(bytes));
     }
 }
 

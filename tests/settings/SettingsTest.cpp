@@ -45,21 +45,6 @@ class SettingsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void emptyStoreGivesDefaults()
-    {
-        const auto machine = TemporaryMachine().open();
-        const Settings settings(*machine->settings);
-        const QList<double> numbers = {settings.cpuYellow(),     settings.cpuRed(),
-                                       settings.memYellow(),     settings.memRed(),
-                                       settings.processCpuRed(), settings.storageNotifyThresholdGB()};
-        QCOMPARE(numbers, QList<double>({60, 85, 75, 90, 80, 2}));
-        QVERIFY(settings.notifyOnRed() && settings.notifyOnStorage() && settings.showInDock());
-        QCOMPARE(settings.rowDensity(), RowDensity::comfortable);
-        QVERIFY(!settings.lastWeeklySummaryDate() && !settings.lastStorageNotifyCheckDate());
-        QVERIFY(!settings.hasCompletedOnboarding() && settings.pinnedProcessNames().isEmpty());
-        QCOMPARE(settings.weeklyAttentionCount(), 0);
-    }
-
     void storedValues_data()
     {
         addRows(R"(cpuRed 0 0
@@ -130,14 +115,17 @@ private Q_SLOTS:
         folder.writeFile(fileName, R"({"foreign":{"kept":[1]},"cpuRed":70})");
         const auto machine = folder.open();
         Settings settings(*machine->settings);
-        settings.setLastWeeklySummaryDate(5.5);
-        settings.setPinnedProcessNames({u"Ünïcode"_qs});
-        settings.addAttention();
-        settings.addAttention();
-        QCOMPARE(settings.lastWeeklySummaryDate(), 5.5);
-        settings.setLastWeeklySummaryDate({});
-        QVERIFY(settings.unset(*Settings::find(u"cpuRed"_qs)));
-        QCOMPARE(settings.cpuRed(), 85.0);
+        settings.store(setting<"lastWeeklySummaryDate">, 5.5);
+        settings.setPinned(u"gone"_qs, true);
+        settings.setPinned(u"Ünïcode"_qs, true);
+        settings.setPinned(u"gone"_qs, false);
+        settings.add(setting<"weeklyAttentionCount">, 1);
+        settings.add(setting<"weeklyAttentionCount">, 1);
+        QCOMPARE(settings.value(setting<"lastWeeklySummaryDate">), 5.5);
+        QVERIFY(!settings.replace(setting<"lastWeeklySummaryDate">, 5, 6));
+        settings.unset(setting<"lastWeeklySummaryDate">);
+        QVERIFY(settings.unset(setting<"cpuRed">));
+        QCOMPARE(settings.value(setting<"cpuRed">), 85.0);
         const QByteArray expected =
             R"({"foreign":{"kept":[1]},"pinnedProcessNames":["Ünïcode"],"weeklyAttentionCount":2})";
         QCOMPARE(QJsonDocument::fromJson(contentOf(folder)), QJsonDocument::fromJson(expected));
@@ -149,22 +137,24 @@ private Q_SLOTS:
         FileSettingsStore one(folder.folder() + u'/' + fileName);
         FileSettingsStore other(folder.folder() + u'/' + fileName);
         constexpr int rounds = 40;
-        const auto work = [](FileSettingsStore &store, const QString &own) {
+        const auto work = [](FileSettingsStore &store, const SettingKey &own) {
+            Settings settings(store);
             for (int i = 1; i <= rounds; ++i) {
-                store.store(own, i);
-                store.add(u"sum"_qs, 1);
+                settings.store(own, i);
+                settings.add(setting<"weeklyBytesFreed">, 1);
+                settings.setPinned(QLatin1String(own.name) + QString::number(i), true);
             }
         };
-        std::thread beside([&] { work(other, u"b"_qs); });
-        work(one, u"a"_qs);
+        std::thread beside([&] { work(other, setting<"cpuRed">); });
+        work(one, setting<"memRed">);
         beside.join();
-        for (const FileSettingsStore *store : {&one, &other}) {
-            QCOMPARE(store->value(u"a"_qs), rounds);
-            QCOMPARE(store->value(u"b"_qs), rounds);
-            QCOMPARE(store->value(u"sum"_qs), 2 * rounds);
+        for (FileSettingsStore *store : {&one, &other}) {
+            const Settings settings(*store);
+            QCOMPARE(settings.value(setting<"cpuRed">), rounds);
+            QCOMPARE(settings.value(setting<"memRed">), rounds);
+            QCOMPARE(settings.value(setting<"weeklyBytesFreed">), 2 * rounds);
+            QCOMPARE(settings.value(setting<"pinnedProcessNames">).size(), 2 * rounds);
         }
-        QVERIFY(other.remove(u"a"_qs));
-        QVERIFY(one.value(u"a"_qs).isUndefined());
     }
 
     void whatIsNoSettingsFileIsPutAside()
@@ -174,11 +164,11 @@ private Q_SLOTS:
             folder.writeFile(fileName, content);
             const auto machine = folder.open();
             Settings settings(*machine->settings);
-            QCOMPARE(settings.cpuRed(), 85.0);
+            QCOMPARE(settings.value(setting<"cpuRed">), 85.0);
             QCOMPARE(contentOf(folder), content); // reading changes nothing
-            QVERIFY(settings.store(*Settings::find(u"cpuRed"_qs), 50));
+            QVERIFY(settings.store(setting<"cpuRed">, 50));
             QCOMPARE(contentOf(folder, u".unreadable"_qs), content);
-            QCOMPARE(settings.cpuRed(), 50.0);
+            QCOMPARE(settings.value(setting<"cpuRed">), 50.0);
         }
     }
 
@@ -187,9 +177,10 @@ private Q_SLOTS:
         const TemporaryMachine folder;
         FileSettingsStore store(folder.folder() +
                                 u"/machine.json/below/settings.json"_qs); // a file in the way
-        QVERIFY(!store.store(u"cpuRed"_qs, 50) && !store.add(u"sum"_qs, 1));
-        QVERIFY(store.remove(u"cpuRed"_qs)); // it is absent, as asked
-        QVERIFY(store.value(u"cpuRed"_qs).isUndefined());
+        Settings settings(store);
+        QVERIFY(!settings.store(setting<"cpuRed">, 50) && !settings.add(setting<"weeklyBytesFreed">, 1));
+        QVERIFY(settings.unset(setting<"cpuRed">)); // it is absent, as asked
+        QVERIFY(settings.stored(setting<"cpuRed">).isUndefined());
     }
 };
 

@@ -1,5 +1,6 @@
 #include "state/AppState.h"
 #include "health/HistoryStore.h"
+#include "platform/posix/FolderLock.h"
 #include "settings/Settings.h"
 #include "state/MenuBarTitle.h"
 #include "support/TemporaryMachine.h"
@@ -102,7 +103,7 @@ Mill.10,300,20,\n')");
                                                  HealthLevel::red, HealthLevel::green}));
         }
         QCOMPARE(inputs, QList<int>({1, 1}));
-        QCOMPARE(Settings(*machine->settings).weeklyAttentionCount(), 2);
+        QCOMPARE(Settings(*machine->settings).value(setting<"weeklyAttentionCount">), 2);
     }
 
     void aPinnedProgramStaysListedAndRaisesNothing()
@@ -114,14 +115,40 @@ Mill.10,300,20,\n')");
         refreshOnce(state);
         QCOMPARE(state.health(), HealthLevel::red);
         // Pinned meanwhile by another program: that pin is kept.
-        Settings(*machine->settings).setPinnedProcessNames({u"other"_qs});
+        Settings(*machine->settings).setPinned(u"other"_qs, true);
         state.togglePin(u"mill"_qs);
+        state.bookkeeping().wait();
         refreshOnce(state);
         QCOMPARE(state.health(), HealthLevel::green);
         QCOMPARE(state.processes().size(), 1);
-        QCOMPARE(Settings(*machine->settings).pinnedProcessNames(), QStringList({u"mill"_qs, u"other"_qs}));
+        QCOMPARE(Settings(*machine->settings).value(setting<"pinnedProcessNames">),
+                 QStringList({u"mill"_qs, u"other"_qs}));
         state.togglePin(u"mill"_qs);
         QCOMPARE(state.pinnedNames(), std::set<QString>{u"other"_qs});
+    }
+
+    void aPinIsShownBeforeItIsStored()
+    {
+        TemporaryMachine folder(QJsonObject{{u"now"_qs, noon}});
+        const auto machine = folder.open();
+        const QString preferences = machine->places.preferences;
+        QVERIFY(QDir().mkpath(preferences));
+        AppState state(machine, Record::nothing);
+        const std::set<QString> other = {u"other"_qs};
+        auto lock = FolderLock::lock(preferences); // another program is at it
+        for (const auto &name : {u"mill"_qs, u"other"_qs, u"mill"_qs})
+            state.togglePin(name);
+        QCOMPARE(state.pinnedNames(), other);
+        lock.reset();
+        state.bookkeeping().wait();
+        QCOMPARE(Settings(*machine->settings).value(setting<"pinnedProcessNames">), QStringList(u"other"_qs));
+
+        QCoreApplication::processEvents();
+        QVERIFY(QDir().rename(preferences, preferences + u".moved"_qs));
+        folder.writeFile(u"home/Library/Preferences"_qs, "in the way");
+        state.togglePin(u"mill"_qs);
+        QCOMPARE(state.pinnedNames(), std::set<QString>{u"mill"_qs});
+        QVERIFY(waitUntil([&] { return state.pinnedNames().empty(); })); // what could not be stored is not so
     }
 
     void historyOlderThanADayGoes()

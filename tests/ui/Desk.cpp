@@ -24,7 +24,7 @@ std::shared_ptr<Machine> opened(const TemporaryMachine &folder)
 {
     folder.setProcesses({"10 1 95 1.0 1000 /Applications/Mill.app/Contents/MacOS/Mill"});
     const std::shared_ptr<Machine> machine = folder.open();
-    Settings(*machine->settings).setHasCompletedOnboarding(true);
+    Settings(*machine->settings).store(setting<"hasCompletedOnboarding">, true);
     return machine;
 }
 

@@ -58,12 +58,12 @@ class HeldIcons final : public ProgramIcons {
 public:
     explicit HeldIcons(std::unique_ptr<ProgramIcons> icons = nullptr) : m_icons(std::move(icons)) {}
 
-    QByteArray picture(const IconOwner &owner, const IconWish &wish) override
+    QByteArray picture(const IconOwner &owner, const IconRequest &request) override
     {
         gate.acquire();
         asked.append(QString::fromStdString(owner.program.native()));
         if (m_icons)
-            return m_icons->picture(owner, wish);
+            return m_icons->picture(owner, request);
         return owner.program == "/none" ? QByteArray() : png(64, 64);
     }
 
@@ -220,7 +220,7 @@ private Q_SLOTS:
         QSemaphore &gate = held->gate;
         machine->icons = std::move(held);
         AppState state(machine, Record::nothing);
-        Settings(*state.machine().settings).setHasCompletedOnboarding(true);
+        Settings(*state.machine().settings).store(setting<"hasCompletedOnboarding">, true);
         ApplicationFlows flows(state);
         BackgroundWork errands(2);
         const auto letThrough = qScopeGuard([&gate] { gate.release(100); });

@@ -151,14 +151,15 @@ private Q_SLOTS:
         QVERIFY(open->view->addExcluded(u"~/Music"_qs));
         QVERIFY(!open->view->addExcluded(u"Music"_qs));
         const Settings settings(*m_desk->state.machine().settings);
-        QVERIFY(waitUntil([&] { return !settings.neverRemove().isEmpty(); }));
-        QVERIFY(!settings.showInDock());
-        QCOMPARE(settings.cpuRed(), 70.0);
-        QCOMPARE(settings.rowDensity(), RowDensity::compact);
-        QCOMPARE(settings.neverRemove(), QStringList{m_desk->state.machine().places.home + u"/Music"_qs});
+        QVERIFY(waitUntil([&] { return !settings.value(setting<"neverRemove">).isEmpty(); }));
+        QVERIFY(!settings.value(setting<"showInDock">));
+        QCOMPARE(settings.value(setting<"cpuRed">), 70.0);
+        QCOMPARE(settings.value(setting<"rowDensity">), RowDensity::compact);
+        QCOMPARE(settings.value(setting<"neverRemove">),
+                 QStringList{m_desk->state.machine().places.home + u"/Music"_qs});
         QTRY_COMPARE(m_opened, u"dock "_qs);
         open->view->restoreThresholds();
-        QVERIFY(waitUntil([&] { return settings.cpuRed() == 85; }));
+        QVERIFY(waitUntil([&] { return settings.value(setting<"cpuRed">) == 85; }));
         open->view->snooze(30);
         QCOMPARE(m_desk->state.snoozedUntil(), std::optional(1'790'000'000.0 + 1'800));
         open->view->endSnooze();

@@ -292,14 +292,14 @@ private Q_SLOTS:
     void theWelcomeIsShownUntilItIsFinished()
     {
         Settings settings(*m_desk->state.machine().settings);
-        settings.setHasCompletedOnboarding(false);
+        settings.store(setting<"hasCompletedOnboarding">, false);
         for (int times = 0; times < 2; ++times) {
             m_open.reset();
             openAt(MainSection::overview);
             QVERIFY(itemNamed(*m_open->window, u"Get started"_qs) != nullptr);
         }
         pressHere(u"Get started"_qs);
-        QVERIFY(waitUntil([&] { return settings.hasCompletedOnboarding(); }));
+        QVERIFY(waitUntil([&] { return settings.value(setting<"hasCompletedOnboarding">); }));
         m_open.reset();
         open();
         QVERIFY(itemNamed(*m_open->window, u"Get started"_qs) == nullptr);

@@ -22,7 +22,7 @@ CleanupSuccess carryOut(const std::vector<RemovableItem> &items, Machine &machin
     const std::int64_t freed = totalBytes(items);
     // A run that was ended with the program is reported nowhere, the week included.
     if (freed >= 1 && !stop.stopRequested() && !machine.stop.token().stopRequested())
-        Settings(*machine.settings).addBytesFreed(freed);
+        Settings(*machine.settings).add(setting<"weeklyBytesFreed">, freed);
     return {.id = QUuid::createUuid(),
             .itemCount = static_cast<qint64>(items.size()),
             .freedBytes = freed,

@@ -7,15 +7,10 @@
 namespace swabby {
 namespace {
 
-QString percent(double value)
-{
-    return QString::number(wholeNumber(value)) + QLatin1Char('%');
-}
-
 QString quitMessage(const ProcessSample &process)
 {
-    return QStringLiteral("Currently using ") + percent(process.cpuPercent) +
-           QStringLiteral(" of your Mac's power and ") + percent(process.memPercent) +
+    return QStringLiteral("Currently using ") + percentText(process.cpuPercent) +
+           QStringLiteral(" of your Mac's power and ") + percentText(process.memPercent) +
            QStringLiteral(" memory. Quits cleanly just like closing it normally.");
 }
 

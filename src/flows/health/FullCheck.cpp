@@ -38,7 +38,7 @@ QList<LoginItem> loginItemsToReview(const QList<LoginItem> &items)
 {
     QList<LoginItem> review;
     for (const LoginItem &item : items)
-        if ((item.isOrphaned || !item.isAppleSigned) && item.canDisableInPlace)
+        if (item.deservesALook() && item.canDisableInPlace)
             review.append(item);
     return review;
 }
@@ -148,8 +148,7 @@ QCoro::Task<> FullCheck::check(int number, StopToken stop)
     complete(startupStep);
 
     const Settings settings(*m_state.machine().settings);
-    result.processToWatch =
-        swabby::processToWatch(m_state, settings.stored(*Settings::find(QStringLiteral("processCpuRed"))));
+    result.processToWatch = swabby::processToWatch(m_state, settings.stored(setting<"processCpuRed">));
     complete(appsStep);
 
     const auto duplicates = co_await scans.duplicates;

@@ -23,29 +23,22 @@ struct Week {
     qint64 attentionCount = 0;
 };
 
-const Settings::Key &weekKey()
-{
-    return *Settings::find(QStringLiteral("lastWeeklySummaryDate"));
-}
-
-const Settings::Key &storageKey()
-{
-    return *Settings::find(QStringLiteral("lastStorageNotifyCheckDate"));
-}
-
 /// Begins the next week where one is over, and gives the one that is, if there is something to tell of it. Of
 /// two programs that look at once, one tells.
 std::optional<Week> finishWeek(SettingsStore &store, double now)
 {
     Settings settings(store);
-    const QJsonValue seen = settings.stored(weekKey());
-    const std::optional<double> begun = settings.lastWeeklySummaryDate();
+    const QJsonValue seen = settings.stored(setting<"lastWeeklySummaryDate">);
+    const std::optional<double> begun = settings.value(setting<"lastWeeklySummaryDate">);
     if (begun && now - *begun < weekSeconds)
         return std::nullopt;
-    if (!settings.replace(weekKey(), seen, now) || !begun)
+    if (!settings.replace(setting<"lastWeeklySummaryDate">, seen, now) || !begun)
         return std::nullopt;
-    const Week week = {settings.weeklyBytesFreed(), settings.weeklyAttentionCount()};
-    settings.takeFromWeek(week.bytesFreed, week.attentionCount);
+    const Week week = {settings.value(setting<"weeklyBytesFreed">),
+                       settings.value(setting<"weeklyAttentionCount">)};
+    // What another program counted meanwhile stays.
+    settings.add(setting<"weeklyBytesFreed">, -week.bytesFreed);
+    settings.add(setting<"weeklyAttentionCount">, -week.attentionCount);
     return week.bytesFreed >= 1 || week.attentionCount >= 1 ? std::optional(week) : std::nullopt;
 }
 
@@ -53,9 +46,9 @@ std::optional<Week> finishWeek(SettingsStore &store, double now)
 std::optional<QJsonValue> dueStorageCheck(SettingsStore &store, double now)
 {
     const Settings settings(store);
-    const QJsonValue seen = settings.stored(storageKey());
-    const std::optional<double> last = settings.lastStorageNotifyCheckDate();
-    if (!settings.notifyOnStorage() || (last && now - *last < reminderPauseSeconds))
+    const QJsonValue seen = settings.stored(setting<"lastStorageNotifyCheckDate">);
+    const std::optional<double> last = settings.value(setting<"lastStorageNotifyCheckDate">);
+    if (!settings.value(setting<"notifyOnStorage">) || (last && now - *last < reminderPauseSeconds))
         return std::nullopt;
     return seen;
 }
@@ -64,8 +57,9 @@ std::optional<QJsonValue> dueStorageCheck(SettingsStore &store, double now)
 bool finishStorageCheck(SettingsStore &store, const QJsonValue &seen, double now, std::int64_t total)
 {
     Settings settings(store);
-    const std::int64_t threshold = wholeNumber(settings.storageNotifyThresholdGB() * bytesPerGigabyte);
-    return settings.replace(storageKey(), seen, now) && total >= threshold;
+    const std::int64_t threshold =
+        wholeNumber(settings.value(setting<"storageNotifyThresholdGB">) * bytesPerGigabyte);
+    return settings.replace(setting<"lastStorageNotifyCheckDate">, seen, now) && total >= threshold;
 }
 
 } // namespace
@@ -96,7 +90,8 @@ Notification NotificationFlow::postNotification(const QString &title, const QStr
 
 void NotificationFlow::notify(const QList<ProcessSample> &healthInput)
 {
-    if (healthInput.isEmpty() || isSnoozed() || !Settings(*m_state.machine().settings).notifyOnRed())
+    if (healthInput.isEmpty() || isSnoozed() ||
+        !Settings(*m_state.machine().settings).value(setting<"notifyOnRed">))
         return;
     const ProcessSample &hog = healthInput.first();
     m_alarms.append(postNotification(QStringLiteral("Your Mac could use some attention"),

@@ -1,6 +1,7 @@
 #include "flows/startup/StartupFlow.h"
 
 #include "startup/LoginItemActions.h"
+#include "startup/LoginItemScanner.h"
 
 #include <QCoroFuture>
 
@@ -17,12 +18,12 @@ StartupFlow::StartupFlow(AppState &state) : m_state(state), m_work(actionsAtOnce
 
 void StartupFlow::disable(const LoginItem &item)
 {
-    change(item, &LoginItemScanner::disable);
+    change(item, &LoginItemActions::disable);
 }
 
 void StartupFlow::enable(const LoginItem &item)
 {
-    change(item, &LoginItemScanner::enable);
+    change(item, &LoginItemActions::enable);
 }
 
 QCoro::Task<> StartupFlow::change(LoginItem item, bool (*act)(const LoginItem &, StartupControl &))
@@ -33,12 +34,12 @@ QCoro::Task<> StartupFlow::change(LoginItem item, bool (*act)(const LoginItem &,
     const bool isDone = co_await acting;
     if (!self)
         co_return;
-    if (isDone && act == &LoginItemScanner::disable)
+    if (isDone && act == &LoginItemActions::disable)
         m_state.removeLoginItem(item.id());
     Q_EMIT changed(item.id(), isDone);
     lookForDisabled();
     // What was turned on is listed again; what could not be turned off may have ended all the same.
-    if (isDone == (act == &LoginItemScanner::enable))
+    if (isDone == (act == &LoginItemActions::enable))
         m_state.refresh();
 }
 

@@ -16,7 +16,7 @@ public:
     {
     }
 
-    QByteArray picture(const IconOwner &owner, const IconWish &wish) override;
+    QByteArray picture(const IconOwner &owner, const IconRequest &request) override;
 
 private:
     std::mutex m_mutex; ///< windows of two engines may ask at once

@@ -20,11 +20,6 @@ const QByteArray hiddenEntry = "[Desktop Entry]\n"
                                "Hidden=true\n"
                                "X-Swabby-TurnedOff=true\n";
 
-QString asideName(const QString &path)
-{
-    return path + QLatin1String(setAsideEnding);
-}
-
 QByteArray contentOf(const QString &path)
 {
     constexpr qint64 most = 64 * 1024;

@@ -64,7 +64,7 @@ std::vector<fs::path> MacProgramIcons::bundlesOf(const IconOwner &owner) const
     return bundles;
 }
 
-QByteArray MacProgramIcons::picture(const IconOwner &owner, const IconWish &wish)
+QByteArray MacProgramIcons::picture(const IconOwner &owner, const IconRequest &request)
 {
     const fs::path root = realPath(m_root.empty() ? fs::path("/") : m_root).value_or(m_root);
     const fs::path home = realPath(m_home).value_or(m_home);
@@ -72,7 +72,7 @@ QByteArray MacProgramIcons::picture(const IconOwner &owner, const IconWish &wish
         const auto bundle = realPath(folder);
         if (!bundle || !(isUnder(*bundle, root) || isUnder(*bundle, home)))
             continue;
-        if (QByteArray found = pictureIn(*bundle, wish.pixels); !found.isEmpty())
+        if (QByteArray found = pictureIn(*bundle, request.pixels); !found.isEmpty())
             return found;
     }
     return {};

@@ -17,7 +17,7 @@ public:
 
     /// The innermost bundle that has an icon counts: a helper often has none of its own. Without a program,
     /// the application of that name in the applications folders.
-    QByteArray picture(const IconOwner &owner, const IconWish &wish) override;
+    QByteArray picture(const IconOwner &owner, const IconRequest &request) override;
 
 private:
     std::vector<std::filesystem::path> bundlesOf(const IconOwner &owner) const;

@@ -13,11 +13,6 @@ namespace {
 
 constexpr auto launchctl = "/bin/launchctl";
 
-QString asideName(const QString &path)
-{
-    return path + QLatin1String(setAsideEnding);
-}
-
 } // namespace
 
 void MacStartupControl::endJob(const QString &label, const QString & /*definitionPath*/)

@@ -8,7 +8,6 @@
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonDocument>
 
-#include <limits>
 #include <sys/stat.h>
 
 namespace swabby {
@@ -19,12 +18,8 @@ std::pair<qint64, qint64> stampOf(const QString &path)
     struct stat facts = {};
     if (::stat(QFile::encodeName(path).constData(), &facts) != 0)
         return {-1, -1};
-#ifdef __APPLE__
-    const timespec changed = facts.st_mtimespec;
-#else
-    const timespec changed = facts.st_mtim;
-#endif
-    return {static_cast<qint64>(facts.st_ino), changed.tv_sec * 1'000'000'000LL + changed.tv_nsec};
+    return {static_cast<qint64>(facts.st_ino),
+            facts.st_mtim.tv_sec * 1'000'000'000LL + facts.st_mtim.tv_nsec};
 }
 
 std::optional<QJsonObject> readObject(const QString &path)
@@ -66,42 +61,11 @@ QJsonValue FileSettingsStore::value(const QString &key) const
     return m_values.value(key);
 }
 
-bool FileSettingsStore::store(const QString &key, const QJsonValue &value)
-{
-    return change([&](QJsonObject &values) { values.insert(key, value); });
-}
-
-bool FileSettingsStore::remove(const QString &key)
-{
-    if (!QFileInfo::exists(m_filePath))
-        return true;
-    return change([&](QJsonObject &values) { values.remove(key); });
-}
-
-bool FileSettingsStore::add(const QString &key, qint64 amount)
-{
-    return change([&](QJsonObject &values) {
-        qint64 sum = 0;
-        if (__builtin_add_overflow(values.value(key).toInteger(), amount, &sum))
-            sum = std::numeric_limits<qint64>::max();
-        values.insert(key, sum);
-    });
-}
-
-bool FileSettingsStore::replace(const QString &key, const QJsonValue &expected, const QJsonValue &value)
-{
-    bool isExpected = false;
-    const bool wasWritten = change([&](QJsonObject &values) {
-        isExpected = values.value(key) == expected;
-        if (isExpected)
-            values.insert(key, value);
-    });
-    return isExpected && wasWritten;
-}
-
-bool FileSettingsStore::change(const std::function<void(QJsonObject &)> &edit)
+bool FileSettingsStore::change(const QString &key, const Edit &edit)
 {
     const QFileInfo file(m_filePath);
+    if (!file.exists() && edit(QJsonValue::Undefined).isUndefined())
+        return true;
     if (!QDir().mkpath(file.absolutePath()))
         return false;
     const auto lock = FolderLock::lock(file.absolutePath());
@@ -111,7 +75,7 @@ bool FileSettingsStore::change(const std::function<void(QJsonObject &)> &edit)
     if (!values && QFileInfo(m_filePath).size() > 0 && !putAside(m_filePath))
         return false;
     QJsonObject changed = values.value_or(QJsonObject());
-    edit(changed);
+    changed.insert(key, edit(changed.value(key))); // an undefined value takes the key away
     return saveWholeFile(m_filePath, QJsonDocument(changed).toJson()).isEmpty();
 }
 

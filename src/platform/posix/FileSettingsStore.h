@@ -4,7 +4,6 @@
 
 #include <QtCore/QJsonObject>
 
-#include <functional>
 #include <mutex>
 
 namespace swabby {
@@ -18,14 +17,9 @@ public:
     explicit FileSettingsStore(QString filePath);
 
     QJsonValue value(const QString &key) const override;
-    bool store(const QString &key, const QJsonValue &value) override;
-    bool remove(const QString &key) override;
-    bool add(const QString &key, qint64 amount) override;
-    bool replace(const QString &key, const QJsonValue &expected, const QJsonValue &value) override;
+    bool change(const QString &key, const Edit &edit) override;
 
 private:
-    bool change(const std::function<void(QJsonObject &)> &edit);
-
     QString m_filePath;
     mutable std::mutex m_mutex;
     mutable QJsonObject m_values;

@@ -1,8 +1,8 @@
 #include "ui/presentation/CleanupText.h"
 
 #include "cleanup/RemovalRun.h"
-#include "cleanup/SaturatedBytes.h"
 #include "engine/ByteCount.h"
+#include "engine/SaturatedBytes.h"
 #include "ui/presentation/PlainWords.h"
 
 #include <algorithm>

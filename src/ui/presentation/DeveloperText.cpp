@@ -3,6 +3,7 @@
 #include "cleanup/DeveloperCleanup.h"
 #include "cleanup/RemovalRun.h"
 #include "engine/ByteCount.h"
+#include "engine/SaturatedBytes.h"
 #include "ui/presentation/PlainWords.h"
 
 namespace swabby {

@@ -18,7 +18,7 @@ Tint speedTint(double percent)
     return percent < 26 ? Tint::accent : percent < 71 ? Tint::orange : Tint::red;
 }
 
-QString percentText(double percent)
+QString wholePercent(double percent)
 {
     return wholeNumberText(percent) + QLatin1Char('%');
 }
@@ -35,16 +35,16 @@ QList<PopoverChip> popoverChips(const SystemStats &stats, bool speedIsKnown)
     const QString speed = sectionName(MainSection::speed);
     QList<PopoverChip> chips = {
         {QStringLiteral("gauge.with.dots.needle.67percent"), QStringLiteral("Speed"),
-         speedIsKnown ? percentText(stats.cpuUsagePercent) : QStringLiteral("…"),
+         speedIsKnown ? wholePercent(stats.cpuUsagePercent) : QStringLiteral("…"),
          speedIsKnown ? speedTint(stats.cpuUsagePercent) : Tint::accent, speed},
-        {QStringLiteral("memorychip"), QStringLiteral("Memory"), percentText(memoryPercent(stats)),
+        {QStringLiteral("memorychip"), QStringLiteral("Memory"), wholePercent(memoryPercent(stats)),
          Tint::accent, speed},
         {QStringLiteral("internaldrive"), QStringLiteral("Storage"), fileByteCount(stats.diskFreeBytes),
          isNearlyFull(stats) ? Tint::red : Tint::accent, sectionName(MainSection::storage)},
     };
     if (stats.batteryPercent)
         chips.append({batterySymbol(stats.isCharging), QStringLiteral("Battery"),
-                      percentText(*stats.batteryPercent), stats.isCharging ? Tint::green : Tint::accent,
+                      wholePercent(*stats.batteryPercent), stats.isCharging ? Tint::green : Tint::accent,
                       sectionName(MainSection::battery)});
     return chips;
 }

@@ -14,14 +14,16 @@ namespace {
 QString valueText(const SliderSetting &slider)
 {
     const QString number = QString::number(slider.value, 'g', 4);
-    return slider.key == QLatin1String("storageNotifyThresholdGB") ? number + QStringLiteral(" GB")
-                                                                   : number + QLatin1Char('%');
+    return slider.key == QLatin1String(setting<"storageNotifyThresholdGB">.name)
+               ? number + QStringLiteral(" GB")
+               : number + QLatin1Char('%');
 }
 
-SliderSetting percentSetting(const char *key, double value, const QString &label, const QString &detail,
-                             Tint tint)
+SliderSetting percentSetting(const Settings &settings, const Setting<double> &key, const QString &label,
+                             const QString &detail, Tint tint)
 {
-    SliderSetting slider = {QLatin1String(key), label, detail, 10, 100, 5, value, {}, tint};
+    SliderSetting slider = {QLatin1String(key.name), label, detail, 10, 100, 5,
+                            settings.value(key),     {},    tint};
     slider.valueText = valueText(slider);
     return slider;
 }
@@ -31,28 +33,29 @@ SliderSetting percentSetting(const char *key, double value, const QString &label
 QList<SliderSetting> thresholdSettings(const Settings &settings)
 {
     return {
-        percentSetting("cpuYellow", settings.cpuYellow(), QStringLiteral("Speed warning threshold"),
+        percentSetting(settings, setting<"cpuYellow">, QStringLiteral("Speed warning threshold"),
                        QStringLiteral("When your Mac works harder than usual"), Tint::orange),
-        percentSetting("cpuRed", settings.cpuRed(), QStringLiteral("Speed critical threshold"),
+        percentSetting(settings, setting<"cpuRed">, QStringLiteral("Speed critical threshold"),
                        QStringLiteral("When it is working very hard"), Tint::red),
-        percentSetting("memYellow", settings.memYellow(), QStringLiteral("Memory warning threshold"),
+        percentSetting(settings, setting<"memYellow">, QStringLiteral("Memory warning threshold"),
                        QStringLiteral("When memory is filling up"), Tint::orange),
-        percentSetting("memRed", settings.memRed(), QStringLiteral("Memory critical threshold"),
+        percentSetting(settings, setting<"memRed">, QStringLiteral("Memory critical threshold"),
                        QStringLiteral("When it is almost out"), Tint::red),
-        percentSetting("processCpuRed", settings.processCpuRed(), QStringLiteral("Single app power limit"),
+        percentSetting(settings, setting<"processCpuRed">, QStringLiteral("Single app power limit"),
                        QStringLiteral("When one app is too much by itself"), Tint::accent),
     };
 }
 
 SliderSetting reminderSetting(const Settings &settings)
 {
-    SliderSetting slider = {QStringLiteral("storageNotifyThresholdGB"),
+    constexpr const auto &key = setting<"storageNotifyThresholdGB">;
+    SliderSetting slider = {QLatin1String(key.name),
                             QStringLiteral("Remind me once this much could be freed"),
                             {},
                             0.5,
                             50,
                             0.5,
-                            settings.storageNotifyThresholdGB(),
+                            settings.value(key),
                             {},
                             Tint::accent};
     slider.valueText = valueText(slider);

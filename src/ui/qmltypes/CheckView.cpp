@@ -151,7 +151,7 @@ QString CheckView::namesNote() const
 {
     return m_context.state == nullptr
                ? QString()
-               : namesSentText(Settings(*m_context.state->machine().settings).aiEnabled());
+               : namesSentText(Settings(*m_context.state->machine().settings).value(setting<"aiEnabled">));
 }
 
 QString CheckView::headline() const

@@ -24,7 +24,7 @@ MainWindowView::MainWindowView(const UserInterfaceContext &context, QObject *par
     AppState *state = m_context.state;
     if (state == nullptr)
         return;
-    m_showWelcome = !Settings(*state->machine().settings).hasCompletedOnboarding();
+    m_showWelcome = !Settings(*state->machine().settings).value(setting<"hasCompletedOnboarding">);
     m_isRefreshing = state->refreshesApplied() == 0;
     connect(state, &AppState::changed, this, &MainWindowView::followState);
     connect(state, &AppState::applied, this, [this] { setRefreshing(false); });
@@ -35,7 +35,7 @@ void MainWindowView::followState()
 {
     AppState &state = *m_context.state;
     m_stateView.show(figuresOf(state),
-                     Settings(*state.machine().settings).rowDensity() == RowDensity::compact);
+                     Settings(*state.machine().settings).value(setting<"rowDensity">) == RowDensity::compact);
     if (m_isScanning != state.isScanning()) {
         m_isScanning = state.isScanning();
         Q_EMIT refreshingChanged();
@@ -92,12 +92,7 @@ void MainWindowView::performIssue(int index)
 
 std::optional<ProcessSample> MainWindowView::findProcess(int pid) const
 {
-    const Figures &figures = m_stateView.figures();
-    for (const auto *list : {&figures.processes, &figures.batteryDrainers, &figures.networkUsers})
-        for (const ProcessSample &process : *list)
-            if (process.pid == pid)
-                return process;
-    return std::nullopt;
+    return m_stateView.figures().findProcess(pid);
 }
 
 void MainWindowView::togglePin(int pid)
@@ -155,7 +150,7 @@ void MainWindowView::finishWelcome()
     if (m_context.state != nullptr)
         whenDone(m_context.state,
                  m_context.state->bookkeeping().ask([machine = m_context.state->sharedMachine()] {
-                     Settings(*machine->settings).setHasCompletedOnboarding(true);
+                     Settings(*machine->settings).store(setting<"hasCompletedOnboarding">, true);
                      return true;
                  }),
                  [state = m_context.state](bool) { state->noteStoredSetting(); });

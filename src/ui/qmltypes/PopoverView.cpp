@@ -29,7 +29,7 @@ PopoverView::PopoverView(const UserInterfaceContext &context, QObject *parent)
 void PopoverView::followState()
 {
     const AppState &state = *m_context.state;
-    m_isFirstRun = !Settings(*state.machine().settings).hasCompletedOnboarding();
+    m_isFirstRun = !Settings(*state.machine().settings).value(setting<"hasCompletedOnboarding">);
     show(figuresOf(state), state.lastScan());
 }
 

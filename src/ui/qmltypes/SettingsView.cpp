@@ -52,12 +52,12 @@ void SettingsView::read()
     m_sliders = thresholdSettings(settings);
     m_thresholds.show(m_sliders, [](const SliderSetting &slider) { return slider.key; });
     m_reminder = reminderSetting(settings);
-    m_showInDock = settings.showInDock();
-    m_isCompact = settings.rowDensity() == RowDensity::compact;
-    m_notifyOnRed = settings.notifyOnRed();
-    m_notifyOnStorage = settings.notifyOnStorage();
-    m_aiEnabled = settings.aiEnabled();
-    m_neverRemove = settings.neverRemove();
+    m_showInDock = settings.value(setting<"showInDock">);
+    m_isCompact = settings.value(setting<"rowDensity">) == RowDensity::compact;
+    m_notifyOnRed = settings.value(setting<"notifyOnRed">);
+    m_notifyOnStorage = settings.value(setting<"notifyOnStorage">);
+    m_aiEnabled = settings.value(setting<"aiEnabled">);
+    m_neverRemove = settings.value(setting<"neverRemove">);
     Q_EMIT changed();
 }
 
@@ -67,21 +67,19 @@ void SettingsView::reload()
         read();
 }
 
-void SettingsView::write(const QString &name, const QJsonValue &value)
+void SettingsView::write(const SettingKey &key, const QJsonValue &value)
 {
-    const Settings::Key *key = Settings::find(name);
     Q_EMIT changed();
-    if (m_context.state == nullptr || key == nullptr)
+    if (m_context.state == nullptr)
         return;
     ++m_pendingWrites;
-    const auto writing = m_context.state->bookkeeping().ask([machine = machineOf(m_context), key, value] {
-        Settings settings(*machine->settings);
-        return value.isUndefined() ? settings.unset(*key) : settings.store(*key, value);
+    const auto writing = m_context.state->bookkeeping().ask([machine = machineOf(m_context), &key, value] {
+        return Settings(*machine->settings).store(key, value);
     });
-    whenDone(this, writing, [this, name](bool isWritten) {
+    whenDone(this, writing, [this, &key](bool isWritten) {
         --m_pendingWrites;
         m_notice = isWritten ? QString() : QStringLiteral("That could not be kept. Is the disk full?");
-        if (isWritten && name == QLatin1String("showInDock") && m_context.dockChoiceChanged)
+        if (isWritten && &key == &setting<"showInDock"> && m_context.dockChoiceChanged)
             m_context.dockChoiceChanged();
         reload();
         m_context.state->noteStoredSetting();
@@ -90,17 +88,16 @@ void SettingsView::write(const QString &name, const QJsonValue &value)
 
 void SettingsView::setSwitch(const QString &name, bool isOn)
 {
-    if (name == QLatin1String("showInDock"))
-        m_showInDock = isOn;
-    else if (name == QLatin1String("notifyOnRed"))
-        m_notifyOnRed = isOn;
-    else if (name == QLatin1String("notifyOnStorage"))
-        m_notifyOnStorage = isOn;
-    else if (name == QLatin1String("aiEnabled"))
-        m_aiEnabled = isOn;
-    else
-        return;
-    write(name, isOn);
+    const auto turn = [&](const Setting<bool> &key, bool &shown) {
+        if (name != QLatin1String(key.name))
+            return;
+        shown = isOn;
+        write(key, isOn);
+    };
+    turn(setting<"showInDock">, m_showInDock);
+    turn(setting<"notifyOnRed">, m_notifyOnRed);
+    turn(setting<"notifyOnStorage">, m_notifyOnStorage);
+    turn(setting<"aiEnabled">, m_aiEnabled);
 }
 
 void SettingsView::setNumber(const QString &name, double value)
@@ -110,7 +107,7 @@ void SettingsView::setNumber(const QString &name, double value)
         if (slider.key != name || moved == slider)
             return;
         slider = moved;
-        write(name, moved.value);
+        write(*Settings::find(name), moved.value);
     };
     move(m_reminder);
     for (SliderSetting &slider : m_sliders)
@@ -123,8 +120,7 @@ void SettingsView::setCompact(bool isCompact)
     if (isCompact == m_isCompact)
         return;
     m_isCompact = isCompact;
-    write(QStringLiteral("rowDensity"),
-          isCompact ? QStringLiteral("compact") : QStringLiteral("comfortable"));
+    write(setting<"rowDensity">, isCompact ? QStringLiteral("compact") : QStringLiteral("comfortable"));
 }
 
 void SettingsView::setOpensAtLogin(bool opens)
@@ -148,7 +144,7 @@ void SettingsView::setOpensAtLogin(bool opens)
 void SettingsView::restoreThresholds()
 {
     for (const SliderSetting &slider : m_sliders)
-        write(slider.key, QJsonValue::Undefined);
+        write(*Settings::find(slider.key), QJsonValue::Undefined);
 }
 
 QString SettingsView::snoozed() const
@@ -202,7 +198,7 @@ void SettingsView::removeExcluded(int index)
 
 void SettingsView::storeExcluded()
 {
-    write(QStringLiteral("neverRemove"), QJsonArray::fromStringList(m_neverRemove));
+    write(setting<"neverRemove">, QJsonArray::fromStringList(m_neverRemove));
 }
 
 QString SettingsView::about() const

@@ -66,7 +66,7 @@ Q_SIGNALS:
 private:
     void read();
     /// Stores, or removes for an undefined value.
-    void write(const QString &name, const QJsonValue &value);
+    void write(const SettingKey &key, const QJsonValue &value);
     void storeExcluded();
 
     UserInterfaceContext m_context;

@@ -42,7 +42,10 @@ struct Scene {
         QObject::disconnect(listening);
         return result;
     }
-    qint64 weeklyBytesFreed() const { return Settings(*state.machine().settings).weeklyBytesFreed(); }
+    qint64 weeklyBytesFreed() const
+    {
+        return Settings(*state.machine().settings).value(setting<"weeklyBytesFreed">);
+    }
 
     FullMac mac;
     AppState state;
@@ -201,7 +204,7 @@ private Q_SLOTS:
               "Library/Application Support/Loom", "Library/Developer/Xcode/DerivedData/.kib"})
             paths.append(scene.mac.home() + u'/' + QLatin1String(path));
         const auto &settings = scene.state.machine().settings;
-        settings->store(u"neverRemove"_qs, QJsonArray::fromStringList(paths));
+        settings->change(u"neverRemove"_qs, [&](auto &) { return QJsonArray::fromStringList(paths); });
         // Found before, and agreed to.
         const CleanupSuccess success = scene.remove(all);
         for (const char *kept : {"Library/Caches/pip/.kib", "Desktop/report again.pdf", "Downloads/setup.dmg",
@@ -262,7 +265,7 @@ private Q_SLOTS:
         }
         QVERIFY(!mac.has(u"Library/Caches/pip"_qs));
         QVERIFY(record.load().empty());
-        QCOMPARE(Settings(*machine->settings).weeklyBytesFreed(), 0);
+        QCOMPARE(Settings(*machine->settings).value(setting<"weeklyBytesFreed">), 0);
     }
 
     void everyThingIsOnRecordBeforeTheNextGoes()

@@ -120,7 +120,7 @@ private Q_SLOTS:
         QCOMPARE(house.folder().events(u"notification"_qs).size(), posted.size());
         // Counted whether told or not, and only where it turned.
         QCOMPARE(house.refresh().size(), 0);
-        QCOMPARE(house.settings.weeklyAttentionCount(), 1);
+        QCOMPARE(house.settings.value(setting<"weeklyAttentionCount">), 1);
     }
 
     void aWeekIsToldOf_data()
@@ -148,12 +148,12 @@ private Q_SLOTS:
         Household house(server);
         house.state.snoozeUntil(noon + 2 * week); // snoozing is not for this one
         QCOMPARE(house.refresh().size(), 0);      // the first week begins
-        QCOMPARE(house.settings.lastWeeklySummaryDate(), noon);
+        QCOMPARE(house.settings.value(setting<"lastWeeklySummaryDate">), noon);
         house.set("weeklyAttentionCount", attention);
         house.set("weeklyBytesFreed", freed);
         QCOMPARE(house.refresh(week - 1).size(), 0);
         // That refresh turned red, which counts like any other.
-        QCOMPARE(house.settings.weeklyAttentionCount(), attention + 1);
+        QCOMPARE(house.settings.value(setting<"weeklyAttentionCount">), attention + 1);
         house.set("weeklyAttentionCount", attention);
         const auto posted = house.refresh(1);
         QCOMPARE(posted, asked.isNull() ? QList<Notification>()
@@ -161,9 +161,9 @@ private Q_SLOTS:
         QCOMPARE(server.requests().size(), asked.isNull() ? 0 : 1);
         if (!asked.isNull())
             QVERIFY(server.requests().first().prompt().startsWith(u"This week, "_qs + asked));
-        QCOMPARE(house.settings.lastWeeklySummaryDate(), noon + week);
-        QCOMPARE(house.settings.weeklyAttentionCount(), 0);
-        QCOMPARE(house.settings.weeklyBytesFreed(), 0);
+        QCOMPARE(house.settings.value(setting<"lastWeeklySummaryDate">), noon + week);
+        QCOMPARE(house.settings.value(setting<"weeklyAttentionCount">), 0);
+        QCOMPARE(house.settings.value(setting<"weeklyBytesFreed">), 0);
     }
 
     void withoutAnAnswerThereIsASentence()
@@ -183,9 +183,9 @@ private Q_SLOTS:
         house.set("lastStorageNotifyCheckDate", u"never"_qs);
         house.set("weeklyBytesFreed", 5);
         QCOMPARE(house.refresh().size(), 1); // the reminder
-        QCOMPARE(house.settings.lastWeeklySummaryDate(), noon);
-        QCOMPARE(house.settings.lastStorageNotifyCheckDate(), noon);
-        QCOMPARE(house.settings.weeklyBytesFreed(), 5);
+        QCOMPARE(house.settings.value(setting<"lastWeeklySummaryDate">), noon);
+        QCOMPARE(house.settings.value(setting<"lastStorageNotifyCheckDate">), noon);
+        QCOMPARE(house.settings.value(setting<"weeklyBytesFreed">), 5);
     }
 
     void ofTwoProgramsOneTells()
@@ -253,7 +253,7 @@ private Q_SLOTS:
         QCOMPARE(house.refresh(), size.isNull() ? QList<Notification>() : expected);
         QCOMPARE(scans, isScanned ? 1 : 0);
         if (isScanned) {
-            QCOMPARE(house.settings.lastStorageNotifyCheckDate(), noon + 100);
+            QCOMPARE(house.settings.value(setting<"lastStorageNotifyCheckDate">), noon + 100);
             house.refresh(threeDays - 1);
             QCOMPARE(scans, 1);
             house.refresh(1);
@@ -286,14 +286,14 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QCOMPARE(scans, 1);
         QCOMPARE(shared.events(u"notification"_qs).size(), 0);
-        QVERIFY(!Settings(*shared.open()->settings).lastStorageNotifyCheckDate());
+        QVERIFY(!Settings(*shared.open()->settings).value(setting<"lastStorageNotifyCheckDate">));
     }
 
     void withoutAScanNoDateIsNoted()
     {
         Household house(m_server);
         house.refresh();
-        QVERIFY(!house.settings.lastStorageNotifyCheckDate());
+        QVERIFY(!house.settings.value(setting<"lastStorageNotifyCheckDate">));
     }
 
 private:

@@ -126,7 +126,7 @@ private Q_SLOTS:
         QVERIFY2(machine != nullptr, qPrintable(problem));
         QCOMPARE(machine->places.home, folder.home());
         QVERIFY(!machine->clock->isFixed());
-        QVERIFY(machine->settings->store(u"cpuRed"_qs, 70));
+        QVERIFY(machine->settings->change(u"cpuRed"_qs, [](auto &) { return 70; }));
         QCOMPARE(QDir(folder.home() + u"/Library/Preferences"_qs).entryList(QDir::Files).size(), 1);
         machine->dock->setActivationPolicy(ActivationPolicy::accessory);
         QCOMPARE(folder.events(u"activationPolicy"_qs), QJsonArray{u"accessory"_qs});

@@ -55,7 +55,9 @@ const Writer writers[] = {
      [](const QString &folder) { return saveWholeFile(folder + u"/plain.txt"_s, "new").isEmpty(); }},
     {"settings.json",
      [](const QString &folder) {
-         return FileSettingsStore(folder + u"/settings.json"_s).store(u"neverRemove"_s, 1);
+         return FileSettingsStore(folder + u"/settings.json"_s).change(u"neverRemove"_s, [](auto &) {
+             return 1;
+         });
      }},
     {"history.json",
      [](const QString &folder) {

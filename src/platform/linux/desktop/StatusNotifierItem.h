@@ -29,7 +29,6 @@ private:
     void enter();
     void setPlace(Place place);
     void announce(const char *change);
-    void choose(TrayCommand command);
 
     QTimer m_firstAnswer;
     Place m_place = Place::unknown;

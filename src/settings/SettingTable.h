@@ -1,0 +1,61 @@
+#pragma once
+
+#include "settings/Setting.h"
+
+#include <algorithm>
+#include <string_view>
+#include <tuple>
+
+namespace swabby {
+
+enum class RowDensity { comfortable, compact };
+
+/// A path from nowhere in particular would protect nothing.
+bool areAbsolutePaths(const QJsonValue &paths);
+
+/// Every preference, in the order people are shown them. What is not in this table does not exist.
+inline constexpr std::tuple settingTable = {
+    Setting<double>("cpuYellow", 60),
+    Setting<double>("cpuRed", 85),
+    Setting<double>("memYellow", 75),
+    Setting<double>("memRed", 90),
+    Setting<double>("processCpuRed", 80),
+    Setting<bool>("notifyOnRed", true),
+    Setting<bool>("notifyOnStorage", true),
+    Setting<double>("storageNotifyThresholdGB", 2),
+    Setting<bool>("showInDock", true),
+    Setting<RowDensity>("rowDensity", {"comfortable", "compact"}),
+    Setting<std::optional<double>>("lastWeeklySummaryDate"),
+    Setting<std::optional<double>>("lastStorageNotifyCheckDate"),
+    Setting<bool>("hasCompletedOnboarding", false),
+    Setting<QStringList>("pinnedProcessNames"),
+    Setting<qint64>("weeklyAttentionCount", 0),
+    Setting<qint64>("weeklyBytesFreed", 0),
+    Setting<bool>("aiEnabled", true),
+    Setting<QStringList>("neverRemove", areAbsolutePaths, "a JSON array of absolute paths"),
+};
+
+/// A name that is known to the compiler.
+template <std::size_t length>
+struct SettingName {
+    constexpr SettingName(const char (&name)[length]) { std::copy_n(name, length, text); }
+
+    char text[length] = {};
+};
+
+template <SettingName name>
+constexpr std::size_t settingRow()
+{
+    std::size_t row = 0;
+    const auto isElsewhere = [&](const SettingKey &key) {
+        return key.name != std::string_view(name.text) && ++row > 0;
+    };
+    std::apply([&](const auto &...key) { static_cast<void>((isElsewhere(key) && ...)); }, settingTable);
+    return row;
+}
+
+/// The row of that name, as in setting<"cpuRed">; one that is not there does not compile.
+template <SettingName name>
+inline constexpr const auto &setting = std::get<settingRow<name>()>(settingTable);
+
+} // namespace swabby
