@@ -9,7 +9,7 @@
 #include "cleanup/CacheCleaner.h"
 #include "cleanup/DeveloperCleanup.h"
 #include "cleanup/DuplicateFinder.h"
-#include "cleanup/Scans.h"
+#include "cleanup/Engines.h"
 #include "platform/ThisComputer.h"
 
 #include <QtCore/QCoreApplication>
@@ -93,12 +93,27 @@ int main(int argumentCount, char **arguments)
     QObject::connect(&check, &FullCheck::finished, &application, &QCoreApplication::quit);
 
     std::vector<Measured> scans = {
-        {"known caches", [&] { CacheCleaner::scan(*machine, {}, {}); }},
-        {"unknown caches", [&] { CacheCleaner::scanUnknownCaches(*machine, {}, {}); }},
+        {"known caches",
+         [&] {
+             CacheCleaner::scan({*machine, {}, {}});
+         }},
+        {"unknown caches",
+         [&] {
+             CacheCleaner::scanUnknownCaches({*machine, {}, {}});
+         }},
         {"duplicates", [&] { DuplicateFinder::scan(duplicateFolders(*machine), {}, {}); }},
-        {"simulator runtimes", [&] { DeveloperCleanup::scanSimulatorRuntimes(*machine, {}); }},
-        {"build cache", [&] { DeveloperCleanup::derivedDataSize(*machine, {}, {}); }},
-        {"Docker", [&] { DeveloperCleanup::dockerStatus(*machine, {}); }},
+        {"simulator runtimes",
+         [&] {
+             DeveloperCleanup::scanSimulatorRuntimes({*machine, {}, {}});
+         }},
+        {"build cache",
+         [&] {
+             DeveloperCleanup::derivedDataSize({*machine, {}, {}});
+         }},
+        {"Docker",
+         [&] {
+             DeveloperCleanup::dockerStatus({*machine, {}, {}});
+         }},
         {"full check", [&] {
              QMetaObject::invokeMethod(&check, &FullCheck::run, Qt::QueuedConnection);
              QCoreApplication::exec();

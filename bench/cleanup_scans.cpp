@@ -110,7 +110,10 @@ int main(int argumentCount, char **arguments)
     for (const fs::path &path : paths)
         diskUsage.push_back(path.native());
     compare(
-        "sizes of 20 caches", rounds, [&] { directorySizes(*machine.shell, paths, {}); },
+        "sizes of 20 caches", rounds,
+        [&] {
+            directorySizes({machine, {}, {}}, paths);
+        },
         [&] { machine.shell->run("/usr/bin/du", diskUsage); });
 
     std::vector<std::string> search;
@@ -119,7 +122,10 @@ int main(int argumentCount, char **arguments)
     for (const char *word : {"-maxdepth", "5", "-type", "d", "-name", "node_modules", "-prune", "-print"})
         search.emplace_back(word);
     compare(
-        "search of 100,000 folders", rounds, [&] { DeepScanner::scan(machine, {}, {}); },
+        "search of 100,000 folders", rounds,
+        [&] {
+            DeepScanner::scan({machine, {}, {}});
+        },
         [&] { machine.shell->run("/usr/bin/find", search); });
     fs::remove_all(folder);
     return 0;

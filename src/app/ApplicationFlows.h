@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ai/CloudAI.h"
-#include "cleanup/Scans.h"
+#include "cleanup/Search.h"
 #include "flows/cleanup/CleanupFlow.h"
 #include "flows/cleanup/QuitFlow.h"
 #include "flows/health/NotificationFlow.h"

@@ -6,6 +6,7 @@
 #include "platform/Utf8.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace swabby::CacheCleaner {
 namespace {
@@ -23,13 +24,13 @@ struct Candidate {
 };
 
 /// Those of at least that size, largest first; of equal ones the earlier one first.
-std::vector<CacheEntry> measured(Shell &shell, std::vector<Candidate> candidates, std::int64_t smallest,
-                                 const ScanControl &control)
+std::vector<CacheEntry> measured(const Search &search, std::vector<Candidate> candidates,
+                                 std::int64_t smallest)
 {
     std::vector<fs::path> paths;
     for (const Candidate &candidate : candidates)
         paths.insert(paths.end(), candidate.parts.begin(), candidate.parts.end());
-    const std::vector<std::int64_t> sizes = directorySizes(shell, paths, control);
+    const std::vector<std::int64_t> sizes = directorySizes(search, paths);
 
     std::vector<CacheEntry> entries;
     auto size = sizes.begin();
@@ -39,9 +40,7 @@ std::vector<CacheEntry> measured(Shell &shell, std::vector<Candidate> candidates
         if (candidate.entry.sizeBytes >= smallest)
             entries.push_back(std::move(candidate.entry));
     }
-    std::stable_sort(entries.begin(), entries.end(), [](const CacheEntry &left, const CacheEntry &right) {
-        return left.sizeBytes > right.sizeBytes;
-    });
+    std::ranges::stable_sort(entries, std::ranges::greater(), &CacheEntry::sizeBytes);
     return entries;
 }
 
@@ -65,42 +64,41 @@ bool cleanOne(const Machine &machine, const CacheEntry &entry, const ExcludeList
 
 } // namespace
 
-std::vector<CacheEntry> scan(const Machine &machine, const ScanControl &control, const ExcludeList &excludes)
+std::vector<CacheEntry> scan(const Search &search)
 {
     std::vector<Candidate> candidates;
-    for (const KnownCache &known : machine.cleanup.knownCaches) {
+    for (const KnownCache &known : search.machine.cleanup.knownCaches) {
         std::error_code problem;
         const auto identity = FileIdentity::of(known.path);
         if (!identity || !fs::exists(known.path, problem))
             continue;
         std::vector<fs::path> parts = {known.path};
-        if (excludes.covers(known.path))
-            parts = known.path == machine.cleanup.trash ? partsThatMayGo(machine.cleanup.trashItems, excludes)
-                                                        : std::vector<fs::path>();
+        if (search.excludes.covers(known.path))
+            parts = known.path == search.machine.cleanup.trash
+                        ? partsThatMayGo(search.machine.cleanup.trashItems, search.excludes)
+                        : std::vector<fs::path>();
         if (!parts.empty())
             candidates.push_back(
                 {{.path = known.path, .description = known.description, .identity = *identity},
                  std::move(parts)});
     }
-    return measured(*machine.shell, std::move(candidates), smallestKnownCache, control);
+    return measured(search, std::move(candidates), smallestKnownCache);
 }
 
-std::vector<CacheEntry> scanUnknownCaches(const Machine &machine, const ScanControl &control,
-                                          const ExcludeList &excludes)
+std::vector<CacheEntry> scanUnknownCaches(const Search &search)
 {
-    const std::vector<KnownCache> &known = machine.cleanup.knownCaches;
+    const std::vector<KnownCache> &known = search.machine.cleanup.knownCaches;
     std::vector<Candidate> candidates;
-    for (const fs::path &path : childrenOf(machine.cleanup.cachesRoot)) {
+    for (const fs::path &path : childrenOf(search.machine.cleanup.cachesRoot)) {
         std::error_code problem;
         const auto identity = FileIdentity::of(path);
-        if (!identity || !fs::is_directory(path, problem) || excludes.covers(path) ||
+        if (!identity || !fs::is_directory(path, problem) || search.excludes.covers(path) ||
             std::any_of(known.begin(), known.end(), [&](const auto &row) { return row.path == path; }))
             continue;
         candidates.push_back(
             {{.path = path, .description = textOf(path.filename().native()), .identity = *identity}, {path}});
     }
-    std::vector<CacheEntry> entries =
-        measured(*machine.shell, std::move(candidates), smallestUnknownCache, control);
+    std::vector<CacheEntry> entries = measured(search, std::move(candidates), smallestUnknownCache);
     entries.resize(std::min(entries.size(), mostUnknownCaches));
     return entries;
 }

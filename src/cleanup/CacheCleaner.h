@@ -1,9 +1,7 @@
 #pragma once
 
 #include "cleanup/CacheEntry.h"
-#include "cleanup/ExcludeList.h"
-#include "platform/Machine.h"
-#include "platform/ScanControl.h"
+#include "cleanup/Search.h"
 
 #include <vector>
 
@@ -12,11 +10,10 @@
 namespace swabby::CacheCleaner {
 
 /// The known places that hold more than a megabyte, largest first.
-std::vector<CacheEntry> scan(const Machine &machine, const ScanControl &control, const ExcludeList &excludes);
+std::vector<CacheEntry> scan(const Search &search);
 
 /// The eight largest other folders of caches of more than twenty megabytes, largest first.
-std::vector<CacheEntry> scanUnknownCaches(const Machine &machine, const ScanControl &control,
-                                          const ExcludeList &excludes);
+std::vector<CacheEntry> scanUnknownCaches(const Search &search);
 
 /// Deletes these outright, of the Trash its contents, then lets the package managers drop what they keep.
 /// Says of each entry, in order, whether nothing of it stayed. When stopped, what follows the entry at hand

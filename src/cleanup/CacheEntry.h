@@ -21,13 +21,4 @@ struct CacheEntry {
     }
 };
 
-/// A cache folder that no table knows, and what the assistant thinks of it.
-struct SuggestedCache {
-    CacheEntry entry;
-    bool looksSafe = false; ///< false also when nobody could be asked
-    QString reason;
-
-    bool operator==(const SuggestedCache &) const = default;
-};
-
 } // namespace swabby

@@ -10,9 +10,25 @@
 #include <QtCore/QStringList>
 
 #include <algorithm>
+#include <functional>
 #include <mutex>
 
-namespace swabby::DeepScanner {
+namespace swabby {
+
+QString labelOf(DeepScanCategory category)
+{
+    switch (category) {
+    case DeepScanCategory::nodeModules:
+        return QStringLiteral("Old project (node_modules)");
+    case DeepScanCategory::diskImage:
+        return QStringLiteral("Old installer file");
+    case DeepScanCategory::oldDownload:
+        return QStringLiteral("Forgotten download");
+    }
+    return {};
+}
+
+namespace DeepScanner {
 namespace {
 
 namespace fs = std::filesystem;
@@ -34,37 +50,35 @@ std::int64_t daysSince(const FileIdentity &facts, double now)
 }
 
 /// The dependency folders of every root, those of the first root first.
-std::vector<std::vector<fs::path>> searchRoots(Shell &shell, const std::vector<fs::path> &roots,
-                                               const ScanControl &control)
+std::vector<std::vector<fs::path>> searchRoots(const Search &search, const std::vector<fs::path> &roots)
 {
     std::vector<std::vector<fs::path>> found(roots.size());
     std::mutex mutex;
     ScanProgress progress = {.what = {}, .total = static_cast<std::int64_t>(roots.size())};
     sideBySide(roots.size(), [&](std::size_t index) {
         const fs::path &root = roots[index];
-        const auto text = shell.run(
+        const auto text = search.machine.shell->run(
             "/usr/bin/find",
             {root.native(), "-maxdepth", "5", "-type", "d", "-name", "node_modules", "-prune", "-print"},
-            ToolOutput::fileNames, control.stop);
+            ToolOutput::fileNames, search.control.stop);
         if (text)
             found[index] = parseProjectSearch(*text, root);
         const std::scoped_lock guard(mutex);
         progress.what = textOf(root.filename().native());
         ++progress.done;
-        control.report(progress);
+        search.control.report(progress);
     });
     return found;
 }
 
 /// Measures those that are folders; keeps what is large enough.
-std::vector<DeepScanItem> measured(Shell &shell, const std::vector<DeepScanItem> &items,
-                                   const ScanControl &control)
+std::vector<DeepScanItem> measured(const Search &search, const std::vector<DeepScanItem> &items)
 {
     std::vector<fs::path> folders;
     for (const DeepScanItem &item : items)
         if (item.identity.kind == FileKind::folder)
             folders.push_back(item.path);
-    const std::vector<std::int64_t> sizes = directorySizes(shell, folders, control);
+    const std::vector<std::int64_t> sizes = directorySizes(search, folders);
 
     std::vector<DeepScanItem> large;
     auto size = sizes.begin();
@@ -77,16 +91,15 @@ std::vector<DeepScanItem> measured(Shell &shell, const std::vector<DeepScanItem>
     return large;
 }
 
-std::vector<DeepScanItem> oldProjects(const Machine &machine, const ScanControl &control,
-                                      const ExcludeList &excludes)
+std::vector<DeepScanItem> oldProjects(const Search &search)
 {
     std::vector<fs::path> roots;
-    for (const fs::path &root : machine.cleanup.projectRoots) {
+    for (const fs::path &root : search.machine.cleanup.projectRoots) {
         std::error_code problem;
         if (fs::exists(root, problem))
             roots.push_back(root);
     }
-    const auto found = searchRoots(*machine.shell, roots, control);
+    const auto found = searchRoots(search, roots);
 
     std::vector<DeepScanItem> items;
     for (std::size_t index = 0; index < roots.size(); ++index) {
@@ -95,9 +108,9 @@ std::vector<DeepScanItem> oldProjects(const Machine &machine, const ScanControl 
             // The dependency folder's own time says when something was installed, not when somebody worked.
             const auto projectFacts = FileIdentity::of(project);
             const auto identity = FileIdentity::of(path);
-            if (!projectFacts || !identity || excludes.covers(path))
+            if (!projectFacts || !identity || search.excludes.covers(path))
                 continue;
-            const std::int64_t days = daysSince(*projectFacts, machine.clock->now());
+            const std::int64_t days = daysSince(*projectFacts, search.machine.clock->now());
             if (days >= oldProjectDays)
                 items.push_back(
                     {.path = path,
@@ -108,78 +121,59 @@ std::vector<DeepScanItem> oldProjects(const Machine &machine, const ScanControl 
                      .identity = *identity});
         }
     }
-    return measured(*machine.shell, items, control);
+    return measured(search, items);
 }
 
 /// What lies directly in a folder, as this category, whatever its size; a file with its length.
-std::vector<DeepScanItem> itemsIn(const fs::path &folder, DeepScanCategory category, double now,
-                                  const ExcludeList &excludes)
+std::vector<DeepScanItem> itemsIn(const Search &search, const fs::path &folder, DeepScanCategory category)
 {
     std::vector<DeepScanItem> items;
     for (const fs::path &path : childrenOf(folder)) {
         const auto identity = FileIdentity::of(path);
-        if (identity && !excludes.covers(path))
+        if (identity && !search.excludes.covers(path))
             items.push_back({.path = path,
                              .category = category,
                              .description = textOf(path.filename().native()),
                              .sizeBytes = identity->size,
-                             .daysOld = daysSince(*identity, now),
+                             .daysOld = daysSince(*identity, search.machine.clock->now()),
                              .foundIn = folder,
                              .identity = *identity});
     }
     return items;
 }
 
-std::vector<DeepScanItem> installers(const Machine &machine, const ExcludeList &excludes)
+std::vector<DeepScanItem> installers(const Search &search)
 {
-    std::vector<fs::path> folders = {machine.cleanup.downloads};
-    if (machine.cleanup.desktop != machine.cleanup.downloads)
-        folders.push_back(machine.cleanup.desktop);
+    std::vector<fs::path> folders = {search.machine.cleanup.downloads};
+    if (search.machine.cleanup.desktop != search.machine.cleanup.downloads)
+        folders.push_back(search.machine.cleanup.desktop);
     const QStringList extensions = {QStringLiteral(".dmg"), QStringLiteral(".iso"), QStringLiteral(".pkg")};
     std::vector<DeepScanItem> images;
     for (const fs::path &folder : folders)
-        for (DeepScanItem &item :
-             itemsIn(folder, DeepScanCategory::diskImage, machine.clock->now(), excludes))
+        for (DeepScanItem &item : itemsIn(search, folder, DeepScanCategory::diskImage))
             if (item.sizeBytes >= smallestImage &&
                 extensions.contains(textOf(item.path.extension().native()).toLower()))
                 images.push_back(std::move(item));
     return images;
 }
 
-std::vector<DeepScanItem> oldDownloads(const Machine &machine, const ScanControl &control,
-                                       const ExcludeList &excludes)
+std::vector<DeepScanItem> oldDownloads(const Search &search)
 {
     std::vector<DeepScanItem> items =
-        itemsIn(machine.cleanup.downloads, DeepScanCategory::oldDownload, machine.clock->now(), excludes);
+        itemsIn(search, search.machine.cleanup.downloads, DeepScanCategory::oldDownload);
     std::erase_if(items, [](const DeepScanItem &item) { return item.daysOld < oldDownloadDays; });
-    return measured(*machine.shell, items, control);
+    return measured(search, items);
 }
 
 } // namespace
 
-std::vector<DeepScanItem> scan(const Machine &machine, const ScanControl &control,
-                               const ExcludeList &excludes)
+std::vector<DeepScanItem> scan(const Search &search)
 {
-    std::vector<DeepScanItem> items = oldProjects(machine, control, excludes);
-    for (auto &more : {installers(machine, excludes), oldDownloads(machine, control, excludes)})
+    std::vector<DeepScanItem> items = oldProjects(search);
+    for (auto &more : {installers(search), oldDownloads(search)})
         items.insert(items.end(), more.begin(), more.end());
-    std::stable_sort(items.begin(), items.end(), [](const DeepScanItem &left, const DeepScanItem &right) {
-        return left.sizeBytes > right.sizeBytes;
-    });
+    std::ranges::stable_sort(items, std::ranges::greater(), &DeepScanItem::sizeBytes);
     return items;
-}
-
-std::vector<std::optional<TrashedItem>> remove(const Machine &machine, const std::vector<DeepScanItem> &items,
-                                               const ExcludeList &excludes)
-{
-    std::vector<std::optional<TrashedItem>> trashed;
-    const auto toTrash = [&](const DeepScanItem &item) -> std::optional<TrashedItem> {
-        if (excludes.covers(item.path))
-            return std::nullopt;
-        return machine.disposal->moveToTrash({item.path, item.foundIn, item.identity});
-    };
-    std::transform(items.begin(), items.end(), std::back_inserter(trashed), toTrash);
-    return trashed;
 }
 
 std::vector<fs::path> parseProjectSearch(std::string_view text, const fs::path &root)
@@ -198,4 +192,5 @@ std::vector<fs::path> parseProjectSearch(std::string_view text, const fs::path &
     return found;
 }
 
-} // namespace swabby::DeepScanner
+} // namespace DeepScanner
+} // namespace swabby

@@ -1,11 +1,8 @@
 #pragma once
 
 #include "cleanup/DeepScanItem.h"
-#include "cleanup/ExcludeList.h"
-#include "platform/Machine.h"
-#include "platform/ScanControl.h"
+#include "cleanup/Search.h"
 
-#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -15,12 +12,7 @@ namespace swabby::DeepScanner {
 
 /// Dependency folders of old projects, then installers, then old downloads, all of them largest first. One
 /// that two rules find is there twice.
-std::vector<DeepScanItem> scan(const Machine &machine, const ScanControl &control,
-                               const ExcludeList &excludes);
-
-/// Moves these to the Trash. Says of each, in order, where it went; no value when it stayed.
-std::vector<std::optional<TrashedItem>> remove(const Machine &machine, const std::vector<DeepScanItem> &items,
-                                               const ExcludeList &excludes);
+std::vector<DeepScanItem> scan(const Search &search);
 
 /// The first twenty dependency folders that the search of a project folder printed. A line that names none
 /// in there does not count.

@@ -5,13 +5,13 @@
 
 namespace swabby::DeveloperCleanup {
 
-std::int64_t derivedDataSize(const Machine &machine, const ScanControl &control, const ExcludeList &excludes)
+std::int64_t derivedDataSize(const Search &search)
 {
-    if (machine.cleanup.buildCache.empty())
+    if (search.machine.cleanup.buildCache.empty())
         return 0;
     std::int64_t bytes = 0;
     for (const std::int64_t part :
-         directorySizes(*machine.shell, partsThatMayGo(machine.cleanup.buildCache, excludes), control))
+         directorySizes(search, partsThatMayGo(search.machine.cleanup.buildCache, search.excludes)))
         bytes = saturatedSum(bytes, part);
     return bytes;
 }
@@ -27,16 +27,16 @@ bool clearDerivedData(const Machine &machine, const ExcludeList &excludes)
         [&](const std::filesystem::path &path) { return excludes.covers(path); });
 }
 
-std::vector<SimulatorRuntimeInfo> scanSimulatorRuntimes(const Machine &machine, const ScanControl &control)
+std::vector<SimulatorRuntimeInfo> scanSimulatorRuntimes(const Search &search)
 {
-    const std::string &tool = machine.cleanup.simulatorTool;
+    const std::string &tool = search.machine.cleanup.simulatorTool;
     if (tool.empty())
         return {};
-    const auto text =
-        machine.shell->run(tool, {"simctl", "runtime", "list", "-j"}, ToolOutput::bothStreams, control.stop);
+    const auto text = search.machine.shell->run(tool, {"simctl", "runtime", "list", "-j"},
+                                                ToolOutput::bothStreams, search.control.stop);
     if (!text)
         return {};
-    return parseSimulatorRuntimes(QByteArray::fromStdString(*text), machine.clock->now());
+    return parseSimulatorRuntimes(QByteArray::fromStdString(*text), search.machine.clock->now());
 }
 
 void deleteSimulatorRuntimes(const Machine &machine, const std::vector<QString> &identifiers)
@@ -58,13 +58,14 @@ std::optional<std::string> findDocker(const Machine &machine)
     return std::nullopt;
 }
 
-DockerStatus dockerStatus(const Machine &machine, const ScanControl &control)
+DockerStatus dockerStatus(const Search &search)
 {
-    const auto docker = findDocker(machine);
+    const auto docker = findDocker(search.machine);
     if (!docker)
         return {.state = DockerState::notInstalled, .rows = {}};
-    const auto text = machine.shell->run(*docker, {"system", "df", "--format", "{{.Type}}\t{{.Reclaimable}}"},
-                                         ToolOutput::bothStreams, control.stop);
+    const auto text =
+        search.machine.shell->run(*docker, {"system", "df", "--format", "{{.Type}}\t{{.Reclaimable}}"},
+                                  ToolOutput::bothStreams, search.control.stop);
     std::vector<DockerRow> rows = text ? parseDockerUsage(*text) : std::vector<DockerRow>();
     if (rows.empty())
         return {.state = DockerState::notRunning, .rows = {}};

@@ -1,9 +1,7 @@
 #pragma once
 
-#include "cleanup/DeveloperTexts.h"
-#include "cleanup/ExcludeList.h"
-#include "platform/Machine.h"
-#include "platform/ScanControl.h"
+#include "cleanup/DeveloperToolText.h"
+#include "cleanup/Search.h"
 
 #include <string>
 #include <variant>
@@ -23,13 +21,13 @@ struct DockerStatus {
 };
 
 /// What emptying the build cache would free; 0 when there is none.
-std::int64_t derivedDataSize(const Machine &machine, const ScanControl &control, const ExcludeList &excludes);
+std::int64_t derivedDataSize(const Search &search);
 
 /// Deletes everything in the build cache except what must stay. False when something stayed.
 bool clearDerivedData(const Machine &machine, const ExcludeList &excludes);
 
 /// Longest unused first.
-std::vector<SimulatorRuntimeInfo> scanSimulatorRuntimes(const Machine &machine, const ScanControl &control);
+std::vector<SimulatorRuntimeInfo> scanSimulatorRuntimes(const Search &search);
 
 /// Asks the simulator tool to delete each of these; it does not say in a dependable way whether it did.
 void deleteSimulatorRuntimes(const Machine &machine, const std::vector<QString> &identifiers);
@@ -37,7 +35,7 @@ void deleteSimulatorRuntimes(const Machine &machine, const std::vector<QString> 
 /// The container engine's program as the machine knows it.
 std::optional<std::string> findDocker(const Machine &machine);
 
-DockerStatus dockerStatus(const Machine &machine, const ScanControl &control);
+DockerStatus dockerStatus(const Search &search);
 
 /// The sum of what the rows say; what does not fit becomes the largest number.
 std::int64_t estimatedReclaimableBytes(const std::vector<DockerRow> &rows);

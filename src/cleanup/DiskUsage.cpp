@@ -35,18 +35,18 @@ std::int64_t directorySize(Shell &shell, const std::filesystem::path &path, cons
     return text ? parseDiskUsage(*text) : 0;
 }
 
-std::vector<std::int64_t> directorySizes(Shell &shell, const std::vector<std::filesystem::path> &paths,
-                                         const ScanControl &control)
+std::vector<std::int64_t> directorySizes(const Search &search,
+                                         const std::vector<std::filesystem::path> &paths)
 {
     std::vector<std::int64_t> sizes(paths.size(), 0);
     std::mutex mutex;
     ScanProgress progress = {.what = {}, .total = static_cast<std::int64_t>(paths.size())};
     sideBySide(paths.size(), [&](std::size_t index) {
-        sizes[index] = directorySize(shell, paths[index], control.stop);
+        sizes[index] = directorySize(*search.machine.shell, paths[index], search.control.stop);
         const std::scoped_lock guard(mutex);
         progress.what = textOf(paths[index].filename().native());
         ++progress.done;
-        control.report(progress);
+        search.control.report(progress);
     });
     return sizes;
 }

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "cleanup/ExcludeList.h"
-#include "platform/ScanControl.h"
+#include "cleanup/Search.h"
 #include "platform/Shell.h"
 
 #include <cstdint>
@@ -19,8 +18,8 @@ std::int64_t parseDiskUsage(std::string_view text);
 std::int64_t directorySize(Shell &shell, const std::filesystem::path &path, const StopToken &stop = {});
 
 /// The same for many, side by side, in the order given. After a stop the rest measures 0.
-std::vector<std::int64_t> directorySizes(Shell &shell, const std::vector<std::filesystem::path> &paths,
-                                         const ScanControl &control);
+std::vector<std::int64_t> directorySizes(const Search &search,
+                                         const std::vector<std::filesystem::path> &paths);
 
 /// What goes when a folder is emptied: the folder itself when nothing in it must stay, else those of its
 /// children that may go.

@@ -1,11 +1,12 @@
 #include "cleanup/DuplicateFinder.h"
 
+#include "cleanup/duplicates/ByteComparison.h"
 #include "cleanup/duplicates/Contents.h"
-#include "cleanup/duplicates/SideBySide.h"
 
 #include <QtCore/QByteArray>
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <mutex>
 
@@ -35,8 +36,8 @@ void append(Sets &sets, Sets more)
 /// The sets of too many members to be read side by side, which the others lose.
 Sets takeCrowds(Sets &sets)
 {
-    const auto crowds = std::partition(sets.begin(), sets.end(),
-                                       [](const CandidateSet &set) { return set.size() <= mostSideBySide; });
+    const auto crowds = std::partition(
+        sets.begin(), sets.end(), [](const CandidateSet &set) { return set.size() <= mostComparedAtOnce; });
     Sets taken(std::make_move_iterator(crowds), std::make_move_iterator(sets.end()));
     sets.erase(crowds, sets.end());
     return taken;
@@ -112,7 +113,7 @@ Sets partedByBytes(const Candidates &candidates, Sets few, ReadMeter &meter, con
     Sets parted;
     std::mutex guard;
     onAllCores(few.size(), stop, [&](std::size_t number, ReadBuffer &buffer) {
-        Sets equal = partedSideBySide(candidates, few[number], buffer, meter);
+        Sets equal = equalSetsOf(candidates, few[number], buffer, meter);
         const std::lock_guard lock(guard);
         append(parted, std::move(equal));
     });
@@ -151,10 +152,7 @@ std::vector<DuplicateGroup> DuplicateFinder::scan(const std::vector<std::filesys
     groups.reserve(equal.size());
     for (const CandidateSet &set : equal)
         groups.push_back(groupOf(candidates, set));
-    std::stable_sort(groups.begin(), groups.end(),
-                     [](const DuplicateGroup &left, const DuplicateGroup &right) {
-                         return left.wastedBytes() > right.wastedBytes();
-                     });
+    std::ranges::stable_sort(groups, std::ranges::greater(), &DuplicateGroup::wastedBytes);
     return groups;
 }
 

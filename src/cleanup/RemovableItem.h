@@ -21,21 +21,33 @@ struct AppUninstall {
 
 /// Everything in the build cache.
 struct DerivedData {
+    std::int64_t sizeBytes = 0;
+
     bool operator==(const DerivedData &) const = default;
 };
 
 /// Everything the container engine can do without.
 struct DockerPrune {
+    std::int64_t sizeBytes = 0; ///< as the engine estimates it
+
     bool operator==(const DockerPrune &) const = default;
 };
 
-/// What an item is, with what its removal needs to know.
-using RemovableItemKind = std::variant<CacheEntry, DuplicateGroup, SimulatorRuntimeInfo, DeepScanItem,
-                                       AppUninstall, DerivedData, DockerPrune>;
+/// What an item is, with what its removal needs to know. A removal takes the kinds in this order.
+using RemovableItemKind = std::variant<CacheEntry, DuplicateGroup, SimulatorRuntimeInfo, DerivedData,
+                                       DockerPrune, DeepScanItem, AppUninstall>;
 
-/// "cache", "duplicateGroup", "simulatorRuntime", "deepScanItem", "appUninstall", "derivedData" or
-/// "dockerPrune".
-QString caseName(const RemovableItemKind &kind);
+/// What looks for one kind of clutter each, in the order in which everything they find is listed.
+enum class CleanupEngine {
+    knownCaches,
+    unknownCaches,
+    duplicates,
+    simulatorRuntimes,
+    buildCache,
+    docker,
+    deepScan,
+    applications
+};
 
 /// Anything that was found to clean, as lists show it and confirmations ask about it.
 struct RemovableItem {
@@ -48,13 +60,21 @@ struct RemovableItem {
 
     bool operator==(const RemovableItem &) const = default;
 
-    static RemovableItem fromCache(const CacheEntry &entry);
-    static RemovableItem fromDuplicate(const DuplicateGroup &group);
-    static RemovableItem fromSimulator(const SimulatorRuntimeInfo &runtime);
-    static RemovableItem fromDeepScan(const DeepScanItem &item);
-    static RemovableItem fromAppUninstall(const InstalledApp &app, const std::vector<AppLeftover> &leftovers);
-    static RemovableItem derivedData(std::int64_t sizeBytes);
-    static RemovableItem dockerPrune(std::int64_t reclaimableBytes);
+    static RemovableItem of(const RemovableItemKind &found);
 };
+
+/// "cache", "duplicateGroup", "simulatorRuntime", "derivedData", "dockerPrune", "deepScanItem" or
+/// "appUninstall".
+QString caseName(const RemovableItemKind &kind);
+
+/// One of the things behind an item, and what becomes of it.
+struct RemovalEffect {
+    std::filesystem::path path; ///< empty when it is no file
+    QString name;               ///< when it is no file
+    QString fate;               ///< "stays", "to the Trash", "deleted"
+};
+
+/// Everything that the removal touches, and what it leaves on purpose.
+std::vector<RemovalEffect> removalEffects(const RemovableItemKind &kind);
 
 } // namespace swabby

@@ -1,15 +1,14 @@
 #include "cleanup/RemovalRun.h"
 
-#include "cleanup/AppUninstaller.h"
 #include "cleanup/CacheCleaner.h"
-#include "cleanup/DeepScanner.h"
 #include "cleanup/DeveloperCleanup.h"
 #include "cleanup/DuplicateFinder.h"
+#include "cleanup/Engines.h"
 #include "cleanup/PutBackRecord.h"
-#include "cleanup/Scans.h"
 #include "engine/SaturatedBytes.h"
 
 #include <algorithm>
+#include <type_traits>
 
 namespace swabby {
 namespace {
@@ -34,73 +33,83 @@ public:
         return std::move(m_outcome);
     }
 
-    void remove(const std::vector<RemovableItem> &items)
+    /// Kind by kind, in the order of the variant, the caches first and together. A kind that no overload
+    /// below removes does not compile.
+    template <typename... Kinds>
+    void remove(const std::vector<RemovableItem> &items,
+                std::type_identity<std::variant<CacheEntry, Kinds...>> /*kinds*/)
     {
-        clean(allOf<CacheEntry>(items));
-        each<DuplicateGroup>(items, [&](const DuplicateGroup &group) { return thin(group); });
-        each<SimulatorRuntimeInfo>(items, [&](const SimulatorRuntimeInfo &runtime) {
-            DeveloperCleanup::deleteSimulatorRuntimes(m_machine, {runtime.identifier});
-            return true;
-        });
-        once<DerivedData>(items, [&] { return DeveloperCleanup::clearDerivedData(m_machine, m_excludes); });
-        once<DockerPrune>(items, [&] { return DeveloperCleanup::prune(m_machine); });
-        each<DeepScanItem>(items, [&](const DeepScanItem &item) {
-            return isGone(item.path, DeepScanner::remove(m_machine, {item}, m_excludes).front());
-        });
-        each<AppUninstall>(items, [&](const AppUninstall &uninstall) { return remove(uninstall); });
+        clean(items);
+        (removeEach<Kinds>(items), ...);
     }
 
 private:
-    template <typename Kind>
-    static std::vector<const RemovableItem *> allOf(const std::vector<RemovableItem> &items)
-    {
-        std::vector<const RemovableItem *> kinds;
-        for (const RemovableItem &item : items)
-            if (std::holds_alternative<Kind>(item.kind))
-                kinds.push_back(&item);
-        return kinds;
-    }
-
     /// By its owner, or because the program ends and no tool runs any more.
     bool isStopped() const { return m_stop.stopRequested() || m_machine.stop.token().stopRequested(); }
 
     void noteLeft(const RemovableItem &item) { m_outcome.left.push_back(item); }
 
-    /// What is asked for several times is done once and counts for each.
-    template <typename Kind, typename Action>
-    void once(const std::vector<RemovableItem> &items, const Action &action)
+    template <typename Kind>
+    void removeEach(const std::vector<RemovableItem> &items)
     {
-        const auto those = allOf<Kind>(items);
-        if (!those.empty() && (isStopped() || !action()))
-            for (const RemovableItem *item : those)
-                noteLeft(*item);
+        for (const RemovableItem &item : items)
+            if (const auto *found = std::get_if<Kind>(&item.kind);
+                found != nullptr && (isStopped() || !remove(*found)))
+                noteLeft(item);
     }
 
-    /// The action says whether nothing of its item stayed.
-    template <typename Kind, typename Action>
-    void each(const std::vector<RemovableItem> &items, const Action &action)
+    void clean(const std::vector<RemovableItem> &items)
     {
-        for (const RemovableItem *item : allOf<Kind>(items))
-            if (isStopped() || !action(std::get<Kind>(item->kind)))
-                noteLeft(*item);
-    }
-
-    void clean(const std::vector<const RemovableItem *> &caches)
-    {
+        std::vector<const RemovableItem *> caches;
         std::vector<CacheEntry> entries;
-        entries.reserve(caches.size());
-        for (const RemovableItem *cache : caches)
-            entries.push_back(std::get<CacheEntry>(cache->kind));
+        for (const RemovableItem &item : items)
+            if (const auto *entry = std::get_if<CacheEntry>(&item.kind)) {
+                caches.push_back(&item);
+                entries.push_back(*entry);
+            }
         const std::vector<bool> gone = entries.empty() || isStopped()
                                            ? std::vector<bool>(entries.size())
                                            : CacheCleaner::clean(m_machine, entries, m_excludes, m_stop);
-        for (std::size_t index = 0; index < caches.size(); ++index)
+        for (std::size_t index = 0; index < entries.size(); ++index)
             if (!gone[index] && (isStopped() || FileIdentity::of(entries[index].path)))
                 noteLeft(*caches[index]);
     }
 
+    // Each says whether nothing of it stayed. What is asked for several times is done once and counts for
+    // each.
+
+    bool remove(const SimulatorRuntimeInfo &runtime)
+    {
+        DeveloperCleanup::deleteSimulatorRuntimes(m_machine, {runtime.identifier});
+        return true;
+    }
+
+    bool remove(const DerivedData & /*buildCache*/)
+    {
+        if (!m_isBuildCacheClear)
+            m_isBuildCacheClear = DeveloperCleanup::clearDerivedData(m_machine, m_excludes);
+        return *m_isBuildCacheClear;
+    }
+
+    bool remove(const DockerPrune & /*docker*/)
+    {
+        if (!m_isDockerPruned)
+            m_isDockerPruned = DeveloperCleanup::prune(m_machine);
+        return *m_isDockerPruned;
+    }
+
+    bool remove(const DeepScanItem &item) { return moveToTrash(item); }
+
+    bool remove(const AppUninstall &uninstall)
+    {
+        bool isWhole = moveToTrash(uninstall.app);
+        for (const AppLeftover &leftover : uninstall.leftovers)
+            isWhole = moveToTrash(leftover) && isWhole;
+        return isWhole;
+    }
+
     /// One copy after the other, so that each is on record before the next one goes.
-    bool thin(const DuplicateGroup &group)
+    bool remove(const DuplicateGroup &group)
     {
         bool isWhole = true;
         for (std::size_t copy = 1; copy < std::min(group.paths.size(), group.identities.size()); ++copy) {
@@ -121,22 +130,17 @@ private:
         return isWhole && group.paths.size() == group.identities.size();
     }
 
-    bool remove(const AppUninstall &uninstall)
+    /// Whether nothing is at its path any more: it goes to the Trash now, or something else took it before.
+    template <typename Found>
+    bool moveToTrash(const Found &found)
     {
-        const auto result =
-            AppUninstaller::uninstall(m_machine, uninstall.app, uninstall.leftovers, m_excludes);
-        bool isWhole = isGone(uninstall.app.path, result.app);
-        for (std::size_t index = 0; index < uninstall.leftovers.size(); ++index)
-            isWhole = isGone(uninstall.leftovers[index].path, result.leftovers[index]) && isWhole;
-        return isWhole;
-    }
-
-    /// Whether nothing is at the path any more: it went to the Trash now, or something else took it before.
-    bool isGone(const std::filesystem::path &path, const std::optional<TrashedItem> &trashed)
-    {
-        if (trashed)
-            record(*trashed);
-        return trashed || !FileIdentity::of(path);
+        if (!m_excludes.covers(found.path))
+            if (const auto trashed =
+                    m_machine.disposal->moveToTrash({found.path, found.foundIn, found.identity})) {
+                record(*trashed);
+                return true;
+            }
+        return !FileIdentity::of(found.path);
     }
 
     void record(const TrashedItem &item)
@@ -150,6 +154,8 @@ private:
     const StopToken m_stop;
     const PutBackRecord m_record;
     bool m_isRecorded = true;
+    std::optional<bool> m_isBuildCacheClear;
+    std::optional<bool> m_isDockerPruned;
     RemovalOutcome m_outcome;
 };
 
@@ -159,7 +165,7 @@ RemovalOutcome removeItems(const std::vector<RemovableItem> &items, const Exclud
                            Machine &machine, const StopToken &stop)
 {
     Run run(excludes, machine, stop);
-    run.remove(items);
+    run.remove(items, std::type_identity<RemovableItemKind>());
     return std::move(run).outcome();
 }
 

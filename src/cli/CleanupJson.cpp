@@ -52,7 +52,7 @@ QJsonObject toJson(const CacheEntry &entry)
 
 QJsonObject toJson(const SuggestedCache &suggestion)
 {
-    return {{QStringLiteral("entry"), toJson(suggestion.entry)},
+    return {{QStringLiteral("entry"), toJson(std::get<CacheEntry>(suggestion.item.kind))},
             {QStringLiteral("looksSafe"), suggestion.looksSafe},
             {QStringLiteral("reason"), suggestion.reason}};
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cleanup/DeveloperCleanup.h"
-#include "cleanup/RemovableItem.h"
+#include "flows/cleanup/CacheVetting.h"
 
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonObject>

@@ -1,6 +1,6 @@
 #include "cleanup/PutBackRecord.h"
 #include "cleanup/RemovalRun.h"
-#include "cleanup/Scans.h"
+#include "cleanup/Search.h"
 #include "cli/Background.h"
 #include "cli/Output.h"
 #include "cli/StateJson.h"
@@ -43,30 +43,30 @@ bool areAllKnown(const QStringList &ids, const std::vector<RemovableItem> &items
     return areKnown;
 }
 
-/// What came of the question; success is absent when it was not agreed to.
+/// What came of the question; report is absent when it was not agreed to.
 void printRun(const Arguments &arguments, const ConfirmationInfo &info,
-              const std::vector<RemovableItem> &items, const std::optional<CleanupSuccess> &success)
+              const std::vector<RemovableItem> &items, const std::optional<CleanupReport> &report)
 {
     if (arguments.json)
         print(jsonText(QJsonObject{
                   {QStringLiteral("title"), info.title},
                   {QStringLiteral("message"), info.message},
                   {QStringLiteral("confirmLabel"), info.confirmLabel},
-                  {QStringLiteral("confirmed"), success.has_value()},
+                  {QStringLiteral("confirmed"), report.has_value()},
                   {QStringLiteral("itemCount"), static_cast<qint64>(items.size())},
                   {QStringLiteral("freedBytes"), static_cast<qint64>(totalBytes(items))},
-                  {QStringLiteral("banner"), success ? QJsonValue(bannerText(*success)) : QJsonValue()},
-                  {QStringLiteral("left"), success ? static_cast<qint64>(success->left.size()) : 0}}) +
+                  {QStringLiteral("banner"), report ? QJsonValue(bannerText(*report)) : QJsonValue()},
+                  {QStringLiteral("left"), report ? static_cast<qint64>(report->left.size()) : 0}}) +
               '\n');
-    else if (success)
-        print(bannerText(*success) + QLatin1Char('\n') +
-              (success->left.empty() ? QString() : leftText(*success) + QLatin1Char('\n')) +
-              (success->canBePutBack > 0
+    else if (report)
+        print(bannerText(*report) + QLatin1Char('\n') +
+              (report->left.empty() ? QString() : leftText(*report) + QLatin1Char('\n')) +
+              (report->canBePutBack > 0
                    ? QStringLiteral("\"swabbyctl put-back\" takes what is in the Trash back out.\n")
                    : QString()));
     else
         print(QStringLiteral("Nothing was removed.\n"));
-    QCoreApplication::exit(success ? done : notDone);
+    QCoreApplication::exit(report ? done : notDone);
 }
 
 void askAndRemove(const Arguments &arguments, const std::vector<RemovableItem> &items, CleanupFlow &flow)
@@ -77,7 +77,7 @@ void askAndRemove(const Arguments &arguments, const std::vector<RemovableItem> &
         return;
     }
     QObject::connect(&flow, &CleanupFlow::removed, &flow,
-                     [=](const CleanupSuccess &success) { printRun(arguments, info, items, success); });
+                     [=](const CleanupReport &report) { printRun(arguments, info, items, report); });
     info.onConfirm();
 }
 
@@ -88,7 +88,7 @@ int runRemove(const Arguments &arguments, const std::shared_ptr<Machine> &machin
     AppState state(machine, Record::nothing);
     CleanupFlow flow(state);
     const ScanControl control = terminalControl(*machine);
-    const auto scan = [&] { return itemsNamed(arguments.operands, *machine, control); };
+    const auto scan = [&] { return findNamed(arguments.operands, Search::on(*machine, control)); };
     return runInBackground(*machine, scan, [&](const std::vector<RemovableItem> &all) {
         askAndRemove(arguments, itemsOf(arguments.operands, all), flow);
     });

@@ -38,7 +38,11 @@ int runStartup(const Arguments &arguments, const std::shared_ptr<Machine> &machi
 int runAsk(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
 int runExplain(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
 int runCaches(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
-int runScan(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+int runDuplicates(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+int runDeepScan(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+int runApps(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+int runDeveloper(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+int runItems(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
 int runRemove(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
 int runPutBack(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
 int runQuit(const Arguments &arguments, const std::shared_ptr<Machine> &machine);

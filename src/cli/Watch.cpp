@@ -1,5 +1,5 @@
 #include "ai/CloudAI.h"
-#include "cleanup/Scans.h"
+#include "cleanup/Search.h"
 #include "cli/Output.h"
 #include "cli/StateJson.h"
 #include "cli/StateText.h"

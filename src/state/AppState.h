@@ -55,9 +55,9 @@ public:
     /// Seconds since 1970.
     void setLastScan(double time) { publish(&Published::lastScan, time); }
     void setRemoving(bool isRemoving) { publish(&Published::isRemoving, isRemoving); }
-    void setLastCleanupSuccess(const std::optional<CleanupSuccess> &success)
+    void setLastCleanup(const std::optional<CleanupReport> &report)
     {
-        publish(&Published::lastCleanupSuccess, success);
+        publish(&Published::lastCleanup, report);
     }
     /// The live snapshot in plain lines, as the assistant is given it.
     QString systemContextSummary() const;
@@ -87,7 +87,7 @@ public:
     const QList<LeakSuspect> &leakSuspects() const { return m_published.leakSuspects; }
     const std::set<QString> &pinnedNames() const { return m_published.pinnedNames; }
     bool isRemoving() const { return m_published.isRemoving; }
-    const std::optional<CleanupSuccess> &lastCleanupSuccess() const { return m_published.lastCleanupSuccess; }
+    const std::optional<CleanupReport> &lastCleanup() const { return m_published.lastCleanup; }
     std::optional<MainSection> requestedMainSection() const { return m_published.requestedMainSection; }
     int refreshesApplied() const { return m_published.refreshesApplied; }
 

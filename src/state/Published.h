@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cleanup/CleanupSuccess.h"
+#include "cleanup/CleanupReport.h"
 #include "engine/HistoryPoint.h"
 #include "health/HealthIssue.h"
 #include "health/LeakSuspect.h"
@@ -22,7 +22,7 @@ struct Published : MachineSample {
     std::optional<double> snoozedUntil; ///< seconds since 1970
     bool isScanning = false;
     bool isRemoving = false;
-    std::optional<CleanupSuccess> lastCleanupSuccess; ///< while its banner is up
+    std::optional<CleanupReport> lastCleanup; ///< while its banner is up
     std::optional<MainSection> requestedMainSection;
     int refreshesApplied = 0; ///< 0 while the first one still runs
 

@@ -1,6 +1,7 @@
 #include "Clutter.h"
 
 #include "cleanup/AppUninstaller.h"
+#include "cleanup/RemovalRun.h"
 
 #include <QtTest/QTest>
 
@@ -28,7 +29,7 @@ void addBundle(const Clutter &mac, const QString &bundle, std::int64_t kib,
 QString listed(const Clutter &mac, const ExcludeList &excludes = {})
 {
     QStringList words;
-    for (const InstalledApp &app : AppUninstaller::scanInstalledApps(*mac.machine, {}, excludes))
+    for (const InstalledApp &app : AppUninstaller::scanInstalledApps({*mac.machine, {}, excludes}))
         words.append(QString(u"%1|%2|%3|%4"_qs)
                          .arg(mac.shortened(QString::fromStdString(app.path)).remove(mac.folder()), app.name,
                               app.bundleID)
@@ -39,7 +40,7 @@ QString listed(const Clutter &mac, const ExcludeList &excludes = {})
 QString leftoversOf(const Clutter &mac, const InstalledApp &app, const ExcludeList &excludes = {})
 {
     QStringList words;
-    for (const AppLeftover &leftover : AppUninstaller::scanLeftovers(*mac.machine, app, {}, excludes))
+    for (const AppLeftover &leftover : AppUninstaller::scanLeftovers({*mac.machine, {}, excludes}, app))
         words.append(QString(u"%1|%2|%3"_qs)
                          .arg(mac.shortened(QString::fromStdString(leftover.path)), leftover.description)
                          .arg(leftover.sizeBytes));
@@ -167,15 +168,16 @@ private Q_SLOTS:
         addBundle(mac, u"home/Applications/Loom.app"_qs, 30, loom);
         mac.addFolder(u"Library/Logs/Loom"_qs, 4);
         mac.addFolder(u"Library/Caches/org.example.loom"_qs, 4);
-        const InstalledApp app = AppUninstaller::scanInstalledApps(*mac.machine, {}, {}).at(0);
-        const auto leftovers = AppUninstaller::scanLeftovers(*mac.machine, app, {}, {});
+        const InstalledApp app = AppUninstaller::scanInstalledApps({*mac.machine, {}, {}}).at(0);
+        const auto leftovers = AppUninstaller::scanLeftovers({*mac.machine, {}, {}}, app);
         mac.disposal().refused = {app.path};
-        const auto result =
-            AppUninstaller::uninstall(*mac.machine, app, leftovers, mac.excluding({"Library/Logs"}));
+        const auto outcome = removeItems({RemovableItem::of(AppUninstall{app, leftovers})},
+                                         mac.excluding({"Library/Logs"}), *mac.machine, {});
         // The leftovers go although the application stayed.
         QCOMPARE(mac.asked(), u"trash ~/Applications/Loom.app in ~/Applications\n"
                               "trash ~/Library/Caches/org.example.loom in ~/Library/Caches"_qs);
-        QVERIFY(!result.app && result.leftovers.at(0) && !result.leftovers.at(1));
+        QCOMPARE(outcome.trashed.size(), 1U);
+        QCOMPARE(outcome.left.size(), 1U);
     }
 };
 

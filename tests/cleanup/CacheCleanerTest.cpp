@@ -75,7 +75,7 @@ private Q_SLOTS:
               "composer", "pip", "Yarn", "puppeteer"})
             mac.addFolder(caches + QString::fromLatin1(name), 977);
         mac.addFolder(u".Trash"_qs, 977);
-        const auto scanned = CacheCleaner::scan(*mac.machine, {}, {});
+        const auto scanned = CacheCleaner::scan({*mac.machine, {}, {}});
         // Equal sizes keep the table's order.
         QCOMPARE(lines(mac, scanned),
                  u"~/.Trash|Trash — stuff you already deleted|1000448\n"
@@ -104,7 +104,7 @@ private Q_SLOTS:
         mac.writeFile(u"home/Library/Caches/pip"_qs, "4000\n"); // a file counts as existing
         mac.addFolder(u"Library/Caches/Yarn"_qs, 5000);
         QVERIFY(QFile::link(u"/nonexistent"_qs, mac.home() + u"/Library/Caches/Cypress"_qs));
-        QCOMPARE(lines(mac, CacheCleaner::scan(*mac.machine, {}, {})),
+        QCOMPARE(lines(mac, CacheCleaner::scan({*mac.machine, {}, {}})),
                  u"~/Library/Caches/Yarn|Coding tool cache (Yarn)|5120000\n"
                  "~/Library/Caches/pip|Coding tool cache (pip)|4096000"_qs);
         QCOMPARE(mac.runs().count(u"/usr/bin/du -sk ~/"_qs), 3); // none for what is not there
@@ -113,7 +113,7 @@ private Q_SLOTS:
     void unknownPlaces()
     {
         const Clutter mac;
-        QVERIFY(CacheCleaner::scanUnknownCaches(*mac.machine, {}, {}).empty()); // no folder of caches
+        QVERIFY(CacheCleaner::scanUnknownCaches({*mac.machine, {}, {}}).empty()); // no folder of caches
         for (int size = 1; size <= 8; ++size)
             mac.addFolder(u"Library/Caches/maker %1"_qs.arg(size), 30'000 + size);
         mac.addFolder(u"Library/Caches/.hidden"_qs, 90'000);
@@ -122,14 +122,14 @@ private Q_SLOTS:
         mac.addFolder(u"Library/Caches/com.apple.Safari"_qs, 99'000);
         mac.addFolder(u"Library/Caches/below"_qs, 19'531);
         mac.writeFile(u"home/Library/Caches/file"_qs, "95000\n");
-        const auto found = CacheCleaner::scanUnknownCaches(*mac.machine, {}, {});
+        const auto found = CacheCleaner::scanUnknownCaches({*mac.machine, {}, {}});
         QStringList names;
         for (const CacheEntry &entry : found)
             names.append(entry.description);
         QCOMPARE(names.join(u','), u".hidden,Google,maker 8,maker 7,maker 6,maker 5,maker 4,maker 3"_qs);
         mac.addFolder(u"Library/Caches/Google"_qs, 19'532); // just above
         const auto less = CacheCleaner::scanUnknownCaches(
-            *mac.machine, {}, mac.excluding({"Library/Caches/maker 7", "Library/Caches/maker 8"}));
+            {*mac.machine, {}, mac.excluding({"Library/Caches/maker 7", "Library/Caches/maker 8"})});
         QCOMPARE(less.back().description, u"Google"_qs);
         QCOMPARE(less.back().sizeBytes, 20'000'768);
     }
@@ -144,11 +144,11 @@ private Q_SLOTS:
         mac.addFolder(u"Library/Caches/pip"_qs, 5'000);
         QFile::remove(mac.home() + u"/.Trash/.kib"_qs);
         const auto excludes = mac.excluding({".Trash/keep/inside", "Library/Caches/pip/wheels"});
-        const auto entries = CacheCleaner::scan(*mac.machine, {}, excludes);
+        const auto entries = CacheCleaner::scan({*mac.machine, {}, excludes});
         QCOMPARE(lines(mac, entries), u"~/.Trash|Trash — stuff you already deleted|3072000"_qs);
         QCOMPARE(CacheCleaner::clean(*mac.machine, entries, excludes), std::vector<bool>{true});
         QCOMPARE(mac.asked(), u"empty trash ~/.Trash in ~\nkeep ~/.Trash/keep"_qs);
-        QVERIFY(CacheCleaner::scan(*mac.machine, {}, mac.excluding({""})).empty());
+        QVERIFY(CacheCleaner::scan({*mac.machine, {}, mac.excluding({""})}).empty());
     }
 
     void cleaning()
@@ -158,7 +158,7 @@ private Q_SLOTS:
         for (const char *name :
              {".Trash", "Library/Caches/Yarn", "Library/Caches/pip", "Library/Caches/x/.Trash"})
             mac.addFolder(QString::fromLatin1(name), 2'000);
-        std::vector<CacheEntry> entries = CacheCleaner::scan(*mac.machine, {}, {});
+        std::vector<CacheEntry> entries = CacheCleaner::scan({*mac.machine, {}, {}});
         const auto trash = mac.homePath("Library/Caches/x/.Trash");
         entries.push_back({trash, u"x"_qs, 1, *FileIdentity::of(trash)});
         mac.disposal().refused = {mac.homePath("Library/Caches/pip")};
@@ -177,7 +177,7 @@ private Q_SLOTS:
         for (const char *name :
              {"Library/Caches/Yarn", "Library/Caches/composer", "Library/Caches/x/.Trash/mine"})
             mac.addFolder(QString::fromLatin1(name), 2'000);
-        std::vector<CacheEntry> entries = CacheCleaner::scan(*mac.machine, {}, {});
+        std::vector<CacheEntry> entries = CacheCleaner::scan({*mac.machine, {}, {}});
         const auto trash = mac.homePath("Library/Caches/x/.Trash");
         entries.push_back({trash, u"x"_qs, 1, *FileIdentity::of(trash)});
         const auto gone = CacheCleaner::clean(
@@ -194,7 +194,7 @@ private Q_SLOTS:
         mac.addTool(u"/usr/bin/env"_qs, ":");
         mac.addFolder(u"Library/Caches/pip"_qs, 2'000);
         mac.addFolder(u"Library/Caches/Yarn"_qs, 1'000);
-        const auto entries = CacheCleaner::scan(*mac.machine, {}, {});
+        const auto entries = CacheCleaner::scan({*mac.machine, {}, {}});
         StopSource stop;
         stop.requestStop();
         QCOMPARE(CacheCleaner::clean(*mac.machine, entries, {}, stop.token()),
@@ -247,10 +247,10 @@ private Q_SLOTS:
         for (const char *script : {"exit 1", "echo nothing", "printf '5000\\t\\377'",
                                    "head -c 5000000 /dev/zero | tr '\\0' 7", "echo 5000 >&2"}) {
             mac.addTool(u"/usr/bin/du"_qs, script);
-            QVERIFY2(CacheCleaner::scan(*mac.machine, {}, {}).empty(), script);
+            QVERIFY2(CacheCleaner::scan({*mac.machine, {}, {}}).empty(), script);
         }
         QVERIFY(QFile::remove(mac.folder() + u"/root/usr/bin/du"_qs));
-        QVERIFY(CacheCleaner::scan(*mac.machine, {}, {}).empty());
+        QVERIFY(CacheCleaner::scan({*mac.machine, {}, {}}).empty());
     }
 
     void aStopEndsTheTools()
@@ -261,7 +261,7 @@ private Q_SLOTS:
             mac.addFolder(u"Library/Caches/"_qs + QString::fromLatin1(name), 2'000);
         StopSource stop;
         auto scan = std::async(std::launch::async, [&] {
-            return CacheCleaner::scan(*mac.machine, {.stop = stop.token(), .progress = {}}, {});
+            return CacheCleaner::scan({*mac.machine, {.stop = stop.token(), .progress = {}}, {}});
         });
         const QDir folder(mac.folder());
         const auto pids = [&] { return folder.entryList({u"pid.*"_qs}); };
@@ -280,8 +280,9 @@ private Q_SLOTS:
             mac.addFolder(u"Library/Caches/maker %1"_qs.arg(number), 30'000);
         std::vector<ScanProgress> heard;
         CacheCleaner::scanUnknownCaches(
-            *mac.machine, {.stop = {}, .progress = [&](const ScanProgress &now) { heard.push_back(now); }},
-            {});
+            {*mac.machine,
+             {.stop = {}, .progress = [&](const ScanProgress &now) { heard.push_back(now); }},
+             {}});
         QCOMPARE(heard.size(), 30U);
         for (std::size_t index = 0; index < heard.size(); ++index) {
             QCOMPARE(heard[index].done, std::int64_t(index + 1));

@@ -1,6 +1,7 @@
 #include "Clutter.h"
 
 #include "cleanup/DeepScanner.h"
+#include "cleanup/RemovalRun.h"
 
 #include <QtTest/QTest>
 
@@ -12,7 +13,7 @@ namespace {
 QString found(const Clutter &mac, const ExcludeList &excludes = {})
 {
     QStringList words;
-    for (const DeepScanItem &item : DeepScanner::scan(*mac.machine, {}, excludes))
+    for (const DeepScanItem &item : DeepScanner::scan({*mac.machine, {}, excludes}))
         words.append(QString(u"%1|%2|%3|%4|%5"_qs)
                          .arg(QString::number(static_cast<int>(item.category)),
                               mac.shortened(QString::fromStdString(item.path)), item.description)
@@ -155,16 +156,17 @@ private Q_SLOTS:
         addProject(mac, u"dev/p"_qs, 90'000, 100 * Clutter::day);
         mac.addFile(u"Desktop/a.dmg"_qs, 80'000'000);
         mac.addFile(u"Downloads/b.dmg"_qs, 70'000'000, 100);
-        const auto items = DeepScanner::scan(*mac.machine, {}, {});
+        const auto items = DeepScanner::scan({*mac.machine, {}, {}});
         mac.disposal().refused = {mac.homePath("Desktop/a.dmg")};
-        const auto trashed =
-            DeepScanner::remove(*mac.machine, items, mac.excluding({"dev/p/node_modules/x"}));
+        std::vector<RemovableItem> all;
+        std::transform(items.begin(), items.end(), std::back_inserter(all), RemovableItem::of);
+        const auto outcome = removeItems(all, mac.excluding({"dev/p/node_modules/x"}), *mac.machine, {});
         QCOMPARE(mac.asked(), u"trash ~/Desktop/a.dmg in ~/Desktop\n"
                               "trash ~/Downloads/b.dmg in ~/Downloads\n"
                               "trash ~/Downloads/b.dmg in ~/Downloads"_qs);
-        QVERIFY(!trashed[0] && !trashed[1] && trashed[2]);
-        QCOMPARE(trashed[2]->from, mac.homePath("Downloads/b.dmg"));
-        DeepScanner::remove(*mac.machine, {items[0]}, {});
+        QCOMPARE(outcome.left, std::vector({all[0], all[1]}));
+        QCOMPARE(outcome.trashed.at(0).from, mac.homePath("Downloads/b.dmg"));
+        removeItems({all[0]}, {}, *mac.machine, {});
         QVERIFY(mac.asked().endsWith(u"\ntrash ~/dev/p/node_modules in ~/dev"_qs));
     }
 
@@ -178,12 +180,12 @@ private Q_SLOTS:
         mac.addFile(u"Downloads/plain.iso"_qs, 30'000'000);
         std::filesystem::rename(mac.homePath("Downloads/plain.iso"),
                                 mac.homePath("Downloads/" + name + ".iso"));
-        const auto items = DeepScanner::scan(*mac.machine, {}, {});
+        const auto items = DeepScanner::scan({*mac.machine, {}, {}});
         QCOMPARE(items.size(), 3U);
         QCOMPARE(items[0].path, mac.homePath("dev/" + name + "/node_modules"));
         QCOMPARE(items[0].sizeBytes, 61'440'000);
         QCOMPARE(items[2].path, mac.homePath("Downloads/" + name + ".iso"));
-        QVERIFY(DeepScanner::remove(*mac.machine, items, {}).back());
+        QVERIFY(removeItems({RemovableItem::of(items[2])}, {}, *mac.machine, {}).left.empty());
         std::filesystem::remove_all(mac.homePath()); // the temporary folder cannot name them
     }
 

@@ -190,7 +190,7 @@ private Q_SLOTS:
         const Clutter mac;
         mac.writeFile(u"listing"_qs, json);
         mac.addTool(u"/usr/bin/xcrun"_qs, "cat \"$MACHINE_DIR/listing\"");
-        QTEST(words(DeveloperCleanup::scanSimulatorRuntimes(*mac.machine, {})), "listed");
+        QTEST(words(DeveloperCleanup::scanSimulatorRuntimes({*mac.machine, {}, {}})), "listed");
         QCOMPARE(mac.runs(), u"/usr/bin/xcrun simctl runtime list -j"_qs);
     }
 
@@ -221,7 +221,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, script);
         const Clutter mac;
         mac.addTool(u"/usr/local/bin/docker"_qs, script);
-        const auto status = DeveloperCleanup::dockerStatus(*mac.machine, {});
+        const auto status = DeveloperCleanup::dockerStatus({*mac.machine, {}, {}});
         QTEST(dockerWords(status), "status");
         const qint64 bytes = DeveloperCleanup::estimatedReclaimableBytes(status.rows);
         QTEST(bytes, "bytes");
@@ -231,11 +231,11 @@ private Q_SLOTS:
     void whereDockerIs()
     {
         const Clutter mac;
-        QCOMPARE(dockerWords(DeveloperCleanup::dockerStatus(*mac.machine, {})), u"not installed"_qs);
+        QCOMPARE(dockerWords(DeveloperCleanup::dockerStatus({*mac.machine, {}, {}})), u"not installed"_qs);
         QVERIFY(!DeveloperCleanup::prune(*mac.machine));
         QCOMPARE(mac.runs(), QString());
         mac.addTool(u"/opt/homebrew/bin/docker"_qs, "printf 'a\\tb'");
-        QCOMPARE(dockerWords(DeveloperCleanup::dockerStatus(*mac.machine, {})), u"a=b"_qs);
+        QCOMPARE(dockerWords(DeveloperCleanup::dockerStatus({*mac.machine, {}, {}})), u"a=b"_qs);
         mac.addTool(u"/usr/local/bin/docker"_qs, ":");
         QVERIFY(DeveloperCleanup::prune(*mac.machine));
         QVERIFY(mac.runs().endsWith(u"\n/usr/local/bin/docker system prune -af"_qs));
@@ -253,16 +253,16 @@ private Q_SLOTS:
     void buildCache()
     {
         const Clutter mac;
-        QCOMPARE(DeveloperCleanup::derivedDataSize(*mac.machine, {}, {}), 0);
+        QCOMPARE(DeveloperCleanup::derivedDataSize({*mac.machine, {}, {}}), 0);
         QVERIFY(DeveloperCleanup::clearDerivedData(*mac.machine, {}));
         const QString folder = u"Library/Developer/Xcode/DerivedData"_qs;
         mac.addFolder(folder, 700);
         mac.addFolder(folder + u"/keep"_qs, 500);
         mac.addFolder(folder + u"/go"_qs, 100);
-        QCOMPARE(DeveloperCleanup::derivedDataSize(*mac.machine, {}, {}), 716'800);
+        QCOMPARE(DeveloperCleanup::derivedDataSize({*mac.machine, {}, {}}), 716'800);
         QFile::remove(mac.home() + u'/' + folder + u"/.kib"_qs);
         const ExcludeList excludes = mac.excluding({folder.toStdString() + "/keep/Logs"});
-        QCOMPARE(DeveloperCleanup::derivedDataSize(*mac.machine, {}, excludes), 102'400);
+        QCOMPARE(DeveloperCleanup::derivedDataSize({*mac.machine, {}, excludes}), 102'400);
         QVERIFY(DeveloperCleanup::clearDerivedData(*mac.machine, excludes));
         QCOMPARE(mac.asked(), u"empty ~/%1 in ~\nkeep ~/%1/keep"_qs.arg(folder));
         mac.disposal().refused = {mac.homePath(folder.toStdString())};
@@ -283,10 +283,11 @@ private Q_SLOTS:
             return result.get() && begun;
         };
         QVERIFY(ends([&](const ScanControl &control) {
-            return DeveloperCleanup::scanSimulatorRuntimes(*mac.machine, control).empty();
+            return DeveloperCleanup::scanSimulatorRuntimes({*mac.machine, control, {}}).empty();
         }));
         QVERIFY(ends([&](const ScanControl &control) {
-            return DeveloperCleanup::dockerStatus(*mac.machine, control).state == DockerState::notRunning;
+            return DeveloperCleanup::dockerStatus({*mac.machine, control, {}}).state ==
+                   DockerState::notRunning;
         }));
     }
 
@@ -295,9 +296,9 @@ private Q_SLOTS:
         const Clutter mac;
         mac.addTool(u"/usr/bin/xcrun"_qs, "cat");
         mac.machine->cleanup = {};
-        QVERIFY(DeveloperCleanup::scanSimulatorRuntimes(*mac.machine, {}).empty());
+        QVERIFY(DeveloperCleanup::scanSimulatorRuntimes({*mac.machine, {}, {}}).empty());
         DeveloperCleanup::deleteSimulatorRuntimes(*mac.machine, {u"x"_qs});
-        QCOMPARE(DeveloperCleanup::derivedDataSize(*mac.machine, {}, {}), 0);
+        QCOMPARE(DeveloperCleanup::derivedDataSize({*mac.machine, {}, {}}), 0);
         QVERIFY(DeveloperCleanup::clearDerivedData(*mac.machine, {}));
         QCOMPARE(mac.runs() + mac.asked(), QString());
     }

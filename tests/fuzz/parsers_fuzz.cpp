@@ -2,7 +2,7 @@
 //     TMPDIR=/dev/shm parsers_fuzz -max_len=4096 CORPUS
 
 #include "cleanup/DeepScanner.h"
-#include "cleanup/DeveloperTexts.h"
+#include "cleanup/DeveloperToolText.h"
 #include "cleanup/DiskUsage.h"
 #include "health/HistoryStore.h"
 #include "platform/linux/LinuxCleanupPlaces.h"

@@ -10,7 +10,7 @@ namespace {
 
 RemovableItem cache(const char *path, std::int64_t bytes)
 {
-    return RemovableItem::fromCache({.path = path, .description = u"Cache"_qs, .sizeBytes = bytes});
+    return RemovableItem::of(CacheEntry{.path = path, .description = u"Cache"_qs, .sizeBytes = bytes});
 }
 
 } // namespace
@@ -22,17 +22,17 @@ private Q_SLOTS:
     void aRowSaysWhatIsBehindIt()
     {
         const DuplicateGroup group = {{"/home/a/Downloads/x.zip", "/home/a/Desktop/x.zip"}, 5'000, {}};
-        const auto copies = removableRowText(RemovableItem::fromDuplicate(group), true, u"/home/a"_qs);
+        const auto copies = removableRowText(RemovableItem::of(group), true, u"/home/a"_qs);
         QVERIFY(copies.isSelected);
         QCOMPARE(copies.size, u"5 KB"_qs);
         QCOMPARE(copies.details.size(), 2);
         QCOMPARE(copies.details.first().fate, u"stays"_qs);
         QCOMPARE(copies.details.last().place, u"~/Desktop"_qs);
 
-        const auto docker = removableRowText(RemovableItem::dockerPrune(1), false, u"/home/a"_qs);
+        const auto docker = removableRowText(RemovableItem::of(DockerPrune{1}), false, u"/home/a"_qs);
         QVERIFY(docker.details.isEmpty()); // it lies nowhere that could be shown
-        const auto hostile =
-            removableRowText(RemovableItem::fromSimulator({u"i"_qs, u"a\nb\u202e"_qs, 1, {}}), false, {});
+        const auto hostile = removableRowText(
+            RemovableItem::of(SimulatorRuntimeInfo{u"i"_qs, u"a\nb\u202e"_qs, 1, {}}), false, {});
         QCOMPARE(hostile.title, u"a b "_qs);
     }
 
@@ -99,8 +99,9 @@ private Q_SLOTS:
         QCOMPARE(clutterText(clutter.items), QString());
         clutter.docker.state = DeveloperCleanup::DockerState::notRunning;
         QVERIFY(!clutter.isEmpty()); // it has its own message
-        QCOMPARE(clutterText({RemovableItem::derivedData(500), RemovableItem::dockerPrune(4'000'000'000)}),
-                 u"4 GB can be cleared"_qs);
+        QCOMPARE(
+            clutterText({RemovableItem::of(DerivedData{500}), RemovableItem::of(DockerPrune{4'000'000'000})}),
+            u"4 GB can be cleared"_qs);
     }
 
     void onlyWhatWasSentIsConfessed()

@@ -147,7 +147,7 @@ private Q_SLOTS:
         QVERIFY(events(u"trash"_qs).isEmpty());
         pressHere(u"Remove 1 Items"_qs);
         pressHere(u"Remove"_qs);
-        QVERIFY(waitUntil([&] { return m_desk->state.lastCleanupSuccess().has_value(); }));
+        QVERIFY(waitUntil([&] { return m_desk->state.lastCleanup().has_value(); }));
         QCOMPARE(events(u"trash"_qs).size(), 1);
         QVERIFY(events(u"delete"_qs).isEmpty());
         pressHere(u"Put back"_qs);
@@ -176,7 +176,7 @@ private Q_SLOTS:
                      }),
                      qPrintable(piece));
         pressHere(u"Remove"_qs);
-        QVERIFY(waitUntil([&] { return m_desk->state.lastCleanupSuccess().has_value(); }));
+        QVERIFY(waitUntil([&] { return m_desk->state.lastCleanup().has_value(); }));
         QVERIFY2(textOf(*m_open->window).contains(u"Removed 1 item — freed 6.1 MB"_qs),
                  qPrintable(textOf(*m_open->window)));
         for (const QString &piece : pieces) {
@@ -242,8 +242,8 @@ private Q_SLOTS:
         std::vector<RemovableItem> items;
         items.reserve(groups);
         for (int group = 0; group < groups; ++group)
-            items.push_back(RemovableItem::fromDuplicate(
-                {{"/kept/" + std::to_string(group), "/gone/copy " + std::to_string(group)}, 5'000}));
+            items.push_back(RemovableItem::of(DuplicateGroup{
+                {"/kept/" + std::to_string(group), "/gone/copy " + std::to_string(group)}, 5'000}));
         confirmation().askToRemove(items);
         QCOMPARE(confirmation().details()->count(), 1'000);
         const auto isThere = [&](int group) {

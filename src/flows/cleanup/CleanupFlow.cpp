@@ -2,7 +2,7 @@
 
 #include "cleanup/PutBackRecord.h"
 #include "cleanup/RemovalRun.h"
-#include "cleanup/Scans.h"
+#include "cleanup/Search.h"
 #include "settings/Settings.h"
 
 #include <QCoroFuture>
@@ -16,7 +16,7 @@ namespace {
 constexpr int runsAtOnce = 8;
 
 /// The whole background half of a removal.
-CleanupSuccess carryOut(const std::vector<RemovableItem> &items, Machine &machine, const StopToken &stop)
+CleanupReport carryOut(const std::vector<RemovableItem> &items, Machine &machine, const StopToken &stop)
 {
     const RemovalOutcome outcome = removeItems(items, excludeListFrom(*machine.settings), machine, stop);
     const std::int64_t freed = totalBytes(items);
@@ -71,23 +71,23 @@ QCoro::Task<> CleanupFlow::run(std::vector<RemovableItem> items)
     m_state.setRemoving(true);
     const auto running = m_work.ask([items = std::move(items), machine = m_state.sharedMachine(),
                                      stop = m_stop.token()] { return carryOut(items, *machine, stop); });
-    const CleanupSuccess success = co_await running;
+    const CleanupReport report = co_await running;
     if (!self)
         co_return;
     --m_runs;
-    m_canPutBack = success.canBePutBack > 0 || (m_runs > 0 && m_canPutBack);
+    m_canPutBack = report.canBePutBack > 0 || (m_runs > 0 && m_canPutBack);
     m_state.setRemoving(false);
-    showBanner(success);
-    Q_EMIT removed(success);
+    showBanner(report);
+    Q_EMIT removed(report);
 }
 
-void CleanupFlow::showBanner(const CleanupSuccess &success)
+void CleanupFlow::showBanner(const CleanupReport &report)
 {
-    m_state.setLastCleanupSuccess(success);
-    QTimer::singleShot(m_bannerTime, this, [this, id = success.id] {
+    m_state.setLastCleanup(report);
+    QTimer::singleShot(m_bannerTime, this, [this, id = report.id] {
         // A newer run's banner has a time of its own.
-        if (m_state.lastCleanupSuccess() && m_state.lastCleanupSuccess()->id == id)
-            m_state.setLastCleanupSuccess(std::nullopt);
+        if (m_state.lastCleanup() && m_state.lastCleanup()->id == id)
+            m_state.setLastCleanup(std::nullopt);
     });
 }
 
@@ -108,7 +108,7 @@ QCoro::Task<> CleanupFlow::restore()
     if (!self)
         co_return;
     m_canPutBack = outcome.left > 0;
-    m_state.setLastCleanupSuccess(std::nullopt);
+    m_state.setLastCleanup(std::nullopt);
     Q_EMIT restored(outcome.restored, outcome.left);
 }
 

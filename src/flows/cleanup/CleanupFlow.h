@@ -32,7 +32,7 @@ public:
 
 Q_SIGNALS:
     /// A removal has been carried out; what the banner reports, also after the banner.
-    void removed(const swabby::CleanupSuccess &success);
+    void removed(const swabby::CleanupReport &report);
     /// Things are back where they were, or still in the Trash.
     void restored(qint64 restored, qint64 left);
     /// What an earlier program's last removal left has been found, or that it left nothing.
@@ -42,7 +42,7 @@ private:
     QCoro::Task<> lookForRecord();
     QCoro::Task<> run(std::vector<RemovableItem> items);
     QCoro::Task<> restore();
-    void showBanner(const CleanupSuccess &success);
+    void showBanner(const CleanupReport &report);
 
     AppState &m_state;
     const std::chrono::milliseconds m_bannerTime;

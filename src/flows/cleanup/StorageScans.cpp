@@ -1,11 +1,7 @@
 #include "flows/cleanup/StorageScans.h"
 
 #include "cleanup/AppUninstaller.h"
-#include "cleanup/CacheCleaner.h"
-#include "cleanup/DeepScanner.h"
-#include "cleanup/DuplicateFinder.h"
-#include "cleanup/Scans.h"
-#include "engine/ByteCount.h"
+#include "cleanup/Search.h"
 
 #include <QCoroFuture>
 
@@ -23,57 +19,53 @@ constexpr std::int64_t oldAfterDays = 14;
 /// Two of each kind: one that was ended may take a moment to be over.
 constexpr int searchesAtOnce = 10;
 
-template <typename Finding>
-Items itemsFrom(const std::vector<Finding> &findings, RemovableItem (*make)(const Finding &))
+/// What an engine offers, each once: two rules may find the same file.
+Items foundOnce(CleanupEngine engine, const swabby::Search &search)
 {
     Items items;
-    for (const Finding &finding : findings) {
-        RemovableItem item = make(finding);
-        // Two rules may find the same file.
+    for (RemovableItem &item : find(engine, search))
         if (std::none_of(items.begin(), items.end(), [&](const auto &known) { return known.id == item.id; }))
             items.push_back(std::move(item));
-    }
     return items;
 }
 
-Findings duplicates(const Machine &machine, const ScanControl &control, const ExcludeList &excludes)
+Findings duplicates(const swabby::Search &search)
 {
-    return {.items = itemsFrom(DuplicateFinder::scan(duplicateFolders(machine), excludes, control),
-                               &RemovableItem::fromDuplicate)};
+    return {.items = foundOnce(CleanupEngine::duplicates, search)};
 }
 
-Findings forgottenFiles(const Machine &machine, const ScanControl &control, const ExcludeList &excludes)
+Findings forgottenFiles(const swabby::Search &search)
 {
-    return {.items = itemsFrom(DeepScanner::scan(machine, control, excludes), &RemovableItem::fromDeepScan)};
+    return {.items = foundOnce(CleanupEngine::deepScan, search)};
 }
 
-Findings applications(const Machine &machine, const ScanControl &control, const ExcludeList &excludes)
+Findings applications(const swabby::Search &search)
 {
     Findings found;
-    for (const InstalledApp &app : AppUninstaller::scanInstalledApps(machine, control, excludes)) {
-        const RemovableItem item = RemovableItem::fromAppUninstall(app, {});
-        if (AppUninstaller::isRunning(machine, app.bundleID))
+    for (const InstalledApp &app : AppUninstaller::scanInstalledApps(search)) {
+        const RemovableItem item = RemovableItem::of(AppUninstall{app, {}});
+        if (AppUninstaller::isRunning(search.machine, app.bundleID))
             found.running.insert(item.id);
         found.items.push_back(item);
     }
     return found;
 }
 
-Findings developerClutter(const Machine &machine, const ScanControl &control, const ExcludeList &excludes)
+Findings developerClutter(const swabby::Search &search)
 {
-    Findings found = {.items = oldRuntimes(DeveloperCleanup::scanSimulatorRuntimes(machine, control))};
-    if (const auto bytes = DeveloperCleanup::derivedDataSize(machine, control, excludes); bytes > 0)
-        found.items.push_back(RemovableItem::derivedData(bytes));
-    found.docker = DeveloperCleanup::dockerStatus(machine, control);
+    Findings found = {.items = oldRuntimes(DeveloperCleanup::scanSimulatorRuntimes(search))};
+    for (RemovableItem &item : find(CleanupEngine::buildCache, search))
+        found.items.push_back(std::move(item));
+    found.docker = DeveloperCleanup::dockerStatus(search);
     if (found.docker.state == DeveloperCleanup::DockerState::available)
         found.items.push_back(
-            RemovableItem::dockerPrune(DeveloperCleanup::estimatedReclaimableBytes(found.docker.rows)));
+            RemovableItem::of(DockerPrune{DeveloperCleanup::estimatedReclaimableBytes(found.docker.rows)}));
     return found;
 }
 
 /// The searches in one step, in the order of the kinds.
-constexpr std::array<Findings (*)(const Machine &, const ScanControl &, const ExcludeList &), 5> finders = {
-    nullptr, duplicates, forgottenFiles, applications, developerClutter};
+constexpr std::array<Findings (*)(const swabby::Search &), 5> finders = {nullptr, duplicates, forgottenFiles,
+                                                                         applications, developerClutter};
 
 } // namespace
 
@@ -82,7 +74,7 @@ std::vector<RemovableItem> oldRuntimes(const std::vector<SimulatorRuntimeInfo> &
     Items items;
     for (const SimulatorRuntimeInfo &runtime : runtimes)
         if (runtime.daysSinceUsed && *runtime.daysSinceUsed >= oldAfterDays)
-            items.push_back(RemovableItem::fromSimulator(runtime));
+            items.push_back(RemovableItem::of(runtime));
     return items;
 }
 
@@ -90,7 +82,7 @@ std::vector<RemovableItem> StorageScans::Findings::offers() const
 {
     Items offers = items;
     for (const SuggestedCache &suggestion : suggestions)
-        offers.push_back(RemovableItem::fromCache(suggestion.entry));
+        offers.push_back(suggestion.item);
     return offers;
 }
 
@@ -110,13 +102,13 @@ void StorageScans::begin(ClutterKind kind)
         Q_EMIT changed();
     });
     Q_EMIT changed();
-    const auto find = finders.at(static_cast<std::size_t>(kind));
-    if (find == nullptr) {
+    const auto finder = finders.at(static_cast<std::size_t>(kind));
+    if (finder == nullptr) {
         quickClean(control);
         return;
     }
-    const auto searching = m_work.ask([machine = m_state.sharedMachine(), control, find] {
-        return find(*machine, control, excludeListFrom(*machine->settings));
+    const auto searching = m_work.ask([machine = m_state.sharedMachine(), control, finder] {
+        return finder(swabby::Search::on(*machine, control));
     });
     search.run.whenDone(searching, [this, kind](Findings found) { finish(kind, std::move(found)); });
 }
@@ -142,39 +134,32 @@ void StorageScans::finish(ClutterKind kind, Findings findings)
 QCoro::Task<> StorageScans::quickClean(ScanControl control)
 {
     const auto machine = m_state.sharedMachine();
-    const auto scanning = m_work.ask([machine, control] {
-        return CacheCleaner::scan(*machine, control, excludeListFrom(*machine->settings));
-    });
+    const auto ask = [&](CleanupEngine engine) {
+        return m_work.ask(
+            [machine, control, engine] { return foundOnce(engine, swabby::Search::on(*machine, control)); });
+    };
+    const auto scanning = ask(CleanupEngine::knownCaches);
     const auto known = co_await scanning;
     if (control.stop.stopRequested())
         co_return;
     Search &search = searchFor(ClutterKind::quickClean);
-    search.findings.items = itemsFrom(known, &RemovableItem::fromCache);
+    search.findings.items = known;
     search.findings.suggestions.clear();
     Q_EMIT changed();
 
-    const auto looking = m_work.ask([machine, control] {
-        return CacheCleaner::scanUnknownCaches(*machine, control, excludeListFrom(*machine->settings));
-    });
+    const auto looking = ask(CleanupEngine::unknownCaches);
     const auto unknown = co_await looking;
-    std::vector<SuggestedCache> suggestions;
-    bool wasSent = false;
-    for (const CacheEntry &entry : unknown) {
-        if (control.stop.stopRequested())
-            co_return;
-        search.progress = {.what = entry.description,
-                           .done = static_cast<std::int64_t>(suggestions.size()),
-                           .total = static_cast<std::int64_t>(unknown.size())};
-        Q_EMIT changed();
-        const auto verdict =
-            co_await m_ai.assessCacheFolder(entry.description, fileByteCount(entry.sizeBytes));
-        wasSent = wasSent || verdict.wasSent;
-        suggestions.push_back({entry, verdict.value.looksSafe, verdict.value.reason});
-    }
+    if (control.stop.stopRequested())
+        co_return;
+    const ScanControl vetting = {.stop = control.stop, .progress = [&](const ScanProgress &progress) {
+                                     search.progress = progress;
+                                     Q_EMIT changed();
+                                 }};
+    const VettedCaches vetted = co_await vetCaches(m_ai, unknown, vetting);
     if (control.stop.stopRequested())
         co_return;
     finish(ClutterKind::quickClean,
-           {.items = search.findings.items, .suggestions = std::move(suggestions), .wasSent = wasSent});
+           {.items = search.findings.items, .suggestions = vetted.suggestions, .wasSent = vetted.wasSent});
 }
 
 void StorageScans::prepare(const QString &id)
@@ -189,8 +174,8 @@ void StorageScans::prepare(const QString &id)
                         stop = m_preparations.join()]() -> std::optional<std::vector<AppLeftover>> {
                 if (AppUninstaller::isRunning(*machine, app.bundleID))
                     return std::nullopt;
-                return AppUninstaller::scanLeftovers(*machine, app, {.stop = stop, .progress = {}},
-                                                     excludeListFrom(*machine->settings));
+                return AppUninstaller::scanLeftovers(
+                    swabby::Search::on(*machine, {.stop = stop, .progress = {}}), app);
             });
         m_preparations.whenDone(looking, [this, app = uninstall->app, id](const auto &leftovers) {
             Findings &found = searchFor(ClutterKind::applications).findings;
@@ -201,7 +186,7 @@ void StorageScans::prepare(const QString &id)
                 found.running.insert(id);
             Q_EMIT changed();
             if (leftovers)
-                Q_EMIT prepared(RemovableItem::fromAppUninstall(app, *leftovers));
+                Q_EMIT prepared(RemovableItem::of(AppUninstall{app, *leftovers}));
             else
                 Q_EMIT stillRuns(app.name);
         });
@@ -215,9 +200,7 @@ void StorageScans::forget(const Items &removed)
         return std::any_of(removed.begin(), removed.end(),
                            [&](const auto &gone) { return gone.id == item.id; });
     };
-    const auto isRemovedCache = [&](const SuggestedCache &suggestion) {
-        return isRemoved(RemovableItem::fromCache(suggestion.entry));
-    };
+    const auto isRemovedCache = [&](const SuggestedCache &suggestion) { return isRemoved(suggestion.item); };
     for (Search &search : m_searches)
         search.isTouched = std::erase_if(search.findings.items, isRemoved) +
                                std::erase_if(search.findings.suggestions, isRemovedCache) >

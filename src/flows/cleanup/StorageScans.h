@@ -1,10 +1,7 @@
 #pragma once
 
-#include "ai/CloudAI.h"
-#include "cleanup/CacheEntry.h"
 #include "cleanup/DeveloperCleanup.h"
-#include "cleanup/ExcludeList.h"
-#include "cleanup/RemovableItem.h"
+#include "flows/cleanup/CacheVetting.h"
 #include "platform/BackgroundWork.h"
 #include "platform/LatestRun.h"
 #include "state/AppState.h"

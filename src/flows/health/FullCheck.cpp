@@ -1,11 +1,9 @@
 #include "flows/health/FullCheck.h"
 
-#include "cleanup/CacheCleaner.h"
-#include "cleanup/DeveloperCleanup.h"
-#include "cleanup/DuplicateFinder.h"
 #include "cleanup/RemovalRun.h"
-#include "cleanup/Scans.h"
+#include "cleanup/Search.h"
 #include "engine/ByteCount.h"
+#include "flows/cleanup/CacheVetting.h"
 #include "settings/Settings.h"
 
 #include <QCoroFuture>
@@ -54,16 +52,6 @@ std::optional<ProcessSample> processToWatch(const AppState &state, const QJsonVa
     return state.batteryDrainers().isEmpty() ? std::nullopt : std::optional(state.batteryDrainers().first());
 }
 
-/// The six scans under way.
-struct FullCheck::Scans {
-    QFuture<std::vector<CacheEntry>> knownCaches;
-    QFuture<std::vector<CacheEntry>> unknownCaches;
-    QFuture<std::vector<DuplicateGroup>> duplicates;
-    QFuture<std::vector<SimulatorRuntimeInfo>> simulators;
-    QFuture<std::int64_t> buildCache;
-    QFuture<DeveloperCleanup::DockerStatus> docker;
-};
-
 FullCheck::FullCheck(AppState &state, CloudAI &ai) : m_state(state), m_ai(ai), m_work(scansAtOnce) {}
 
 FullCheck::~FullCheck()
@@ -106,28 +94,10 @@ void FullCheck::cancel()
     Q_EMIT changed();
 }
 
-void FullCheck::begin(Scans &scans, const StopToken &stop)
+QFuture<std::vector<RemovableItem>> FullCheck::begin(CleanupEngine engine, const ScanControl &control)
 {
-    const ScanControl control = {
-        .stop = stop, .progress = [self = QPointer(this), number = m_number](const ScanProgress &progress) {
-            QMetaObject::invokeMethod(self, [self, number, what = progress.what] {
-                if (!self || number != self->m_number || what.isEmpty())
-                    return;
-                self->m_lookingAt = what;
-                Q_EMIT self->changed();
-            });
-        }};
-    const auto machine = m_state.sharedMachine();
-    const auto excludes = [machine] { return excludeListFrom(*machine->settings); };
-    scans.knownCaches = m_work.ask([=] { return CacheCleaner::scan(*machine, control, excludes()); });
-    scans.unknownCaches =
-        m_work.ask([=] { return CacheCleaner::scanUnknownCaches(*machine, control, excludes()); });
-    scans.duplicates =
-        m_work.ask([=] { return DuplicateFinder::scan(duplicateFolders(*machine), excludes(), control); });
-    scans.simulators = m_work.ask([=] { return DeveloperCleanup::scanSimulatorRuntimes(*machine, control); });
-    scans.buildCache =
-        m_work.ask([=] { return DeveloperCleanup::derivedDataSize(*machine, control, excludes()); });
-    scans.docker = m_work.ask([=] { return DeveloperCleanup::dockerStatus(*machine, control); });
+    return m_work.ask(
+        [=, machine = m_state.sharedMachine()] { return find(engine, Search::on(*machine, control)); });
 }
 
 // Every wait may see this check left or begun anew, or this object gone: then nothing more is done.
@@ -135,11 +105,27 @@ QCoro::Task<> FullCheck::check(int number, StopToken stop)
 {
     const QPointer self(this);
     const auto isLeft = [self, number] { return !self || self->m_number != number; };
-    Scans scans;
-    begin(scans, stop);
+    const ScanControl control = {.stop = stop, .progress = [self, number](const ScanProgress &progress) {
+                                     QMetaObject::invokeMethod(self, [self, number, what = progress.what] {
+                                         if (!self || number != self->m_number || what.isEmpty())
+                                             return;
+                                         self->m_lookingAt = what;
+                                         Q_EMIT self->changed();
+                                     });
+                                 }};
+    const auto knownCaches = begin(CleanupEngine::knownCaches, control);
+    const auto unknownCaches = begin(CleanupEngine::unknownCaches, control);
+    const auto duplicates = begin(CleanupEngine::duplicates, control);
+    const auto simulators = begin(CleanupEngine::simulatorRuntimes, control);
+    const auto buildCache = begin(CleanupEngine::buildCache, control);
+    const auto docker = begin(CleanupEngine::docker, control);
     SwabbyCheckResult result;
+    std::vector<RemovableItem> &candidates = result.removalCandidates;
+    const auto add = [&](const std::vector<RemovableItem> &items) {
+        candidates.insert(candidates.end(), items.begin(), items.end());
+    };
 
-    const auto knownCaches = co_await scans.knownCaches;
+    add(co_await knownCaches);
     if (isLeft())
         co_return;
     complete(storageStep);
@@ -151,43 +137,29 @@ QCoro::Task<> FullCheck::check(int number, StopToken stop)
     result.processToWatch = swabby::processToWatch(m_state, settings.stored(setting<"processCpuRed">));
     complete(appsStep);
 
-    const auto duplicates = co_await scans.duplicates;
+    add(co_await duplicates);
     if (isLeft())
         co_return;
     complete(duplicatesStep);
 
-    const auto simulators = co_await scans.simulators;
-    const auto buildCache = co_await scans.buildCache;
-    const auto docker = co_await scans.docker;
+    add(co_await simulators);
+    add(co_await buildCache);
+    add(co_await docker);
     if (isLeft())
         co_return;
     complete(developerStep);
 
-    std::vector<RemovableItem> &candidates = result.removalCandidates;
-    for (const CacheEntry &entry : knownCaches)
-        candidates.push_back(RemovableItem::fromCache(entry));
-    for (const DuplicateGroup &group : duplicates)
-        candidates.push_back(RemovableItem::fromDuplicate(group));
-    for (const SimulatorRuntimeInfo &runtime : simulators)
-        candidates.push_back(RemovableItem::fromSimulator(runtime));
-    if (buildCache > 0)
-        candidates.push_back(RemovableItem::derivedData(buildCache));
-    if (docker.state == DeveloperCleanup::DockerState::available)
-        candidates.push_back(
-            RemovableItem::dockerPrune(DeveloperCleanup::estimatedReclaimableBytes(docker.rows)));
-
-    const auto unknownCaches = co_await scans.unknownCaches;
-    for (const CacheEntry &entry : unknownCaches) {
-        if (isLeft())
-            co_return;
-        const auto verdict =
-            co_await m_ai.assessCacheFolder(entry.description, fileByteCount(entry.sizeBytes));
-        result.wasSent = result.wasSent || verdict.wasSent;
-        if (verdict.value.looksSafe)
-            candidates.push_back(RemovableItem::fromCache(entry));
-    }
+    const auto unvetted = co_await unknownCaches;
     if (isLeft())
         co_return;
+    const ScanControl vetting = {.stop = stop, .progress = {}};
+    const VettedCaches vetted = co_await vetCaches(m_ai, unvetted, vetting);
+    if (isLeft())
+        co_return;
+    result.wasSent = vetted.wasSent;
+    for (const SuggestedCache &suggestion : vetted.suggestions)
+        if (suggestion.looksSafe)
+            candidates.push_back(suggestion.item);
 
     // Made beforehand: GCC 12 destroys a temporary of a conditional expression twice inside an awaited call.
     std::optional<QString> watchedName;

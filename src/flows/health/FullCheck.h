@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ai/CloudAI.h"
-#include "cleanup/RemovableItem.h"
+#include "cleanup/Engines.h"
 #include "platform/BackgroundWork.h"
 #include "state/AppState.h"
 
@@ -83,10 +83,8 @@ Q_SIGNALS:
     void finished();
 
 private:
-    struct Scans;
-
     QCoro::Task<> check(int number, StopToken stop);
-    void begin(Scans &scans, const StopToken &stop);
+    QFuture<std::vector<RemovableItem>> begin(CleanupEngine engine, const ScanControl &control);
     void complete(const QString &step);
 
     AppState &m_state;

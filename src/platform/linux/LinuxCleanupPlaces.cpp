@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxCleanupPlaces.h"
 
+#include "platform/FolderListing.h"
 #include "platform/linux/KernelFile.h"
 
 #include <algorithm>
@@ -34,11 +35,6 @@ fs::path resolved(const fs::path &path)
     const fs::path whole = fs::weakly_canonical(path, problem);
     const fs::path plain = (problem ? path : whole).lexically_normal();
     return plain.has_filename() ? plain : plain.parent_path();
-}
-
-bool holds(const fs::path &folder, const fs::path &path)
-{
-    return std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first == folder.end();
 }
 
 /// The text between the quotes, its escapes undone; no value when the quotes are missing.
@@ -78,7 +74,7 @@ fs::path userFolderIn(std::string_view text, std::string_view name, const fs::pa
         else if (value->starts_with('/'))
             folder = *value;
     }
-    if (folder.empty() || holds(resolved(folder), resolved(home)))
+    if (folder.empty() || isAtOrUnder(resolved(home), resolved(folder)))
         return {};
     folder = folder.lexically_normal();
     return folder.has_filename() ? folder : folder.parent_path();

@@ -1,5 +1,6 @@
 #include "platform/machinefolder/FolderDisposal.h"
 
+#include "platform/FolderListing.h"
 #include "platform/Utf8.h"
 #include "platform/posix/EntryMove.h"
 #include "platform/posix/HeldFolder.h"
@@ -34,11 +35,6 @@ Path withoutSlash(const Path &path)
     return normal.has_filename() ? normal : normal.parent_path();
 }
 
-bool startsWith(const Path &path, const Path &start)
-{
-    return std::mismatch(start.begin(), start.end(), path.begin(), path.end()).first == start.end();
-}
-
 } // namespace
 
 bool FolderDisposal::isInside(int folder) const
@@ -51,7 +47,7 @@ bool FolderDisposal::isRefused(const Path &path) const
 {
     return std::any_of(m_trashRefuses.begin(), m_trashRefuses.end(), [&](const Path &given) {
         const Path refused = withoutSlash(given);
-        return startsWith(path, refused) || startsWith(withoutLinks(path), withoutLinks(refused));
+        return isAtOrUnder(path, refused) || isAtOrUnder(withoutLinks(path), withoutLinks(refused));
     });
 }
 
@@ -91,7 +87,7 @@ bool FolderDisposal::putBack(const TrashedItem &item)
     const std::string name = item.trashed.filename().native();
     const auto found = notedThing({trash.number(), name}, item.identity);
     if (item.trashed.parent_path() != trashPath() || !isInside(trash.number()) || !found ||
-        !startsWith(item.from, m_folder))
+        !isAtOrUnder(item.from, m_folder))
         return false;
 
     const Descriptor whole = holdFolder(m_folder);

@@ -3,6 +3,7 @@
 #include "cleanup/RemovalRun.h"
 #include "engine/ByteCount.h"
 #include "engine/SaturatedBytes.h"
+#include "platform/FolderListing.h"
 #include "ui/presentation/PlainWords.h"
 
 #include <algorithm>
@@ -93,11 +94,8 @@ std::int64_t clearableBytes(const std::vector<RemovableItem> &items)
         if (const auto *entry = std::get_if<CacheEntry>(&item.kind))
             caches.push_back(entry);
     const auto isInAnother = [&](const CacheEntry &entry) {
-        return std::any_of(caches.begin(), caches.end(), [&](const CacheEntry *other) {
-            const auto [end, rest] =
-                std::mismatch(other->path.begin(), other->path.end(), entry.path.begin(), entry.path.end());
-            return end == other->path.end() && rest != entry.path.end();
-        });
+        return std::any_of(caches.begin(), caches.end(),
+                           [&](const CacheEntry *other) { return isUnder(entry.path, other->path); });
     };
     std::int64_t total = 0;
     for (const RemovableItem &item : items) {

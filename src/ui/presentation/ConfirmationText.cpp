@@ -22,71 +22,18 @@ QString shownFolder(const std::filesystem::path &path, const QString &home)
     return oneLine(folder);
 }
 
-/// Says of each kind of item what becomes of what.
-class Details {
-public:
-    explicit Details(QString home) : m_home(std::move(home)) {}
-
-    QList<RemovalDetail> operator()(const CacheEntry &entry) const
-    {
-        const bool isTrash = entry.path.filename() == ".Trash" || entry.path.filename() == "Trash";
-        return {of(entry.path,
-                   isTrash ? QStringLiteral("emptied") : QStringLiteral("deleted, comes back by itself"))};
-    }
-
-    QList<RemovalDetail> operator()(const DuplicateGroup &group) const
-    {
-        QList<RemovalDetail> details;
-        for (const std::filesystem::path &path : group.paths)
-            details.append(of(path, details.isEmpty() ? QStringLiteral("stays") : trashed));
-        return details;
-    }
-
-    QList<RemovalDetail> operator()(const SimulatorRuntimeInfo &runtime) const
-    {
-        return {{oneLine(runtime.name), {}, QStringLiteral("deleted"), {}}};
-    }
-
-    QList<RemovalDetail> operator()(const DeepScanItem &item) const { return {of(item.path, trashed)}; }
-
-    QList<RemovalDetail> operator()(const AppUninstall &uninstall) const
-    {
-        QList<RemovalDetail> details = {of(uninstall.app.path, trashed)};
-        for (const AppLeftover &leftover : uninstall.leftovers)
-            details.append(
-                of(leftover.path, oneLine(leftover.description) + QStringLiteral(", to the Trash")));
-        return details;
-    }
-
-    QList<RemovalDetail> operator()(const DerivedData & /*buildCache*/) const
-    {
-        return {{QStringLiteral("Everything in Xcode's build cache"), {}, QStringLiteral("deleted"), {}}};
-    }
-
-    QList<RemovalDetail> operator()(const DockerPrune & /*docker*/) const
-    {
-        return {{QStringLiteral("Unused images, stopped containers, build cache"),
-                 {},
-                 QStringLiteral("deleted by Docker"),
-                 {}}};
-    }
-
-private:
-    RemovalDetail of(const std::filesystem::path &path, const QString &fate) const
-    {
-        return {oneLine(textOf(path.filename().native())), shownFolder(path, m_home), fate,
-                showablePath(path)};
-    }
-
-    const QString trashed = QStringLiteral("to the Trash");
-    const QString m_home;
-};
-
 } // namespace
 
 QList<RemovalDetail> removalDetails(const RemovableItem &item, const QString &home)
 {
-    return std::visit(Details(home), item.kind);
+    QList<RemovalDetail> details;
+    for (const RemovalEffect &effect : removalEffects(item.kind))
+        if (effect.path.empty())
+            details.append({oneLine(effect.name), {}, oneLine(effect.fate), {}});
+        else
+            details.append({oneLine(textOf(effect.path.filename().native())), shownFolder(effect.path, home),
+                            oneLine(effect.fate), showablePath(effect.path)});
+    return details;
 }
 
 ConfirmationText confirmationText(const ConfirmationInfo &info, const QString &programName)

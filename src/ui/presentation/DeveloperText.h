@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cleanup/DeveloperTexts.h"
+#include "cleanup/DeveloperToolText.h"
 #include "cleanup/RemovableItem.h"
 
 #include <QtCore/QList>

@@ -211,11 +211,11 @@ void CheckView::remove()
     });
 }
 
-void CheckView::takeBackWhatStayed(const CleanupSuccess &success)
+void CheckView::takeBackWhatStayed(const CleanupReport &report)
 {
     const std::vector<RemovableItem> removed = std::exchange(m_removing, {});
     std::vector<RemovableItem> left;
-    std::copy_if(success.left.begin(), success.left.end(), std::back_inserter(left),
+    std::copy_if(report.left.begin(), report.left.end(), std::back_inserter(left),
                  [&](const RemovableItem &item) {
                      return std::find(removed.begin(), removed.end(), item) != removed.end();
                  });

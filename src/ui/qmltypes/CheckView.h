@@ -84,7 +84,7 @@ Q_SIGNALS:
 
 private:
     void follow();
-    void takeBackWhatStayed(const CleanupSuccess &success);
+    void takeBackWhatStayed(const CleanupReport &report);
     void showRows();
     void showStartupItems();
 

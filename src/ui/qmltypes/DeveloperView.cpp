@@ -36,8 +36,8 @@ DeveloperView::DeveloperView(const UserInterfaceContext &context, MainWindowCoor
     m_scans = std::make_unique<StorageScans>(*m_context.state, *m_context.ai);
     connect(m_scans.get(), &StorageScans::changed, this, &DeveloperView::show);
     if (m_context.cleanup != nullptr)
-        connect(m_context.cleanup, &CleanupFlow::removed, this, [this](const CleanupSuccess &success) {
-            if (!success.left.empty())
+        connect(m_context.cleanup, &CleanupFlow::removed, this, [this](const CleanupReport &report) {
+            if (!report.left.empty())
                 m_scans->lookAgain();
         });
 }

@@ -1,6 +1,6 @@
 #include "ui/qmltypes/RemovalBannerView.h"
 
-#include "cleanup/CleanupSuccess.h"
+#include "cleanup/CleanupReport.h"
 #include "flows/cleanup/CleanupFlow.h"
 #include "ui/presentation/CleanupText.h"
 #include "ui/presentation/PlainWords.h"
@@ -21,9 +21,9 @@ RemovalBannerView::RemovalBannerView(const UserInterfaceContext &context, MainWi
         connect(m_context.state, &AppState::changed, this, &RemovalBannerView::changed);
     if (m_context.cleanup == nullptr)
         return;
-    connect(m_context.cleanup, &CleanupFlow::removed, this, [this](const CleanupSuccess &success) {
+    connect(m_context.cleanup, &CleanupFlow::removed, this, [this](const CleanupReport &report) {
         Q_EMIT changed();
-        m_coordinator.setNotice(oneLine(leftText(success)));
+        m_coordinator.setNotice(oneLine(leftText(report)));
     });
     connect(m_context.cleanup, &CleanupFlow::putBackChanged, this, &RemovalBannerView::changed);
     connect(m_context.cleanup, &CleanupFlow::restored, this, [this](qint64 restored, qint64 left) {
@@ -40,10 +40,10 @@ bool RemovalBannerView::isRemoving() const
 
 QString RemovalBannerView::text() const
 {
-    const auto *success = m_context.state == nullptr || !m_context.state->lastCleanupSuccess()
-                              ? nullptr
-                              : &*m_context.state->lastCleanupSuccess();
-    return success == nullptr ? QString() : bannerText(*success);
+    const auto *report = m_context.state == nullptr || !m_context.state->lastCleanup()
+                             ? nullptr
+                             : &*m_context.state->lastCleanup();
+    return report == nullptr ? QString() : bannerText(*report);
 }
 
 bool RemovalBannerView::canPutBack() const

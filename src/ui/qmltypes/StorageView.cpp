@@ -27,8 +27,8 @@ StorageView::StorageView(const UserInterfaceContext &context, MainWindowCoordina
     connect(m_coordinator.confirmation(), &ConfirmationView::changed, this, &StorageView::askForPrepared,
             Qt::QueuedConnection);
     if (m_context.cleanup != nullptr) {
-        connect(m_context.cleanup, &CleanupFlow::removed, this, [this](const CleanupSuccess &success) {
-            if (!success.left.empty())
+        connect(m_context.cleanup, &CleanupFlow::removed, this, [this](const CleanupReport &report) {
+            if (!report.left.empty())
                 m_scans->lookAgain();
         });
         connect(m_context.cleanup, &CleanupFlow::restored, m_scans.get(), &StorageScans::lookAgain);

@@ -2,7 +2,7 @@
 #include "cleanup/FullMac.h"
 #include "cleanup/PutBackRecord.h"
 #include "cleanup/RemovalRun.h"
-#include "cleanup/Scans.h"
+#include "cleanup/Search.h"
 #include "settings/Settings.h"
 
 #include <QtCore/QDir>
@@ -26,17 +26,17 @@ struct Scene {
     std::vector<RemovableItem> items(const QStringList &ids) const
     {
         std::vector<RemovableItem> found;
-        for (const RemovableItem &item : allRemovableItems(state.machine(), {}))
+        for (const RemovableItem &item : findEverything(Search::on(state.machine(), {})))
             if (ids.contains(item.id))
                 found.push_back(item);
         return found;
     }
     /// Removes them and gives what the run reports.
-    CleanupSuccess remove(const std::vector<RemovableItem> &items)
+    CleanupReport remove(const std::vector<RemovableItem> &items)
     {
-        CleanupSuccess result;
+        CleanupReport result;
         const auto listening = QObject::connect(&flow, &CleanupFlow::removed, &flow,
-                                                [&](const auto &success) { result = success; });
+                                                [&](const auto &report) { result = report; });
         flow.remove(items);
         waitUntil([&] { return !result.id.isNull(); });
         QObject::disconnect(listening);
@@ -83,12 +83,11 @@ private Q_SLOTS:
                                    {u"a"_qs, u"b"_qs, u"c"_qs, u"d"_qs, u"e"_qs},
                                    u"Removed 5 items — freed Zero KB"_qs,
                                    u"a, b, c and 2 more are still here, at least in part."_qs}}) {
-            CleanupSuccess success = {{}, row.count, row.bytes, {}};
+            CleanupReport report = {{}, row.count, row.bytes, {}};
             for (const QString &title : row.left)
-                success.left.push_back(
-                    {.id = {}, .category = {}, .title = title, .subtitle = {}, .kind = {}});
-            QCOMPARE(bannerText(success), row.banner);
-            QCOMPARE(leftText(success), row.beside);
+                report.left.push_back({.id = {}, .category = {}, .title = title, .subtitle = {}, .kind = {}});
+            QCOMPARE(bannerText(report), row.banner);
+            QCOMPARE(leftText(report), row.beside);
         }
     }
 
@@ -105,16 +104,16 @@ private Q_SLOTS:
     void aRunIsCountedAsItWasAgreedTo()
     {
         Scene scene;
-        const RemovableItem build = RemovableItem::derivedData(700);
-        const RemovableItem docker = RemovableItem::dockerPrune(300);
+        const RemovableItem build = RemovableItem::of(DerivedData{700});
+        const RemovableItem docker = RemovableItem::of(DockerPrune{300});
         scene.flow.remove({build, docker, build, docker});
         QVERIFY(scene.state.isRemoving());
-        QVERIFY(!scene.state.lastCleanupSuccess());
+        QVERIFY(!scene.state.lastCleanup());
         QVERIFY(waitUntil([&] { return !scene.state.isRemoving(); }));
-        const CleanupSuccess success = *scene.state.lastCleanupSuccess();
-        QCOMPARE(success.itemCount, 4);
-        QCOMPARE(success.freedBytes, 2'000);
-        QVERIFY(success.left.empty());
+        const CleanupReport report = *scene.state.lastCleanup();
+        QCOMPARE(report.itemCount, 4);
+        QCOMPARE(report.freedBytes, 2'000);
+        QVERIFY(report.left.empty());
         QCOMPARE(scene.weeklyBytesFreed(), 2'000);
         QCOMPARE(scene.mac.runs(), u"/usr/local/bin/docker system prune -af"_qs);
         QCOMPARE(scene.mac.events(u"delete"_qs).size(), 1);
@@ -123,7 +122,7 @@ private Q_SLOTS:
         QFile::remove(scene.mac.folder() + u"/root/usr/local/bin/docker"_qs);
         QCOMPARE(scene.remove({docker, docker}).left.size(), 2U);
         QCOMPARE(scene.weeklyBytesFreed(), 2'600);
-        QCOMPARE(scene.remove({RemovableItem::derivedData(0)}).freedBytes, 0);
+        QCOMPARE(scene.remove({RemovableItem::of(DerivedData{0})}).freedBytes, 0);
         QCOMPARE(scene.weeklyBytesFreed(), 2'600);
         QVERIFY(!scene.flow.canPutBack());
     }
@@ -135,9 +134,9 @@ private Q_SLOTS:
         QCOMPARE(all.size(), std::size_t(scene.mac.allIds().size()));
         std::reverse(all.begin(), all.end());
         const qsizetype scans = scene.mac.events(u"run"_qs).size();
-        const CleanupSuccess success = scene.remove(all);
-        QVERIFY(success.left.empty());
-        QCOMPARE(success.canBePutBack, 5);
+        const CleanupReport report = scene.remove(all);
+        QVERIFY(report.left.empty());
+        QCOMPARE(report.canBePutBack, 5);
 
         QFile log(scene.mac.folder() + u"/events.jsonl"_qs);
         QVERIFY(log.open(QIODevice::ReadOnly));
@@ -167,30 +166,30 @@ private Q_SLOTS:
     void twoRunsBannersDoNotMeet()
     {
         Scene scene({}, std::chrono::milliseconds(1));
-        const RemovableItem nothing = RemovableItem::derivedData(1);
+        const RemovableItem nothing = RemovableItem::of(DerivedData{1});
         QList<std::optional<QUuid>> shown;
         connect(&scene.state, &AppState::changed, this, [&] {
-            const auto &success = scene.state.lastCleanupSuccess();
-            const auto id = success ? std::optional(success->id) : std::nullopt;
+            const auto &report = scene.state.lastCleanup();
+            const auto id = report ? std::optional(report->id) : std::nullopt;
             if (shown.isEmpty() ? id.has_value() : shown.last() != id)
                 shown.append(id);
         });
-        CleanupSuccess first;
-        CleanupSuccess second;
-        connect(&scene.flow, &CleanupFlow::removed, this, [&](const CleanupSuccess &success) {
+        CleanupReport first;
+        CleanupReport second;
+        connect(&scene.flow, &CleanupFlow::removed, this, [&](const CleanupReport &report) {
             if (!first.id.isNull())
                 return;
             // In the same breath, so that the first one's time ends while a newer banner is up.
-            first = success;
+            first = report;
             second = {.id = QUuid::createUuid(), .itemCount = 7};
-            scene.state.setLastCleanupSuccess(second);
+            scene.state.setLastCleanup(second);
             QTimer::singleShot(1, this, [this] { m_isTimeOver = true; });
         });
         scene.flow.remove({nothing});
         QVERIFY(waitUntil([&] { return m_isTimeOver; }));
-        QCOMPARE(scene.state.lastCleanupSuccess(), std::optional(second));
+        QCOMPARE(scene.state.lastCleanup(), std::optional(second));
         scene.remove({nothing});
-        QVERIFY(waitUntil([&] { return !scene.state.lastCleanupSuccess(); }));
+        QVERIFY(waitUntil([&] { return !scene.state.lastCleanup(); }));
         QCOMPARE(shown.size(), 4);
     }
 
@@ -206,16 +205,16 @@ private Q_SLOTS:
         const auto &settings = scene.state.machine().settings;
         settings->change(u"neverRemove"_qs, [&](auto &) { return QJsonArray::fromStringList(paths); });
         // Found before, and agreed to.
-        const CleanupSuccess success = scene.remove(all);
+        const CleanupReport report = scene.remove(all);
         for (const char *kept : {"Library/Caches/pip/.kib", "Desktop/report again.pdf", "Downloads/setup.dmg",
                                  "Projects/old/node_modules/.kib", "Library/Application Support/Loom/.kib",
                                  "Library/Developer/Xcode/DerivedData/.kib"})
             QVERIFY2(scene.mac.has(QLatin1String(kept)), kept);
         QVERIFY(!scene.mac.has(u"Library/Caches/odd"_qs));
-        QCOMPARE(success.left.size(), 6U);
+        QCOMPARE(report.left.size(), 6U);
         QVERIFY(!scene.mac.runs().contains(u"pip cache purge"_qs));
         // And none of it is offered from now on.
-        for (const RemovableItem &item : allRemovableItems(scene.state.machine(), {}))
+        for (const RemovableItem &item : findEverything(Search::on(scene.state.machine(), {})))
             for (const QString &path : paths)
                 QVERIFY(!item.id.contains(path));
     }
@@ -251,7 +250,7 @@ private Q_SLOTS:
         mac.addTool(u"/usr/bin/env"_qs, R"(: >"$MACHINE_DIR/held"; read -r line <"$MACHINE_DIR/gate")");
         QCOMPARE(::mkfifo(qPrintable(mac.folder() + u"/gate"_qs), 0600), 0);
         const auto machine = mac.open();
-        const auto all = allRemovableItems(*machine, {});
+        const auto all = findEverything(Search::on(*machine, {}));
         const PutBackRecord record(machine->places.applicationData);
         QVERIFY(record.add({"/a", "/b", {}}));
         {
@@ -272,7 +271,7 @@ private Q_SLOTS:
     {
         const FullMac mac;
         const auto machine = mac.open();
-        const auto all = allRemovableItems(*machine, {});
+        const auto all = findEverything(Search::on(*machine, {}));
         // Looks at the record whenever something goes, as a killed program would leave it.
         class Watching final : public Disposal {
         public:
@@ -309,8 +308,7 @@ private Q_SLOTS:
         const Watching &seen = *watching;
         machine->disposal = std::move(watching);
         const RemovalOutcome outcome = removeItems(all, {}, *machine, {});
-        // An application and what belongs to it are one thing.
-        QCOMPARE(seen.recorded, QList<int>({0, 1, 2, 3, 3, 3}));
+        QCOMPARE(seen.recorded, QList<int>({0, 1, 2, 3, 4, 5}));
         QCOMPARE(record.load(), outcome.trashed);
     }
 
@@ -325,7 +323,7 @@ private Q_SLOTS:
         scene.flow.putBack(); // a second press while the first one works
         QVERIFY(waitUntil([&] { return !restored.isEmpty(); }));
         QCOMPARE(restored.takeFirst(), (QVariantList{qint64(4), qint64(1)}));
-        QVERIFY(!scene.state.lastCleanupSuccess());
+        QVERIFY(!scene.state.lastCleanup());
         QVERIFY(scene.mac.has(u"Projects/old/node_modules/.kib"_qs));
         QCOMPARE(QFileInfo(scene.mac.home() + u"/Downloads/setup.dmg"_qs).size(), 10);
         QVERIFY(scene.flow.canPutBack());

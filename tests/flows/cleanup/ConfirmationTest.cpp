@@ -72,7 +72,7 @@ private Q_SLOTS:
         const TemporaryMachine folder;
         AppState state(folder.open(), Record::nothing);
         CleanupFlow flow(state);
-        const RemovableItem build = RemovableItem::derivedData(1'200'000'000);
+        const RemovableItem build = RemovableItem::of(DerivedData{1'200'000'000});
         const ConfirmationInfo one = ConfirmationBuilder::remove({build}, flow);
         QCOMPARE(one.title, u"Remove Xcode build cache?"_qs);
         QCOMPARE(one.message, u"Frees up 1.2 GB. Rebuilds automatically next time you build."_qs);
@@ -80,7 +80,7 @@ private Q_SLOTS:
         int begun = 0;
         bool wasRemoving = false;
         const ConfirmationInfo several =
-            ConfirmationBuilder::remove({build, RemovableItem::dockerPrune(46'200'000)}, flow, [&] {
+            ConfirmationBuilder::remove({build, RemovableItem::of(DockerPrune{46'200'000})}, flow, [&] {
                 ++begun;
                 wasRemoving = state.isRemoving();
             });

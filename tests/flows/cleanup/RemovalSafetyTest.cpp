@@ -1,7 +1,7 @@
 #include "cleanup/FullMac.h"
 #include "cleanup/PutBackRecord.h"
 #include "cleanup/RemovalRun.h"
-#include "cleanup/Scans.h"
+#include "cleanup/Search.h"
 #include "support/RandomTree.h"
 
 #include <QtTest/QTest>
@@ -95,7 +95,7 @@ std::string removeAndPutBack(std::uint32_t seed)
     std::vector<std::string> places;
     std::vector<std::string> trashPlaces;
     std::vector<std::string> deleted;
-    for (const RemovableItem &item : allRemovableItems(*machine, {})) {
+    for (const RemovableItem &item : findEverything(Search::on(*machine, {}))) {
         if (random() % 2)
             continue;
         confirmed.push_back(item);

@@ -3,6 +3,7 @@
 #include "cleanup/CacheCleaner.h"
 #include "cleanup/DeepScanner.h"
 #include "cleanup/DeveloperCleanup.h"
+#include "cleanup/RemovalRun.h"
 #include "platform/linux/LinuxDisposal.h"
 #include "platform/linux/LinuxRunningApplications.h"
 #include "platform/linux/ProcessTable.h"
@@ -135,7 +136,7 @@ private Q_SLOTS:
         const auto machine = home.machine();
         QStringList lines;
         for (const auto &entries :
-             {CacheCleaner::scan(*machine, {}, {}), CacheCleaner::scanUnknownCaches(*machine, {}, {})})
+             {CacheCleaner::scan({*machine, {}, {}}), CacheCleaner::scanUnknownCaches({*machine, {}, {}})})
             for (const CacheEntry &entry : entries)
                 lines.append(entry.description + u'=' + QString::number(entry.sizeBytes / 1'000'000));
         QCOMPARE(lines.join(u'\n'),
@@ -156,11 +157,11 @@ private Q_SLOTS:
         fs::last_write_time(home.files.path("home/Projects/Loom"), longAgo);
         QStringList lines;
         const auto machine = home.machine();
-        for (const DeepScanItem &item : DeepScanner::scan(*machine, {}, {}))
+        for (const DeepScanItem &item : DeepScanner::scan({*machine, {}, {}}))
             lines.append(item.description + u'|' + QString::number(item.daysOld));
         QCOMPARE(lines.join(u'\n'), u"Loom/node_modules|31\nsystem.iso|0"_qs);
-        QVERIFY(DeveloperCleanup::scanSimulatorRuntimes(*machine, {}).empty());
-        QCOMPARE(DeveloperCleanup::derivedDataSize(*machine, {}, {}), 0);
+        QVERIFY(DeveloperCleanup::scanSimulatorRuntimes({*machine, {}, {}}).empty());
+        QCOMPARE(DeveloperCleanup::derivedDataSize({*machine, {}, {}}), 0);
     }
 
     void applications()
@@ -215,7 +216,7 @@ private Q_SLOTS:
         const auto machine = home.machine();
         const auto listed = [&](const InstalledApp &app) {
             QStringList lines;
-            for (const AppLeftover &leftover : AppUninstaller::scanLeftovers(*machine, app, {}, {}))
+            for (const AppLeftover &leftover : AppUninstaller::scanLeftovers({*machine, {}, {}}, app))
                 lines.append(home.shortened(leftover.path) + u'|' + leftover.description);
             return lines.join(u'\n');
         };
@@ -244,26 +245,27 @@ private Q_SLOTS:
         home.fill("home/Projects/Loom/node_modules/x", 50'000);
         fs::last_write_time(home.files.path("home/Projects/Loom"),
                             fs::file_time_type::clock::now() - std::chrono::hours(24 * 40));
-        const auto items = DeepScanner::scan(*machine, {}, {});
-        QVERIFY(DeepScanner::remove(*machine, items, {}).at(0));
+        const auto items = DeepScanner::scan({*machine, {}, {}});
+        QVERIFY(removeItems({RemovableItem::of(items.at(0))}, {}, *machine, {}).left.empty());
         QVERIFY(isThere("home/Projects/Loom") && !isThere("home/Projects/Loom/node_modules"));
         QVERIFY(isThere("home/.local/share/Trash/files/node_modules/x"));
 
         home.files.writeProgram("home/.local/lib/tide/tide");
         home.files.write("home/.config/Tide/settings", "kept");
         home.entry("tide", "Tide", home.files.path("home/.local/lib/tide/tide"));
-        const InstalledApp app = AppUninstaller::scanInstalledApps(*machine, {}, {}).at(0);
-        const auto leftovers = AppUninstaller::scanLeftovers(*machine, app, {}, {});
-        const auto uninstalled = AppUninstaller::uninstall(*machine, app, leftovers, {});
-        QVERIFY(uninstalled.app && uninstalled.leftovers.at(0) && uninstalled.leftovers.at(1));
+        const InstalledApp app = AppUninstaller::scanInstalledApps({*machine, {}, {}}).at(0);
+        const auto leftovers = AppUninstaller::scanLeftovers({*machine, {}, {}}, app);
+        const auto uninstalled =
+            removeItems({RemovableItem::of(AppUninstall{app, leftovers})}, {}, *machine, {});
+        QCOMPARE(uninstalled.trashed.size(), 3U);
         QVERIFY(!isThere("home/.local/lib/tide") && !isThere("home/.config/Tide") &&
                 !isThere("home/.local/share/applications/tide.desktop"));
-        QVERIFY(AppUninstaller::scanInstalledApps(*machine, {}, {}).empty());
+        QVERIFY(AppUninstaller::scanInstalledApps({*machine, {}, {}}).empty());
 
         home.fill("home/.cache/pip/x", 1'200);
         home.fill("home/.cache/yarn/x", 1'100);
         const ExcludeList excludes({home.files.path("home/.local/share/Trash/files/Tide")});
-        const auto entries = CacheCleaner::scan(*machine, {}, excludes);
+        const auto entries = CacheCleaner::scan({*machine, {}, excludes});
         QCOMPARE(entries.size(), 3U); // the Trash, pip's and yarn's
         fs::rename(home.files.path("home/.cache/yarn"), home.files.path("home/.cache/was yarn"));
         home.files.write("home/.cache/yarn/somebody's", "not what was found");

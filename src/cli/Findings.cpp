@@ -1,17 +1,15 @@
-#include "cleanup/Scans.h"
-
-#include "ai/CloudAI.h"
 #include "cleanup/AppUninstaller.h"
-#include "cleanup/CacheCleaner.h"
 #include "cleanup/DeepScanner.h"
 #include "cleanup/DeveloperCleanup.h"
 #include "cleanup/DuplicateFinder.h"
+#include "cleanup/Engines.h"
 #include "cli/Background.h"
 #include "cli/CleanupJson.h"
 #include "cli/Output.h"
 #include "cli/StateJson.h"
 #include "cli/Verbs.h"
 #include "engine/ByteCount.h"
+#include "flows/cleanup/CacheVetting.h"
 
 #include <QtCore/QFile>
 
@@ -42,12 +40,17 @@ void printFindings(const Arguments &arguments, const Findings &findings)
     QCoreApplication::exit(findings.status);
 }
 
-Findings cacheFindings(const std::vector<CacheEntry> &entries)
+Findings cacheFindings(const std::vector<RemovableItem> &caches)
 {
-    Findings findings = {arrayOf(entries), {}, QStringLiteral("No cache worth clearing was found.")};
-    for (const CacheEntry &entry : entries)
+    QJsonArray json;
+    Findings findings = {{}, {}, QStringLiteral("No cache worth clearing was found.")};
+    for (const RemovableItem &cache : caches) {
+        const auto &entry = std::get<CacheEntry>(cache.kind);
+        json.append(toJson(entry));
         findings.rows.push_back(
             {fileByteCount(entry.sizeBytes), harmless(entry.description), pathText(entry.path)});
+    }
+    findings.json = json;
     return findings;
 }
 
@@ -56,30 +59,26 @@ Findings vettedFindings(const std::vector<SuggestedCache> &suggestions)
     Findings findings = {arrayOf(suggestions), {}, QStringLiteral("No other large cache was found.")};
     for (const SuggestedCache &suggestion : suggestions)
         findings.rows.push_back(
-            {fileByteCount(suggestion.entry.sizeBytes), harmless(suggestion.entry.description),
+            {fileByteCount(suggestion.item.sizeBytes), harmless(suggestion.item.title),
              suggestion.looksSafe ? QStringLiteral("looks safe") : QStringLiteral("not sure"),
              harmless(suggestion.reason)});
     return findings;
 }
 
-QCoro::Task<> vet(CloudAI &ai, std::vector<CacheEntry> entries, Arguments arguments)
+QCoro::Task<> vet(CloudAI &ai, std::vector<RemovableItem> caches, Arguments arguments)
 {
-    std::vector<SuggestedCache> suggestions;
-    for (const CacheEntry &entry : entries) {
-        const auto verdict = co_await ai.assessCacheFolder(entry.description, fileByteCount(entry.sizeBytes));
-        suggestions.push_back({entry, verdict.value.looksSafe, verdict.value.reason});
-    }
-    printFindings(arguments, vettedFindings(suggestions));
+    const VettedCaches vetted = co_await vetCaches(ai, std::move(caches), ScanControl());
+    printFindings(arguments, vettedFindings(vetted.suggestions));
 }
 
-Findings duplicateFindings(const Arguments &arguments, const Machine &machine, const ScanControl &control)
+Findings duplicateFindings(const Arguments &arguments, const Search &search)
 {
     std::vector<std::filesystem::path> folders;
     for (const QString &folder : arguments.operands)
         folders.push_back(std::filesystem::absolute(QFile::encodeName(folder).toStdString()));
     if (folders.empty())
-        folders = duplicateFolders(machine);
-    const auto groups = DuplicateFinder::scan(folders, excludeListFrom(*machine.settings), control);
+        folders = duplicateFolders(search.machine);
+    const auto groups = DuplicateFinder::scan(folders, search.excludes, search.control);
     Findings findings = {arrayOf(groups), {}, QStringLiteral("No duplicates found.")};
     for (const DuplicateGroup &group : groups)
         for (const std::filesystem::path &path : group.paths) {
@@ -91,9 +90,9 @@ Findings duplicateFindings(const Arguments &arguments, const Machine &machine, c
     return findings;
 }
 
-Findings deepFindings(const Machine &machine, const ScanControl &control)
+Findings deepFindings(const Arguments & /*arguments*/, const Search &search)
 {
-    const auto items = DeepScanner::scan(machine, control, excludeListFrom(*machine.settings));
+    const auto items = DeepScanner::scan(search);
     Findings findings = {arrayOf(items), {}, QStringLiteral("No large old files found.")};
     for (const DeepScanItem &item : items)
         findings.rows.push_back({fileByteCount(item.sizeBytes), labelOf(item.category),
@@ -101,10 +100,9 @@ Findings deepFindings(const Machine &machine, const ScanControl &control)
     return findings;
 }
 
-Findings leftoverFindings(const QString &bundleID, const Machine &machine, const ScanControl &control)
+Findings leftoverFindings(const QString &bundleID, const Search &search)
 {
-    const ExcludeList excludes = excludeListFrom(*machine.settings);
-    const auto apps = AppUninstaller::scanInstalledApps(machine, control, excludes);
+    const auto apps = AppUninstaller::scanInstalledApps(search);
     const auto app = std::find_if(apps.begin(), apps.end(),
                                   [&](const InstalledApp &known) { return known.bundleID == bundleID; });
     if (app == apps.end())
@@ -112,7 +110,7 @@ Findings leftoverFindings(const QString &bundleID, const Machine &machine, const
                 {},
                 QStringLiteral("No application \"%1\" is installed.").arg(harmless(bundleID)),
                 notDone};
-    const auto leftovers = AppUninstaller::scanLeftovers(machine, *app, control, excludes);
+    const auto leftovers = AppUninstaller::scanLeftovers(search, *app);
     Findings findings = {arrayOf(leftovers), {}, QStringLiteral("It leaves nothing behind.")};
     for (const AppLeftover &leftover : leftovers)
         findings.rows.push_back(
@@ -120,15 +118,14 @@ Findings leftoverFindings(const QString &bundleID, const Machine &machine, const
     return findings;
 }
 
-Findings appFindings(const Arguments &arguments, const Machine &machine, const ScanControl &control)
+Findings appFindings(const Arguments &arguments, const Search &search)
 {
     if (!arguments.operands.isEmpty())
-        return leftoverFindings(arguments.operands.first(), machine, control);
+        return leftoverFindings(arguments.operands.first(), search);
     Findings findings = {{}, {}, QStringLiteral("No applications that could be removed.")};
     QJsonArray json;
-    for (const InstalledApp &app :
-         AppUninstaller::scanInstalledApps(machine, control, excludeListFrom(*machine.settings))) {
-        const bool isRunning = AppUninstaller::isRunning(machine, app.bundleID);
+    for (const InstalledApp &app : AppUninstaller::scanInstalledApps(search)) {
+        const bool isRunning = AppUninstaller::isRunning(search.machine, app.bundleID);
         json.append(toJson(app, isRunning));
         findings.rows.push_back({fileByteCount(app.sizeBytes), harmless(app.name), harmless(app.bundleID),
                                  isRunning ? QStringLiteral("Running — quit it first") : QString()});
@@ -137,12 +134,11 @@ Findings appFindings(const Arguments &arguments, const Machine &machine, const S
     return findings;
 }
 
-Findings developerFindings(const Machine &machine, const ScanControl &control)
+Findings developerFindings(const Arguments & /*arguments*/, const Search &search)
 {
-    const auto runtimes = DeveloperCleanup::scanSimulatorRuntimes(machine, control);
-    const std::int64_t buildCache =
-        DeveloperCleanup::derivedDataSize(machine, control, excludeListFrom(*machine.settings));
-    const auto docker = DeveloperCleanup::dockerStatus(machine, control);
+    const auto runtimes = DeveloperCleanup::scanSimulatorRuntimes(search);
+    const std::int64_t buildCache = DeveloperCleanup::derivedDataSize(search);
+    const auto docker = DeveloperCleanup::dockerStatus(search);
     Findings findings = {QJsonObject{{QStringLiteral("simulatorRuntimes"), arrayOf(runtimes)},
                                      {QStringLiteral("derivedDataSize"), static_cast<qint64>(buildCache)},
                                      {QStringLiteral("docker"), toJson(docker)}},
@@ -151,8 +147,8 @@ Findings developerFindings(const Machine &machine, const ScanControl &control)
     if (buildCache > 0)
         findings.rows.push_back({fileByteCount(buildCache), QStringLiteral("Xcode build cache")});
     for (const SimulatorRuntimeInfo &runtime : runtimes)
-        findings.rows.push_back({fileByteCount(runtime.sizeBytes), harmless(runtime.name),
-                                 RemovableItem::fromSimulator(runtime).subtitle});
+        findings.rows.push_back(
+            {fileByteCount(runtime.sizeBytes), harmless(runtime.name), RemovableItem::of(runtime).subtitle});
     if (docker.state == DeveloperCleanup::DockerState::available)
         findings.rows.push_back({fileByteCount(DeveloperCleanup::estimatedReclaimableBytes(docker.rows)),
                                  QStringLiteral("Docker Reclaimable")});
@@ -161,9 +157,9 @@ Findings developerFindings(const Machine &machine, const ScanControl &control)
     return findings;
 }
 
-Findings itemFindings(const Machine &machine, const ScanControl &control)
+Findings itemFindings(const Arguments & /*arguments*/, const Search &search)
 {
-    const auto items = allRemovableItems(machine, control);
+    const auto items = findEverything(search);
     Findings findings = {arrayOf(items), {}, QStringLiteral("Nothing to clean up. Everything looks tidy.")};
     for (const RemovableItem &item : items)
         findings.rows.push_back(
@@ -171,42 +167,58 @@ Findings itemFindings(const Machine &machine, const ScanControl &control)
     return findings;
 }
 
+using Find = Findings (*)(const Arguments &arguments, const Search &search);
+
+int run(Find find, const Arguments &arguments, const std::shared_ptr<Machine> &machine)
+{
+    const auto searching = [&, control = terminalControl(*machine)] {
+        return find(arguments, Search::on(*machine, control));
+    };
+    return runInBackground(*machine, searching,
+                           [&](const Findings &findings) { printFindings(arguments, findings); });
+}
+
 } // namespace
 
 int runCaches(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
 {
     CloudAI ai(machine, modelAddressesFromEnvironment());
-    const ScanControl control = terminalControl(*machine);
-    const auto scan = [&] {
-        const ExcludeList excludes = excludeListFrom(*machine->settings);
-        return arguments.unknown || arguments.vet
-                   ? CacheCleaner::scanUnknownCaches(*machine, control, excludes)
-                   : CacheCleaner::scan(*machine, control, excludes);
+    const auto searching = [&, control = terminalControl(*machine)] {
+        return find(arguments.unknown || arguments.vet ? CleanupEngine::unknownCaches
+                                                       : CleanupEngine::knownCaches,
+                    Search::on(*machine, control));
     };
-    return runInBackground(*machine, scan, [&](const std::vector<CacheEntry> &entries) {
+    return runInBackground(*machine, searching, [&](const std::vector<RemovableItem> &caches) {
         if (arguments.vet)
-            vet(ai, entries, arguments);
+            vet(ai, caches, arguments);
         else
-            printFindings(arguments, cacheFindings(entries));
+            printFindings(arguments, cacheFindings(caches));
     });
 }
 
-int runScan(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
+int runDuplicates(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
 {
-    const ScanControl control = terminalControl(*machine);
-    const auto scan = [&] {
-        if (arguments.verb == QLatin1String("duplicates"))
-            return duplicateFindings(arguments, *machine, control);
-        if (arguments.verb == QLatin1String("deep-scan"))
-            return deepFindings(*machine, control);
-        if (arguments.verb == QLatin1String("apps"))
-            return appFindings(arguments, *machine, control);
-        if (arguments.verb == QLatin1String("developer"))
-            return developerFindings(*machine, control);
-        return itemFindings(*machine, control);
-    };
-    return runInBackground(*machine, scan,
-                           [&](const Findings &findings) { printFindings(arguments, findings); });
+    return run(duplicateFindings, arguments, machine);
+}
+
+int runDeepScan(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
+{
+    return run(deepFindings, arguments, machine);
+}
+
+int runApps(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
+{
+    return run(appFindings, arguments, machine);
+}
+
+int runDeveloper(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
+{
+    return run(developerFindings, arguments, machine);
+}
+
+int runItems(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
+{
+    return run(itemFindings, arguments, machine);
 }
 
 } // namespace swabby

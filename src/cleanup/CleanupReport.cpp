@@ -1,4 +1,4 @@
-#include "cleanup/CleanupSuccess.h"
+#include "cleanup/CleanupReport.h"
 
 #include "engine/ByteCount.h"
 
@@ -8,22 +8,22 @@
 
 namespace swabby {
 
-QString bannerText(const CleanupSuccess &success)
+QString bannerText(const CleanupReport &report)
 {
-    return QStringLiteral("Removed ") + QString::number(success.itemCount) + QStringLiteral(" item") +
-           (success.itemCount == 1 ? QString() : QStringLiteral("s")) + QStringLiteral(" — freed ") +
-           fileByteCount(success.freedBytes);
+    return QStringLiteral("Removed ") + QString::number(report.itemCount) + QStringLiteral(" item") +
+           (report.itemCount == 1 ? QString() : QStringLiteral("s")) + QStringLiteral(" — freed ") +
+           fileByteCount(report.freedBytes);
 }
 
-QString leftText(const CleanupSuccess &success)
+QString leftText(const CleanupReport &report)
 {
     constexpr std::size_t mostNames = 3;
-    const std::size_t count = success.left.size();
+    const std::size_t count = report.left.size();
     if (count == 0)
         return {};
     QStringList names;
     for (std::size_t index = 0; index < std::min(count, mostNames); ++index)
-        names.append(success.left[index].title);
+        names.append(report.left[index].title);
     const QString last =
         count > mostNames ? QString::number(count - mostNames) + QStringLiteral(" more") : names.takeLast();
     const QString all =

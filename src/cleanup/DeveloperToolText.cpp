@@ -1,4 +1,4 @@
-#include "cleanup/DeveloperTexts.h"
+#include "cleanup/DeveloperToolText.h"
 
 #include "engine/WholeNumber.h"
 #include "platform/TextScan.h"

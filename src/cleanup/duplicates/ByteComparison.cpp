@@ -1,4 +1,4 @@
-#include "cleanup/duplicates/SideBySide.h"
+#include "cleanup/duplicates/ByteComparison.h"
 
 #include "cleanup/duplicates/Contents.h"
 
@@ -14,7 +14,7 @@ struct Member {
 };
 
 /// Files that are equal as far as they have been read.
-struct Likeness {
+struct EqualSoFar {
     std::vector<Member> members;
     std::int64_t known = 0; ///< bytes from the beginning
     bool isEndKnown = false;
@@ -33,39 +33,39 @@ std::size_t chunkSizeFor(std::size_t members)
 }
 
 /// What to read next: the beginning, then the end, where most differences are, then what is between them.
-Range nextRange(const Likeness &likeness, std::int64_t fileSize)
+Range nextRange(const EqualSoFar &group, std::int64_t fileSize)
 {
-    const auto chunkSize = static_cast<std::int64_t>(chunkSizeFor(likeness.members.size()));
-    if (likeness.known == 0)
+    const auto chunkSize = static_cast<std::int64_t>(chunkSizeFor(group.members.size()));
+    if (group.known == 0)
         return {0, std::min(endSize, fileSize)};
-    const std::int64_t left = fileSize - likeness.known - (likeness.isEndKnown ? endSize : 0);
-    if (!likeness.isEndKnown && left > chunkSize)
+    const std::int64_t left = fileSize - group.known - (group.isEndKnown ? endSize : 0);
+    if (!group.isEndKnown && left > chunkSize)
         return {fileSize - endSize, endSize, true};
-    return {likeness.known, std::min(left, chunkSize)};
+    return {group.known, std::min(left, chunkSize)};
 }
 
-class Parting {
+class ByteComparison {
 public:
-    Parting(std::int64_t fileSize, ReadBuffer &buffer, ReadMeter &meter)
+    ByteComparison(std::int64_t fileSize, ReadBuffer &buffer, ReadMeter &meter)
         : m_fileSize(fileSize), m_buffer(buffer), m_meter(meter)
     {
     }
 
-    std::vector<CandidateSet> part(std::vector<Member> members, const Candidates &candidates)
+    std::vector<CandidateSet> compare(std::vector<Member> members, const Candidates &candidates)
     {
         std::vector<CandidateSet> equal;
-        std::vector<Likeness> open;
+        std::vector<EqualSoFar> open;
         open.push_back({std::move(members)});
         while (!open.empty() && !m_meter.stopRequested()) {
-            Likeness likeness = std::move(open.back());
+            EqualSoFar group = std::move(open.back());
             open.pop_back();
-            if (likeness.members.size() < 2)
+            if (group.members.size() < 2)
                 continue;
-            const Range range = nextRange(likeness, m_fileSize);
+            const Range range = nextRange(group, m_fileSize);
             if (range.size == 0)
-                equal.push_back(unchanged(likeness));
+                equal.push_back(unchanged(group));
             else
-                split(std::move(likeness), range, open, candidates);
+                split(std::move(group), range, open, candidates);
         }
         return equal;
     }
@@ -73,25 +73,25 @@ public:
     std::int64_t bytesRead() const { return m_bytesRead; }
 
 private:
-    static CandidateSet unchanged(const Likeness &likeness)
+    static CandidateSet unchanged(const EqualSoFar &group)
     {
         CandidateSet set;
-        for (const Member &member : likeness.members)
+        for (const Member &member : group.members)
             if (!member.file.hasChanged())
                 set.push_back(member.index);
         return set;
     }
 
     /// Reads one more range of each and puts those that are still alike together.
-    void split(Likeness likeness, const Range &range, std::vector<Likeness> &parts,
+    void split(EqualSoFar group, const Range &range, std::vector<EqualSoFar> &parts,
                const Candidates &candidates)
     {
         const auto size = static_cast<std::size_t>(range.size);
         const std::size_t firstPart = parts.size();
-        const std::size_t chunkSize = chunkSizeFor(likeness.members.size());
+        const std::size_t chunkSize = chunkSizeFor(group.members.size());
         std::vector<const char *> samples; // what the members of each part hold in this range
-        for (std::size_t slot = 0; slot < likeness.members.size() && !m_meter.stopRequested(); ++slot) {
-            Member &member = likeness.members[slot];
+        for (std::size_t slot = 0; slot < group.members.size() && !m_meter.stopRequested(); ++slot) {
+            Member &member = group.members[slot];
             char *const bytes = m_buffer.at(slot * chunkSize);
             if (range.isEnd) // so the whole is read unless the ends differ
                 member.file.expectWholeReading();
@@ -106,8 +106,8 @@ private:
             if (alike == samples.end()) {
                 samples.push_back(bytes);
                 parts.push_back({{},
-                                 range.isEnd ? likeness.known : range.offset + range.size,
-                                 likeness.isEndKnown || range.isEnd});
+                                 range.isEnd ? group.known : range.offset + range.size,
+                                 group.isEndKnown || range.isEnd});
             }
             parts[part].members.push_back(std::move(member));
         }
@@ -121,8 +121,8 @@ private:
 
 } // namespace
 
-std::vector<CandidateSet> partedSideBySide(const Candidates &candidates, const CandidateSet &set,
-                                           ReadBuffer &buffer, ReadMeter &meter)
+std::vector<CandidateSet> equalSetsOf(const Candidates &candidates, const CandidateSet &set,
+                                      ReadBuffer &buffer, ReadMeter &meter)
 {
     std::vector<Member> members;
     for (const CandidateIndex index : set)
@@ -130,10 +130,10 @@ std::vector<CandidateSet> partedSideBySide(const Candidates &candidates, const C
             members.push_back({index, *std::move(file)});
 
     const std::int64_t size = candidates.size(set.front());
-    Parting parting(size, buffer, meter);
-    auto equal = parting.part(std::move(members), candidates);
+    ByteComparison comparison(size, buffer, meter);
+    auto equal = comparison.compare(std::move(members), candidates);
     std::erase_if(equal, [](const CandidateSet &some) { return some.size() < 2; });
-    meter.count(size * static_cast<std::int64_t>(set.size()) - parting.bytesRead(),
+    meter.count(size * static_cast<std::int64_t>(set.size()) - comparison.bytesRead(),
                 candidates.name(set.front()));
     return equal;
 }

@@ -10,20 +10,20 @@
 namespace swabby {
 
 /// What a removal run reports: the figures as they were agreed to, and beside them what stayed.
-struct CleanupSuccess {
+struct CleanupReport {
     QUuid id; ///< fresh for every run
     qint64 itemCount = 0;
     qint64 freedBytes = 0;
     std::vector<RemovableItem> left = {}; ///< items of which something stayed
     qint64 canBePutBack = 0;              ///< things that lie in the Trash now
 
-    bool operator==(const CleanupSuccess &) const = default;
+    bool operator==(const CleanupReport &) const = default;
 };
 
 /// "Removed 3 items — freed 1.2 GB".
-QString bannerText(const CleanupSuccess &success);
+QString bannerText(const CleanupReport &report);
 
 /// The quiet line beside it, which names what stayed; empty when everything went.
-QString leftText(const CleanupSuccess &success);
+QString leftText(const CleanupReport &report);
 
 } // namespace swabby
