@@ -62,11 +62,6 @@ AppState::~AppState()
 void AppState::start()
 {
     refresh();
-    scheduleTimer();
-}
-
-void AppState::scheduleTimer()
-{
     // A minute need not be exact; the system may bundle wake-ups.
     m_timer.setTimerType(Qt::VeryCoarseTimer);
     m_timer.start(refreshMilliseconds);

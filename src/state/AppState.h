@@ -33,8 +33,6 @@ public:
     /// Begins one refresh and returns at once. Refreshes may overlap; each applies when it is done. With
     /// 64 of them stuck in tools that never end, further ones are not begun.
     void refresh();
-    /// (Re)starts the 60-second timer.
-    void scheduleTimer();
     /// Adds the name to the pins or takes it away: published at once, stored on the bookkeeping. What could
     /// not be stored is published no longer then.
     void togglePin(const QString &name);

@@ -2,6 +2,7 @@
 
 #include "platform/linux/KernelFile.h"
 #include "platform/linux/ProcessStat.h"
+#include "platform/posix/Descriptor.h"
 
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -19,15 +20,10 @@ std::optional<ProcessIdentity> LinuxProcessControl::identify(std::int32_t pid)
 
 bool LinuxProcessControl::signal(const ProcessIdentity &process, QuitSignal signal)
 {
-    const int handle = static_cast<int>(::syscall(SYS_pidfd_open, process.pid, 0));
-    if (handle < 0)
-        return false;
     // The handle stays with whoever has the id now, so looking after it was taken leaves no gap.
-    const bool isStillThat = identify(process.pid) == process;
-    const bool isSent =
-        isStillThat && ::syscall(SYS_pidfd_send_signal, handle, static_cast<int>(signal), nullptr, 0) == 0;
-    ::close(handle);
-    return isSent;
+    const Descriptor handle(static_cast<int>(::syscall(SYS_pidfd_open, process.pid, 0)));
+    return handle.isOpen() && identify(process.pid) == process &&
+           ::syscall(SYS_pidfd_send_signal, handle.number(), static_cast<int>(signal), nullptr, 0) == 0;
 }
 
 } // namespace swabby

@@ -1,8 +1,9 @@
 #include "platform/posix/OpenFolder.h"
 
+#include "platform/posix/HeldFolder.h"
+
 #include <dirent.h>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace swabby {
@@ -37,10 +38,7 @@ void OpenFolder::forEachName(const std::function<bool(const char *)> &visit) con
 
 std::optional<FileIdentity> OpenFolder::identityOf(const char *name) const
 {
-    struct stat facts = {};
-    if (::fstatat(m_listing->descriptor, name, &facts, AT_SYMLINK_NOFOLLOW) != 0)
-        return std::nullopt;
-    return FileIdentity::from(facts);
+    return identityIn(m_listing->descriptor, name);
 }
 
 std::optional<RegularFile> OpenFolder::openFile(const char *name) const

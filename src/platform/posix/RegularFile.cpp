@@ -17,24 +17,17 @@ std::optional<RegularFile> RegularFile::open(const std::filesystem::path &path)
 std::optional<RegularFile> RegularFile::openIn(int folder, const char *name)
 {
     // Should a pipe have taken its place meanwhile, opening it does not wait.
-    RegularFile file(::openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
-    const auto facts = file.m_descriptor >= 0 ? factsOf(file.m_descriptor) : std::nullopt;
+    Descriptor file(::openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+    const auto facts = factsOf(file.number());
     if (!facts || facts->identity.kind != FileKind::file)
         return std::nullopt;
-    file.m_facts = *facts;
-    return file;
-}
-
-RegularFile::~RegularFile()
-{
-    if (m_descriptor >= 0)
-        ::close(m_descriptor);
+    return RegularFile(std::move(file), *facts);
 }
 
 bool RegularFile::readAt(std::int64_t offset, char *buffer, std::size_t size) const
 {
     while (size > 0) {
-        const ssize_t got = ::pread(m_descriptor, buffer, size, offset);
+        const ssize_t got = ::pread(m_file.number(), buffer, size, offset);
         if (got < 0 && errno == EINTR)
             continue;
         if (got <= 0)
@@ -48,12 +41,12 @@ bool RegularFile::readAt(std::int64_t offset, char *buffer, std::size_t size) co
 
 void RegularFile::expectWholeReading() const
 {
-    ::posix_fadvise(m_descriptor, 0, 0, POSIX_FADV_SEQUENTIAL);
+    ::posix_fadvise(m_file.number(), 0, 0, POSIX_FADV_SEQUENTIAL);
 }
 
 bool RegularFile::hasChanged() const
 {
-    const auto now = factsOf(m_descriptor);
+    const auto now = factsOf(m_file.number());
     return !now || !now->identity.isSameThing(m_facts.identity) ||
            now->changedNanoseconds != m_facts.changedNanoseconds;
 }

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "platform/FileIdentity.h"
+#include "platform/posix/Descriptor.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
-#include <utility>
 
 namespace swabby {
 
@@ -19,18 +19,6 @@ public:
     /// The same of a name in a folder that is open under this descriptor, which was a regular file a moment
     /// ago: opening it is the first that is done with it.
     static std::optional<RegularFile> openIn(int folder, const char *name);
-
-    RegularFile(RegularFile &&other) noexcept
-        : m_descriptor(std::exchange(other.m_descriptor, -1)), m_facts(other.m_facts)
-    {
-    }
-    RegularFile &operator=(RegularFile &&other) noexcept
-    {
-        std::swap(m_descriptor, other.m_descriptor);
-        std::swap(m_facts, other.m_facts);
-        return *this;
-    }
-    ~RegularFile();
 
     /// What it was when it was opened.
     const FileIdentity &identity() const { return m_facts.identity; }
@@ -47,10 +35,10 @@ private:
         std::int64_t changedNanoseconds = 0; ///< when content or attributes changed last; nobody can set it
     };
 
-    explicit RegularFile(int descriptor) : m_descriptor(descriptor) {}
+    RegularFile(Descriptor file, const Facts &facts) : m_file(std::move(file)), m_facts(facts) {}
     static std::optional<Facts> factsOf(int descriptor);
 
-    int m_descriptor = -1;
+    Descriptor m_file;
     Facts m_facts;
 };
 

@@ -1,5 +1,7 @@
 #include "platform/StopToken.h"
 
+#include "platform/posix/Descriptor.h"
+
 #include <atomic>
 #include <cerrno>
 #include <fcntl.h>
@@ -13,31 +15,21 @@ struct StopToken::Pipe {
     Pipe()
     {
         int ends[2] = {-1, -1};
-        if (::pipe(ends) == 0) {
-            readEnd = ends[0];
-            writeEnd = ends[1];
-            ::fcntl(readEnd, F_SETFD, FD_CLOEXEC);
-            ::fcntl(writeEnd, F_SETFD, FD_CLOEXEC);
+        if (::pipe2(ends, O_CLOEXEC) == 0) {
+            readEnd = Descriptor(ends[0]);
+            writeEnd = Descriptor(ends[1]);
         }
     }
-    ~Pipe()
-    {
-        close();
-        if (readEnd >= 0)
-            ::close(readEnd);
-    }
-    Pipe(const Pipe &) = delete;
-    Pipe &operator=(const Pipe &) = delete;
 
     void close()
     {
-        stopped = true; // first, so that whoever is woken by the pipe finds it
-        if (const int end = writeEnd.exchange(-1); end >= 0)
-            ::close(end);
+        // Said first, so that whoever is woken by the pipe finds it.
+        if (!stopped.exchange(true))
+            writeEnd.reset();
     }
 
-    int readEnd = -1;
-    std::atomic<int> writeEnd = -1;
+    Descriptor readEnd;
+    Descriptor writeEnd;
     std::atomic<bool> stopped = false;
 };
 
@@ -48,7 +40,7 @@ bool StopToken::stopRequested() const
 
 int StopToken::descriptor() const
 {
-    return m_pipe ? m_pipe->readEnd : -1;
+    return m_pipe ? m_pipe->readEnd.number() : -1;
 }
 
 bool StopToken::waitFor(std::chrono::milliseconds time) const

@@ -41,16 +41,11 @@ QList<StartupRowText> disabledRowTexts(const QList<LoginItem> &items)
     return rows;
 }
 
-bool isWorthASecondLook(const LoginItem &item)
-{
-    return !item.isAppleSigned || item.isOrphaned;
-}
-
 QList<StartupRowText> startupRowTexts(const QList<LoginItem> &items, bool worthASecondLook)
 {
     QList<StartupRowText> rows;
     for (const LoginItem &item : items) {
-        if (isWorthASecondLook(item) != worthASecondLook)
+        if (item.deservesALook() != worthASecondLook)
             continue;
         StartupRowText row = rowFor(item);
         row.detail = startupDetail(item);

@@ -37,9 +37,6 @@ public:
     bool operator==(const StartupRowText &) const = default;
 };
 
-/// Whether a person should look at the item: nobody vouches for it, or its program is gone.
-bool isWorthASecondLook(const LoginItem &item);
-
 /// The word when turning something off, or else on again, did not work.
 QString startupFailureText(bool wasTurnedOff);
 
