@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/ScanControl.h"
+#include "platform/WhenDone.h"
 
-#include <QtCore/QFutureWatcher>
 #include <QtCore/QObject>
 
 #include <memory>
@@ -36,15 +36,7 @@ public:
     template <typename Answer, typename Then>
     void whenDone(const QFuture<Answer> &answer, Then then)
     {
-        auto *watcher = new QFutureWatcher<Answer>(listener());
-        const auto hear = [watcher, then = std::move(then)]() mutable {
-            // The run may end in here.
-            watcher->setParent(nullptr);
-            watcher->deleteLater();
-            then(watcher->future().takeResult());
-        };
-        QObject::connect(watcher, &QFutureWatcherBase::finished, watcher, hear);
-        watcher->setFuture(answer);
+        swabby::whenDone(listener(), answer, std::move(then));
     }
 
 private:

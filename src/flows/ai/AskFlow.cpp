@@ -2,29 +2,26 @@
 
 #include "flows/ai/AssistantNotes.h"
 
-#include <QtCore/QPointer>
-
 namespace swabby {
 
 void AskFlow::ask(const QString &question)
 {
     const QString trimmed = question.trimmed();
-    if (!trimmed.isEmpty() && !m_isAsking)
+    if (!trimmed.isEmpty() && !isAsking())
         askTrimmed(trimmed);
 }
 
 QCoro::Task<> AskFlow::askTrimmed(QString question)
 {
-    const QPointer self(this);
-    m_isAsking = true;
+    const StopToken stop = m_run.begin().stop;
     Q_EMIT changed();
     const auto answer = co_await m_ai.ask(question, m_state.systemContextSummary());
-    if (!self)
+    if (stop.stopRequested())
         co_return;
     m_explanation = answer.value.explanation;
     m_appToQuit = answer.value.appToQuit.isEmpty() ? std::nullopt : std::optional(answer.value.appToQuit);
     m_note = AssistantNotes::beneath(answer, AssistantNotes::sentForAnswer());
-    m_isAsking = false;
+    m_run.end();
     Q_EMIT changed();
 }
 

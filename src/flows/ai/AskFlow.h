@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ai/CloudAI.h"
+#include "platform/LatestRun.h"
 #include "state/AppState.h"
 
 #include <QtCore/QObject>
@@ -19,7 +20,7 @@ public:
     /// answered.
     void ask(const QString &question);
 
-    bool isAsking() const { return m_isAsking; }
+    bool isAsking() const { return m_run.isUnderWay(); }
     /// The last answer; none before the first.
     const std::optional<QString> &explanation() const { return m_explanation; }
     /// The application the last answer names, as it was written; none when it names none.
@@ -39,10 +40,10 @@ private:
 
     AppState &m_state;
     CloudAI &m_ai;
-    bool m_isAsking = false;
     std::optional<QString> m_explanation;
     std::optional<QString> m_appToQuit;
     QString m_note;
+    LatestRun m_run;
 };
 
 } // namespace swabby

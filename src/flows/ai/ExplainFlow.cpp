@@ -2,27 +2,24 @@
 
 #include "flows/ai/AssistantNotes.h"
 
-#include <QtCore/QPointer>
-
 namespace swabby {
 
 void ExplainFlow::load()
 {
-    if (!m_isLoading)
+    if (!isLoading())
         loadText();
 }
 
 QCoro::Task<> ExplainFlow::loadText()
 {
-    const QPointer self(this);
-    m_isLoading = true;
+    const StopToken stop = m_run.begin().stop;
     Q_EMIT changed();
     const auto answer = co_await m_ai.explain(m_request);
-    if (!self)
+    if (stop.stopRequested())
         co_return;
     m_text = answer.value;
     m_note = AssistantNotes::beneath(answer, AssistantNotes::sentForExplanation());
-    m_isLoading = false;
+    m_run.end();
     Q_EMIT changed();
 }
 

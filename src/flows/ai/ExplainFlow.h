@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ai/CloudAI.h"
+#include "platform/LatestRun.h"
 
 #include <QtCore/QObject>
 
@@ -17,7 +18,7 @@ public:
     void load();
 
     const ExplainRequest &request() const { return m_request; }
-    bool isLoading() const { return m_isLoading; }
+    bool isLoading() const { return m_run.isUnderWay(); }
     /// The explanation; none before it has arrived.
     const std::optional<QString> &text() const { return m_text; }
     /// What is to be said beneath it; may be empty.
@@ -34,9 +35,9 @@ private:
 
     const ExplainRequest m_request;
     CloudAI &m_ai;
-    bool m_isLoading = false;
     std::optional<QString> m_text;
     QString m_note;
+    LatestRun m_run;
 };
 
 } // namespace swabby

@@ -5,9 +5,6 @@
 #include "cleanup/Search.h"
 #include "settings/Settings.h"
 
-#include <QCoroFuture>
-
-#include <QtCore/QPointer>
 #include <QtCore/QTimer>
 
 namespace swabby {
@@ -38,42 +35,35 @@ CleanupFlow::CleanupFlow(AppState &state, std::chrono::milliseconds bannerTime)
     lookForRecord();
 }
 
-CleanupFlow::~CleanupFlow()
+void CleanupFlow::lookForRecord()
 {
-    m_stop.requestStop();
-}
-
-QCoro::Task<> CleanupFlow::lookForRecord()
-{
-    const QPointer self(this);
     const auto looking = m_work.ask([machine = m_state.sharedMachine()] {
         return !PutBackRecord(machine->places.applicationData).load().empty();
     });
-    const bool isThere = co_await looking;
-    // A removal that began meanwhile keeps a record of its own.
-    if (!self || m_hasRun)
-        co_return;
-    m_canPutBack = isThere;
-    Q_EMIT putBackChanged();
+    m_answers.whenDone(looking, [this](bool isThere) {
+        // A removal that began meanwhile keeps a record of its own.
+        if (m_hasRun)
+            return;
+        m_canPutBack = isThere;
+        Q_EMIT putBackChanged();
+    });
 }
 
 void CleanupFlow::remove(const std::vector<RemovableItem> &items)
 {
-    if (!items.empty())
-        run(items);
-}
-
-QCoro::Task<> CleanupFlow::run(std::vector<RemovableItem> items)
-{
-    const QPointer self(this);
+    if (items.empty())
+        return;
     ++m_runs;
     m_hasRun = true;
     m_state.setRemoving(true);
-    const auto running = m_work.ask([items = std::move(items), machine = m_state.sharedMachine(),
-                                     stop = m_stop.token()] { return carryOut(items, *machine, stop); });
-    const CleanupReport report = co_await running;
-    if (!self)
-        co_return;
+    const auto running = m_work.ask([items, machine = m_state.sharedMachine(), stop = m_answers.join()] {
+        return carryOut(items, *machine, stop);
+    });
+    m_answers.whenDone(running, [this](const CleanupReport &report) { finish(report); });
+}
+
+void CleanupFlow::finish(const CleanupReport &report)
+{
     --m_runs;
     m_canPutBack = report.canBePutBack > 0 || (m_runs > 0 && m_canPutBack);
     m_state.setRemoving(false);
@@ -93,23 +83,17 @@ void CleanupFlow::showBanner(const CleanupReport &report)
 
 void CleanupFlow::putBack()
 {
-    if (canPutBack())
-        restore();
-}
-
-QCoro::Task<> CleanupFlow::restore()
-{
-    const QPointer self(this);
+    if (!canPutBack())
+        return;
     m_canPutBack = false;
     const auto restoring = m_work.ask([machine = m_state.sharedMachine()] {
         return PutBackRecord(machine->places.applicationData).putBackAll(*machine->disposal);
     });
-    const PutBackResult outcome = co_await restoring;
-    if (!self)
-        co_return;
-    m_canPutBack = outcome.left > 0;
-    m_state.setLastCleanup(std::nullopt);
-    Q_EMIT restored(outcome.restored, outcome.left);
+    m_answers.whenDone(restoring, [this](const PutBackResult &outcome) {
+        m_canPutBack = outcome.left > 0;
+        m_state.setLastCleanup(std::nullopt);
+        Q_EMIT restored(outcome.restored, outcome.left);
+    });
 }
 
 } // namespace swabby

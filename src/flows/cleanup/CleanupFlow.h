@@ -2,9 +2,8 @@
 
 #include "cleanup/RemovableItem.h"
 #include "platform/BackgroundWork.h"
+#include "platform/LatestRun.h"
 #include "state/AppState.h"
-
-#include <QCoroTask>
 
 #include <QtCore/QObject>
 
@@ -20,10 +19,9 @@ class CleanupFlow : public QObject {
 
 public:
     explicit CleanupFlow(AppState &state, std::chrono::milliseconds bannerTime = std::chrono::seconds(4));
-    /// Finishes the item at hand of a run that is under way.
-    ~CleanupFlow() override;
 
-    /// Removes the items and returns at once. Nothing happens for no items.
+    /// Removes the items and returns at once; a run that is under way when this goes finishes the item at
+    /// hand. Nothing happens for no items.
     void remove(const std::vector<RemovableItem> &items);
     /// Moves what the last removal put into the Trash back where it was, and returns at once.
     void putBack();
@@ -39,18 +37,18 @@ Q_SIGNALS:
     void putBackChanged();
 
 private:
-    QCoro::Task<> lookForRecord();
-    QCoro::Task<> run(std::vector<RemovableItem> items);
-    QCoro::Task<> restore();
+    void lookForRecord();
+    void finish(const CleanupReport &report);
     void showBanner(const CleanupReport &report);
 
     AppState &m_state;
     const std::chrono::milliseconds m_bannerTime;
-    StopSource m_stop;
     bool m_canPutBack = false;
     bool m_hasRun = false;
-    int m_runs = 0;        ///< under way
-    BackgroundWork m_work; // last, so that it is waited for while everything it uses still stands
+    int m_runs = 0; ///< under way
+    // Last, so that the work is told to stop, then waited for while everything it uses still stands.
+    BackgroundWork m_work;
+    LatestRun m_answers;
 };
 
 } // namespace swabby

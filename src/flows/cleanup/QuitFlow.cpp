@@ -2,8 +2,6 @@
 
 #include <QCoroFuture>
 
-#include <QtCore/QPointer>
-
 namespace swabby {
 namespace {
 
@@ -23,9 +21,9 @@ QFuture<std::optional<ProcessIdentity>> QuitFlow::identify(const ProcessSample &
 QCoro::Task<bool> QuitFlow::quit(ProcessSample shown, QFuture<std::optional<ProcessIdentity>> identity,
                                  Quitting::Force force)
 {
-    const QPointer self(this);
+    const StopToken stop = m_quits.join();
     const auto process = co_await identity;
-    if (!self)
+    if (stop.stopRequested())
         co_return false;
     bool wasTold = false;
     if (process) {
@@ -34,7 +32,7 @@ QCoro::Task<bool> QuitFlow::quit(ProcessSample shown, QFuture<std::optional<Proc
         });
         wasTold = co_await quitting;
     }
-    if (!self)
+    if (stop.stopRequested())
         co_return wasTold;
     if (wasTold)
         m_state.removeProcess(shown.pid);

@@ -2,6 +2,7 @@
 
 #include "cleanup/Quitting.h"
 #include "platform/BackgroundWork.h"
+#include "platform/LatestRun.h"
 #include "state/AppState.h"
 
 #include <QCoroTask>
@@ -30,6 +31,7 @@ Q_SIGNALS:
 private:
     AppState &m_state;
     BackgroundWork m_work;
+    LatestRun m_quits;
 };
 
 } // namespace swabby

@@ -8,8 +8,6 @@
 
 #include <QCoroFuture>
 
-#include <QtCore/QPointer>
-
 #include <algorithm>
 
 namespace swabby {
@@ -56,9 +54,7 @@ FullCheck::FullCheck(AppState &state, CloudAI &ai) : m_state(state), m_ai(ai), m
 
 FullCheck::~FullCheck()
 {
-    if (m_stop)
-        m_stop->requestStop();
-    if (m_phase == Phase::scanning)
+    if (m_run.isUnderWay())
         m_state.setScanning(false);
 }
 
@@ -69,10 +65,12 @@ QStringList FullCheck::steps()
 
 void FullCheck::run()
 {
-    if (m_stop)
-        m_stop->requestStop();
-    m_stop = std::make_unique<StopSource>();
-    m_phase = Phase::scanning;
+    const ScanControl control = m_run.begin([this](const ScanProgress &progress) {
+        if (progress.what.isEmpty())
+            return;
+        m_lookingAt = progress.what;
+        Q_EMIT lookingAtChanged();
+    });
     m_result = {};
     m_completedSteps.clear();
     m_lookingAt.clear();
@@ -80,16 +78,14 @@ void FullCheck::run()
     m_dismissedLoginItemIDs.clear();
     m_state.setScanning(true);
     Q_EMIT changed();
-    check(++m_number, m_stop->token());
+    check(control);
 }
 
 void FullCheck::cancel()
 {
-    if (m_phase == Phase::done)
+    if (!m_run.isUnderWay())
         return;
-    m_stop->requestStop();
-    ++m_number;
-    m_phase = Phase::done;
+    m_run.end();
     m_state.setScanning(false);
     Q_EMIT changed();
 }
@@ -101,18 +97,8 @@ QFuture<std::vector<RemovableItem>> FullCheck::begin(CleanupEngine engine, const
 }
 
 // Every wait may see this check left or begun anew, or this object gone: then nothing more is done.
-QCoro::Task<> FullCheck::check(int number, StopToken stop)
+QCoro::Task<> FullCheck::check(ScanControl control)
 {
-    const QPointer self(this);
-    const auto isLeft = [self, number] { return !self || self->m_number != number; };
-    const ScanControl control = {.stop = stop, .progress = [self, number](const ScanProgress &progress) {
-                                     QMetaObject::invokeMethod(self, [self, number, what = progress.what] {
-                                         if (!self || number != self->m_number || what.isEmpty())
-                                             return;
-                                         self->m_lookingAt = what;
-                                         Q_EMIT self->changed();
-                                     });
-                                 }};
     const auto knownCaches = begin(CleanupEngine::knownCaches, control);
     const auto unknownCaches = begin(CleanupEngine::unknownCaches, control);
     const auto duplicates = begin(CleanupEngine::duplicates, control);
@@ -126,7 +112,7 @@ QCoro::Task<> FullCheck::check(int number, StopToken stop)
     };
 
     add(co_await knownCaches);
-    if (isLeft())
+    if (control.stop.stopRequested())
         co_return;
     complete(storageStep);
 
@@ -138,23 +124,23 @@ QCoro::Task<> FullCheck::check(int number, StopToken stop)
     complete(appsStep);
 
     add(co_await duplicates);
-    if (isLeft())
+    if (control.stop.stopRequested())
         co_return;
     complete(duplicatesStep);
 
     add(co_await simulators);
     add(co_await buildCache);
     add(co_await docker);
-    if (isLeft())
+    if (control.stop.stopRequested())
         co_return;
     complete(developerStep);
 
     const auto unvetted = co_await unknownCaches;
-    if (isLeft())
+    if (control.stop.stopRequested())
         co_return;
-    const ScanControl vetting = {.stop = stop, .progress = {}};
+    const ScanControl vetting = {.stop = control.stop, .progress = {}};
     const VettedCaches vetted = co_await vetCaches(m_ai, unvetted, vetting);
-    if (isLeft())
+    if (control.stop.stopRequested())
         co_return;
     result.wasSent = vetted.wasSent;
     for (const SuggestedCache &suggestion : vetted.suggestions)
@@ -168,7 +154,7 @@ QCoro::Task<> FullCheck::check(int number, StopToken stop)
     const QString totalText = fileByteCount(totalBytes(candidates));
     const auto summary = co_await m_ai.swabbyCheckSummary(static_cast<qint64>(candidates.size()), totalText,
                                                           watchedName, result.loginItemsToReview.size());
-    if (isLeft())
+    if (control.stop.stopRequested())
         co_return;
     result.headline = summary.value.headline;
     result.summary = summary.value.summary;
@@ -177,7 +163,7 @@ QCoro::Task<> FullCheck::check(int number, StopToken stop)
     m_result = std::move(result);
     for (const RemovableItem &candidate : m_result.removalCandidates)
         m_selectedRemovalIDs.insert(candidate.id);
-    m_phase = Phase::done;
+    m_run.end();
     m_state.setLastScan(m_state.machine().clock->now());
     m_state.setScanning(false);
     Q_EMIT changed();

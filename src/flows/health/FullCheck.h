@@ -3,11 +3,11 @@
 #include "ai/CloudAI.h"
 #include "cleanup/Engines.h"
 #include "platform/BackgroundWork.h"
+#include "platform/LatestRun.h"
 #include "state/AppState.h"
 
 #include <QtCore/QObject>
 
-#include <memory>
 #include <optional>
 #include <set>
 #include <vector>
@@ -52,13 +52,13 @@ public:
     /// Ends a check that runs, without a result.
     void cancel();
 
-    Phase phase() const { return m_phase; }
+    Phase phase() const { return m_run.isUnderWay() ? Phase::scanning : Phase::done; }
     const SwabbyCheckResult &result() const { return m_result; }
     /// The texts of the steps, in their order.
     static QStringList steps();
     /// The steps that are done, in the order they were.
     const QStringList &completedSteps() const { return m_completedSteps; }
-    /// What is being looked at, for people; changes often.
+    /// What is being looked at, for people.
     const QString &lookingAt() const { return m_lookingAt; }
     const std::set<QString> &selectedRemovalIDs() const { return m_selectedRemovalIDs; }
     const std::set<QString> &dismissedLoginItemIDs() const { return m_dismissedLoginItemIDs; }
@@ -77,27 +77,27 @@ public:
 
 Q_SIGNALS:
     void changed();
+    void lookingAtChanged();
     /// A step is done.
     void stepCompleted(const QString &step);
     /// The result stands.
     void finished();
 
 private:
-    QCoro::Task<> check(int number, StopToken stop);
+    QCoro::Task<> check(ScanControl control);
     QFuture<std::vector<RemovableItem>> begin(CleanupEngine engine, const ScanControl &control);
     void complete(const QString &step);
 
     AppState &m_state;
     CloudAI &m_ai;
-    Phase m_phase = Phase::done;
     SwabbyCheckResult m_result;
     QStringList m_completedSteps;
     QString m_lookingAt;
     std::set<QString> m_selectedRemovalIDs;
     std::set<QString> m_dismissedLoginItemIDs;
-    int m_number = 0; ///< of the latest check; an older one publishes nothing
-    std::unique_ptr<StopSource> m_stop;
-    BackgroundWork m_work; // last, so that it is waited for while everything it uses still stands
+    // Last, so that the work is told to stop, then waited for while everything it uses still stands.
+    BackgroundWork m_work;
+    LatestRun m_run;
 };
 
 } // namespace swabby

@@ -72,11 +72,6 @@ NotificationFlow::NotificationFlow(AppState &state, CloudAI &ai, StorageTotal sc
     connect(&state, &AppState::applied, this, [this] { followRefresh(); });
 }
 
-NotificationFlow::~NotificationFlow()
-{
-    m_stopScan.requestStop();
-}
-
 Notification NotificationFlow::postNotification(const QString &title, const QString &body,
                                                 MainSection section)
 {
@@ -103,7 +98,7 @@ void NotificationFlow::notify(const QList<ProcessSample> &healthInput)
 
 QCoro::Task<> NotificationFlow::followRefresh()
 {
-    const QPointer self(this);
+    const StopToken stop = m_checks.join();
     QList<Notification> posted = std::exchange(m_alarms, {});
     const auto weekly = checkWeeklySummary();
     const auto storage = checkStorageCleanupNotification();
@@ -112,18 +107,18 @@ QCoro::Task<> NotificationFlow::followRefresh()
     for (const auto &notification : {summary, reminder})
         if (notification)
             posted.append(*notification);
-    if (self)
-        Q_EMIT self->settled(posted);
+    if (!stop.stopRequested())
+        Q_EMIT settled(posted);
 }
 
 QCoro::Task<std::optional<Notification>> NotificationFlow::checkWeeklySummary()
 {
-    const QPointer self(this);
+    const StopToken stop = m_checks.join();
     const auto check = m_state.bookkeeping().ask([machine = m_state.sharedMachine()] {
         return finishWeek(*machine->settings, machine->clock->now());
     });
     const std::optional<Week> week = co_await check;
-    if (!self || !week)
+    if (stop.stopRequested() || !week)
         co_return std::nullopt;
     // GCC 12 destroys a temporary of a conditional twice when it stands in what is awaited.
     const QString freedText = week->bytesFreed >= 1 ? fileByteCount(week->bytesFreed) : QString();
@@ -133,9 +128,9 @@ QCoro::Task<std::optional<Notification>> NotificationFlow::checkWeeklySummary()
 QCoro::Task<std::optional<Notification>> NotificationFlow::sendWeeklySummary(QString freedText,
                                                                              qint64 attentionCount)
 {
-    const QPointer self(this);
+    const StopToken stop = m_checks.join();
     const auto sentence = co_await m_ai.weeklySummary(freedText, attentionCount);
-    if (!self)
+    if (stop.stopRequested())
         co_return std::nullopt;
     co_return postNotification(QStringLiteral("Your weekly Mac check-up"), sentence.value,
                                MainSection::overview);
@@ -143,35 +138,34 @@ QCoro::Task<std::optional<Notification>> NotificationFlow::sendWeeklySummary(QSt
 
 QCoro::Task<std::optional<Notification>> NotificationFlow::checkStorageCleanupNotification()
 {
-    std::optional<Notification> reminder;
-    if (!m_scan || m_isScanning || isSnoozed())
-        co_return reminder;
-    m_isScanning = true;
-    const QPointer self(this);
+    if (!m_scan || m_storageCheck.isUnderWay() || isSnoozed())
+        co_return std::nullopt;
+    const ScanControl control = m_storageCheck.begin();
     const auto machine = m_state.sharedMachine();
     const auto check = m_state.bookkeeping().ask(
         [machine] { return dueStorageCheck(*machine->settings, machine->clock->now()); });
     const std::optional<QJsonValue> seen = co_await check;
-    if (self && seen) {
-        const auto scanning = m_scans.ask(
-            [scan = m_scan, stop = m_stopScan.token()] { return scan({.stop = stop, .progress = {}}); });
-        const std::int64_t total = co_await scanning;
-        if (!self || m_stopScan.token().stopRequested())
-            co_return reminder;
+    bool isWorthIt = false;
+    std::int64_t total = 0;
+    if (!control.stop.stopRequested() && seen) {
+        const auto scanning = m_scans.ask([scan = m_scan, control] { return scan(control); });
+        total = co_await scanning;
+        if (control.stop.stopRequested())
+            co_return std::nullopt;
         const auto finishing = m_state.bookkeeping().ask([machine, seen, total] {
             return finishStorageCheck(*machine->settings, *seen, machine->clock->now(), total);
         });
-        const bool isWorthIt = co_await finishing;
-        if (self && isWorthIt)
-            reminder =
-                postNotification(QStringLiteral("Your Mac could use a cleanup"),
-                                 QStringLiteral("You could free up about ") + fileByteCount(total) +
-                                     QStringLiteral(" of space. Open Swabby's Storage tab to clean up."),
-                                 MainSection::storage);
+        isWorthIt = co_await finishing;
     }
-    if (self)
-        m_isScanning = false;
-    co_return reminder;
+    if (control.stop.stopRequested())
+        co_return std::nullopt;
+    m_storageCheck.end();
+    if (!isWorthIt)
+        co_return std::nullopt;
+    co_return postNotification(QStringLiteral("Your Mac could use a cleanup"),
+                               QStringLiteral("You could free up about ") + fileByteCount(total) +
+                                   QStringLiteral(" of space. Open Swabby's Storage tab to clean up."),
+                               MainSection::storage);
 }
 
 bool NotificationFlow::isSnoozed() const

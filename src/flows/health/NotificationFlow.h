@@ -2,6 +2,7 @@
 
 #include "ai/CloudAI.h"
 #include "health/MainSection.h"
+#include "platform/LatestRun.h"
 #include "platform/Notifier.h"
 #include "platform/ScanControl.h"
 #include "state/AppState.h"
@@ -24,8 +25,6 @@ class NotificationFlow : public QObject {
 public:
     /// Without a scan there are no storage reminders, and no date is noted for them.
     NotificationFlow(AppState &state, CloudAI &ai, StorageTotal scan = {});
-    /// Ends a scan that still runs and waits for it.
-    ~NotificationFlow() override;
 
     /// Posts a notification now, and gives it; opening it leads to the section.
     Notification postNotification(const QString &title, const QString &body, MainSection section);
@@ -48,10 +47,11 @@ private:
     AppState &m_state;
     CloudAI &m_ai;
     const StorageTotal m_scan;
-    StopSource m_stopScan;
-    bool m_isScanning = false;
     QList<Notification> m_alarms; ///< posted by the refresh that is being applied
-    BackgroundWork m_scans;       // last, so that it is waited for while everything it uses still stands
+    // Last, so that a scan is told to stop, then waited for while everything it uses still stands.
+    BackgroundWork m_scans;
+    LatestRun m_storageCheck;
+    LatestRun m_checks;
 };
 
 } // namespace swabby

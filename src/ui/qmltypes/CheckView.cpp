@@ -6,17 +6,10 @@
 #include "ui/presentation/PlainWords.h"
 #include "ui/qmltypes/MainWindowCoordinator.h"
 
+#include <QtCore/QTimer>
 #include <QtQml/QQmlEngine>
 
 namespace swabby {
-namespace {
-
-using namespace std::chrono_literals;
-
-/// What is being looked at changes faster than anybody reads.
-constexpr auto lookingInterval = 100ms;
-
-} // namespace
 
 CheckView::CheckView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator, QObject *parent)
     : QObject(parent), m_context(context), m_coordinator(coordinator)
@@ -25,10 +18,8 @@ CheckView::CheckView(const UserInterfaceContext &context, MainWindowCoordinator 
     if (m_context.state == nullptr || m_context.ai == nullptr)
         return;
     m_check = std::make_unique<FullCheck>(*m_context.state, *m_context.ai);
-    m_lookingTimer.setSingleShot(true);
-    m_lookingTimer.setInterval(lookingInterval);
-    connect(&m_lookingTimer, &QTimer::timeout, this, &CheckView::lookingAtChanged);
     connect(m_check.get(), &FullCheck::changed, this, &CheckView::follow);
+    connect(m_check.get(), &FullCheck::lookingAtChanged, this, &CheckView::lookingAtChanged);
     connect(m_check.get(), &FullCheck::finished, this, &CheckView::finished);
     connect(m_context.state, &AppState::changed, this, [this] {
         if (!isScanning())
@@ -106,12 +97,6 @@ void CheckView::cancel()
 
 void CheckView::follow()
 {
-    if (isScanning() && m_check->completedSteps().size() == m_stepsShown && m_stepsShown > 0) {
-        if (!m_lookingTimer.isActive())
-            m_lookingTimer.start();
-        return;
-    }
-    m_stepsShown = isScanning() ? m_check->completedSteps().size() : 0;
     showRows();
     Q_EMIT lookingAtChanged();
     Q_EMIT changed();

@@ -6,7 +6,6 @@
 #include "ui/qmltypes/WindowContext.h"
 
 #include <QtCore/QObject>
-#include <QtCore/QTimer>
 #include <QtQml/qqmlregistration.h>
 
 #include <memory>
@@ -94,8 +93,6 @@ private:
     std::vector<RemovableItem> m_removing; ///< from the candidates
     RowModel m_startupItems;
     QStringList m_busyItems;
-    QTimer m_lookingTimer;
-    qsizetype m_stepsShown = 0;
     int m_visit = 0;
     bool m_isBeginning = false; ///< the page has just appeared
     bool m_isStopped = false;

@@ -1,8 +1,8 @@
 #include "ui/qmltypes/IconStore.h"
 
 #include "platform/BackgroundWork.h"
+#include "platform/WhenDone.h"
 #include "ui/presentation/IconPicture.h"
-#include "ui/qmltypes/WhenDone.h"
 
 #include <QtGui/QIcon>
 #include <QtQml/QQmlEngine>

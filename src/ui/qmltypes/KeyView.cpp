@@ -1,7 +1,7 @@
 #include "ui/qmltypes/KeyView.h"
 
 #include "ai/KeychainStore.h"
-#include "ui/qmltypes/WhenDone.h"
+#include "platform/WhenDone.h"
 
 namespace swabby {
 namespace {

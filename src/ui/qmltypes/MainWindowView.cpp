@@ -1,8 +1,8 @@
 #include "ui/qmltypes/MainWindowView.h"
 
+#include "platform/WhenDone.h"
 #include "settings/Settings.h"
 #include "state/AppState.h"
-#include "ui/qmltypes/WhenDone.h"
 
 #include <QtQml/QQmlEngine>
 

@@ -1,8 +1,8 @@
 #include "ui/qmltypes/SettingsView.h"
 
+#include "platform/WhenDone.h"
 #include "startup/LoginAtLogin.h"
 #include "state/AppState.h"
-#include "ui/qmltypes/WhenDone.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QJsonArray>
