@@ -54,11 +54,16 @@ private Q_SLOTS:
         QTest::addColumn<QString>("row");
         QTest::newRow("quit") << MainSection::speed << QStringList{u"Quit Mill"_qs} << u"Force Quit"_qs
                               << u"Mill could not be quit. It may have ended already."_qs << u"More: Mill"_qs;
-        QTest::newRow("disable")
-            << MainSection::startup << QStringList{} << u"Disable: org.mill"_qs
-            << u"It could not be turned off for good: it may be stopped now, but it will come back "
-               "at the next login."_qs
-            << u"Open Startup Items in System Settings"_qs;
+        const QString comesBack = u"It could not be turned off for good: it may be stopped now, but it will "
+                                  "come back at the next login."_qs;
+        const QString settings = u"Open Startup Items in System Settings"_qs;
+        QTest::newRow("disable") << MainSection::startup << QStringList{} << u"Disable: org.mill"_qs
+                                 << comesBack << settings;
+        QTest::newRow("disable what was explained")
+            << MainSection::startup << QStringList{u"What is this? org.mill"_qs} << u"Disable"_qs << comesBack
+            << settings;
+        QTest::newRow("disable in a check") << MainSection::swabbyCheck << QStringList{}
+                                            << u"Disable: org.mill"_qs << comesBack << u"Scan Again"_qs;
         QTest::newRow("removal") << MainSection::storage
                                  << QStringList{u"Coding tool cache (pip)"_qs, u"Review and clean up"_qs}
                                  << u"Remove"_qs

@@ -3,10 +3,6 @@
 #include "startup/LoginItemActions.h"
 #include "startup/LoginItemScanner.h"
 
-#include <QCoroFuture>
-
-#include <QtCore/QPointer>
-
 namespace swabby {
 namespace {
 
@@ -16,51 +12,43 @@ constexpr int actionsAtOnce = 4;
 
 StartupFlow::StartupFlow(AppState &state) : m_state(state), m_work(actionsAtOnce) {}
 
-void StartupFlow::disable(const LoginItem &item)
+void StartupFlow::change(const LoginItem &item, StartupChange change)
 {
-    change(item, &LoginItemActions::disable);
-}
-
-void StartupFlow::enable(const LoginItem &item)
-{
-    change(item, &LoginItemActions::enable);
-}
-
-QCoro::Task<> StartupFlow::change(LoginItem item, bool (*act)(const LoginItem &, StartupControl &))
-{
-    const QPointer self(this);
+    const QString id = item.id();
+    if (m_busyIds.contains(id))
+        return;
+    m_busyIds.append(id);
+    Q_EMIT busyChanged();
+    const auto act =
+        change == StartupChange::turnOff ? &LoginItemActions::disable : &LoginItemActions::enable;
     const auto acting = m_work.ask(
         [machine = m_state.sharedMachine(), item, act] { return act(item, *machine->startupControl); });
-    const bool isDone = co_await acting;
-    if (!self)
-        co_return;
-    if (isDone && act == &LoginItemActions::disable)
-        m_state.removeLoginItem(item.id());
-    Q_EMIT changed(item.id(), isDone);
-    lookForDisabled();
-    // What was turned on is listed again; what could not be turned off may have ended all the same.
-    if (isDone == (act == &LoginItemActions::enable))
-        m_state.refresh();
+    m_actions.whenDone(acting, [this, id, change](bool isDone) {
+        m_busyIds.removeAll(id);
+        if (isDone && change == StartupChange::turnOff)
+            m_state.removeLoginItem(id);
+        Q_EMIT busyChanged();
+        if (!isDone)
+            Q_EMIT failed(change);
+        lookForDisabled();
+        // What was turned on is listed again; what could not be turned off may have ended all the same.
+        if (isDone == (change == StartupChange::turnOn))
+            m_state.refresh();
+    });
 }
 
 void StartupFlow::lookForDisabled()
 {
-    look();
-}
-
-QCoro::Task<> StartupFlow::look()
-{
-    const QPointer self(this);
-    const int number = ++m_looks;
+    m_looks.end(); // an older look may come in after a newer one
     const auto looking = m_work.ask([machine = m_state.sharedMachine()] {
         return LoginItemScanner::disabledItems(*machine->startupControl);
     });
-    const QList<LoginItem> items = co_await looking;
-    // An older look may come in after a newer one.
-    if (!self || number != m_looks || items == m_disabledItems)
-        co_return;
-    m_disabledItems = items;
-    Q_EMIT disabledItemsChanged();
+    m_looks.whenDone(looking, [this](const QList<LoginItem> &items) {
+        if (items == m_disabledItems)
+            return;
+        m_disabledItems = items;
+        Q_EMIT disabledItemsChanged();
+    });
 }
 
 void StartupFlow::reveal(const QString &path)
@@ -75,16 +63,16 @@ void StartupFlow::openLoginItemSettings()
 }
 
 // An empty path stands for the system's settings.
-QCoro::Task<> StartupFlow::open(QString path)
+void StartupFlow::open(const QString &path)
 {
-    const QPointer self(this);
     const auto opening = m_work.ask([machine = m_state.sharedMachine(), path] {
         return path.isEmpty() ? machine->workspace->openLoginItemSettings()
                               : machine->workspace->reveal(path);
     });
-    const bool isOpened = co_await opening;
-    if (self && !isOpened)
-        Q_EMIT nothingOpened();
+    m_actions.whenDone(opening, [this](bool isOpened) {
+        if (!isOpened)
+            Q_EMIT nothingOpened();
+    });
 }
 
 } // namespace swabby

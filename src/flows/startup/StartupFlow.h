@@ -1,14 +1,16 @@
 #pragma once
 
 #include "platform/BackgroundWork.h"
+#include "platform/LatestRun.h"
 #include "startup/LoginItem.h"
 #include "state/AppState.h"
 
-#include <QCoroTask>
-
 #include <QtCore/QObject>
+#include <QtCore/QStringList>
 
 namespace swabby {
+
+enum class StartupChange { turnOff, turnOn };
 
 /// Changes and shows startup items off the main thread, and keeps the published list in step. Main thread.
 class StartupFlow : public QObject {
@@ -17,10 +19,13 @@ class StartupFlow : public QObject {
 public:
     explicit StartupFlow(AppState &state);
 
+    // Nothing happens for an item that is being changed.
     /// Turns an item off and takes it off the published list.
-    void disable(const LoginItem &item);
+    void disable(const LoginItem &item) { change(item, StartupChange::turnOff); }
     /// Turns an item of disabledItems() on again; the next refresh lists it.
-    void enable(const LoginItem &item);
+    void enable(const LoginItem &item) { change(item, StartupChange::turnOn); }
+    /// The items that are being changed.
+    const QStringList &busyIds() const { return m_busyIds; }
     /// Looks again for what was turned off.
     void lookForDisabled();
     /// What was turned off, as of the last look.
@@ -29,21 +34,24 @@ public:
     void openLoginItemSettings();
 
 Q_SIGNALS:
-    /// An item was turned off or on, or could not be.
-    void changed(const QString &id, bool isDone);
+    void busyChanged();
+    /// An item could not be turned off or on.
+    void failed(swabby::StartupChange change);
     void disabledItemsChanged();
     /// The desktop had nothing to show the file or the settings with.
     void nothingOpened();
 
 private:
-    QCoro::Task<> change(LoginItem item, bool (*act)(const LoginItem &, StartupControl &));
-    QCoro::Task<> look();
-    QCoro::Task<> open(QString path);
+    void change(const LoginItem &item, StartupChange change);
+    void open(const QString &path);
 
     AppState &m_state;
-    int m_looks = 0; ///< for disabled items, so far
+    QStringList m_busyIds;
     QList<LoginItem> m_disabledItems;
+    // Last, so that the work is waited for while everything it uses still stands.
     BackgroundWork m_work;
+    LatestRun m_looks;
+    LatestRun m_actions;
 };
 
 } // namespace swabby

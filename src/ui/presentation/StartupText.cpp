@@ -61,10 +61,10 @@ QList<StartupRowText> startupRowTexts(const QList<LoginItem> &items, bool worthA
     return rows;
 }
 
-QString startupFailureText(bool wasTurnedOff)
+QString startupFailureText(StartupChange failed)
 {
     // Its job is ended first, and that cannot be taken back.
-    return wasTurnedOff
+    return failed == StartupChange::turnOff
                ? QStringLiteral("It could not be turned off for good: it may be stopped now, but it will "
                                 "come back at the next login.")
                : QStringLiteral("It could not be turned on again. Nothing was changed.");

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "startup/LoginItem.h"
+#include "flows/startup/StartupFlow.h"
 #include "ui/presentation/ProgramTile.h"
 #include "ui/presentation/Tint.h"
 
@@ -37,8 +37,8 @@ public:
     bool operator==(const StartupRowText &) const = default;
 };
 
-/// The word when turning something off, or else on again, did not work.
-QString startupFailureText(bool wasTurnedOff);
+/// The word when that did not work.
+QString startupFailureText(StartupChange failed);
 
 /// What was turned off here.
 QList<StartupRowText> disabledRowTexts(const QList<LoginItem> &items);

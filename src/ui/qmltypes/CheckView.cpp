@@ -28,10 +28,7 @@ CheckView::CheckView(const UserInterfaceContext &context, MainWindowCoordinator 
     if (m_context.cleanup != nullptr)
         connect(m_context.cleanup, &CleanupFlow::removed, this, &CheckView::takeBackWhatStayed);
     if (m_context.startup != nullptr)
-        connect(m_context.startup, &StartupFlow::changed, this, [this](const QString &id) {
-            m_busyItems.removeAll(id);
-            Q_EMIT changed();
-        });
+        connect(m_context.startup, &StartupFlow::busyChanged, this, &CheckView::changed);
     if (m_context.quitting != nullptr)
         connect(m_context.quitting, &QuitFlow::finished, this, [this](std::int32_t pid, bool wasTold) {
             const auto &process = m_check->result().processToWatch;
@@ -179,6 +176,11 @@ ProcessRowText CheckView::watched() const
     return hasWatched() ? watchedText(*m_check->result().processToWatch) : ProcessRowText();
 }
 
+QStringList CheckView::busyItems() const
+{
+    return m_context.startup == nullptr ? QStringList() : m_context.startup->busyIds();
+}
+
 void CheckView::setSelected(const QString &id, bool isSelected)
 {
     if (m_check)
@@ -210,12 +212,10 @@ void CheckView::takeBackWhatStayed(const CleanupReport &report)
 
 void CheckView::disable(const QString &id)
 {
-    if (!m_check || m_context.startup == nullptr || m_busyItems.contains(id))
+    if (!m_check || m_context.startup == nullptr)
         return;
     for (const LoginItem &item : m_check->result().loginItemsToReview)
         if (item.id() == id) {
-            m_busyItems.append(id);
-            Q_EMIT changed();
             m_context.startup->disable(LoginItem(item));
             return;
         }

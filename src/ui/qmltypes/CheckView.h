@@ -71,7 +71,7 @@ public:
     bool canRemove() const;
     RowModel *startupItems() { return &m_startupItems; }
     /// The startup items that are being turned off.
-    const QStringList &busyItems() const { return m_busyItems; }
+    QStringList busyItems() const;
     bool hasWatched() const;
     ProcessRowText watched() const;
 
@@ -92,7 +92,6 @@ private:
     RemovableList m_candidates;
     std::vector<RemovableItem> m_removing; ///< from the candidates
     RowModel m_startupItems;
-    QStringList m_busyItems;
     int m_visit = 0;
     bool m_isBeginning = false; ///< the page has just appeared
     bool m_isStopped = false;

@@ -20,12 +20,9 @@ StartupView::StartupView(const UserInterfaceContext &context, MainWindowCoordina
     if (flow == nullptr)
         return;
     connect(flow, &StartupFlow::disabledItemsChanged, this, &StartupView::showDisabled);
-    connect(flow, &StartupFlow::changed, this, [this](const QString &id, bool isDone) {
-        setBusy(id, false);
-        const bool wasOff = m_turnedOff.removeAll(id) > 0;
-        if (!isDone)
-            m_coordinator.setNotice(startupFailureText(wasOff));
-    });
+    connect(flow, &StartupFlow::busyChanged, this, &StartupView::busyChanged);
+    connect(flow, &StartupFlow::failed, this,
+            [this](StartupChange change) { m_coordinator.setNotice(startupFailureText(change)); });
     connect(flow, &StartupFlow::nothingOpened, this,
             [this] { m_coordinator.setNotice(QStringLiteral("There is nothing here to show that with.")); });
     showDisabled();
@@ -48,20 +45,16 @@ void StartupView::explain(const QString &id)
 void StartupView::disable(const QString &id)
 {
     const LoginItem *item = find(id);
-    if (item == nullptr || m_context.startup == nullptr || m_busyIds.contains(id))
-        return;
-    setBusy(id, true);
-    m_turnedOff.append(id);
-    m_context.startup->disable(LoginItem(*item));
+    if (item != nullptr && m_context.startup != nullptr)
+        m_context.startup->disable(LoginItem(*item));
 }
 
 void StartupView::enable(const QString &id)
 {
-    if (m_context.startup == nullptr || m_busyIds.contains(id))
+    if (m_context.startup == nullptr)
         return;
     for (const LoginItem &item : m_context.startup->disabledItems())
         if (item.id() == id) {
-            setBusy(id, true);
             m_context.startup->enable(LoginItem(item));
             return;
         }
@@ -86,12 +79,9 @@ void StartupView::look()
         m_context.startup->lookForDisabled();
 }
 
-void StartupView::setBusy(const QString &id, bool isBusy)
+QStringList StartupView::busyIds() const
 {
-    m_busyIds.removeAll(id);
-    if (isBusy)
-        m_busyIds.append(id);
-    Q_EMIT busyChanged();
+    return m_context.startup == nullptr ? QStringList() : m_context.startup->busyIds();
 }
 
 void StartupView::showDisabled()

@@ -27,7 +27,7 @@ public:
     /// What was turned off here.
     RowModel *disabled() { return &m_disabled; }
     /// The items that are being changed.
-    const QStringList &busyIds() const { return m_busyIds; }
+    QStringList busyIds() const;
 
     Q_INVOKABLE void explain(const QString &id);
     Q_INVOKABLE void disable(const QString &id);
@@ -42,14 +42,11 @@ Q_SIGNALS:
 
 private:
     const LoginItem *find(const QString &id) const;
-    void setBusy(const QString &id, bool isBusy);
     void showDisabled();
 
     UserInterfaceContext m_context;
     MainWindowCoordinator &m_coordinator;
     RowModel m_disabled;
-    QStringList m_busyIds;
-    QStringList m_turnedOff; ///< those of them that are being disabled
 };
 
 } // namespace swabby
