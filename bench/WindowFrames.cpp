@@ -182,7 +182,7 @@ int main(int argumentCount, char **arguments)
     QGuiApplication application(argumentCount, arguments);
     application.setQuitOnLastWindowClosed(false);
     AppState state(folder.open(), Record::nothing);
-    Settings(*state.machine().settings).setHasCompletedOnboarding(true);
+    Settings(*state.machine().settings).store(setting<"hasCompletedOnboarding">, true);
     ApplicationFlows flows(state);
     state.refresh();
     waitFor([&] { return state.refreshesApplied() > 0; });

@@ -90,16 +90,12 @@ UserInterface *AppDelegate::userInterface()
 {
     if (m_userInterface != nullptr)
         return m_userInterface.get();
+    UserInterfaceContext context = m_flows.windowContext(m_state, m_theme);
+    context.staysWithoutWindow = [this] { return staysWithoutWindow(); };
+    context.quit = [] { QCoreApplication::quit(); };
+    context.dockChoiceChanged = [this] { syncActivationPolicy(); };
     if (const auto make = lateFunction<UserInterfaceEntry>(userInterfaceLibrary, userInterfaceEntryName))
-        m_userInterface.reset(make({.state = &m_state,
-                                    .ai = &m_flows.ai,
-                                    .cleanup = &m_flows.cleanup,
-                                    .quitting = &m_flows.quitting,
-                                    .startup = &m_flows.startup,
-                                    .theme = m_theme,
-                                    .staysWithoutWindow = [this] { return staysWithoutWindow(); },
-                                    .quit = [] { QCoreApplication::quit(); },
-                                    .dockChoiceChanged = [this] { syncActivationPolicy(); }}));
+        m_userInterface.reset(make(context));
     return m_userInterface.get();
 }
 

@@ -20,10 +20,25 @@ struct ApplicationFlows {
                         }),
           quitting(state),
           startup(state),
+          systemCalls(systemCallsAtOnce),
           stopping{state.sharedMachine()},
           cleanup(state)
     {
     }
+
+    /// What the windows are told; the program adds its own callbacks.
+    UserInterfaceContext windowContext(AppState &state, ThemeChoice theme)
+    {
+        return {.state = state,
+                .ai = ai,
+                .cleanup = cleanup,
+                .quitting = quitting,
+                .startup = startup,
+                .systemCalls = systemCalls,
+                .theme = theme};
+    }
+
+    static constexpr int systemCallsAtOnce = 4;
 
     /// Ends every tool that somebody would wait for.
     struct Stopping {
@@ -35,6 +50,7 @@ struct ApplicationFlows {
     NotificationFlow notifications;
     QuitFlow quitting;
     StartupFlow startup;
+    BackgroundWork systemCalls; ///< the windows'
     Stopping stopping;
     CleanupFlow cleanup; // last: it finishes the item at hand before anything is stopped
 };

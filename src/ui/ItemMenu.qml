@@ -14,8 +14,7 @@ Window {
         if (line < 0)
             return;
         window.close();
-        [() => view.openMainWindow(), () => view.openAskWindow(), () => view.openSettingsWindow(),
-         () => view.refresh(), () => view.quit()][line]();
+        view.follow(view.menu[line].command);
     }
 
     width: 168
@@ -59,26 +58,25 @@ Window {
             Repeater {
                 id: lines
 
-                model: ["Open Swabby", "Ask AI", "Settings", "Refresh now", "Quit Swabby"]
+                model: window.view.menu
 
                 Item {
                     id: line
 
-                    required property string modelData
+                    required property menuEntry modelData
                     required property int index
-                    readonly property bool isLast: index === lines.count - 1
 
                     width: column.width
-                    height: isLast ? 37 : 28
+                    height: modelData.isParted ? 37 : 28
                     Accessible.role: Accessible.MenuItem
-                    Accessible.name: modelData
+                    Accessible.name: modelData.label
                     Accessible.onPressAction: window.choose(index)
 
                     Hairline {
                         x: 6
                         y: 4
                         width: parent.width - 12
-                        visible: line.isLast
+                        visible: line.modelData.isParted
                     }
 
                     Rectangle {
@@ -91,7 +89,7 @@ Window {
                         PlainLabel {
                             x: 12
                             anchors.verticalCenter: parent.verticalCenter
-                            text: line.modelData
+                            text: line.modelData.label
                             Accessible.ignored: true
                         }
 

@@ -93,16 +93,16 @@ Window {
 
                 width: Math.round(actions.width * 0.435)
                 symbol: "sparkles"
-                text: "Ask AI"
-                tip: "Ask Swabby a question"
+                text: Words.ask
+                tip: Words.askHint
                 onActivated: window.view.openAskWindow()
             }
 
             QuietButton {
                 width: actions.width - askButton.width - actions.spacing
                 symbol: "checkmark.seal"
-                text: "Swabby Check"
-                tip: "One-tap check of your Mac's health"
+                text: Words.check
+                tip: Words.checkHint
                 onActivated: window.view.openCheck()
             }
         }

@@ -14,7 +14,8 @@ namespace swabby {
 using namespace std::chrono_literals;
 
 PopoverPresenter::PopoverPresenter(const UserInterfaceContext &context,
-                                   std::function<std::shared_ptr<WindowEngine>()> makeEngine, Make make)
+                                   std::function<std::shared_ptr<WindowEngine>()> makeEngine,
+                                   MakeWindow<PopoverView> *make)
     : m_context(context), m_makeEngine(std::move(makeEngine)), m_make(make)
 {
     m_keeping.setSingleShot(true);

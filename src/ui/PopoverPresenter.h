@@ -14,12 +14,10 @@ class PopoverPresenter : public QObject {
     Q_OBJECT
 
 public:
-    using Make = std::unique_ptr<OpenWindow<PopoverView>> (*)(const UserInterfaceContext &context,
-                                                              std::shared_ptr<WindowEngine> engine);
-
     /// makeEngine gives the engine of the windows that are open, or a new one; make says which panel it is.
     PopoverPresenter(const UserInterfaceContext &context,
-                     std::function<std::shared_ptr<WindowEngine>()> makeEngine, Make make = &openPopover);
+                     std::function<std::shared_ptr<WindowEngine>()> makeEngine,
+                     MakeWindow<PopoverView> *make = &openPopover);
     ~PopoverPresenter() override;
 
     /// Shows the panel beside that rectangle of the screen (at the pointer when it is empty), or closes it.
@@ -40,7 +38,7 @@ private:
 
     const UserInterfaceContext &m_context;
     std::function<std::shared_ptr<WindowEngine>()> m_makeEngine;
-    Make m_make;
+    MakeWindow<PopoverView> *m_make;
     std::unique_ptr<OpenWindow<PopoverView>> m_open;
     QRect m_statusItem;
     QElapsedTimer m_sinceTurnedAway;

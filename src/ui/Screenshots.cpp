@@ -25,7 +25,8 @@
 namespace swabby {
 namespace {
 
-struct Shot {
+/// A picture of the main window.
+struct SectionPicture {
     const char *name;
     MainSection section;
     void (*prepare)(MainWindowView &view);
@@ -105,7 +106,7 @@ void scanDeveloperClutter(MainWindowView &view)
     waitUntil([&] { return !view.developer()->isScanning(); });
 }
 
-const Shot shots[] = {
+const SectionPicture sectionPictures[] = {
     {"overview", MainSection::overview, nullptr},
     {"health-detail", MainSection::overview,
      [](MainWindowView &view) { view.setProperty("showHealthDetail", true); }},
@@ -126,7 +127,7 @@ const Shot shots[] = {
 
 void showAnAnswer(AskView &view, const UserInterfaceContext &context)
 {
-    const QList<ProcessSample> &processes = context.state->processes();
+    const QList<ProcessSample> &processes = context.state.processes();
     const QString name = processes.isEmpty() ? QString() : processes.first().name;
     view.showAnswer(
         AskFlow::suggestions().first(),
@@ -137,27 +138,8 @@ void showAnAnswer(AskView &view, const UserInterfaceContext &context)
          name, AssistantNotes::sentForAnswer()});
 }
 
-struct PopoverShot {
-    const char *name;
-    bool showsIssues;
-};
-
-constexpr PopoverShot popoverShots[] = {
-    {"popover", false},
-    {"popover-issues", true},
-};
-
-struct SettingsShot {
-    const char *name;
-    int tab;
-};
-
-constexpr SettingsShot settingsShots[] = {
-    {"settings-general", 0},
-    {"settings-notifications", 1},
-    {"settings-thresholds", 2},
-    {"settings-ai", 3},
-};
+constexpr const char *settingsPictures[] = {"settings-general", "settings-notifications",
+                                            "settings-thresholds", "settings-ai"};
 
 // A window that was never drawn is all one colour.
 bool showsSomething(const QImage &image)
@@ -188,14 +170,10 @@ std::optional<QString> draw(QQuickWindow &window, const char *name, const QStrin
     return std::nullopt;
 }
 
-template <typename View>
-using Open = std::unique_ptr<OpenWindow<View>> (*)(const UserInterfaceContext &,
-                                                   std::shared_ptr<WindowEngine>);
-
 // The same for a new window, prepared first.
 template <typename View, typename Prepare>
-std::optional<QString> drawNew(Open<View> openNew, const UserInterfaceContext &context, const char *name,
-                               const QString &folder, Prepare prepare)
+std::optional<QString> drawNew(MakeWindow<View> openNew, const UserInterfaceContext &context,
+                               const char *name, const QString &folder, Prepare prepare)
 {
     const auto open = openNew(context, {});
     if (open == nullptr)
@@ -209,26 +187,25 @@ std::optional<QString> drawNew(Open<View> openNew, const UserInterfaceContext &c
 
 std::optional<QString> renderScreenshots(const UserInterfaceContext &context, const QString &folder)
 {
-    for (const Shot &shot : shots) {
-        const auto prepare = [&shot](MainWindowView &view) {
+    for (const SectionPicture &picture : sectionPictures) {
+        const auto prepare = [&picture](MainWindowView &view) {
             view.setProperty("showWelcome", false);
-            view.select(shot.section);
-            if (shot.prepare != nullptr)
-                shot.prepare(view);
+            view.select(picture.section);
+            if (picture.prepare != nullptr)
+                picture.prepare(view);
         };
-        if (auto problem = drawNew(&openMainWindow, context, shot.name, folder, prepare))
+        if (auto problem = drawNew(&openMainWindow, context, picture.name, folder, prepare))
             return problem;
     }
-    for (const PopoverShot &shot : popoverShots) {
-        const auto prepare = [&shot](PopoverView &view) { view.setShowHealthDetail(shot.showsIssues); };
-        if (auto problem = drawNew(&openPopover, context, shot.name, folder, prepare))
+    for (const bool showsIssues : {false, true})
+        if (auto problem = drawNew(&openPopover, context, showsIssues ? "popover-issues" : "popover", folder,
+                                   [&](PopoverView &view) { view.setShowHealthDetail(showsIssues); }))
             return problem;
-    }
-    for (const SettingsShot &shot : settingsShots) {
-        const auto prepare = [&shot](SettingsView &view) { view.setProperty("tab", shot.tab); };
-        if (auto problem = drawNew(&openSettingsWindow, context, shot.name, folder, prepare))
+    int tab = 0;
+    for (const char *name : settingsPictures)
+        if (auto problem = drawNew(&openSettingsWindow, context, name, folder,
+                                   [&](SettingsView &view) { view.setProperty("tab", tab++); }))
             return problem;
-    }
     return drawNew(&openAskWindow, context, "ask", folder,
                    [&context](AskView &view) { showAnAnswer(view, context); });
 }

@@ -71,7 +71,6 @@ Window {
         visible: height > 0
 
         Hairline {
-            width: parent.width
         }
 
         Paragraph {

@@ -13,10 +13,13 @@
 
 #include <QtQml/QQmlComponent>
 
-namespace swabby {
-namespace {
+#include <chrono>
 
-constexpr int errandsAtOnce = 4;
+namespace swabby {
+
+using namespace std::chrono_literals;
+
+namespace {
 
 // A few cards and lines need no graphics driver, which would cost more memory than all the rest.
 void drawInSoftware()
@@ -28,34 +31,34 @@ void drawInSoftware()
     Q_UNUSED(isChosen)
 }
 
+/// The property "view" of the file's window is a view that is made from the context alone.
+template <typename View>
+std::unique_ptr<OpenWindow<View>> openWindow(const UserInterfaceContext &context, const QString &file,
+                                             std::shared_ptr<WindowEngine> engine)
+{
+    auto open = std::make_unique<OpenWindow<View>>();
+    open->engine = engine ? std::move(engine) : std::make_shared<WindowEngine>(context);
+    open->view = std::make_unique<View>(context);
+    QQmlEngine::setObjectOwnership(open->view.get(), QQmlEngine::CppOwnership);
+    QQmlComponent component(&open->engine->engine, QUrl(QStringLiteral("qrc:/qt/qml/Swabby/Ui/") + file));
+    QObject *root = component.createWithInitialProperties(
+        {{QStringLiteral("view"), QVariant::fromValue<QObject *>(open->view.get())}});
+    open->window.reset(qobject_cast<QQuickWindow *>(root));
+    if (open->window != nullptr)
+        return open;
+    delete root;
+    qWarning("%s", qPrintable(component.errorString()));
+    return nullptr;
+}
+
 } // namespace
 
-WindowEngine::WindowEngine(ThemeChoice choice)
+WindowEngine::WindowEngine(const UserInterfaceContext &context)
+    : theme(new Theme(context.theme, &engine)),
+      icons(new IconStore(&engine, context.state.sharedMachine(), context.systemCalls))
 {
     drawInSoftware();
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
-    theme = new Theme(choice, &engine);
-    icons = new IconStore(&engine);
-}
-
-void WindowEngine::findIcons(const UserInterfaceContext &context)
-{
-    if (context.state != nullptr)
-        icons->setSource(context.state->sharedMachine(), context.errands);
-}
-
-std::unique_ptr<QQuickWindow> makeWindow(WindowEngine &engine, const QString &file, QObject *view)
-{
-    QQmlEngine::setObjectOwnership(view, QQmlEngine::CppOwnership);
-    QQmlComponent component(&engine.engine, QUrl(QStringLiteral("qrc:/qt/qml/Swabby/Ui/") + file));
-    QObject *root =
-        component.createWithInitialProperties({{QStringLiteral("view"), QVariant::fromValue(view)}});
-    std::unique_ptr<QQuickWindow> window(qobject_cast<QQuickWindow *>(root));
-    if (window == nullptr) {
-        delete root;
-        qWarning("%s", qPrintable(component.errorString()));
-    }
-    return window;
 }
 
 std::unique_ptr<OpenWindow<MainWindowView>> openMainWindow(const UserInterfaceContext &context,
@@ -88,24 +91,20 @@ std::unique_ptr<OpenWindow<PopoverView>> openItemMenu(const UserInterfaceContext
     return openWindow<PopoverView>(context, QStringLiteral("ItemMenu.qml"), std::move(engine));
 }
 
-WindowLibrary::WindowLibrary(UserInterfaceContext context)
-    : m_context(std::move(context)), m_errands(errandsAtOnce)
+WindowLibrary::WindowLibrary(UserInterfaceContext context) : m_context(std::move(context))
 {
-    m_context.errands = &m_errands;
     m_context.openMainWindow = [this] { openMainWindow(); };
     m_context.openAskWindow = [this] { openAskWindow(); };
     m_context.openSettingsWindow = [this] { openSettingsWindow(); };
     // Whoever has just closed the last window may open one again.
-    constexpr int keptMilliseconds = 60'000;
     m_keeping.setSingleShot(true);
-    m_keeping.setInterval(keptMilliseconds);
+    m_keeping.setInterval(1min);
     QObject::connect(&m_keeping, &QTimer::timeout, &m_keeping, [this] {
         m_kept.reset();
         giveMemoryBack();
     });
-    constexpr int settledMilliseconds = 3'000;
     m_settling.setSingleShot(true);
-    m_settling.setInterval(settledMilliseconds);
+    m_settling.setInterval(3s);
     QObject::connect(&m_settling, &QTimer::timeout, &m_settling, [this] {
         if (const auto engine = m_engine.lock())
             engine->engine.collectGarbage();
@@ -119,16 +118,14 @@ std::shared_ptr<WindowEngine> WindowLibrary::sharedEngine()
 {
     std::shared_ptr<WindowEngine> engine = m_engine.lock();
     if (!engine) {
-        engine = std::make_shared<WindowEngine>(m_context.theme);
+        engine = std::make_shared<WindowEngine>(m_context);
         m_engine = engine;
     }
     return engine;
 }
 
 template <typename View>
-void WindowLibrary::present(std::unique_ptr<OpenWindow<View>> &open,
-                            std::unique_ptr<OpenWindow<View>> (*make)(const UserInterfaceContext &,
-                                                                      std::shared_ptr<WindowEngine>))
+void WindowLibrary::present(std::unique_ptr<OpenWindow<View>> &open, MakeWindow<View> *make)
 {
     if (open == nullptr) {
         open = make(m_context, sharedEngine());
@@ -184,9 +181,7 @@ void WindowLibrary::toggleItemMenu(const QRect &statusItem)
     toggle(m_itemMenu, &swabby::openItemMenu, statusItem);
 }
 
-void WindowLibrary::toggle(std::unique_ptr<PopoverPresenter> &presenter,
-                           std::unique_ptr<OpenWindow<PopoverView>> (*make)(const UserInterfaceContext &,
-                                                                            std::shared_ptr<WindowEngine>),
+void WindowLibrary::toggle(std::unique_ptr<PopoverPresenter> &presenter, MakeWindow<PopoverView> *make,
                            const QRect &statusItem)
 {
     if (presenter == nullptr) {

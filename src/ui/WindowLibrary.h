@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/BackgroundWork.h"
 #include "ui/UserInterface.h"
 
 #include <QtCore/QObject>
@@ -22,10 +21,7 @@ class Theme;
 
 /// What all windows stand on; alive while one of them is.
 struct WindowEngine {
-    explicit WindowEngine(ThemeChoice choice);
-
-    /// Tells where the icons of programs come from; the same for every window of the engine.
-    void findIcons(const UserInterfaceContext &context);
+    explicit WindowEngine(const UserInterfaceContext &context);
 
     QQmlEngine engine;
     Theme *theme = nullptr;     ///< the engine's
@@ -40,23 +36,11 @@ struct OpenWindow {
     std::unique_ptr<QQuickWindow> window;
 };
 
-/// Makes the window of that QML file without showing it; its property "view" is the view. Null when its views
-/// are broken; the log then says why.
-std::unique_ptr<QQuickWindow> makeWindow(WindowEngine &engine, const QString &file, QObject *view);
-
-/// Makes a window of each kind. The view is made from the context alone.
+/// Makes a window of one kind without showing it, on an engine of its own when it is given none. Null when
+/// its QML files are broken; the log then says why.
 template <typename View>
-std::unique_ptr<OpenWindow<View>> openWindow(const UserInterfaceContext &context, const QString &file,
-                                             std::shared_ptr<WindowEngine> engine = {})
-{
-    auto open = std::make_unique<OpenWindow<View>>();
-    open->engine = engine ? std::move(engine) : std::make_shared<WindowEngine>(context.theme);
-    open->engine->findIcons(context);
-    open->view = std::make_unique<View>(context);
-    open->window = makeWindow(*open->engine, file, open->view.get());
-    return open->window ? std::move(open) : nullptr;
-}
-
+using MakeWindow = std::unique_ptr<OpenWindow<View>>(const UserInterfaceContext &context,
+                                                     std::shared_ptr<WindowEngine> engine);
 std::unique_ptr<OpenWindow<MainWindowView>> openMainWindow(const UserInterfaceContext &context,
                                                            std::shared_ptr<WindowEngine> engine = {});
 std::unique_ptr<OpenWindow<AskView>> openAskWindow(const UserInterfaceContext &context,
@@ -84,12 +68,8 @@ private:
     /// The engine of the windows that are open, or a new one.
     std::shared_ptr<WindowEngine> sharedEngine();
     template <typename View>
-    void present(std::unique_ptr<OpenWindow<View>> &open,
-                 std::unique_ptr<OpenWindow<View>> (*make)(const UserInterfaceContext &,
-                                                           std::shared_ptr<WindowEngine>));
-    void toggle(std::unique_ptr<PopoverPresenter> &presenter,
-                std::unique_ptr<OpenWindow<PopoverView>> (*make)(const UserInterfaceContext &,
-                                                                 std::shared_ptr<WindowEngine>),
+    void present(std::unique_ptr<OpenWindow<View>> &open, MakeWindow<View> *make);
+    void toggle(std::unique_ptr<PopoverPresenter> &presenter, MakeWindow<PopoverView> *make,
                 const QRect &statusItem);
 
     UserInterfaceContext m_context;
@@ -103,7 +83,6 @@ private:
     std::unique_ptr<PopoverPresenter> m_itemMenu;
     QObject m_closing;
     QTimer m_settling; ///< making windows and pages frees a lot in small pieces; ends when all is at rest
-    BackgroundWork m_errands; // outlives the windows: closing one waits for nothing
 };
 
 } // namespace swabby

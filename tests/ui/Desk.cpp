@@ -62,14 +62,9 @@ void Desk::refresh()
     }
 }
 
-UserInterfaceContext Desk::context()
+UserInterfaceContext Desk::context(ThemeChoice theme)
 {
-    return {.state = &state,
-            .ai = &flows.ai,
-            .cleanup = &flows.cleanup,
-            .quitting = &flows.quitting,
-            .startup = &flows.startup,
-            .theme = ThemeChoice::light};
+    return flows.windowContext(state, theme);
 }
 
 void show(QQuickWindow &window)

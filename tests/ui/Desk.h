@@ -21,7 +21,7 @@ public:
     /// Refreshes until the figures are known, or once more.
     void refresh();
     /// What every window is opened with.
-    UserInterfaceContext context();
+    UserInterfaceContext context(ThemeChoice theme = ThemeChoice::light);
 
     const TemporaryMachine folder;
     AppState state;

@@ -164,8 +164,7 @@ private Q_SLOTS:
         BackgroundWork work(2);
         const auto letThrough = qScopeGuard([&icons] { icons.gate.release(100); });
         QQmlEngine engine;
-        auto *store = new IconStore(&engine);
-        store->setSource(machine, &work);
+        auto *store = new IconStore(&engine, machine, work);
 
         QObject asker;
         auto gone = std::make_unique<QObject>();
@@ -196,8 +195,7 @@ private Q_SLOTS:
         machine->icons = std::move(held);
         BackgroundWork work(1);
         QQmlEngine engine;
-        auto *store = new IconStore(&engine);
-        store->setSource(machine, &work);
+        auto *store = new IconStore(&engine, machine, work);
         // Each of them takes a quarter of a mebibyte.
         for (int number = 0; number < 5; ++number)
             store->icon({{"/" + std::to_string(number), {}}, 256}, this);
@@ -222,13 +220,8 @@ private Q_SLOTS:
         AppState state(machine, Record::nothing);
         Settings(*state.machine().settings).store(setting<"hasCompletedOnboarding">, true);
         ApplicationFlows flows(state);
-        BackgroundWork errands(2);
         const auto letThrough = qScopeGuard([&gate] { gate.release(100); });
-        UserInterfaceContext context;
-        context.state = &state;
-        context.ai = &flows.ai;
-        context.errands = &errands;
-        const auto open = openMainWindow(context);
+        const auto open = openMainWindow(flows.windowContext(state, ThemeChoice::light));
         open->engine->theme->setStill(true);
         open->view->select(MainSection::speed);
         open->window->show();

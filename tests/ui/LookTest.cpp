@@ -100,7 +100,7 @@ private Q_SLOTS:
         QStringList wanted = symbolsNamedInViews();
         QVERIFY2(wanted.contains(u"xmark"_qs) && wanted.contains(u"pin.fill"_qs),
                  "the views are not read well");
-        for (const SectionRow &section : builtSections())
+        for (const SectionRow &section : sectionRows())
             wanted.append(section.symbol);
         for (const MainSection section : allSections)
             wanted.append(sectionSymbol(section));

@@ -100,7 +100,7 @@ private Q_SLOTS:
                                   isFull ? "full" : "empty", size.width())
                         << name << isFull << size << hasSheet;
                 };
-                for (const SectionRow &section : builtSections())
+                for (const SectionRow &section : sectionRows())
                     row(section.name, false);
                 row(u"overview"_qs, true);
             }
@@ -112,8 +112,9 @@ private Q_SLOTS:
         QFETCH(QSize, size);
         QFETCH(bool, hasSheet);
         QTest::failOnWarning(QRegularExpression(u".*"_qs));
-        const auto open = openMainWindow({.theme = isFull ? ThemeChoice::dark : ThemeChoice::light});
+        const auto open = openMainWindow(m_desk.context(isFull ? ThemeChoice::dark : ThemeChoice::light));
         QVERIFY(open != nullptr);
+        m_desk.state.disconnect(open->view.get()); // the figures shown are not its own
         open->engine->theme->setStill(true);
         open->view->state()->show(isFull ? everythingAtOnce() : nothingAtAll(), isFull);
         open->view->select(*sectionFrom(section));
@@ -144,7 +145,7 @@ private Q_SLOTS:
     void theThemeIsTheChosenOne()
     {
         for (const ThemeChoice choice : {ThemeChoice::light, ThemeChoice::dark}) {
-            const auto open = openMainWindow({.theme = choice});
+            const auto open = openMainWindow(m_desk.context(choice));
             open->engine->theme->setStill(true);
             open->view->state()->show(nothingAtAll(), false);
             open->window->show();
@@ -152,6 +153,9 @@ private Q_SLOTS:
             QCOMPARE(corner, choice == ThemeChoice::dark ? darkColors().window : lightColors().window);
         }
     }
+
+private:
+    Desk m_desk;
 };
 
 QTEST_MAIN(ViewsTest)

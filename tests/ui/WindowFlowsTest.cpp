@@ -122,7 +122,7 @@ private Q_SLOTS:
         QVERIFY(explanation.isOpen());
         QVERIFY(waitUntil([&] { return !explanation.isLoading(); }));
         QCOMPARE(explanation.text(), u"Couldn't get an explanation right now."_qs);
-        QCOMPARE(explanation.recommendation(), u"Recommended: Force Quit"_qs); // its program is gone
+        QCOMPARE(explanation.subject().recommendation, u"Recommended: Force Quit"_qs); // its program is gone
         QTest::keyClick(m_open->window.get(), Qt::Key_Escape);
         QVERIFY(!explanation.isOpen());
         QCOMPARE(m_desk->state.loginItems().size(), 1);

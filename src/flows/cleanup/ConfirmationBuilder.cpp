@@ -14,9 +14,6 @@ QString quitMessage(const ProcessSample &process)
            QStringLiteral(" memory. Quits cleanly just like closing it normally.");
 }
 
-const QString forceQuitMessage = QStringLiteral(
-    "This shuts it down immediately without saving state. Use only if a normal quit didn't work.");
-
 } // namespace
 
 ConfirmationInfo ConfirmationBuilder::quit(const ProcessSample &process, Quitting::Force force,
@@ -26,7 +23,7 @@ ConfirmationInfo ConfirmationBuilder::quit(const ProcessSample &process, Quittin
     ConfirmationInfo info;
     info.title = (isForced ? QStringLiteral("Force quit ") : QStringLiteral("Quit ")) + process.name +
                  QLatin1Char('?');
-    info.message = isForced ? forceQuitMessage : quitMessage(process);
+    info.message = isForced ? forceQuitWarning() : quitMessage(process);
     info.confirmLabel = isForced ? QStringLiteral("Force Quit") : QStringLiteral("Quit");
     info.trustRatio = process.trustRatio();
     info.recommendation = recommendation(process);
@@ -59,6 +56,12 @@ ConfirmationInfo ConfirmationBuilder::remove(const std::vector<RemovableItem> &i
             onRemoved();
     };
     return info;
+}
+
+QString ConfirmationBuilder::forceQuitWarning()
+{
+    return QStringLiteral(
+        "This shuts it down immediately without saving state. Use only if a normal quit didn't work.");
 }
 
 std::optional<ProcessSample> ConfirmationBuilder::findProcess(const QString &name, const AppState &state)

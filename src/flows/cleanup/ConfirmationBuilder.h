@@ -34,6 +34,9 @@ ConfirmationInfo quit(const ProcessSample &process, Quitting::Force force, QuitF
 ConfirmationInfo remove(const std::vector<RemovableItem> &items, CleanupFlow &flow,
                         const std::function<void()> &onRemoved = {});
 
+/// What is said of a forced quit before it is done.
+QString forceQuitWarning();
+
 /// The listed program that somebody calls by this name, whatever the case: by its whole name first, then by a
 /// part. None for a blank name.
 std::optional<ProcessSample> findProcess(const QString &name, const AppState &state);

@@ -54,11 +54,9 @@ Card {
         }
     }
 
-    Paragraph {
+    Note {
         width: parent.width
         text: card.view.notice
-        font: Theme.smallFont
-        color: Theme.secondary
         visible: text !== ""
     }
 }

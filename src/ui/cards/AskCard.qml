@@ -31,31 +31,21 @@ Item {
             width: parent.width
             spacing: 10
 
-            Rectangle {
-                width: 30
-                height: 30
+            SymbolPlate {
                 anchors.verticalCenter: parent.verticalCenter
-                radius: 8
-                color: Theme.washes[Tints.accent]
-
-                SymbolItem {
-                    anchors.centerIn: parent
-                    name: "sparkles"
-                    color: Theme.inks[Tints.accent]
-                }
+                symbol: "sparkles"
+                ink: Theme.inks[Tints.accent]
             }
 
             Column {
                 PlainLabel {
-                    text: "Ask Swabby a question"
+                    text: Words.askHint
                     font: Theme.titleFont
                     Accessible.role: Accessible.Heading
                 }
 
-                PlainLabel {
-                    text: "About this Mac, in your own words"
-                    font: Theme.smallFont
-                    color: Theme.secondary
+                Remark {
+                    text: Words.aboutAsking
                 }
             }
         }
@@ -67,7 +57,7 @@ Item {
             implicitHeight: 38
             focus: true
             name: "Your question"
-            placeholder: "Ask anything about this Mac"
+            placeholder: Words.askPlaceholder
             trailing: 40
             content: card.view.question
             onContentChanged: card.view.question = content

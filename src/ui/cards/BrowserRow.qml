@@ -33,11 +33,9 @@ Item {
             text: row.entry.name
         }
 
-        PlainLabel {
+        Remark {
             width: parent.width
             text: row.entry.detail
-            font: Theme.smallFont
-            color: Theme.secondary
         }
     }
 

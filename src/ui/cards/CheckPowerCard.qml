@@ -15,61 +15,26 @@ Card {
     }
 
     Hairline {
-        width: parent.width
     }
 
-    Item {
+    NamedRow {
         width: parent.width
         height: 38
+        tile: card.process.tile
+        name: card.process.name
+        detail: card.process.detail
+        gap: 10
 
-        AppIcon {
-            id: tile
-
-            anchors.verticalCenter: parent.verticalCenter
-            tile: card.process.tile
+        RowButton {
+            text: "Explain"
+            subject: card.process.name
+            onActivated: card.check.explain()
         }
 
-        Column {
-            anchors.left: tile.right
-            anchors.leftMargin: 10
-            anchors.right: buttons.left
-            anchors.rightMargin: 12
-            anchors.verticalCenter: parent.verticalCenter
-            spacing: 1
-
-            NameLabel {
-                width: parent.width
-                text: card.process.name
-            }
-
-            PlainLabel {
-                width: parent.width
-                text: card.process.detail
-                font: Theme.smallFont
-                color: Theme.secondary
-            }
-        }
-
-        Row {
-            id: buttons
-
-            anchors.right: parent.right
-            anchors.verticalCenter: parent.verticalCenter
-            spacing: 8
-
-            ActionButton {
-                implicitHeight: 24
-                text: "Explain"
-                name: text + ": " + card.process.name
-                onActivated: card.check.explain()
-            }
-
-            ActionButton {
-                implicitHeight: 24
-                text: "Quit"
-                name: text + ": " + card.process.name
-                onActivated: card.check.quit()
-            }
+        RowButton {
+            text: "Quit"
+            subject: card.process.name
+            onActivated: card.check.quit()
         }
     }
 }

@@ -28,7 +28,7 @@ Column {
                 width: parent.width
                 height: 24
                 Accessible.role: Accessible.ListItem
-                Accessible.name: modelData.text + (modelData.isDone ? ", done" : ", still to come")
+                Accessible.name: modelData.spoken
 
                 SymbolItem {
                     anchors.verticalCenter: parent.verticalCenter
@@ -51,7 +51,6 @@ Column {
         }
 
         Hairline {
-            width: parent.width
         }
 
         Item {
@@ -101,24 +100,20 @@ Column {
         width: parent.width
         spacing: 4
 
-        Paragraph {
+        Note {
             width: parent.width
             leftPadding: 24
             rightPadding: 24
             horizontalAlignment: Text.AlignHCenter
             text: "The summary is written by Claude — nothing about your files is sent, only counts and sizes."
-            font: Theme.smallFont
-            color: Theme.secondary
         }
 
-        Paragraph {
+        Note {
             width: parent.width
             leftPadding: 24
             rightPadding: 24
             horizontalAlignment: Text.AlignHCenter
             text: progress.check.namesNote
-            font: Theme.smallFont
-            color: Theme.secondary
         }
     }
 }

@@ -20,7 +20,7 @@ Card {
         rows: card.check.startupItems
         rowHeight: 54
 
-        Item {
+        NamedRow {
             id: row
 
             required property startupRowText entry
@@ -28,61 +28,23 @@ Card {
             implicitHeight: 54
             Accessible.role: Accessible.ListItem
             Accessible.name: entry.label + ", " + entry.detail
+            hasLine: true
+            tile: entry.tile
+            name: entry.label
+            detail: entry.detail
+            nameElide: Text.ElideMiddle
 
-            Hairline {
-                width: parent.width
+            RowButton {
+                text: "Disable"
+                subject: row.entry.label
+                isBusy: card.busyItems.includes(row.entry.id)
+                onActivated: card.check.disable(row.entry.id)
             }
 
-            AppIcon {
-                id: icon
-
-                anchors.verticalCenter: parent.verticalCenter
-                tile: row.entry.tile
-            }
-
-            Column {
-                anchors.left: icon.right
-                anchors.leftMargin: 11
-                anchors.right: buttons.left
-                anchors.rightMargin: 12
-                anchors.verticalCenter: parent.verticalCenter
-                spacing: 1
-
-                NameLabel {
-                    width: parent.width
-                    text: row.entry.label
-                    elide: Text.ElideMiddle
-                }
-
-                PlainLabel {
-                    width: parent.width
-                    text: row.entry.detail
-                    font: Theme.smallFont
-                    color: Theme.secondary
-                }
-            }
-
-            Row {
-                id: buttons
-
-                anchors.right: parent.right
-                anchors.verticalCenter: parent.verticalCenter
-                spacing: 8
-
-                ActionButton {
-                    implicitHeight: 24
-                    text: "Disable"
-                    name: text + ": " + row.entry.label
-                    isBusy: card.busyItems.includes(row.entry.id)
-                    onActivated: card.check.disable(row.entry.id)
-                }
-
-                ActionButton {
-                    implicitHeight: 24
-                    text: "Ignore"
-                    name: text + ": " + row.entry.label
-                    onActivated: card.check.ignore(row.entry.id)
-                }
+            RowButton {
+                text: "Ignore"
+                subject: row.entry.label
+                onActivated: card.check.ignore(row.entry.id)
             }
         }
     }

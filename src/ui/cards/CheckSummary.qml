@@ -38,16 +38,13 @@ Card {
         width: parent.width
         text: card.check.summary
         color: Theme.secondary
-        // Said once is enough.
-        visible: !card.check.isAllClear || text !== allClear.text
+        visible: text !== ""
     }
 
     HealthAllClearRow {
-        id: allClear
-
         width: parent.width
         topPadding: 4
-        text: "Nothing needs your attention right now."
+        text: Words.nothingToDo
         visible: card.check.isAllClear
     }
 

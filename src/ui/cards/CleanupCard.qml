@@ -6,9 +6,6 @@ Card {
     id: card
 
     required property RemovableList list
-    property string symbol
-    property string title
-    property string subtitle
     property string actionLabel
     property string note
 
@@ -21,13 +18,13 @@ Card {
     spacing: 6
 
     CleanupHeader {
-        symbol: card.symbol
-        title: card.title
-        subtitle: card.subtitle
+        symbol: card.list.text.symbol
+        title: card.list.text.title
+        subtitle: card.list.text.subtitle
 
         ScanControls {
             scan: card.list.text
-            subject: card.title
+            subject: card.list.text.title
             onBegun: card.begun()
             onStopped: card.stopped()
         }
@@ -43,13 +40,10 @@ Card {
         onShown: path => card.shown(path)
     }
 
-    PlainLabel {
-        width: parent.width
+    CenteredLabel {
         topPadding: 8
         bottomPadding: 4
-        horizontalAlignment: Text.AlignHCenter
         text: card.list.text.empty
-        color: Theme.secondary
         visible: text !== ""
     }
 

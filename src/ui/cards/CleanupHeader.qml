@@ -13,22 +13,11 @@ Item {
     width: parent === null ? 0 : parent.width
     implicitHeight: Math.max(38, words.height)
 
-    Rectangle {
+    SymbolPlate {
         id: plate
 
         anchors.verticalCenter: parent.verticalCenter
-        width: 30
-        height: 30
-        radius: 8
-        color: Theme.washes[Tints.accent]
-
-        SymbolItem {
-            anchors.centerIn: parent
-            width: 16
-            height: 16
-            name: header.symbol
-            color: Theme.accent
-        }
+        symbol: header.symbol
     }
 
     Column {
@@ -48,11 +37,9 @@ Item {
             Accessible.role: Accessible.Heading
         }
 
-        Paragraph {
+        Note {
             width: parent.width
             text: header.subtitle
-            font: Theme.smallFont
-            color: Theme.secondary
         }
     }
 

@@ -13,7 +13,7 @@ Card {
     CleanupHeader {
         symbol: "internaldrive"
         title: "Docker Reclaimable"
-        subtitle: "Unused images, stopped containers, build cache"
+        subtitle: Words.dockerClutter
 
         PlainLabel {
             anchors.verticalCenter: parent.verticalCenter

@@ -25,12 +25,10 @@ Card {
             color: Theme.secondary
         }
 
-        PlainLabel {
+        Remark {
             anchors.verticalCenter: parent.verticalCenter
             width: parent.width - 19 - (warning.visible ? 19 : 0)
             text: card.entry.title
-            font: Theme.smallFont
-            color: Theme.secondary
             Accessible.ignored: true
         }
 
@@ -64,15 +62,13 @@ Card {
             Accessible.ignored: true
         }
 
-        PlainLabel {
+        Remark {
             id: rest
 
             anchors.baseline: value.baseline
             x: card.entry.value === "" ? 0 : value.width + 5
             width: parent.width - x
             text: card.entry.rest
-            font: Theme.smallFont
-            color: Theme.secondary
             Accessible.ignored: true
         }
     }

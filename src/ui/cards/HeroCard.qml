@@ -11,21 +11,14 @@ Card {
         width: parent.width
         height: 40
 
-        Rectangle {
+        SymbolPlate {
             id: plate
 
             width: 40
             height: 40
             radius: 10
-            color: Theme.washes[Tints.accent]
-
-            SymbolItem {
-                anchors.centerIn: parent
-                width: 20
-                height: 20
-                name: "shield.lefthalf.filled"
-                color: Theme.accent
-            }
+            symbol: "shield.lefthalf.filled"
+            symbolSize: 20
         }
 
         Column {
@@ -37,16 +30,14 @@ Card {
 
             PlainLabel {
                 width: parent.width
-                text: "Swabby Check"
+                text: Words.check
                 font: Theme.headingFont
                 Accessible.role: Accessible.Heading
             }
 
-            PlainLabel {
+            Remark {
                 width: parent.width
-                text: !card.view.state.isKnown ? "Taking a first look at your Mac…" : card.view.state.isHealthy ? "AI scan for storage clutter & power hogs" : "Issues detected · tap to inspect"
-                font: Theme.smallFont
-                color: Theme.secondary
+                text: card.view.state.checkInvitation
             }
         }
 
@@ -65,7 +56,7 @@ Card {
 
             ActionButton {
                 text: "Check"
-                tip: "One-tap check of your Mac's health"
+                tip: Words.checkHint
                 isProminent: true
                 onActivated: card.view.openCheck()
             }

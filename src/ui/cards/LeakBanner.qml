@@ -51,8 +51,8 @@ Card {
             spacing: 8
 
             ActionButton {
-                text: "What is this?"
-                name: "What is this? " + banner.entry.headline
+                text: Words.explain
+                name: Words.explain + " " + banner.entry.headline
                 onActivated: banner.explained()
             }
 

@@ -41,7 +41,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         width: quitLabel.implicitWidth + 12
         height: 24
-        name: "Quit Swabby"
+        name: Words.quit
         opacity: isPressed ? 0.75 : 1
         onActivated: footer.view.quit()
 
@@ -55,7 +55,7 @@ Item {
             id: quitLabel
 
             anchors.centerIn: parent
-            text: "Quit Swabby"
+            text: quitButton.name
             font: Theme.hintFont
             color: quitButton.isHovered ? Theme.primary : Theme.secondary
             Accessible.ignored: true

@@ -37,7 +37,7 @@ Column {
             height: 24
             innerRadius: 12
             name: header.view.healthWord
-            tip: "Tap for what's wrong and how to help"
+            tip: Words.issuesHint
             visible: header.view.isKnown
             opacity: isPressed ? 0.75 : 1
             onActivated: header.view.isHealthy ? header.view.openMainWindow() : header.view.showHealthDetail = !header.view.showHealthDetail

@@ -29,7 +29,7 @@ Item {
         innerRadius: 9
         name: list.view.healthWord
         Accessible.name: name + ": what's wrong and how to help"
-        tip: "Tap for what's wrong and how to help"
+        tip: Words.issuesHint
         Accessible.checkable: true
         Accessible.checked: list.isUnfolded
         onActivated: list.view.showHealthDetail = !list.view.showHealthDetail

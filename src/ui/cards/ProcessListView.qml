@@ -28,7 +28,6 @@ Column {
             Accessible.name: row.spoken
 
             Hairline {
-                width: parent.width
                 visible: place.index > 0
             }
 
@@ -55,13 +54,10 @@ Column {
         }
     }
 
-    PlainLabel {
-        width: parent.width
+    CenteredLabel {
         topPadding: 12
         bottomPadding: 12
-        horizontalAlignment: Text.AlignHCenter
         text: list.emptyText
-        color: Theme.secondary
         visible: list.rows.count === 0
     }
 }

@@ -52,11 +52,9 @@ Item {
             }
         }
 
-        PlainLabel {
+        Remark {
             width: parent.width
             text: row.entry.detail
-            font: Theme.smallFont
-            color: Theme.secondary
         }
     }
 

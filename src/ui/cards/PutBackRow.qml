@@ -9,17 +9,15 @@ Item {
     property bool isWanted: true
 
     implicitHeight: 24
-    visible: isWanted && removal.canPutBack && !removal.isRemoving && removal.text === ""
+    visible: isWanted && removal.canPutBack && removal.text === ""
 
-    PlainLabel {
+    Remark {
         anchors.left: parent.left
         anchors.leftMargin: 16
         anchors.right: button.left
         anchors.rightMargin: 12
         anchors.verticalCenter: parent.verticalCenter
-        text: "What was removed last is still in the Trash."
-        font: Theme.smallFont
-        color: Theme.secondary
+        text: Words.stillInTrash
     }
 
     ActionButton {

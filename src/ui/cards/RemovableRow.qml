@@ -43,7 +43,6 @@ Item {
     }
 
     Hairline {
-        width: parent.width
     }
 
     Item {
@@ -113,11 +112,9 @@ Item {
                 }
             }
 
-            PlainLabel {
+            Remark {
                 width: parent.width
                 text: row.entry.subtitle
-                font: Theme.smallFont
-                color: Theme.secondary
                 visible: text !== ""
             }
         }
@@ -135,11 +132,10 @@ Item {
                 color: Theme.secondary
             }
 
-            ActionButton {
+            RowButton {
                 anchors.verticalCenter: parent.verticalCenter
-                implicitHeight: 24
                 text: row.actionLabel
-                name: row.actionLabel + ": " + row.entry.title
+                subject: row.entry.title
                 isBusy: row.entry.isBusy
                 visible: row.actionLabel !== ""
                 onActivated: row.acted()

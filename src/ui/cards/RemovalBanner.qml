@@ -10,7 +10,7 @@ Card {
     isPaper: false
     fill: Theme.washes[Tints.green]
     verticalPadding: 10
-    visible: removal.text !== "" || removal.isRemoving
+    visible: removal.text !== ""
 
     Item {
         width: parent.width
@@ -40,7 +40,7 @@ Card {
             anchors.right: back.left
             anchors.rightMargin: 12
             anchors.verticalCenter: parent.verticalCenter
-            text: banner.removal.isRemoving ? "Removing…" : banner.removal.text
+            text: banner.removal.text
             font: Theme.bannerFont
             color: Theme.inks[Tints.green]
             Accessible.role: Accessible.AlertMessage

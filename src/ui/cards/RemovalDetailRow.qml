@@ -14,7 +14,6 @@ Item {
     Accessible.name: entry.name + ", " + entry.fate
 
     Hairline {
-        width: parent.width
     }
 
     Column {

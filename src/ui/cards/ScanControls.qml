@@ -43,7 +43,7 @@ Row {
 
     ActionButton {
         anchors.verticalCenter: parent.verticalCenter
-        text: controls.scan.isScanning ? "Stop" : controls.scan.action
+        text: controls.scan.action
         name: controls.subject === "" ? text : text + ": " + controls.subject
         onActivated: controls.scan.isScanning ? controls.stopped() : controls.begun()
     }

@@ -13,10 +13,8 @@ Card {
     CardHeading {
         text: "Speed · Last 24 hours"
 
-        PlainLabel {
+        Remark {
             text: card.figures.averageSpeed
-            font: Theme.smallFont
-            color: Theme.secondary
         }
     }
 

@@ -24,14 +24,12 @@ Card {
                 font: Theme.figureFont
             }
 
-            PlainLabel {
+            Remark {
                 anchors.left: free.right
                 anchors.leftMargin: 8
                 anchors.right: parent.right
                 anchors.baseline: free.baseline
                 text: card.storage.totalText
-                font: Theme.smallFont
-                color: Theme.secondary
             }
 
             Bar {
@@ -58,12 +56,10 @@ Card {
                 }
             }
 
-            PlainLabel {
+            Remark {
                 anchors.bottom: parent.bottom
                 width: parent.width
                 text: card.storage.clearableText
-                font: Theme.smallFont
-                color: Theme.secondary
             }
         }
 
@@ -74,11 +70,9 @@ Card {
             anchors.verticalCenter: parent.verticalCenter
             spacing: 6
 
-            PlainLabel {
+            Remark {
                 anchors.right: parent.right
                 text: card.storage.queueText
-                font: Theme.smallFont
-                color: Theme.secondary
             }
 
             ActionButton {

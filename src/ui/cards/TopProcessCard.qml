@@ -17,7 +17,6 @@ Card {
     }
 
     Hairline {
-        width: parent.width
     }
 
     Repeater {
@@ -55,7 +54,7 @@ Card {
 
     PlainLabel {
         width: parent.width
-        text: card.figures.isKnown ? "No processes found." : "Measuring…"
+        text: card.figures.noProcesses
         color: Theme.secondary
         visible: card.figures.topProcesses.count === 0
     }

@@ -9,7 +9,7 @@ Pressable {
     property int tint: 0
 
     name: word
-    tip: "What's going on with your Mac"
+    tip: Words.healthHint
     innerRadius: height / 2
     implicitWidth: Math.ceil(label.implicitWidth) + 38
     implicitHeight: 26

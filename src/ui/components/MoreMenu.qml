@@ -5,17 +5,16 @@ import Swabby.Ui
 SymbolButton {
     id: button
 
-    property var labels: []
+    property var entries: []
     property string subject
-    property string hint
     property bool isOpen: false
 
-    signal chosen(index: int)
+    signal chosen(command: int)
 
     function choose(index: int): void {
         isOpen = false;
         forceActiveFocus();
-        chosen(index);
+        chosen(entries[index].command);
     }
 
     width: 28

@@ -34,7 +34,7 @@ Item {
         Accessible.role: Accessible.PopupMenu
         Accessible.name: cover.button.name
         Keys.onUpPressed: current = Math.max(0, current - 1)
-        Keys.onDownPressed: current = Math.min(cover.button.labels.length - 1, current + 1)
+        Keys.onDownPressed: current = Math.min(cover.button.entries.length - 1, current + 1)
         Keys.onReturnPressed: cover.button.choose(current)
         Keys.onEnterPressed: cover.button.choose(current)
         Keys.onSpacePressed: cover.button.choose(current)
@@ -68,20 +68,20 @@ Item {
             width: menu.width - 12
 
             Repeater {
-                model: cover.button.labels
+                model: cover.button.entries
 
                 Item {
                     id: choice
 
-                    required property string modelData
+                    required property menuEntry modelData
                     required property int index
 
                     implicitWidth: label.implicitWidth + 24
                     width: column.width
                     height: 28
                     Accessible.role: Accessible.MenuItem
-                    Accessible.name: modelData
-                    Accessible.description: cover.button.hint
+                    Accessible.name: modelData.label
+                    Accessible.description: modelData.hint
                     Accessible.onPressAction: cover.button.choose(choice.index)
 
                     Rectangle {
@@ -96,7 +96,7 @@ Item {
                         x: 12
                         width: parent.width - 24
                         anchors.verticalCenter: parent.verticalCenter
-                        text: choice.modelData
+                        text: choice.modelData.label
                         Accessible.ignored: true
                     }
 
@@ -106,7 +106,7 @@ Item {
                         onContainsMouseChanged: {
                             if (containsMouse)
                                 menu.current = choice.index;
-                            containsMouse ? Hints.show(choice, cover.button.hint) : Hints.hide(choice);
+                            containsMouse ? Hints.show(choice, choice.modelData.hint) : Hints.hide(choice);
                         }
                         onClicked: cover.button.choose(choice.index)
                     }

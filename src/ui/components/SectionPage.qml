@@ -101,7 +101,7 @@ Item {
         }
 
         PlainLabel {
-            text: "Taking a first look at your Mac…"
+            text: Words.firstLook
             color: Theme.secondary
         }
     }

@@ -41,8 +41,8 @@ Item {
         ToolbarButton {
             anchors.verticalCenter: parent.verticalCenter
             symbol: "sparkles"
-            text: "Ask AI"
-            tip: "Ask Swabby a question"
+            text: Words.ask
+            tip: Words.askHint
             isTight: toolbar.isTight
             onActivated: toolbar.view.openAskWindow()
         }
@@ -50,8 +50,8 @@ Item {
         ToolbarButton {
             anchors.verticalCenter: parent.verticalCenter
             symbol: "checkmark.seal"
-            text: "Swabby Check"
-            tip: "One-tap check of your Mac's health"
+            text: Words.check
+            tip: Words.checkHint
             isTight: toolbar.isTight
             onActivated: toolbar.view.openCheck()
         }
@@ -72,6 +72,5 @@ Item {
 
     Hairline {
         anchors.bottom: parent.bottom
-        width: parent.width
     }
 }

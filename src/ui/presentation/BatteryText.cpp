@@ -43,6 +43,7 @@ BatterySummary batterySummary(const SystemStats &stats)
         return summary;
     const int percent = *stats.batteryPercent;
     summary.isPresent = true;
+    summary.drainersHeading = QStringLiteral("Using the most battery");
     summary.percent = QString::number(percent) + QLatin1Char('%');
     summary.fraction = std::clamp(percent / 100.0, 0.0, 1.0);
     summary.tint = stats.isCharging || percent > 20 ? Tint::green : percent > 10 ? Tint::orange : Tint::red;

@@ -33,6 +33,7 @@ struct BatterySummary {
     Q_PROPERTY(int tint READ tintIndex)
     Q_PROPERTY(QString headline MEMBER headline)
     Q_PROPERTY(QString condition MEMBER condition)
+    Q_PROPERTY(QString drainersHeading MEMBER drainersHeading)
     Q_PROPERTY(QList<swabby::Fact> facts MEMBER facts)
 
 public:
@@ -42,6 +43,7 @@ public:
     Tint tint = Tint::green;
     QString headline;
     QString condition; ///< empty when the battery's health is unknown
+    QString drainersHeading = QStringLiteral("Using the most energy"); ///< where there is no battery
     QList<Fact> facts;
 
     int tintIndex() const { return static_cast<int>(tint); }

@@ -1,5 +1,7 @@
 #include "ui/presentation/CheckText.h"
 
+#include "ui/presentation/CleanupText.h"
+#include "ui/presentation/HealthText.h"
 #include "ui/presentation/PlainWords.h"
 
 #include <algorithm>
@@ -41,11 +43,28 @@ ProcessRowText watchedText(const ProcessSample &process)
     return row;
 }
 
+QString CheckStep::spoken() const
+{
+    return text + (isDone ? QStringLiteral(", done") : QStringLiteral(", still to come"));
+}
+
+QString lookingAtText(const FullCheck &check)
+{
+    // What is left then is to ask about unknown caches and to sum up.
+    const bool isThrough = check.completedSteps().size() == FullCheck::steps().size();
+    return isThrough ? QStringLiteral("Summing up…") : lookingAtText(check.lookingAt());
+}
+
 QString namesSentText(bool usesAssistant)
 {
     return usesAssistant ? QStringLiteral("Only two things go by name: the app to watch, and cache folders "
                                           "that Swabby does not know.")
                          : QStringLiteral("The assistant is turned off, so nothing is sent this time.");
+}
+
+QString summaryText(const SwabbyCheckResult &result)
+{
+    return result.findings() == 0 && result.summary == nothingToDoText() ? QString() : result.summary;
 }
 
 QString sentText(const SwabbyCheckResult &result)

@@ -16,11 +16,13 @@ struct CheckStep {
     QML_VALUE_TYPE(checkStep)
     Q_PROPERTY(QString text MEMBER text)
     Q_PROPERTY(bool isDone MEMBER isDone)
+    Q_PROPERTY(QString spoken READ spoken)
 
 public:
     QString text;
     bool isDone = false;
 
+    QString spoken() const;
     bool operator==(const CheckStep &) const = default;
 };
 
@@ -32,8 +34,14 @@ QList<StartupRowText> startupReviewTexts(const FullCheck &check, const QList<Log
 /// The program worth watching; its detail is how busy it is.
 ProcessRowText watchedText(const ProcessSample &process);
 
+/// What the check looks at, or that all of it was looked at.
+QString lookingAtText(const FullCheck &check);
+
 /// What goes by name beside the counts and sizes while a check runs, or that nothing goes at all.
 QString namesSentText(bool usesAssistant);
+
+/// The result in a sentence or two; empty where nothing was found and that would only be said again.
+QString summaryText(const SwabbyCheckResult &result);
 
 /// What left this computer for the result, in a sentence; empty when nothing did.
 QString sentText(const SwabbyCheckResult &result);

@@ -9,6 +9,39 @@
 #include <algorithm>
 
 namespace swabby {
+namespace {
+
+/// What a card says before its search has found anything.
+struct ClutterCard {
+    ClutterKind kind;
+    const char *symbol;
+    const char *title;
+    const char *subtitle;
+    const char *firstAction;
+    const char *empty;
+};
+
+constexpr ClutterCard clutterCards[] = {
+    {ClutterKind::quickClean, "trash", "Quick Clean", "Regenerates automatically", "Scan",
+     "No cache worth clearing was found."},
+    {ClutterKind::duplicates, "doc.on.doc", "Duplicates", "Finds exact duplicates in Downloads and Desktop.",
+     "Scan for duplicates", "No duplicates found."},
+    {ClutterKind::forgottenFiles, "clock", "Forgotten files",
+     "Finds large, unused files untouched for months.", "Scan", "No large old files found."},
+    {ClutterKind::applications, "square.grid.2x2", "App Uninstaller",
+     "Remove an app along with the caches, preferences, and support files it leaves behind.",
+     "Show installed apps", "No applications that could be removed."},
+    {ClutterKind::developer, "hammer", "", "See how much space your developer tools hold on to.",
+     "Scan developer clutter", "No developer clutter found."},
+};
+
+const ClutterCard &cardOf(ClutterKind kind)
+{
+    return *std::find_if(std::begin(clutterCards), std::end(clutterCards),
+                         [kind](const ClutterCard &card) { return card.kind == kind; });
+}
+
+} // namespace
 
 RemovableRowText removableRowText(const RemovableItem &item, bool isSelected, const QString &home)
 {
@@ -49,7 +82,7 @@ ScanText scanText(bool isScanning, bool isDone, const ScanProgress &progress, co
 {
     ScanText text;
     text.isScanning = isScanning;
-    text.action = isDone ? QStringLiteral("Scan again") : firstAction;
+    text.action = isScanning ? QStringLiteral("Stop") : isDone ? QStringLiteral("Scan again") : firstAction;
     if (isScanning) {
         text.progress = lookingAtText(progress.what);
         text.fraction = fractionOf(progress);
@@ -57,13 +90,49 @@ ScanText scanText(bool isScanning, bool isDone, const ScanProgress &progress, co
     return text;
 }
 
-ScanText scanText(const StorageScans &scans, ClutterKind kind, const QString &firstAction,
-                  const QString &empty)
+ScanText scanText(const StorageScans &scans, ClutterKind kind)
 {
-    ScanText text = scanText(scans.isScanning(kind), scans.isDone(kind), scans.progress(kind), firstAction);
+    const ClutterCard &card = cardOf(kind);
+    ScanText text = scanText(scans.isScanning(kind), scans.isDone(kind), scans.progress(kind),
+                             QString::fromUtf8(card.firstAction));
+    text.symbol = QString::fromUtf8(card.symbol);
+    text.title = QString::fromUtf8(card.title);
+    text.subtitle = QString::fromUtf8(card.subtitle);
     if (scans.isDone(kind) && !scans.isScanning(kind) && scans.findings(kind).isEmpty())
-        text.empty = empty;
+        text.empty = QString::fromUtf8(card.empty);
     return text;
+}
+
+void describeApplication(RemovableRowText &row, const RemovableItem &item, const StorageScans &scans)
+{
+    row.subtitle = scans.findings(ClutterKind::applications).running.contains(item.id)
+                       ? QStringLiteral("Running — quit it first")
+                       : QString();
+    row.details.clear();
+    if (const auto *uninstall = std::get_if<AppUninstall>(&item.kind))
+        row.tile = tileOf(item.title, uninstall->app.path);
+    row.isBusy = scans.isPrepared(item.id);
+}
+
+QString totalText(std::int64_t totalBytes)
+{
+    return QStringLiteral("free of ") + fileByteCount(totalBytes);
+}
+
+QString queueNoteText(bool isEmpty)
+{
+    return isEmpty
+               ? QStringLiteral("Anything you choose to remove goes into the Cleanup Queue first. Review the "
+                                "list, then clean up everything in one tap when you're ready.")
+               : QString();
+}
+
+QString suggestionsNoteText(bool wasSent)
+{
+    return wasSent
+               ? QStringLiteral("The suggestions were checked by Claude — only the folders' names and sizes "
+                                "were sent.")
+               : QString();
 }
 
 QString itemCountText(std::int64_t count)
@@ -77,6 +146,13 @@ QString queueText(const std::vector<RemovableItem> &queue)
         return QStringLiteral("Cleanup Queue · empty");
     return QStringLiteral("Cleanup Queue · ") + itemCountText(static_cast<std::int64_t>(queue.size())) +
            QStringLiteral(" · ") + fileByteCount(totalBytes(queue));
+}
+
+QString removalText(bool isRemoving, const std::optional<CleanupReport> &last)
+{
+    if (isRemoving)
+        return QStringLiteral("Removing…");
+    return last ? bannerText(*last) : QString();
 }
 
 QString putBackText(std::int64_t restored, std::int64_t left)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "cleanup/CleanupReport.h"
 #include "flows/cleanup/StorageScans.h"
 #include "ui/presentation/ConfirmationText.h"
 #include "ui/presentation/ProgramTile.h"
@@ -46,6 +47,9 @@ public:
 struct ScanText {
     Q_GADGET
     QML_VALUE_TYPE(scanText)
+    Q_PROPERTY(QString symbol MEMBER symbol)
+    Q_PROPERTY(QString title MEMBER title)
+    Q_PROPERTY(QString subtitle MEMBER subtitle)
     Q_PROPERTY(bool isScanning MEMBER isScanning)
     Q_PROPERTY(QString progress MEMBER progress)
     Q_PROPERTY(double fraction MEMBER fraction)
@@ -53,10 +57,13 @@ struct ScanText {
     Q_PROPERTY(QString empty MEMBER empty)
 
 public:
+    QString symbol;
+    QString title;
+    QString subtitle;
     bool isScanning = false;
     QString progress;    ///< what is being looked at
     double fraction = 0; ///< how far it is, 0–1; 0 while unknown
-    QString action;      ///< on the button that begins it
+    QString action;      ///< on the button that begins it, or ends it
     QString empty;       ///< said when it found nothing; else empty
 
     bool operator==(const ScanText &) const = default;
@@ -74,14 +81,23 @@ double fractionOf(const ScanProgress &progress);
 
 /// The card of a search that was or was not run to its end. firstAction stands on the button until then.
 ScanText scanText(bool isScanning, bool isDone, const ScanProgress &progress, const QString &firstAction);
-/// The same of one of these searches; empty is said when it found nothing.
-ScanText scanText(const StorageScans &scans, ClutterKind kind, const QString &firstAction,
-                  const QString &empty);
+/// The same of one of these searches, with what its card is called.
+ScanText scanText(const StorageScans &scans, ClutterKind kind);
+/// Makes the row one of an application: what goes with it is known once it has been looked for.
+void describeApplication(RemovableRowText &row, const RemovableItem &item, const StorageScans &scans);
+/// "free of 500 GB".
+QString totalText(std::int64_t totalBytes);
+/// What the queue is for, while it is empty.
+QString queueNoteText(bool isEmpty);
+/// What left this computer for the suggestions; empty when nothing did.
+QString suggestionsNoteText(bool wasSent);
 
 /// "1 item", "3 items".
 QString itemCountText(std::int64_t count);
 /// "Cleanup Queue · 3 items · 5.1 GB".
 QString queueText(const std::vector<RemovableItem> &queue);
+/// What a removal does or did; empty when that is no news.
+QString removalText(bool isRemoving, const std::optional<CleanupReport> &last);
 /// How a put-back went.
 QString putBackText(std::int64_t restored, std::int64_t left);
 /// What all of these free together. A suggested folder may hold known caches, which count once.

@@ -47,12 +47,27 @@ ConfirmationText confirmationText(const ConfirmationInfo &info, const QString &p
         text.tileColor = tileColorIndex(programName);
     }
     if (info.trustRatio)
-        text.trust = QStringLiteral("Trust ") + QString::number(*info.trustRatio);
+        text.trust = trustText(*info.trustRatio);
     if (info.recommendation) {
         text.recommendation = recommendationLabel(*info.recommendation);
         text.recommendationTint = tintOf(*info.recommendation);
     }
     return text;
+}
+
+QString dockerClutterText()
+{
+    return QStringLiteral("Unused images, stopped containers, build cache");
+}
+
+QString trustText(int trustRatio)
+{
+    return QStringLiteral("Trust ") + QString::number(trustRatio);
+}
+
+QString quitLabelText(const QString &programName)
+{
+    return programName.isEmpty() ? QString() : QStringLiteral("Quit ") + oneLine(programName);
 }
 
 Tint tintOf(ActionRecommendation recommendation)

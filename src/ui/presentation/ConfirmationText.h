@@ -61,6 +61,13 @@ public:
 /// programName is that of the program to quit, empty for a removal.
 ConfirmationText confirmationText(const ConfirmationInfo &info, const QString &programName);
 
+/// What the container engine can do without.
+QString dockerClutterText();
+/// "Trust 65".
+QString trustText(int trustRatio);
+/// "Quit Render Studio"; empty for no program.
+QString quitLabelText(const QString &programName);
+
 Tint tintOf(ActionRecommendation recommendation);
 
 } // namespace swabby

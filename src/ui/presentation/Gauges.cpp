@@ -49,10 +49,9 @@ Gauge memoryGauge(const SystemStats &stats)
 
 Gauge storageGauge(const SystemStats &stats)
 {
-    const double used = usedStorageFraction(stats);
-    return {
-        QStringLiteral("internaldrive"), QStringLiteral("Storage"), fileByteCount(stats.diskFreeBytes),
-        QStringLiteral("free"),          barFraction(used),         used >= 0.9 ? Tint::red : Tint::accent};
+    return {QStringLiteral("internaldrive"),         QStringLiteral("Storage"),
+            fileByteCount(stats.diskFreeBytes),      QStringLiteral("free"),
+            barFraction(usedStorageFraction(stats)), storageTint(stats)};
 }
 
 Gauge batteryGauge(const SystemStats &stats)
@@ -92,6 +91,11 @@ double usedStorageFraction(const SystemStats &stats)
     if (stats.diskTotalBytes == 0)
         return 1;
     return 1 - static_cast<double>(stats.diskFreeBytes) / static_cast<double>(stats.diskTotalBytes);
+}
+
+Tint storageTint(const SystemStats &stats)
+{
+    return usedStorageFraction(stats) >= 0.9 ? Tint::red : Tint::accent;
 }
 
 QString batterySymbol(bool isCharging)

@@ -40,6 +40,8 @@ QList<Gauge> gaugesToCome();
 
 /// The storage in use as a fraction; all of it when the total is unknown.
 double usedStorageFraction(const SystemStats &stats);
+/// Red where hardly any is left.
+Tint storageTint(const SystemStats &stats);
 
 QString batterySymbol(bool isCharging);
 

@@ -44,4 +44,22 @@ QList<IssueCard> issueCards(const QList<HealthIssue> &issues, std::optional<Main
     return cards;
 }
 
+QString firstLookText()
+{
+    return QStringLiteral("Taking a first look at your Mac…");
+}
+
+QString nothingToDoText()
+{
+    return QStringLiteral("Nothing needs your attention right now.");
+}
+
+QString checkInvitationText(bool isKnown, bool isHealthy)
+{
+    if (!isKnown)
+        return firstLookText();
+    return isHealthy ? QStringLiteral("AI scan for storage clutter & power hogs")
+                     : QStringLiteral("Issues detected · tap to inspect");
+}
+
 } // namespace swabby

@@ -42,4 +42,11 @@ public:
 /// The issues, in order, of one section or of all.
 QList<IssueCard> issueCards(const QList<HealthIssue> &issues, std::optional<MainSection> only = {});
 
+/// "Taking a first look at your Mac…", wherever there are no figures yet.
+QString firstLookText();
+/// Said where nothing was found.
+QString nothingToDoText();
+/// Beside the button that begins the full check.
+QString checkInvitationText(bool isKnown, bool isHealthy);
+
 } // namespace swabby

@@ -23,11 +23,6 @@ QString wholePercent(double percent)
     return wholeNumberText(percent) + QLatin1Char('%');
 }
 
-bool isNearlyFull(const SystemStats &stats)
-{
-    return usedStorageFraction(stats) >= 0.9;
-}
-
 } // namespace
 
 QList<PopoverChip> popoverChips(const SystemStats &stats, bool speedIsKnown)
@@ -40,7 +35,7 @@ QList<PopoverChip> popoverChips(const SystemStats &stats, bool speedIsKnown)
         {QStringLiteral("memorychip"), QStringLiteral("Memory"), wholePercent(memoryPercent(stats)),
          Tint::accent, speed},
         {QStringLiteral("internaldrive"), QStringLiteral("Storage"), fileByteCount(stats.diskFreeBytes),
-         isNearlyFull(stats) ? Tint::red : Tint::accent, sectionName(MainSection::storage)},
+         storageTint(stats), sectionName(MainSection::storage)},
     };
     if (stats.batteryPercent)
         chips.append({batterySymbol(stats.isCharging), QStringLiteral("Battery"),

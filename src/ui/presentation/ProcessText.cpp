@@ -40,6 +40,11 @@ void describeNetwork(ProcessRowText &row, const ProcessSample &process)
 
 } // namespace
 
+QString ProcessRowText::pinLabel() const
+{
+    return isPinned ? QStringLiteral("Unpin app") : QStringLiteral("Pin app");
+}
+
 ProcessRowText processRowText(const ProcessSample &process, ProcessRowMode mode, bool isPinned)
 {
     ProcessRowText row;
@@ -72,6 +77,20 @@ QList<ProcessRowText> processRowTexts(const QList<ProcessSample> &processes, Pro
     for (const ProcessSample &process : processes)
         rows.append(processRowText(process, mode, pinnedNames.contains(process.name)));
     return rows;
+}
+
+QList<ProcessRowText> topProcessTexts(const QList<ProcessSample> &processes,
+                                      const std::set<QString> &pinnedNames)
+{
+    QList<ProcessRowText> rows = processRowTexts(processes.mid(0, 1), ProcessRowMode::activity, pinnedNames);
+    for (ProcessRowText &row : rows)
+        row.detail += QStringLiteral(" memory");
+    return rows;
+}
+
+QString noProcessesText(bool isKnown)
+{
+    return isKnown ? QStringLiteral("No processes found.") : QStringLiteral("Measuring…");
 }
 
 QList<BrowserRowText> browserRowTexts(const QList<BrowserRollupEntry> &entries)

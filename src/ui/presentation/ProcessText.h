@@ -31,6 +31,7 @@ struct ProcessRowText {
     Q_PROPERTY(int trust MEMBER trust)
     Q_PROPERTY(QString trustSymbol MEMBER trustSymbol)
     Q_PROPERTY(bool isPinned MEMBER isPinned)
+    Q_PROPERTY(QString pinLabel READ pinLabel)
 
 public:
     int pid = 0;
@@ -46,6 +47,8 @@ public:
     bool isPinned = false;
 
     int tintIndex() const { return static_cast<int>(tint); }
+    /// On the button that pins it, or no longer does.
+    QString pinLabel() const;
     bool operator==(const ProcessRowText &) const = default;
 };
 
@@ -70,6 +73,11 @@ public:
 ProcessRowText processRowText(const ProcessSample &process, ProcessRowMode mode, bool isPinned);
 QList<ProcessRowText> processRowTexts(const QList<ProcessSample> &processes, ProcessRowMode mode,
                                       const std::set<QString> &pinnedNames);
+/// The busiest one alone, if any; its detail says what it is.
+QList<ProcessRowText> topProcessTexts(const QList<ProcessSample> &processes,
+                                      const std::set<QString> &pinnedNames);
+/// Said in place of an empty list.
+QString noProcessesText(bool isKnown);
 QList<BrowserRowText> browserRowTexts(const QList<BrowserRollupEntry> &entries);
 
 /// "High", "Moderate" or "Low".

@@ -28,20 +28,14 @@ QString pageFile(MainSection section)
 
 } // namespace
 
-QList<SectionRow> builtSections()
+QList<SectionRow> sectionRows()
 {
     QList<SectionRow> rows;
     for (const MainSection section : allSections)
-        if (isBuilt(section))
-            rows.append({sectionName(section), sectionTitle(section), sectionSubtitle(section),
-                         sectionSymbol(section), QStringLiteral("Ctrl+") + keyEquivalent(section),
-                         QStringLiteral("sections/") + pageFile(section), section != MainSection::overview});
+        rows.append({sectionName(section), sectionTitle(section), sectionSubtitle(section),
+                     sectionSymbol(section), QStringLiteral("Ctrl+") + keyEquivalent(section),
+                     QStringLiteral("sections/") + pageFile(section), section != MainSection::overview});
     return rows;
-}
-
-bool isBuilt(MainSection section)
-{
-    return !pageFile(section).isEmpty();
 }
 
 } // namespace swabby

@@ -32,8 +32,7 @@ public:
     bool operator==(const SectionRow &) const = default;
 };
 
-/// The sections that have a page, in the sidebar's order. A section appears by entering its page here.
-QList<SectionRow> builtSections();
-bool isBuilt(MainSection section);
+/// The sections in the sidebar's order.
+QList<SectionRow> sectionRows();
 
 } // namespace swabby

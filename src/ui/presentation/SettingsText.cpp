@@ -30,6 +30,43 @@ SliderSetting percentSetting(const Settings &settings, const Setting<double> &ke
 
 } // namespace
 
+SwitchSetting dockSetting(const Settings &settings)
+{
+    return {QLatin1String(setting<"showInDock">.name), QStringLiteral("Show Swabby in the Dock"),
+            QStringLiteral("While one of its windows is open it always shows there"),
+            settings.value(setting<"showInDock">)};
+}
+
+SwitchSetting redNotificationSetting(const Settings &settings)
+{
+    return {QLatin1String(setting<"notifyOnRed">.name), QStringLiteral("Notify when attention is needed"),
+            QStringLiteral("One message when your Mac starts struggling"),
+            settings.value(setting<"notifyOnRed">)};
+}
+
+SwitchSetting storageNotificationSetting(const Settings &settings)
+{
+    return {QLatin1String(setting<"notifyOnStorage">.name),
+            QStringLiteral("Notify when there's a lot to clean up"),
+            QStringLiteral("Looked at every three days at most"), settings.value(setting<"notifyOnStorage">)};
+}
+
+SwitchSetting assistantSetting(const Settings &settings)
+{
+    return {
+        QLatin1String(setting<"aiEnabled">.name), QStringLiteral("Use the AI assistant"),
+        QStringLiteral("It explains programs and answers questions. Without it nothing is sent anywhere."),
+        settings.value(setting<"aiEnabled">)};
+}
+
+SwitchSetting loginSetting(bool isOn)
+{
+    return {{},
+            QStringLiteral("Open automatically on login"),
+            QStringLiteral("It starts quietly, without a window"),
+            isOn};
+}
+
 QList<SliderSetting> thresholdSettings(const Settings &settings)
 {
     return {
@@ -73,12 +110,46 @@ SliderSetting movedTo(const SliderSetting &slider, double value)
     return moved;
 }
 
+bool isSnoozed(const std::optional<double> &until, double now)
+{
+    return until && *until > now;
+}
+
 QString snoozeSentence(const std::optional<double> &until, double now, const QLocale &locale)
 {
-    if (!until || *until <= now)
-        return {};
+    if (!isSnoozed(until, now))
+        return QStringLiteral("Nothing is snoozed. The weekly summary comes either way.");
     const QDateTime time = QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(*until * 1'000));
     return QStringLiteral("Notifications are silent until %1.").arg(timeOfDayToTheMinute(time, locale));
+}
+
+QString keySentence(KeyStanding standing, bool isBusy)
+{
+    switch (standing) {
+    case KeyStanding::unknown:
+        return isBusy ? QStringLiteral("Looking for your key…") : QString();
+    case KeyStanding::none:
+        return QStringLiteral("No key of yours is stored.");
+    case KeyStanding::stored:
+        return QStringLiteral("Your key is stored with your passwords.");
+    case KeyStanding::notKept:
+        return QStringLiteral("The key could not be kept, so it was stored nowhere.");
+    case KeyStanding::notRemoved:
+        return QStringLiteral("The key could not be removed. It is still stored.");
+    }
+    return {};
+}
+
+QString keyPlaceholder(bool isStored)
+{
+    return isStored ? QStringLiteral("Another key") : QStringLiteral("Paste your key");
+}
+
+QString aboutText(const QString &version)
+{
+    const QString name =
+        QStringLiteral("Swabby") + (version.isEmpty() ? QString() : QLatin1Char(' ') + version);
+    return name + QStringLiteral(" · Free software under the Apache License 2.0");
 }
 
 std::optional<QString> excludedPath(const QString &typed, const QString &home)

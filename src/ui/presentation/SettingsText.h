@@ -42,6 +42,30 @@ public:
     bool operator==(const SliderSetting &) const = default;
 };
 
+/// A setting that is on or off, as its row shows it.
+struct SwitchSetting {
+    Q_GADGET
+    QML_VALUE_TYPE(switchSetting)
+    Q_PROPERTY(QString key MEMBER key)
+    Q_PROPERTY(QString label MEMBER label)
+    Q_PROPERTY(QString detail MEMBER detail)
+    Q_PROPERTY(bool isOn MEMBER isOn)
+
+public:
+    QString key; ///< empty for the one that the system keeps
+    QString label;
+    QString detail;
+    bool isOn = false;
+
+    bool operator==(const SwitchSetting &) const = default;
+};
+
+SwitchSetting dockSetting(const Settings &settings);
+SwitchSetting redNotificationSetting(const Settings &settings);
+SwitchSetting storageNotificationSetting(const Settings &settings);
+SwitchSetting assistantSetting(const Settings &settings);
+SwitchSetting loginSetting(bool isOn);
+
 /// The thresholds, with the values in force.
 QList<SliderSetting> thresholdSettings(const Settings &settings);
 /// When the cleanup reminder comes.
@@ -49,9 +73,19 @@ SliderSetting reminderSetting(const Settings &settings);
 /// The same slider at another value, brought into its range and onto its steps.
 SliderSetting movedTo(const SliderSetting &slider, double value);
 
-/// "Notifications are silent until 10:15 AM."; empty when nothing is snoozed at that moment. Seconds since
-/// 1970.
+bool isSnoozed(const std::optional<double> &until, double now);
+/// "Notifications are silent until 10:15 AM.", or that nothing is snoozed at that moment. Seconds since 1970.
 QString snoozeSentence(const std::optional<double> &until, double now, const QLocale &locale);
+
+/// How it stands with the person's own key.
+enum class KeyStanding { unknown, none, stored, notKept, notRemoved };
+/// Whether there is a key, or what went wrong; empty while nobody has looked.
+QString keySentence(KeyStanding standing, bool isBusy);
+/// In the field for the key.
+QString keyPlaceholder(bool isStored);
+
+/// The product, its version if that is known, and its licence.
+QString aboutText(const QString &version);
 
 /// What was typed, pasted or dropped as a whole path: blanks and a closing slash cut off, "~" is the home
 /// folder, a file's address its path. None when it is no whole path, or the whole disk.

@@ -24,7 +24,7 @@ StartupRowText rowFor(const LoginItem &item)
     row.id = item.id();
     row.label = oneLine(item.label);
     row.tile = tileOf(item);
-    row.canReveal = !item.plistPath.isEmpty();
+    row.menu = startupMenu(item);
     return row;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "flows/startup/StartupFlow.h"
+#include "ui/presentation/MenuText.h"
 #include "ui/presentation/ProgramTile.h"
 #include "ui/presentation/Tint.h"
 
@@ -21,7 +22,7 @@ struct StartupRowText {
     Q_PROPERTY(int badgeTint READ badgeTintIndex)
     Q_PROPERTY(QString detail MEMBER detail)
     Q_PROPERTY(bool canDisable MEMBER canDisable)
-    Q_PROPERTY(bool canReveal MEMBER canReveal)
+    Q_PROPERTY(QList<swabby::MenuEntry> menu MEMBER menu)
 
 public:
     QString id;
@@ -31,7 +32,7 @@ public:
     Tint badgeTint = Tint::orange;
     QString detail;
     bool canDisable = false;
-    bool canReveal = false;
+    QList<MenuEntry> menu;
 
     int badgeTintIndex() const { return static_cast<int>(badgeTint); }
     bool operator==(const StartupRowText &) const = default;

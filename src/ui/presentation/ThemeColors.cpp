@@ -100,7 +100,7 @@ const ThemeColors &darkColors()
 
 ThemeColors withAccent(const ThemeColors &colors, const QColor &accent)
 {
-    constexpr std::size_t place = 0; // of the accent among the tints
+    constexpr int place = 0; // of the accent among the tints
     const bool isDark = luminance(colors.window) < 0.2;
     ThemeColors result = colors;
     result.accent = toldApart(accent, {colors.sidebar, colors.window, colors.card}, 3);

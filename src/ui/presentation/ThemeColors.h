@@ -5,8 +5,6 @@
 #include <QtCore/QList>
 #include <QtGui/QColor>
 
-#include <array>
-
 namespace swabby {
 
 /// Every colour of the product, for one of its two themes.
@@ -28,9 +26,9 @@ struct ThemeColors {
     QColor shadow;   ///< of a card, just to be seen and laid thrice; none in the dark
     QColor scrim;    ///< over the window behind a sheet
     QColor trustStar;
-    std::array<QColor, tintCount> marks;  ///< bars and symbols, by tint
-    std::array<QColor, tintCount> inks;   ///< text, by tint
-    std::array<QColor, tintCount> washes; ///< backgrounds behind that text, by tint
+    QList<QColor> marks;  ///< bars and symbols, by tint
+    QList<QColor> inks;   ///< text, by tint
+    QList<QColor> washes; ///< backgrounds behind that text, by tint
 };
 
 const ThemeColors &lightColors();

@@ -8,11 +8,15 @@ QList<WelcomePoint> welcomePoints(bool hasMenuBarItem)
         {QStringLiteral("gauge.with.dots.needle.67percent"),
          hasMenuBarItem ? QStringLiteral("Always in the menu bar") : QStringLiteral("How it is at a glance"),
          QStringLiteral("Green is fine, yellow is busy, red needs you.")},
-        {QStringLiteral("checkmark.seal"), QStringLiteral("One tap checks everything"),
-         QStringLiteral("Nothing is removed until you confirm.")},
+        {QStringLiteral("checkmark.seal"), QStringLiteral("One tap checks everything"), untilConfirmedText()},
         {QStringLiteral("sparkles"), QStringLiteral("Ask in your own words"),
          QStringLiteral("Only figures and names are sent, never what is in your files.")},
     };
+}
+
+QString untilConfirmedText()
+{
+    return QStringLiteral("Nothing is removed until you confirm.");
 }
 
 } // namespace swabby

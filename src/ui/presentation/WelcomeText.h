@@ -25,4 +25,7 @@ public:
 /// In reading order. Where nothing is in the menu bar, nothing is promised there.
 QList<WelcomePoint> welcomePoints(bool hasMenuBarItem);
 
+/// Beside whatever offers a removal, too.
+QString untilConfirmedText();
+
 } // namespace swabby

@@ -1,20 +1,14 @@
 #include "ui/qmltypes/AskView.h"
 
 #include "flows/cleanup/ConfirmationBuilder.h"
-#include "ui/presentation/PlainWords.h"
-
-#include <QtQml/QQmlEngine>
+#include "ui/presentation/NoticeText.h"
 
 namespace swabby {
 
-AskView::AskView(const UserInterfaceContext &context, QObject *parent)
-    : QObject(parent), m_context(context), m_confirmation(context)
+AskView::AskView(const UserInterfaceContext &context)
+    : m_context(context), m_confirmation(context, this), m_flow(context.state, context.ai)
 {
-    QJSEngine::setObjectOwnership(&m_confirmation, QJSEngine::CppOwnership);
-    if (m_context.state == nullptr || m_context.ai == nullptr)
-        return;
-    m_flow = std::make_unique<AskFlow>(*m_context.state, *m_context.ai);
-    connect(m_flow.get(), &AskFlow::changed, this, &AskView::followFlow);
+    connect(&m_flow, &AskFlow::changed, this, &AskView::followFlow);
     connect(&m_confirmation, &ConfirmationView::quitEnded, this, &AskView::setNotice);
 }
 
@@ -33,37 +27,30 @@ QStringList AskView::suggestions() const
     return others;
 }
 
-QString AskView::quitLabel() const
-{
-    return m_answer && !m_answer->appToQuit.isEmpty() ? QStringLiteral("Quit ") + oneLine(m_answer->appToQuit)
-                                                      : QString();
-}
-
 void AskView::ask()
 {
-    if (!m_flow || m_flow->isAsking() || !canAsk())
+    if (m_flow.isAsking() || !canAsk())
         return;
     m_asked = m_question.trimmed();
     m_notice.clear();
-    m_flow->ask(m_asked);
+    m_flow.ask(m_asked);
 }
 
 void AskView::followFlow()
 {
-    if (!m_flow->isAsking() && m_flow->explanation())
-        m_answer = {*m_flow->explanation(), m_flow->appToQuit().value_or(QString()), m_flow->note()};
+    if (!m_flow.isAsking() && m_flow.explanation())
+        m_answer = {*m_flow.explanation(), m_flow.appToQuit().value_or(QString()), m_flow.note()};
     Q_EMIT changed();
 }
 
 void AskView::quitApp()
 {
-    if (!m_answer || m_context.state == nullptr)
+    if (!m_answer)
         return;
-    const auto process = ConfirmationBuilder::findProcess(m_answer->appToQuit, *m_context.state);
+    const auto process = ConfirmationBuilder::findProcess(m_answer->appToQuit, m_context.state);
     if (process)
         m_confirmation.askToQuit(*process, Quitting::Force::no);
-    setNotice(process ? QString()
-                      : oneLine(m_answer->appToQuit) + QStringLiteral(" is not running any more."));
+    setNotice(process ? QString() : noticeText(Notice::isGone, m_answer->appToQuit));
 }
 
 void AskView::showAnswer(const QString &question, const ShownAnswer &answer)

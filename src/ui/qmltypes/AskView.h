@@ -7,7 +7,6 @@
 #include <QtCore/QObject>
 #include <QtQml/qqmlregistration.h>
 
-#include <memory>
 #include <optional>
 
 namespace swabby {
@@ -37,13 +36,13 @@ class AskView : public QObject {
     Q_PROPERTY(swabby::ConfirmationView *confirmation READ confirmation CONSTANT)
 
 public:
-    explicit AskView(const UserInterfaceContext &context, QObject *parent = nullptr);
+    explicit AskView(const UserInterfaceContext &context);
 
     QString question() const { return m_question; }
     void setQuestion(const QString &question);
     /// Whether there is anything but blanks to ask.
     bool canAsk() const { return !m_question.trimmed().isEmpty(); }
-    bool isAsking() const { return m_flow && m_flow->isAsking(); }
+    bool isAsking() const { return m_flow.isAsking(); }
     QString waitingText() const { return AskFlow::waitingText(); }
     /// All but the one that was asked last.
     QStringList suggestions() const;
@@ -51,7 +50,7 @@ public:
     QString explanation() const { return m_answer ? m_answer->explanation : QString(); }
     QString note() const { return m_answer ? m_answer->note : QString(); }
     /// "Quit Render Studio"; empty when the answer names no program.
-    QString quitLabel() const;
+    QString quitLabel() const { return m_answer ? quitLabelText(m_answer->appToQuit) : QString(); }
     /// A quiet word about an offer that came to nothing; mostly empty.
     QString notice() const { return m_notice; }
     ConfirmationView *confirmation() { return &m_confirmation; }
@@ -74,7 +73,7 @@ private:
 
     UserInterfaceContext m_context;
     ConfirmationView m_confirmation;
-    std::unique_ptr<AskFlow> m_flow; ///< null without a state or an assistant
+    AskFlow m_flow;
     QString m_question;
     QString m_asked;
     std::optional<ShownAnswer> m_answer;

@@ -1,14 +1,14 @@
 #pragma once
 
 #include "flows/health/FullCheck.h"
+#include "settings/Settings.h"
 #include "ui/presentation/CheckText.h"
+#include "ui/presentation/PlainWords.h"
 #include "ui/qmltypes/RemovableList.h"
 #include "ui/qmltypes/WindowContext.h"
 
 #include <QtCore/QObject>
 #include <QtQml/qqmlregistration.h>
-
-#include <memory>
 
 namespace swabby {
 
@@ -37,8 +37,7 @@ class CheckView : public QObject {
     Q_PROPERTY(swabby::ProcessRowText watched READ watched NOTIFY changed)
 
 public:
-    CheckView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator,
-              QObject *parent = nullptr);
+    CheckView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator, QObject *parent);
     ~CheckView() override;
 
     /// The page appears and the check begins. Gives what leave() is told.
@@ -48,32 +47,38 @@ public:
     /// Begins a check; one that still runs begins anew.
     Q_INVOKABLE void run();
     Q_INVOKABLE void cancel();
-    Q_INVOKABLE void setSelected(const QString &id, bool isSelected);
+    Q_INVOKABLE void setSelected(const QString &id, bool isSelected) { m_check.setSelected(id, isSelected); }
     /// Asks before what is ticked goes.
     Q_INVOKABLE void remove();
     Q_INVOKABLE void disable(const QString &id);
-    Q_INVOKABLE void ignore(const QString &id);
+    Q_INVOKABLE void ignore(const QString &id) { m_check.dismiss(id); }
     Q_INVOKABLE void explain();
     Q_INVOKABLE void quit();
 
-    bool isScanning() const;
+    bool isScanning() const { return m_isBeginning || m_check.phase() == FullCheck::Phase::scanning; }
     /// Whether the last check was ended before it had a result.
     bool isStopped() const { return m_isStopped; }
-    QList<CheckStep> steps() const;
-    QString lookingAt() const;
-    QString namesNote() const;
-    QString headline() const;
-    QString summary() const;
-    QString sentNote() const;
-    bool isAllClear() const;
+    QList<CheckStep> steps() const { return checkSteps(m_check.completedSteps()); }
+    QString lookingAt() const { return isScanning() ? lookingAtText(m_check) : QString(); }
+    QString namesNote() const
+    {
+        return namesSentText(Settings(*m_context.state.machine().settings).value(setting<"aiEnabled">));
+    }
+    QString headline() const { return oneLine(m_check.result().headline); }
+    QString summary() const { return summaryText(m_check.result()); }
+    QString sentNote() const { return sentText(m_check.result()); }
+    bool isAllClear() const { return m_check.result().findings() == 0; }
     RemovableList *candidates() { return &m_candidates; }
-    QString removeLabel() const;
-    bool canRemove() const;
+    QString removeLabel() const { return m_check.removeLabel(); }
+    bool canRemove() const { return !m_check.selectedItems().empty(); }
     RowModel *startupItems() { return &m_startupItems; }
     /// The startup items that are being turned off.
-    QStringList busyItems() const;
-    bool hasWatched() const;
-    ProcessRowText watched() const;
+    QStringList busyItems() const { return m_context.startup.busyIds(); }
+    bool hasWatched() const { return m_check.result().processToWatch && !m_hasQuit; }
+    ProcessRowText watched() const
+    {
+        return hasWatched() ? watchedText(*m_check.result().processToWatch) : ProcessRowText();
+    }
 
 Q_SIGNALS:
     void changed();
@@ -89,14 +94,14 @@ private:
 
     UserInterfaceContext m_context;
     MainWindowCoordinator &m_coordinator;
-    RemovableList m_candidates;
+    RemovableList m_candidates{this};
     std::vector<RemovableItem> m_removing; ///< from the candidates
-    RowModel m_startupItems;
+    RowModel m_startupItems{this};
     int m_visit = 0;
     bool m_isBeginning = false; ///< the page has just appeared
     bool m_isStopped = false;
     bool m_hasQuit = false; ///< the program to watch was told to end
-    std::unique_ptr<FullCheck> m_check;
+    FullCheck m_check;
 };
 
 } // namespace swabby

@@ -1,10 +1,7 @@
 #include "ui/qmltypes/ConfirmationView.h"
 
 #include "flows/cleanup/QuitFlow.h"
-#include "flows/startup/StartupFlow.h"
-#include "ui/presentation/PlainWords.h"
-
-#include <QtQml/QQmlEngine>
+#include "ui/presentation/NoticeText.h"
 
 #include <utility>
 
@@ -13,24 +10,18 @@ namespace swabby {
 ConfirmationView::ConfirmationView(const UserInterfaceContext &context, QObject *parent)
     : QObject(parent), m_context(context)
 {
-    QJSEngine::setObjectOwnership(&m_details, QJSEngine::CppOwnership);
-    if (m_context.quitting == nullptr)
-        return;
     // Another window may have asked for another one.
-    connect(m_context.quitting, &QuitFlow::finished, this, [this](std::int32_t pid, bool wasTold) {
+    connect(&m_context.quitting, &QuitFlow::finished, this, [this](std::int32_t pid, bool wasTold) {
         if (!m_quitting || m_quitting->pid != pid)
             return;
-        const QString name = oneLine(std::exchange(m_quitting, std::nullopt)->name);
-        Q_EMIT quitEnded(wasTold ? QString()
-                                 : name + QStringLiteral(" could not be quit. It may have ended already."));
+        const QString name = std::exchange(m_quitting, std::nullopt)->name;
+        Q_EMIT quitEnded(wasTold ? QString() : noticeText(Notice::notQuit, name));
     });
 }
 
 void ConfirmationView::askToQuit(const ProcessSample &process, Quitting::Force force)
 {
-    if (m_context.quitting == nullptr)
-        return;
-    const ConfirmationInfo info = ConfirmationBuilder::quit(process, force, *m_context.quitting);
+    const ConfirmationInfo info = ConfirmationBuilder::quit(process, force, m_context.quitting);
     open(info, confirmationText(info, process.name));
     m_asked = process;
 }
@@ -38,18 +29,13 @@ void ConfirmationView::askToQuit(const ProcessSample &process, Quitting::Force f
 void ConfirmationView::askToRemove(const std::vector<RemovableItem> &items,
                                    const std::function<void()> &onRemoved)
 {
-    if (m_context.cleanup == nullptr || items.empty())
+    if (items.empty())
         return;
-    const ConfirmationInfo info = ConfirmationBuilder::remove(items, *m_context.cleanup, onRemoved);
+    const ConfirmationInfo info = ConfirmationBuilder::remove(items, m_context.cleanup, onRemoved);
     ConfirmationText text = confirmationText(info, {});
     for (const RemovableItem &item : items)
-        text.details += removalDetails(item, m_context.state->machine().places.home);
+        text.details += removalDetails(item, m_context.state.machine().places.home);
     open(info, text);
-}
-
-void ConfirmationView::ask(const ConfirmationInfo &info)
-{
-    open(info, confirmationText(info, {}));
 }
 
 void ConfirmationView::open(const ConfirmationInfo &info, const ConfirmationText &text)
@@ -76,12 +62,6 @@ void ConfirmationView::cancel()
 {
     m_info.reset();
     Q_EMIT changed();
-}
-
-void ConfirmationView::showInFolder(const QString &path)
-{
-    if (m_context.startup != nullptr)
-        m_context.startup->reveal(path);
 }
 
 } // namespace swabby

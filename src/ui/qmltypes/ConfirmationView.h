@@ -1,5 +1,6 @@
 #pragma once
 
+#include "flows/startup/StartupFlow.h"
 #include "ui/presentation/ConfirmationText.h"
 #include "ui/qmltypes/RowModel.h"
 #include "ui/qmltypes/WindowContext.h"
@@ -22,7 +23,7 @@ class ConfirmationView : public QObject {
     Q_PROPERTY(swabby::RowModel *details READ details CONSTANT)
 
 public:
-    explicit ConfirmationView(const UserInterfaceContext &context, QObject *parent = nullptr);
+    explicit ConfirmationView(const UserInterfaceContext &context, QObject *parent);
 
     bool isOpen() const { return m_info.has_value(); }
     const ConfirmationText &text() const { return m_text; }
@@ -32,12 +33,10 @@ public:
     void askToQuit(const ProcessSample &process, Quitting::Force force);
     /// onRemoved is called as soon as the removal has begun.
     void askToRemove(const std::vector<RemovableItem> &items, const std::function<void()> &onRemoved = {});
-    /// Any other question.
-    void ask(const ConfirmationInfo &info);
 
     Q_INVOKABLE void confirm();
     Q_INVOKABLE void cancel();
-    Q_INVOKABLE void showInFolder(const QString &path);
+    Q_INVOKABLE void showInFolder(const QString &path) { m_context.startup.reveal(path); }
 
 Q_SIGNALS:
     void changed();
@@ -50,7 +49,7 @@ private:
     UserInterfaceContext m_context;
     std::optional<ConfirmationInfo> m_info;
     ConfirmationText m_text;
-    RowModel m_details;
+    RowModel m_details{this};
     std::optional<ProcessSample> m_asked; ///< about quitting
     std::optional<ProcessSample> m_quitting;
 };

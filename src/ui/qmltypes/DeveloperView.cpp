@@ -29,43 +29,21 @@ std::vector<RemovableItem> runtimesAmong(const std::vector<RemovableItem> &items
 
 DeveloperView::DeveloperView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator,
                              QObject *parent)
-    : QObject(parent), m_context(context), m_coordinator(coordinator)
+    : QObject(parent), m_context(context), m_coordinator(coordinator), m_scans(context.state, context.ai)
 {
-    if (m_context.state == nullptr || m_context.ai == nullptr)
-        return;
-    m_scans = std::make_unique<StorageScans>(*m_context.state, *m_context.ai);
-    connect(m_scans.get(), &StorageScans::changed, this, &DeveloperView::show);
-    if (m_context.cleanup != nullptr)
-        connect(m_context.cleanup, &CleanupFlow::removed, this, [this](const CleanupReport &report) {
-            if (!report.left.empty())
-                m_scans->lookAgain();
-        });
+    connect(&m_scans, &StorageScans::changed, this, &DeveloperView::show);
+    connect(&m_context.cleanup, &CleanupFlow::removed, this, [this](const CleanupReport &report) {
+        if (!report.left.empty())
+            m_scans.lookAgain();
+    });
 }
 
 void DeveloperView::show()
 {
     m_runtimes.show(runtimesAmong(found().items), [this](const RemovableItem &item) {
-        return removableRowText(item, false, m_context.state->machine().places.home);
+        return removableRowText(item, false, m_context.state.machine().places.home);
     });
     Q_EMIT changed();
-}
-
-void DeveloperView::scan()
-{
-    if (m_scans)
-        m_scans->begin(ClutterKind::developer);
-}
-
-void DeveloperView::stop()
-{
-    if (m_scans)
-        m_scans->stop(ClutterKind::developer);
-}
-
-const StorageScans::Findings &DeveloperView::found() const
-{
-    static const StorageScans::Findings nothing;
-    return m_scans ? m_scans->findings(ClutterKind::developer) : nothing;
 }
 
 template <typename Kind>
@@ -80,7 +58,7 @@ const RemovableItem *DeveloperView::find() const
 void DeveloperView::ask(const RemovableItem *item)
 {
     if (item != nullptr)
-        m_coordinator.confirmation()->askToRemove({*item}, [this, item = *item] { m_scans->forget({item}); });
+        m_coordinator.confirmation()->askToRemove({*item}, [this, item = *item] { m_scans.forget({item}); });
 }
 
 void DeveloperView::removeBuildCache()
@@ -102,19 +80,6 @@ void DeveloperView::removeDockerClutter()
     ask(find<DockerPrune>());
 }
 
-ScanText DeveloperView::text() const
-{
-    const QString firstAction = QStringLiteral("Scan developer clutter");
-    return m_scans ? scanText(*m_scans, ClutterKind::developer, firstAction,
-                              QStringLiteral("No developer clutter found."))
-                   : scanText(false, false, {}, firstAction);
-}
-
-QString DeveloperView::clearable() const
-{
-    return clutterText(found().items);
-}
-
 QString DeveloperView::buildCacheSize() const
 {
     return sizeText(find<DerivedData>());
@@ -129,16 +94,6 @@ QString DeveloperView::runtimesSize() const
 QString DeveloperView::dockerSize() const
 {
     return sizeText(find<DockerPrune>());
-}
-
-bool DeveloperView::dockerIsOff() const
-{
-    return found().docker.state == DeveloperCleanup::DockerState::notRunning;
-}
-
-QList<DockerRowText> DeveloperView::dockerRows() const
-{
-    return dockerRowTexts(found().docker.rows);
 }
 
 } // namespace swabby

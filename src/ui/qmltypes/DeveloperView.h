@@ -8,8 +8,6 @@
 #include <QtCore/QObject>
 #include <QtQml/qqmlregistration.h>
 
-#include <memory>
-
 namespace swabby {
 
 class MainWindowCoordinator;
@@ -30,27 +28,26 @@ class DeveloperView : public QObject {
     Q_PROPERTY(swabby::RemovableList *runtimes READ runtimes CONSTANT)
 
 public:
-    DeveloperView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator,
-                  QObject *parent = nullptr);
+    DeveloperView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator, QObject *parent);
 
-    Q_INVOKABLE void scan();
-    Q_INVOKABLE void stop();
+    Q_INVOKABLE void scan() { m_scans.begin(ClutterKind::developer); }
+    Q_INVOKABLE void stop() { m_scans.stop(ClutterKind::developer); }
     // Each asks first.
     Q_INVOKABLE void removeBuildCache();
     Q_INVOKABLE void removeRuntime(const QString &id);
     Q_INVOKABLE void removeDockerClutter();
 
-    ScanText text() const;
-    bool isDone() const { return m_scans && m_scans->isDone(ClutterKind::developer); }
-    bool isScanning() const { return m_scans && m_scans->isScanning(ClutterKind::developer); }
-    QString clearable() const;
+    ScanText text() const { return scanText(m_scans, ClutterKind::developer); }
+    bool isDone() const { return m_scans.isDone(ClutterKind::developer); }
+    bool isScanning() const { return m_scans.isScanning(ClutterKind::developer); }
+    QString clearable() const { return clutterText(found().items); }
     // Each is empty when there is no such thing.
     QString buildCacheSize() const;
     QString runtimesSize() const;
     QString dockerSize() const;
     /// Whether the container engine is there and does not answer.
-    bool dockerIsOff() const;
-    QList<DockerRowText> dockerRows() const;
+    bool dockerIsOff() const { return found().docker.state == DeveloperCleanup::DockerState::notRunning; }
+    QList<DockerRowText> dockerRows() const { return dockerRowTexts(found().docker.rows); }
     RemovableList *runtimes() { return &m_runtimes; }
 
 Q_SIGNALS:
@@ -59,7 +56,7 @@ Q_SIGNALS:
 private:
     void show();
     /// What the search found; nothing before there is one.
-    const StorageScans::Findings &found() const;
+    const StorageScans::Findings &found() const { return m_scans.findings(ClutterKind::developer); }
     /// The item of that kind among it; null when there is none.
     template <typename Kind>
     const RemovableItem *find() const;
@@ -67,8 +64,8 @@ private:
 
     UserInterfaceContext m_context;
     MainWindowCoordinator &m_coordinator;
-    RemovableList m_runtimes;
-    std::unique_ptr<StorageScans> m_scans; ///< for this kind only
+    RemovableList m_runtimes{this};
+    StorageScans m_scans; ///< for this kind only
 };
 
 } // namespace swabby

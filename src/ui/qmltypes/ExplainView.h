@@ -1,8 +1,7 @@
 #pragma once
 
 #include "flows/ai/ExplainFlow.h"
-#include "ui/presentation/ProgramTile.h"
-#include "ui/presentation/Tint.h"
+#include "ui/presentation/ExplainText.h"
 #include "ui/qmltypes/WindowContext.h"
 
 #include <QtCore/QObject>
@@ -20,22 +19,14 @@ class ExplainView : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made with the window")
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY changed)
-    Q_PROPERTY(QString name READ name NOTIFY changed)
-    Q_PROPERTY(swabby::ProgramTile tile READ tile NOTIFY changed)
+    Q_PROPERTY(swabby::ExplainText subject READ subject NOTIFY changed)
     Q_PROPERTY(bool isLoading READ isLoading NOTIFY changed)
     Q_PROPERTY(QString waitingText READ waitingText CONSTANT)
     Q_PROPERTY(QString text READ text NOTIFY changed)
     Q_PROPERTY(QString note READ note NOTIFY changed)
-    Q_PROPERTY(QString recommendation READ recommendation NOTIFY changed)
-    Q_PROPERTY(int recommendationTint READ recommendationTint NOTIFY changed)
-    Q_PROPERTY(QString trust READ trust NOTIFY changed)
-    Q_PROPERTY(QString figures READ figures NOTIFY changed)
-    Q_PROPERTY(QString actionLabel READ actionLabel NOTIFY changed)
-    Q_PROPERTY(QString actionHint READ actionHint NOTIFY changed)
 
 public:
-    ExplainView(const UserInterfaceContext &context, ConfirmationView &confirmation,
-                QObject *parent = nullptr);
+    ExplainView(const UserInterfaceContext &context, ConfirmationView &confirmation, QObject *parent);
 
     void open(const ExplainRequest &request);
 
@@ -43,21 +34,12 @@ public:
     void showExplanation(const ExplainRequest &request, const QString &text, const QString &note);
 
     bool isOpen() const { return m_flow != nullptr; }
-    QString name() const;
-    ProgramTile tile() const;
+    /// What is explained; nothing while none is open.
+    ExplainText subject() const { return m_flow ? explainText(m_flow->request()) : ExplainText(); }
     bool isLoading() const { return m_flow && m_flow->isLoading(); }
     QString waitingText() const { return ExplainFlow::waitingText(); }
-    QString text() const;
+    QString text() const { return m_flow ? m_flow->text().value_or(m_text) : QString(); }
     QString note() const { return m_flow && m_note.isEmpty() ? m_flow->note() : m_note; }
-    QString recommendation() const;
-    int recommendationTint() const;
-    /// "Trust 85"; empty for a startup item.
-    QString trust() const;
-    /// What it takes, in small; empty for a startup item.
-    QString figures() const;
-    /// "Force Quit", "Disable", or the way to the system's settings.
-    QString actionLabel() const;
-    QString actionHint() const;
 
     Q_INVOKABLE void act();
     Q_INVOKABLE void close();
@@ -66,9 +48,6 @@ Q_SIGNALS:
     void changed();
 
 private:
-    const ProcessSample *process() const;
-    const LoginItem *loginItem() const;
-
     UserInterfaceContext m_context;
     ConfirmationView &m_confirmation;
     std::unique_ptr<ExplainFlow> m_flow;

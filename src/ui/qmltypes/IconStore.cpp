@@ -25,7 +25,10 @@ std::size_t qHash(const IconKey &key, std::size_t seed)
                       key.owner.application, key.pixels);
 }
 
-IconStore::IconStore(QQmlEngine *engine) : QObject(engine), m_known(mostBytes) {}
+IconStore::IconStore(QQmlEngine *engine, std::shared_ptr<Machine> machine, BackgroundWork &work)
+    : QObject(engine), m_machine(std::move(machine)), m_work(work), m_known(mostBytes)
+{
+}
 
 IconStore *IconStore::of(const QQmlEngine *engine)
 {
@@ -33,40 +36,33 @@ IconStore *IconStore::of(const QQmlEngine *engine)
                              : nullptr;
 }
 
-void IconStore::setSource(std::shared_ptr<Machine> machine, BackgroundWork *work)
-{
-    m_machine = std::move(machine);
-    m_work = work;
-}
-
 std::optional<QImage> IconStore::icon(const IconKey &key, QObject *asker)
 {
-    const bool isKnowable = !key.owner.program.empty() || !key.owner.application.isEmpty();
-    if (!isKnowable || m_machine == nullptr || m_work == nullptr)
+    if (key.owner.program.empty() && key.owner.application.isEmpty())
         return QImage();
     if (const QImage *known = m_known.object(key))
         return *known;
-    m_wishes.push_back({key, asker});
+    m_requests.push_back({key, asker});
     lookNext();
     return std::nullopt;
 }
 
 void IconStore::lookNext()
 {
-    while (!m_isLooking && !m_wishes.empty()) {
-        const Wish wish = std::move(m_wishes.front());
-        m_wishes.pop_front();
-        if (!wish.asker)
+    while (!m_isLooking && !m_requests.empty()) {
+        const Request request = std::move(m_requests.front());
+        m_requests.pop_front();
+        if (!request.asker)
             continue;
-        if (m_known.contains(wish.key)) {
-            Q_EMIT found(wish.key);
+        if (m_known.contains(request.key)) {
+            Q_EMIT found(request.key);
             continue;
         }
         m_isLooking = true;
-        const auto looking = m_work->ask([machine = m_machine, key = wish.key, theme = QIcon::themeName()] {
+        const auto looking = m_work.ask([machine = m_machine, key = request.key, theme = QIcon::themeName()] {
             return iconPicture(machine->icons->picture(key.owner, {key.pixels, theme}), key.pixels);
         });
-        whenDone(this, looking, [this, key = wish.key](const QImage &icon) {
+        whenDone(this, looking, [this, key = request.key](const QImage &icon) {
             m_isLooking = false;
             m_known.insert(key, new QImage(icon), std::max(leastCost, icon.sizeInBytes()));
             Q_EMIT found(key);

@@ -32,12 +32,10 @@ class IconStore : public QObject {
     Q_OBJECT
 
 public:
-    explicit IconStore(QQmlEngine *engine);
+    /// Where icons are found, and where the disk is waited for.
+    IconStore(QQmlEngine *engine, std::shared_ptr<Machine> machine, BackgroundWork &work);
     /// The engine's store; null when it has none.
     static IconStore *of(const QQmlEngine *engine);
-
-    /// Where icons are found, and who waits for the disk. Without both no program has an icon.
-    void setSource(std::shared_ptr<Machine> machine, BackgroundWork *work);
 
     /// The icon, null for a program without one. No value while that is not known: found() then says when it
     /// is, unless the asker is gone by then.
@@ -49,7 +47,7 @@ Q_SIGNALS:
     void found(const swabby::IconKey &key);
 
 private:
-    struct Wish {
+    struct Request {
         IconKey key;
         QPointer<QObject> asker;
     };
@@ -57,9 +55,9 @@ private:
     void lookNext();
 
     std::shared_ptr<Machine> m_machine;
-    BackgroundWork *m_work = nullptr;
+    BackgroundWork &m_work;
     QCache<IconKey, QImage> m_known;
-    std::deque<Wish> m_wishes;
+    std::deque<Request> m_requests;
     bool m_isLooking = false;
 };
 

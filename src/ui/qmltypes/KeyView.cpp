@@ -23,26 +23,9 @@ KeyView::KeyView(std::shared_ptr<Machine> machine, BackgroundWork &work, QObject
 {
 }
 
-QString KeyView::sentence() const
-{
-    switch (m_standing) {
-    case Standing::unknown:
-        return m_isBusy ? QStringLiteral("Looking for your key…") : QString();
-    case Standing::none:
-        return QStringLiteral("No key of yours is stored.");
-    case Standing::stored:
-        return QStringLiteral("Your key is stored with your passwords.");
-    case Standing::notKept:
-        return QStringLiteral("The key could not be kept, so it was stored nowhere.");
-    case Standing::notRemoved:
-        return QStringLiteral("The key could not be removed. It is still stored.");
-    }
-    return {};
-}
-
 void KeyView::look()
 {
-    begin([](SecretStore &store) { return hasKey(store) ? Standing::stored : Standing::none; });
+    begin([](SecretStore &store) { return hasKey(store) ? KeyStanding::stored : KeyStanding::none; });
 }
 
 void KeyView::save(const QString &key)
@@ -50,7 +33,8 @@ void KeyView::save(const QString &key)
     const QString trimmed = key.trimmed();
     if (!trimmed.isEmpty())
         begin([trimmed](SecretStore &store) {
-            return KeychainStore::write(store, trimmed, account()) ? Standing::stored : Standing::notKept;
+            return KeychainStore::write(store, trimmed, account()) ? KeyStanding::stored
+                                                                   : KeyStanding::notKept;
         });
 }
 
@@ -58,19 +42,19 @@ void KeyView::remove()
 {
     begin([](SecretStore &store) {
         KeychainStore::erase(store, account());
-        return hasKey(store) ? Standing::notRemoved : Standing::none;
+        return hasKey(store) ? KeyStanding::notRemoved : KeyStanding::none;
     });
 }
 
-void KeyView::begin(std::function<Standing(SecretStore &)> task)
+void KeyView::begin(std::function<KeyStanding(SecretStore &)> task)
 {
-    if (m_isBusy || m_machine == nullptr)
+    if (m_isBusy)
         return;
     m_isBusy = true;
     Q_EMIT changed();
     const auto asking =
         m_work.ask([machine = m_machine, task = std::move(task)] { return task(*machine->secrets); });
-    whenDone(this, asking, [this](Standing standing) {
+    whenDone(this, asking, [this](KeyStanding standing) {
         m_standing = standing;
         m_isBusy = false;
         Q_EMIT changed();

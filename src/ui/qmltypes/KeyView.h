@@ -2,6 +2,7 @@
 
 #include "platform/BackgroundWork.h"
 #include "platform/Machine.h"
+#include "ui/presentation/SettingsText.h"
 
 #include <QtCore/QObject>
 #include <QtQml/qqmlregistration.h>
@@ -19,15 +20,17 @@ class KeyView : public QObject {
     Q_PROPERTY(bool isStored READ isStored NOTIFY changed)
     Q_PROPERTY(bool isBusy READ isBusy NOTIFY changed)
     Q_PROPERTY(QString sentence READ sentence NOTIFY changed)
+    Q_PROPERTY(QString placeholder READ placeholder NOTIFY changed)
 
 public:
-    /// Null for no machine. The work is where the system's keeper is waited for.
-    KeyView(std::shared_ptr<Machine> machine, BackgroundWork &work, QObject *parent = nullptr);
+    /// The work is where the system's keeper is waited for.
+    KeyView(std::shared_ptr<Machine> machine, BackgroundWork &work, QObject *parent);
 
-    bool isStored() const { return m_standing == Standing::stored; }
+    bool isStored() const { return m_standing == KeyStanding::stored; }
     bool isBusy() const { return m_isBusy; }
     /// Whether there is a key, or what went wrong.
-    QString sentence() const;
+    QString sentence() const { return keySentence(m_standing, m_isBusy); }
+    QString placeholder() const { return keyPlaceholder(isStored()); }
 
     /// Looks whether there is one.
     void look();
@@ -38,13 +41,11 @@ Q_SIGNALS:
     void changed();
 
 private:
-    enum class Standing { unknown, none, stored, notKept, notRemoved };
-
-    void begin(std::function<Standing(SecretStore &)> task);
+    void begin(std::function<KeyStanding(SecretStore &)> task);
 
     std::shared_ptr<Machine> m_machine;
     BackgroundWork &m_work;
-    Standing m_standing = Standing::unknown;
+    KeyStanding m_standing = KeyStanding::unknown;
     bool m_isBusy = false;
 };
 

@@ -1,14 +1,10 @@
 #include "ui/qmltypes/MainWindowCoordinator.h"
 
-#include <QtQml/QQmlEngine>
-
 namespace swabby {
 
 MainWindowCoordinator::MainWindowCoordinator(const UserInterfaceContext &context, QObject *parent)
-    : QObject(parent), m_confirmation(context), m_explanation(context, m_confirmation)
+    : QObject(parent), m_confirmation(context, this), m_explanation(context, m_confirmation, this)
 {
-    for (QObject *member : {static_cast<QObject *>(&m_confirmation), static_cast<QObject *>(&m_explanation)})
-        QJSEngine::setObjectOwnership(member, QJSEngine::CppOwnership);
     connect(&m_confirmation, &ConfirmationView::quitEnded, this, &MainWindowCoordinator::setNotice);
 }
 

@@ -21,7 +21,7 @@ class MainWindowCoordinator : public QObject {
     Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
 
 public:
-    explicit MainWindowCoordinator(const UserInterfaceContext &context, QObject *parent = nullptr);
+    explicit MainWindowCoordinator(const UserInterfaceContext &context, QObject *parent);
 
     ConfirmationView *confirmation() { return &m_confirmation; }
     ExplainView *explanation() { return &m_explanation; }

@@ -4,36 +4,28 @@
 #include "settings/Settings.h"
 #include "state/AppState.h"
 
-#include <QtQml/QQmlEngine>
-
 namespace swabby {
 
-MainWindowView::MainWindowView(const UserInterfaceContext &context, QObject *parent)
-    : QObject(parent),
-      m_context(context),
-      m_coordinator(context),
-      m_removal(context, m_coordinator),
-      m_check(context, m_coordinator),
-      m_storage(context, m_coordinator),
-      m_startup(context, m_coordinator),
-      m_developer(context, m_coordinator)
+MainWindowView::MainWindowView(const UserInterfaceContext &context)
+    : m_context(context),
+      m_coordinator(context, this),
+      m_removal(context, m_coordinator, this),
+      m_check(context, m_coordinator, this),
+      m_storage(context, m_coordinator, this),
+      m_startup(context, m_coordinator, this),
+      m_developer(context, m_coordinator, this)
 {
-    for (QObject *member : std::initializer_list<QObject *>{&m_stateView, &m_coordinator, &m_removal,
-                                                            &m_check, &m_storage, &m_startup, &m_developer})
-        QJSEngine::setObjectOwnership(member, QJSEngine::CppOwnership);
-    AppState *state = m_context.state;
-    if (state == nullptr)
-        return;
-    m_showWelcome = !Settings(*state->machine().settings).value(setting<"hasCompletedOnboarding">);
-    m_isRefreshing = state->refreshesApplied() == 0;
-    connect(state, &AppState::changed, this, &MainWindowView::followState);
-    connect(state, &AppState::applied, this, [this] { setRefreshing(false); });
+    AppState &state = m_context.state;
+    m_showWelcome = !Settings(*state.machine().settings).value(setting<"hasCompletedOnboarding">);
+    m_isRefreshing = state.refreshesApplied() == 0;
+    connect(&state, &AppState::changed, this, &MainWindowView::followState);
+    connect(&state, &AppState::applied, this, [this] { setRefreshing(false); });
     followState();
 }
 
 void MainWindowView::followState()
 {
-    AppState &state = *m_context.state;
+    AppState &state = m_context.state;
     m_stateView.show(figuresOf(state),
                      Settings(*state.machine().settings).value(setting<"rowDensity">) == RowDensity::compact);
     if (m_isScanning != state.isScanning()) {
@@ -58,15 +50,9 @@ int MainWindowView::selectedIndex() const
     return 0;
 }
 
-bool MainWindowView::canRemoveHere() const
-{
-    return m_selection == MainSection::swabbyCheck || m_selection == MainSection::storage ||
-           m_selection == MainSection::developer;
-}
-
 void MainWindowView::select(MainSection section)
 {
-    if (section == m_selection || !isBuilt(section))
+    if (section == m_selection)
         return;
     m_selection = section;
     Q_EMIT selectionChanged();
@@ -97,8 +83,8 @@ std::optional<ProcessSample> MainWindowView::findProcess(int pid) const
 
 void MainWindowView::togglePin(int pid)
 {
-    if (const auto process = findProcess(pid); process && m_context.state != nullptr)
-        m_context.state->togglePin(process->name);
+    if (const auto process = findProcess(pid); process)
+        m_context.state.togglePin(process->name);
 }
 
 void MainWindowView::explainProcess(int pid)
@@ -113,10 +99,13 @@ void MainWindowView::quitProcess(int pid)
         m_coordinator.quit(*process, Quitting::Force::no);
 }
 
-void MainWindowView::forceQuitProcess(int pid)
+void MainWindowView::follow(int command, int pid)
 {
-    if (const auto process = findProcess(pid))
+    const auto process = findProcess(pid);
+    if (process && static_cast<RowCommand>(command) == RowCommand::forceQuit)
         m_coordinator.quit(*process, Quitting::Force::yes);
+    else if (process)
+        m_coordinator.explain({*process});
 }
 
 void MainWindowView::openCheck()
@@ -127,42 +116,23 @@ void MainWindowView::openCheck()
         select(MainSection::swabbyCheck);
 }
 
-void MainWindowView::openAskWindow()
-{
-    if (m_context.openAskWindow)
-        m_context.openAskWindow();
-}
-
-void MainWindowView::openSettingsWindow()
-{
-    if (m_context.openSettingsWindow)
-        m_context.openSettingsWindow();
-}
-
-QList<WelcomePoint> MainWindowView::welcomePoints() const
-{
-    return swabby::welcomePoints(!m_context.staysWithoutWindow || m_context.staysWithoutWindow());
-}
-
 void MainWindowView::finishWelcome()
 {
     m_showWelcome = false;
-    if (m_context.state != nullptr)
-        whenDone(m_context.state,
-                 m_context.state->bookkeeping().ask([machine = m_context.state->sharedMachine()] {
-                     Settings(*machine->settings).store(setting<"hasCompletedOnboarding">, true);
-                     return true;
-                 }),
-                 [state = m_context.state](bool) { state->noteStoredSetting(); });
+    AppState &state = m_context.state;
+    const auto storing = state.bookkeeping().ask([machine = state.sharedMachine()] {
+        return Settings(*machine->settings).store(setting<"hasCompletedOnboarding">, true);
+    });
+    whenDone(&state, storing, [&state](bool) { state.noteStoredSetting(); });
     Q_EMIT sheetChanged();
 }
 
 void MainWindowView::refresh()
 {
-    if (m_isRefreshing || m_context.state == nullptr)
+    if (m_isRefreshing)
         return;
     setRefreshing(true);
-    m_context.state->refresh();
+    m_context.state.refresh();
 }
 
 void MainWindowView::setRefreshing(bool isRefreshing)
@@ -175,18 +145,12 @@ void MainWindowView::setRefreshing(bool isRefreshing)
 
 bool MainWindowView::mayClose()
 {
-    if (!m_context.staysWithoutWindow || m_context.staysWithoutWindow())
+    if (m_context.staysWithoutWindow())
         return true;
     m_showHealthDetail = false;
     m_showLastWindowNotice = true;
     Q_EMIT sheetChanged();
     return false;
-}
-
-void MainWindowView::quit()
-{
-    if (m_context.quit)
-        m_context.quit();
 }
 
 } // namespace swabby

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/presentation/MenuText.h"
 #include "ui/presentation/Sections.h"
 #include "ui/presentation/WelcomeText.h"
 #include "ui/qmltypes/CheckView.h"
@@ -36,23 +37,34 @@ class MainWindowView : public QObject {
     Q_PROPERTY(bool showLastWindowNotice MEMBER m_showLastWindowNotice NOTIFY sheetChanged)
     Q_PROPERTY(bool showWelcome MEMBER m_showWelcome NOTIFY sheetChanged)
     Q_PROPERTY(QList<swabby::WelcomePoint> welcomePoints READ welcomePoints CONSTANT)
+    Q_PROPERTY(QList<swabby::MenuEntry> processMenu READ processMenu CONSTANT)
+    Q_PROPERTY(QList<swabby::MenuEntry> tightProcessMenu READ tightProcessMenu CONSTANT)
     Q_PROPERTY(bool isScanning READ isScanning NOTIFY refreshingChanged)
     Q_PROPERTY(int speedView MEMBER m_speedView NOTIFY speedViewChanged)
     Q_PROPERTY(bool isRefreshing READ isRefreshing NOTIFY refreshingChanged)
 
 public:
-    explicit MainWindowView(const UserInterfaceContext &context, QObject *parent = nullptr);
+    explicit MainWindowView(const UserInterfaceContext &context);
 
     StateView *state() { return &m_stateView; }
     MainWindowCoordinator *coordinator() { return &m_coordinator; }
     RemovalBannerView *removal() { return &m_removal; }
     /// Whether the section shown is one of those that remove things.
-    bool canRemoveHere() const;
+    bool canRemoveHere() const
+    {
+        return m_selection == MainSection::swabbyCheck || m_selection == MainSection::storage ||
+               m_selection == MainSection::developer;
+    }
     CheckView *check() { return &m_check; }
     StorageView *storage() { return &m_storage; }
     StartupView *startup() { return &m_startup; }
     DeveloperView *developer() { return &m_developer; }
-    QList<WelcomePoint> welcomePoints() const;
+    QList<WelcomePoint> welcomePoints() const
+    {
+        return swabby::welcomePoints(m_context.staysWithoutWindow());
+    }
+    QList<MenuEntry> processMenu() const { return swabby::processMenu(false); }
+    QList<MenuEntry> tightProcessMenu() const { return swabby::processMenu(true); }
     /// Whether a full check runs, here or anywhere.
     bool isScanning() const { return m_isScanning; }
     const QList<SectionRow> &sections() const { return m_sections; }
@@ -61,7 +73,6 @@ public:
     MainSection selection() const { return m_selection; }
     bool isRefreshing() const { return m_isRefreshing; }
 
-    /// Shows the section, when it has a page.
     void select(MainSection section);
     Q_INVOKABLE void selectIndex(int index);
     /// Closes the sheet and does what the issue at that place offers.
@@ -69,16 +80,17 @@ public:
     Q_INVOKABLE void togglePin(int pid);
     Q_INVOKABLE void explainProcess(int pid);
     Q_INVOKABLE void quitProcess(int pid);
-    Q_INVOKABLE void forceQuitProcess(int pid);
+    /// What the menu of that program's row says.
+    Q_INVOKABLE void follow(int command, int pid);
     /// Shows the full check, which begins with that.
     Q_INVOKABLE void openCheck();
-    Q_INVOKABLE void openAskWindow();
-    Q_INVOKABLE void openSettingsWindow();
+    Q_INVOKABLE void openAskWindow() { m_context.openAskWindow(); }
+    Q_INVOKABLE void openSettingsWindow() { m_context.openSettingsWindow(); }
     Q_INVOKABLE void finishWelcome();
     Q_INVOKABLE void refresh();
     /// Whether the window may close now; when not, it says why.
     Q_INVOKABLE bool mayClose();
-    Q_INVOKABLE void quit();
+    Q_INVOKABLE void quit() { m_context.quit(); }
 
 Q_SIGNALS:
     void selectionChanged();
@@ -93,14 +105,14 @@ private:
     std::optional<ProcessSample> findProcess(int pid) const;
 
     UserInterfaceContext m_context;
-    StateView m_stateView;
+    StateView m_stateView{this};
     MainWindowCoordinator m_coordinator;
     RemovalBannerView m_removal;
     CheckView m_check;
     StorageView m_storage;
     StartupView m_startup;
     DeveloperView m_developer;
-    QList<SectionRow> m_sections = builtSections();
+    QList<SectionRow> m_sections = sectionRows();
     MainSection m_selection = MainSection::overview;
     int m_speedView = 0; // the busiest programs; 1 is by browser
     bool m_showHealthDetail = false;

@@ -1,25 +1,16 @@
 #include "ui/qmltypes/PopoverView.h"
 
-#include "health/HealthRules.h"
+#include "platform/desktop/TrayItem.h"
 #include "settings/Settings.h"
 #include "state/AppState.h"
-#include "ui/presentation/HealthText.h"
 #include "ui/presentation/PopoverText.h"
-
-#include <QtQml/QQmlEngine>
 
 namespace swabby {
 
-PopoverView::PopoverView(const UserInterfaceContext &context, QObject *parent)
-    : QObject(parent), m_context(context)
+PopoverView::PopoverView(const UserInterfaceContext &context) : m_context(context)
 {
-    QJSEngine::setObjectOwnership(&m_issues, QJSEngine::CppOwnership);
-    QJSEngine::setObjectOwnership(&m_chips, QJSEngine::CppOwnership);
-    AppState *state = m_context.state;
-    if (state == nullptr)
-        return;
-    connect(state, &AppState::changed, this, &PopoverView::followState);
-    connect(state, &AppState::applied, this, [this] {
+    connect(&m_context.state, &AppState::changed, this, &PopoverView::followState);
+    connect(&m_context.state, &AppState::applied, this, [this] {
         m_isRefreshing = false;
         Q_EMIT changed();
     });
@@ -28,7 +19,7 @@ PopoverView::PopoverView(const UserInterfaceContext &context, QObject *parent)
 
 void PopoverView::followState()
 {
-    const AppState &state = *m_context.state;
+    const AppState &state = m_context.state;
     m_isFirstRun = !Settings(*state.machine().settings).value(setting<"hasCompletedOnboarding">);
     show(figuresOf(state), state.lastScan());
 }
@@ -41,16 +32,6 @@ void PopoverView::show(const Figures &figures, const std::optional<double> &last
     m_chips.show(figures.isKnown ? popoverChips(figures.stats, figures.speedIsKnown) : QList<PopoverChip>(),
                  [](const PopoverChip &chip) { return chip.label; });
     Q_EMIT changed();
-}
-
-QString PopoverView::healthWord() const
-{
-    return swabby::healthWord(m_figures.health);
-}
-
-int PopoverView::healthTint() const
-{
-    return static_cast<int>(tintOf(m_figures.health));
 }
 
 QString PopoverView::updated() const
@@ -72,16 +53,10 @@ void PopoverView::setShowHealthDetail(bool isShown)
 
 void PopoverView::openMainWindowAt(std::optional<MainSection> section)
 {
-    if (section && m_context.state != nullptr)
-        m_context.state->requestMainSection(section);
-    if (m_context.openMainWindow)
-        m_context.openMainWindow();
+    if (section)
+        m_context.state.requestMainSection(section);
+    m_context.openMainWindow();
     Q_EMIT left();
-}
-
-void PopoverView::openSection(const QString &name)
-{
-    openMainWindowAt(sectionFrom(name));
 }
 
 void PopoverView::openIssue(int index)
@@ -93,43 +68,41 @@ void PopoverView::openIssue(int index)
     openMainWindowAt(section);
 }
 
-void PopoverView::openCheck()
-{
-    openMainWindowAt(MainSection::swabbyCheck);
-}
-
-void PopoverView::openMainWindow()
-{
-    openMainWindowAt(std::nullopt);
-}
-
 void PopoverView::openAskWindow()
 {
-    if (m_context.openAskWindow)
-        m_context.openAskWindow();
+    m_context.openAskWindow();
     Q_EMIT left();
 }
 
 void PopoverView::openSettingsWindow()
 {
-    if (m_context.openSettingsWindow)
-        m_context.openSettingsWindow();
+    m_context.openSettingsWindow();
     Q_EMIT left();
 }
 
 void PopoverView::refresh()
 {
-    if (m_isRefreshing || m_context.state == nullptr)
+    if (m_isRefreshing)
         return;
     m_isRefreshing = true;
     Q_EMIT changed();
-    m_context.state->refresh();
+    m_context.state.refresh();
 }
 
-void PopoverView::quit()
+void PopoverView::follow(int command)
 {
-    if (m_context.quit)
-        m_context.quit();
+    switch (static_cast<TrayCommand>(command)) {
+    case TrayCommand::openMainWindow:
+        return openMainWindow();
+    case TrayCommand::openAskWindow:
+        return openAskWindow();
+    case TrayCommand::openSettingsWindow:
+        return openSettingsWindow();
+    case TrayCommand::refresh:
+        return refresh();
+    case TrayCommand::quit:
+        return quit();
+    }
 }
 
 } // namespace swabby

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "health/HealthRules.h"
+#include "ui/presentation/HealthText.h"
+#include "ui/presentation/MenuText.h"
 #include "ui/qmltypes/Figures.h"
 #include "ui/qmltypes/RowModel.h"
 #include "ui/qmltypes/WindowContext.h"
@@ -10,8 +13,6 @@
 #include <optional>
 
 namespace swabby {
-
-enum class MainSection;
 
 /// The small panel beside the item in the menu bar.
 class PopoverView : public QObject {
@@ -27,10 +28,11 @@ class PopoverView : public QObject {
     Q_PROPERTY(QString updated READ updated NOTIFY changed)
     Q_PROPERTY(swabby::RowModel *issues READ issues CONSTANT)
     Q_PROPERTY(swabby::RowModel *chips READ chips CONSTANT)
+    Q_PROPERTY(QList<swabby::MenuEntry> menu READ menu CONSTANT)
     Q_PROPERTY(bool showHealthDetail READ showHealthDetail WRITE setShowHealthDetail NOTIFY changed)
 
 public:
-    explicit PopoverView(const UserInterfaceContext &context, QObject *parent = nullptr);
+    explicit PopoverView(const UserInterfaceContext &context);
 
     /// Draws those figures; the last check's time is in seconds since 1970.
     void show(const Figures &figures, const std::optional<double> &lastScan);
@@ -40,26 +42,29 @@ public:
     /// Whether the introduction was never read to its end.
     bool isFirstRun() const { return m_isFirstRun; }
     bool isRefreshing() const { return m_isRefreshing; }
-    QString healthWord() const;
-    int healthTint() const;
+    QString healthWord() const { return swabby::healthWord(m_figures.health); }
+    int healthTint() const { return static_cast<int>(tintOf(m_figures.health)); }
     /// When the figures are from, in a sentence.
     QString updated() const;
     RowModel *issues() { return &m_issues; }
     RowModel *chips() { return &m_chips; }
+    QList<MenuEntry> menu() const { return itemMenu(); }
     /// Whether the issues are unfolded.
     bool showHealthDetail() const { return m_showHealthDetail; }
     void setShowHealthDetail(bool isShown);
 
     /// Opens the main window on the section of that name.
-    Q_INVOKABLE void openSection(const QString &name);
+    Q_INVOKABLE void openSection(const QString &name) { openMainWindowAt(sectionFrom(name)); }
     /// Opens the main window where the issue at that place is dealt with, and folds the list.
     Q_INVOKABLE void openIssue(int index);
-    Q_INVOKABLE void openCheck();
-    Q_INVOKABLE void openMainWindow();
+    Q_INVOKABLE void openCheck() { openMainWindowAt(MainSection::swabbyCheck); }
+    Q_INVOKABLE void openMainWindow() { openMainWindowAt(std::nullopt); }
     Q_INVOKABLE void openAskWindow();
     Q_INVOKABLE void openSettingsWindow();
     Q_INVOKABLE void refresh();
-    Q_INVOKABLE void quit();
+    Q_INVOKABLE void quit() { m_context.quit(); }
+    /// What the menu's line of that command says.
+    Q_INVOKABLE void follow(int command);
 
 Q_SIGNALS:
     void changed();
@@ -73,8 +78,8 @@ private:
     UserInterfaceContext m_context;
     Figures m_figures;
     std::optional<double> m_lastScan;
-    RowModel m_issues;
-    RowModel m_chips;
+    RowModel m_issues{this};
+    RowModel m_chips{this};
     bool m_isFirstRun = false;
     bool m_isRefreshing = false;
     bool m_showHealthDetail = false;

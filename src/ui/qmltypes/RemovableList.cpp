@@ -1,14 +1,6 @@
 #include "ui/qmltypes/RemovableList.h"
 
-#include <QtQml/QQmlEngine>
-
 namespace swabby {
-
-RemovableList::RemovableList(QObject *parent) : QObject(parent)
-{
-    QJSEngine::setObjectOwnership(this, QJSEngine::CppOwnership);
-    QJSEngine::setObjectOwnership(&m_rows, QJSEngine::CppOwnership);
-}
 
 void RemovableList::show(const std::vector<RemovableItem> &items, const RowOf &rowOf)
 {

@@ -22,7 +22,7 @@ class RemovableList : public QObject {
 public:
     using RowOf = std::function<RemovableRowText(const RemovableItem &)>;
 
-    explicit RemovableList(QObject *parent = nullptr);
+    using QObject::QObject;
 
     void show(const std::vector<RemovableItem> &items, const RowOf &rowOf);
     void setText(const ScanText &text);
@@ -34,7 +34,7 @@ Q_SIGNALS:
     void changed();
 
 private:
-    RowModel m_rows;
+    RowModel m_rows{this};
     ScanText m_text;
 };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "flows/cleanup/CleanupFlow.h"
+#include "ui/presentation/CleanupText.h"
 #include "ui/qmltypes/WindowContext.h"
 
 #include <QtCore/QObject>
@@ -20,12 +22,12 @@ class RemovalBannerView : public QObject {
 
 public:
     RemovalBannerView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator,
-                      QObject *parent = nullptr);
+                      QObject *parent);
 
-    bool isRemoving() const;
-    /// Empty when there is no news.
-    QString text() const;
-    bool canPutBack() const;
+    bool isRemoving() const { return m_context.state.isRemoving(); }
+    /// What goes on or was done; empty when there is no news.
+    QString text() const { return removalText(m_context.state.isRemoving(), m_context.state.lastCleanup()); }
+    bool canPutBack() const { return m_context.cleanup.canPutBack(); }
     Q_INVOKABLE void putBack();
 
 Q_SIGNALS:

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "platform/BackgroundWork.h"
+#include "state/AppState.h"
 #include "ui/presentation/SettingsText.h"
 #include "ui/qmltypes/KeyView.h"
 #include "ui/qmltypes/RowModel.h"
 #include "ui/qmltypes/WindowContext.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QObject>
 #include <QtCore/QUrl>
 #include <QtQml/qqmlregistration.h>
@@ -20,38 +22,50 @@ class SettingsView : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made with the window")
     Q_PROPERTY(int tab MEMBER m_tab NOTIFY tabChanged)
-    Q_PROPERTY(bool showInDock MEMBER m_showInDock NOTIFY changed)
-    Q_PROPERTY(bool opensAtLogin MEMBER m_opensAtLogin NOTIFY changed)
     Q_PROPERTY(bool isCompact MEMBER m_isCompact NOTIFY changed)
-    Q_PROPERTY(bool notifyOnRed MEMBER m_notifyOnRed NOTIFY changed)
-    Q_PROPERTY(bool notifyOnStorage MEMBER m_notifyOnStorage NOTIFY changed)
-    Q_PROPERTY(bool aiEnabled MEMBER m_aiEnabled NOTIFY changed)
+    Q_PROPERTY(swabby::SwitchSetting dock MEMBER m_dock NOTIFY changed)
+    Q_PROPERTY(swabby::SwitchSetting login MEMBER m_login NOTIFY changed)
+    Q_PROPERTY(swabby::SwitchSetting redNotification MEMBER m_redNotification NOTIFY changed)
+    Q_PROPERTY(swabby::SwitchSetting storageNotification MEMBER m_storageNotification NOTIFY changed)
+    Q_PROPERTY(swabby::SwitchSetting assistant MEMBER m_assistant NOTIFY changed)
     Q_PROPERTY(swabby::SliderSetting reminder MEMBER m_reminder NOTIFY changed)
     Q_PROPERTY(QStringList neverRemove MEMBER m_neverRemove NOTIFY changed)
     Q_PROPERTY(QString notice MEMBER m_notice NOTIFY changed)
+    Q_PROPERTY(bool isSnoozed READ isSnoozed NOTIFY changed)
     Q_PROPERTY(QString snoozed READ snoozed NOTIFY changed)
     Q_PROPERTY(QString about READ about CONSTANT)
     Q_PROPERTY(swabby::RowModel *thresholds READ thresholds CONSTANT)
     Q_PROPERTY(swabby::KeyView *key READ key CONSTANT)
 
 public:
-    explicit SettingsView(const UserInterfaceContext &context, QObject *parent = nullptr);
+    explicit SettingsView(const UserInterfaceContext &context);
 
     RowModel *thresholds() { return &m_thresholds; }
     KeyView *key() { return &m_key; }
-    /// Until when the notifications are silent, in a sentence; empty when they are not.
-    QString snoozed() const;
-    QString about() const;
+    bool isSnoozed() const
+    {
+        return swabby::isSnoozed(m_context.state.snoozedUntil(), m_context.state.machine().clock->now());
+    }
+    /// Until when the notifications are silent, in a sentence.
+    QString snoozed() const
+    {
+        return snoozeSentence(m_context.state.snoozedUntil(), m_context.state.machine().clock->now(),
+                              QLocale());
+    }
+    QString about() const { return aboutText(QCoreApplication::applicationVersion()); }
 
-    /// Stores a switch under the setting's name.
-    Q_INVOKABLE void setSwitch(const QString &name, bool isOn);
+    /// Stores the other position of the switch with that key.
+    Q_INVOKABLE void toggle(const QString &key);
     /// Stores a figure, brought onto its slider's steps.
     Q_INVOKABLE void setNumber(const QString &name, double value);
     Q_INVOKABLE void setCompact(bool isCompact);
-    Q_INVOKABLE void setOpensAtLogin(bool opens);
+    Q_INVOKABLE void toggleLogin();
     Q_INVOKABLE void restoreThresholds();
-    Q_INVOKABLE void snooze(int minutes);
-    Q_INVOKABLE void endSnooze();
+    Q_INVOKABLE void snooze(int minutes)
+    {
+        m_context.state.snoozeUntil(m_context.state.machine().clock->now() + minutes * 60.0);
+    }
+    Q_INVOKABLE void endSnooze() { m_context.state.snoozeUntil(std::nullopt); }
     /// False, and a word about it, when that is no whole path.
     Q_INVOKABLE bool addExcluded(const QString &typed);
     Q_INVOKABLE void addDropped(const QList<QUrl> &files);
@@ -70,22 +84,20 @@ private:
     void storeExcluded();
 
     UserInterfaceContext m_context;
-    BackgroundWork m_ownErrands; ///< where nobody else runs them
-    BackgroundWork &m_errands;
     KeyView m_key;
-    RowModel m_thresholds;
+    RowModel m_thresholds{this};
     QList<SliderSetting> m_sliders;
     SliderSetting m_reminder;
     QStringList m_neverRemove;
     QString m_notice;
     int m_tab = 0;
     int m_pendingWrites = 0;
-    bool m_showInDock = true;
-    bool m_opensAtLogin = false;
     bool m_isCompact = false;
-    bool m_notifyOnRed = true;
-    bool m_notifyOnStorage = true;
-    bool m_aiEnabled = true;
+    SwitchSetting m_dock;
+    SwitchSetting m_login = loginSetting(false);
+    SwitchSetting m_redNotification;
+    SwitchSetting m_storageNotification;
+    SwitchSetting m_assistant;
 };
 
 } // namespace swabby

@@ -1,11 +1,8 @@
 #include "ui/qmltypes/StartupView.h"
 
-#include "flows/startup/StartupFlow.h"
-#include "ui/presentation/PlainWords.h"
+#include "ui/presentation/NoticeText.h"
 #include "ui/presentation/StartupText.h"
 #include "ui/qmltypes/MainWindowCoordinator.h"
-
-#include <QtQml/QQmlEngine>
 
 #include <algorithm>
 
@@ -15,22 +12,19 @@ StartupView::StartupView(const UserInterfaceContext &context, MainWindowCoordina
                          QObject *parent)
     : QObject(parent), m_context(context), m_coordinator(coordinator)
 {
-    QJSEngine::setObjectOwnership(&m_disabled, QJSEngine::CppOwnership);
-    StartupFlow *flow = m_context.startup;
-    if (flow == nullptr)
-        return;
+    StartupFlow *flow = &m_context.startup;
     connect(flow, &StartupFlow::disabledItemsChanged, this, &StartupView::showDisabled);
     connect(flow, &StartupFlow::busyChanged, this, &StartupView::busyChanged);
     connect(flow, &StartupFlow::failed, this,
             [this](StartupChange change) { m_coordinator.setNotice(startupFailureText(change)); });
     connect(flow, &StartupFlow::nothingOpened, this,
-            [this] { m_coordinator.setNotice(QStringLiteral("There is nothing here to show that with.")); });
+            [this] { m_coordinator.setNotice(noticeText(Notice::nothingToShowWith)); });
     showDisabled();
 }
 
 const LoginItem *StartupView::find(const QString &id) const
 {
-    const QList<LoginItem> &items = m_context.state->loginItems();
+    const QList<LoginItem> &items = m_context.state.loginItems();
     const auto item =
         std::find_if(items.begin(), items.end(), [&](const LoginItem &known) { return known.id() == id; });
     return item == items.end() ? nullptr : &*item;
@@ -45,48 +39,35 @@ void StartupView::explain(const QString &id)
 void StartupView::disable(const QString &id)
 {
     const LoginItem *item = find(id);
-    if (item != nullptr && m_context.startup != nullptr)
-        m_context.startup->disable(LoginItem(*item));
+    if (item != nullptr)
+        m_context.startup.disable(LoginItem(*item));
 }
 
 void StartupView::enable(const QString &id)
 {
-    if (m_context.startup == nullptr)
-        return;
-    for (const LoginItem &item : m_context.startup->disabledItems())
+    for (const LoginItem &item : m_context.startup.disabledItems())
         if (item.id() == id) {
-            m_context.startup->enable(LoginItem(item));
+            m_context.startup.enable(LoginItem(item));
             return;
         }
 }
 
-void StartupView::reveal(const QString &id)
+void StartupView::follow(int command, const QString &id)
 {
-    const LoginItem *item = find(id);
-    if (item != nullptr && m_context.startup != nullptr)
-        m_context.startup->reveal(item->plistPath);
-}
-
-void StartupView::openSettings()
-{
-    if (m_context.startup != nullptr)
-        m_context.startup->openLoginItemSettings();
-}
-
-void StartupView::look()
-{
-    if (m_context.startup != nullptr)
-        m_context.startup->lookForDisabled();
+    if (static_cast<RowCommand>(command) == RowCommand::openLoginItemSettings)
+        openSettings();
+    else if (const LoginItem *item = find(id))
+        m_context.startup.reveal(item->plistPath);
 }
 
 QStringList StartupView::busyIds() const
 {
-    return m_context.startup == nullptr ? QStringList() : m_context.startup->busyIds();
+    return m_context.startup.busyIds();
 }
 
 void StartupView::showDisabled()
 {
-    m_disabled.show(disabledRowTexts(m_context.startup->disabledItems()),
+    m_disabled.show(disabledRowTexts(m_context.startup.disabledItems()),
                     [](const StartupRowText &row) { return row.id; });
 }
 

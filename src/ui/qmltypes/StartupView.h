@@ -1,5 +1,6 @@
 #pragma once
 
+#include "flows/startup/StartupFlow.h"
 #include "ui/qmltypes/RowModel.h"
 #include "ui/qmltypes/WindowContext.h"
 
@@ -10,7 +11,6 @@
 namespace swabby {
 
 class MainWindowCoordinator;
-struct LoginItem;
 
 /// What can be done to startup items.
 class StartupView : public QObject {
@@ -21,8 +21,7 @@ class StartupView : public QObject {
     Q_PROPERTY(QStringList busyIds READ busyIds NOTIFY busyChanged)
 
 public:
-    StartupView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator,
-                QObject *parent = nullptr);
+    StartupView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator, QObject *parent);
 
     /// What was turned off here.
     RowModel *disabled() { return &m_disabled; }
@@ -32,10 +31,11 @@ public:
     Q_INVOKABLE void explain(const QString &id);
     Q_INVOKABLE void disable(const QString &id);
     Q_INVOKABLE void enable(const QString &id);
-    Q_INVOKABLE void reveal(const QString &id);
-    Q_INVOKABLE void openSettings();
+    /// What the menu of that item's row says.
+    Q_INVOKABLE void follow(int command, const QString &id);
+    Q_INVOKABLE void openSettings() { m_context.startup.openLoginItemSettings(); }
     /// Looks again for what was turned off.
-    Q_INVOKABLE void look();
+    Q_INVOKABLE void look() { m_context.startup.lookForDisabled(); }
 
 Q_SIGNALS:
     void busyChanged();
@@ -46,7 +46,7 @@ private:
 
     UserInterfaceContext m_context;
     MainWindowCoordinator &m_coordinator;
-    RowModel m_disabled;
+    RowModel m_disabled{this};
 };
 
 } // namespace swabby

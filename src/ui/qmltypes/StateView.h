@@ -1,6 +1,9 @@
 #pragma once
 
+#include "health/HealthRules.h"
 #include "ui/presentation/BatteryText.h"
+#include "ui/presentation/HealthText.h"
+#include "ui/presentation/NetworkText.h"
 #include "ui/presentation/ProcessText.h"
 #include "ui/qmltypes/Figures.h"
 #include "ui/qmltypes/RowModel.h"
@@ -20,6 +23,8 @@ class StateView : public QObject {
     Q_PROPERTY(bool isHealthy READ isHealthy NOTIFY changed)
     Q_PROPERTY(QString healthWord READ healthWord NOTIFY changed)
     Q_PROPERTY(int healthTint READ healthTint NOTIFY changed)
+    Q_PROPERTY(QString checkInvitation READ checkInvitation NOTIFY changed)
+    Q_PROPERTY(QString noProcesses READ noProcesses NOTIFY changed)
     Q_PROPERTY(swabby::SpeedDay speedDay READ speedDay NOTIFY changed)
     Q_PROPERTY(bool hasSpeedLine READ hasSpeedLine NOTIFY changed)
     Q_PROPERTY(QString averageSpeed READ averageSpeed NOTIFY changed)
@@ -42,22 +47,24 @@ class StateView : public QObject {
     Q_PROPERTY(swabby::RowModel *startupRest READ startupRest CONSTANT)
 
 public:
-    explicit StateView(QObject *parent = nullptr);
+    using QObject::QObject;
 
     void show(const Figures &figures, bool isCompact);
     const Figures &figures() const { return m_figures; }
 
     bool isKnown() const { return m_figures.isKnown; }
     bool isHealthy() const { return m_figures.health == HealthLevel::green; }
-    QString healthWord() const;
-    int healthTint() const;
-    SpeedDay speedDay() const;
+    QString healthWord() const { return swabby::healthWord(m_figures.health); }
+    int healthTint() const { return static_cast<int>(tintOf(m_figures.health)); }
+    QString checkInvitation() const { return checkInvitationText(isKnown(), isHealthy()); }
+    QString noProcesses() const { return noProcessesText(isKnown()); }
+    SpeedDay speedDay() const { return {speedStretches(m_figures.history, m_figures.time)}; }
     bool hasSpeedLine() const;
-    QString averageSpeed() const;
-    QString speedSentence() const;
-    BatterySummary battery() const;
-    QString networkRate() const;
-    QString networkSentence() const;
+    QString averageSpeed() const { return averageSpeedText(m_figures.history); }
+    QString speedSentence() const { return speedHistorySentence(m_figures.history); }
+    BatterySummary battery() const { return batterySummary(m_figures.stats); }
+    QString networkRate() const { return totalNetworkRate(m_figures.networkUsers); }
+    QString networkSentence() const { return swabby::networkSentence(m_figures.networkUsers); }
     bool isCompact() const { return m_isCompact; }
     QString searchText() const { return m_searchText; }
     void setSearchText(const QString &text);
@@ -84,17 +91,18 @@ private:
     Figures m_figures;
     bool m_isCompact = false;
     QString m_searchText;
-    RowModel m_gauges;
-    RowModel m_issues;
-    RowModel m_speedIssues;
-    RowModel m_leaks;
-    RowModel m_topProcesses;
-    RowModel m_processes;
-    RowModel m_drainers;
-    RowModel m_networkUsers;
-    RowModel m_browsers;
-    RowModel m_startupToReview;
-    RowModel m_startupRest;
+    // QML deletes what it is handed without a parent.
+    RowModel m_gauges{this};
+    RowModel m_issues{this};
+    RowModel m_speedIssues{this};
+    RowModel m_leaks{this};
+    RowModel m_topProcesses{this};
+    RowModel m_processes{this};
+    RowModel m_drainers{this};
+    RowModel m_networkUsers{this};
+    RowModel m_browsers{this};
+    RowModel m_startupToReview{this};
+    RowModel m_startupRest{this};
 };
 
 } // namespace swabby

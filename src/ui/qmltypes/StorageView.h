@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engine/ByteCount.h"
 #include "flows/cleanup/StorageScans.h"
 #include "ui/qmltypes/RemovableList.h"
 #include "ui/qmltypes/WindowContext.h"
@@ -7,7 +8,6 @@
 #include <QtCore/QObject>
 #include <QtQml/qqmlregistration.h>
 
-#include <memory>
 #include <set>
 
 namespace swabby {
@@ -34,8 +34,7 @@ class StorageView : public QObject {
     Q_PROPERTY(swabby::RemovableList *applications READ applications CONSTANT)
 
 public:
-    StorageView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator,
-                QObject *parent = nullptr);
+    StorageView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator, QObject *parent);
 
     /// The page appears; the first time it looks for caches.
     Q_INVOKABLE void enter();
@@ -43,23 +42,30 @@ public:
     Q_INVOKABLE void stop(swabby::RemovableList *list);
     Q_INVOKABLE void setSelected(const QString &id, bool isSelected);
     /// Asks before everything in the queue goes.
-    Q_INVOKABLE void cleanUp();
+    Q_INVOKABLE void cleanUp() { ask(m_queue); }
     /// Looks for what goes with an application, then asks.
-    Q_INVOKABLE void uninstall(const QString &id);
+    Q_INVOKABLE void uninstall(const QString &id) { m_scans.prepare(id); }
 
-    bool isScanning() const;
-    QString freeText() const;
-    QString totalText() const;
+    bool isScanning() const
+    {
+        return m_quickClean.text().isScanning || m_duplicates.text().isScanning ||
+               m_forgottenFiles.text().isScanning || m_applications.text().isScanning;
+    }
+    QString freeText() const { return fileByteCount(m_context.state.stats().diskFreeBytes); }
+    QString totalText() const { return swabby::totalText(m_context.state.stats().diskTotalBytes); }
     /// Of the disk, without what can be cleared.
     double usedFraction() const;
     double clearableFraction() const;
-    QString clearableText() const;
+    QString clearableText() const { return swabby::clearableText(m_clearableBytes); }
     /// What the queue is, while it is empty.
-    QString queueNote() const;
-    QString queueText() const;
+    QString queueNote() const { return queueNoteText(m_queue.empty()); }
+    QString queueText() const { return swabby::queueText(m_queue); }
     bool canCleanUp() const { return !m_queue.empty(); }
     /// What left this computer for the suggestions; empty when nothing did.
-    QString sentNote() const;
+    QString sentNote() const
+    {
+        return suggestionsNoteText(m_scans.findings(ClutterKind::quickClean).wasSent);
+    }
     RemovableList *quickClean() { return &m_quickClean; }
     RemovableList *duplicates() { return &m_duplicates; }
     RemovableList *forgottenFiles() { return &m_forgottenFiles; }
@@ -81,15 +87,15 @@ private:
 
     UserInterfaceContext m_context;
     MainWindowCoordinator &m_coordinator;
-    RemovableList m_quickClean;
-    RemovableList m_duplicates;
-    RemovableList m_forgottenFiles;
-    RemovableList m_applications;
+    RemovableList m_quickClean{this};
+    RemovableList m_duplicates{this};
+    RemovableList m_forgottenFiles{this};
+    RemovableList m_applications{this};
     std::set<QString> m_selected;
     std::vector<RemovableItem> m_queue;
     std::vector<RemovableItem> m_prepared; ///< to be asked about
     std::int64_t m_clearableBytes = 0;
-    std::unique_ptr<StorageScans> m_scans;
+    StorageScans m_scans;
 };
 
 } // namespace swabby

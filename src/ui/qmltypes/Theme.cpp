@@ -55,9 +55,10 @@ void Theme::follow()
 
 void Theme::choose()
 {
-    m_colors = isDark() ? darkColors() : lightColors();
-    if (const auto &accent = m_desktop->now().accent)
-        m_colors = withAccent(m_colors, *accent);
+    ThemeColors &colors = *this;
+    colors = isDark() ? darkColors() : lightColors();
+    if (const auto &chosen = m_desktop->now().accent)
+        colors = withAccent(colors, *chosen);
 }
 
 Theme *Theme::create(QQmlEngine *engine, QJSEngine *)

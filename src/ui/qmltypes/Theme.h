@@ -13,32 +13,32 @@ class QQmlEngine;
 
 namespace swabby {
 
-/// The colours, fonts and durations of every view.
-class Theme : public QObject {
+/// The colours in force, and the fonts and durations of every view.
+class Theme : public QObject, public ThemeColors {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
     Q_PROPERTY(bool isDark READ isDark NOTIFY changed)
-    Q_PROPERTY(QColor window READ window NOTIFY changed)
-    Q_PROPERTY(QColor sidebar READ sidebar NOTIFY changed)
-    Q_PROPERTY(QColor card READ card NOTIFY changed)
-    Q_PROPERTY(QColor hairline READ hairline NOTIFY changed)
-    Q_PROPERTY(QColor quietFill READ quietFill NOTIFY changed)
-    Q_PROPERTY(QColor hoverFill READ hoverFill NOTIFY changed)
-    Q_PROPERTY(QColor primary READ primary NOTIFY changed)
-    Q_PROPERTY(QColor secondary READ secondary NOTIFY changed)
-    Q_PROPERTY(QColor tertiary READ tertiary NOTIFY changed)
-    Q_PROPERTY(QColor accent READ accent NOTIFY changed)
-    Q_PROPERTY(QColor accentFill READ accentFill NOTIFY changed)
-    Q_PROPERTY(QColor dangerFill READ dangerFill NOTIFY changed)
-    Q_PROPERTY(QColor onAccent READ onAccent NOTIFY changed)
-    Q_PROPERTY(QColor cardEdge READ cardEdge NOTIFY changed)
-    Q_PROPERTY(QColor shadow READ shadow NOTIFY changed)
-    Q_PROPERTY(QColor scrim READ scrim NOTIFY changed)
-    Q_PROPERTY(QColor trustStar READ trustStar NOTIFY changed)
-    Q_PROPERTY(QList<QColor> marks READ marks NOTIFY changed)
-    Q_PROPERTY(QList<QColor> inks READ inks NOTIFY changed)
-    Q_PROPERTY(QList<QColor> washes READ washes NOTIFY changed)
+    Q_PROPERTY(QColor window MEMBER window NOTIFY changed)
+    Q_PROPERTY(QColor sidebar MEMBER sidebar NOTIFY changed)
+    Q_PROPERTY(QColor card MEMBER card NOTIFY changed)
+    Q_PROPERTY(QColor hairline MEMBER hairline NOTIFY changed)
+    Q_PROPERTY(QColor quietFill MEMBER quietFill NOTIFY changed)
+    Q_PROPERTY(QColor hoverFill MEMBER hoverFill NOTIFY changed)
+    Q_PROPERTY(QColor primary MEMBER primary NOTIFY changed)
+    Q_PROPERTY(QColor secondary MEMBER secondary NOTIFY changed)
+    Q_PROPERTY(QColor tertiary MEMBER tertiary NOTIFY changed)
+    Q_PROPERTY(QColor accent MEMBER accent NOTIFY changed)
+    Q_PROPERTY(QColor accentFill MEMBER accentFill NOTIFY changed)
+    Q_PROPERTY(QColor dangerFill MEMBER dangerFill NOTIFY changed)
+    Q_PROPERTY(QColor onAccent MEMBER onAccent NOTIFY changed)
+    Q_PROPERTY(QColor cardEdge MEMBER cardEdge NOTIFY changed)
+    Q_PROPERTY(QColor shadow MEMBER shadow NOTIFY changed)
+    Q_PROPERTY(QColor scrim MEMBER scrim NOTIFY changed)
+    Q_PROPERTY(QColor trustStar MEMBER trustStar NOTIFY changed)
+    Q_PROPERTY(QList<QColor> marks MEMBER marks NOTIFY changed)
+    Q_PROPERTY(QList<QColor> inks MEMBER inks NOTIFY changed)
+    Q_PROPERTY(QList<QColor> washes MEMBER washes NOTIFY changed)
     Q_PROPERTY(QList<QColor> tiles READ tiles CONSTANT)
     Q_PROPERTY(QFont resultFont READ resultFont CONSTANT)
     Q_PROPERTY(QFont figureFont READ figureFont CONSTANT)
@@ -71,26 +71,6 @@ public:
     /// Hears when the desktop's palette changes.
     bool eventFilter(QObject *watched, QEvent *event) override;
 
-    QColor window() const { return colors().window; }
-    QColor sidebar() const { return colors().sidebar; }
-    QColor card() const { return colors().card; }
-    QColor hairline() const { return colors().hairline; }
-    QColor quietFill() const { return colors().quietFill; }
-    QColor hoverFill() const { return colors().hoverFill; }
-    QColor primary() const { return colors().primary; }
-    QColor secondary() const { return colors().secondary; }
-    QColor tertiary() const { return colors().tertiary; }
-    QColor accent() const { return colors().accent; }
-    QColor accentFill() const { return colors().accentFill; }
-    QColor dangerFill() const { return colors().dangerFill; }
-    QColor onAccent() const { return colors().onAccent; }
-    QColor cardEdge() const { return colors().cardEdge; }
-    QColor shadow() const { return colors().shadow; }
-    QColor scrim() const { return colors().scrim; }
-    QColor trustStar() const { return colors().trustStar; }
-    QList<QColor> marks() const { return QList<QColor>(colors().marks.begin(), colors().marks.end()); }
-    QList<QColor> inks() const { return QList<QColor>(colors().inks.begin(), colors().inks.end()); }
-    QList<QColor> washes() const { return QList<QColor>(colors().washes.begin(), colors().washes.end()); }
     QList<QColor> tiles() const { return tileColors(); }
 
     QFont resultFont() const { return font(22, QFont::DemiBold); }
@@ -115,7 +95,6 @@ Q_SIGNALS:
     void changed();
 
 private:
-    const ThemeColors &colors() const { return m_colors; }
     void follow();
     void choose();
     static QFont font(double pixels, QFont::Weight weight);
@@ -123,7 +102,6 @@ private:
     ThemeChoice m_choice;
     bool m_isStill = false;
     std::unique_ptr<DesktopAppearance> m_desktop;
-    ThemeColors m_colors;
 };
 
 } // namespace swabby

@@ -25,24 +25,24 @@ enum class ThemeChoice { system, light, dark };
 
 /// What the windows are told by the program that opens them.
 struct UserInterfaceContext {
-    AppState *state = nullptr;
-    // What the windows act through; the application's, and alive as long as any window.
-    CloudAI *ai = nullptr;
-    CleanupFlow *cleanup = nullptr;
-    QuitFlow *quitting = nullptr;
-    StartupFlow *startup = nullptr;
-    /// For what may wait for the system; set by the windows' library.
-    BackgroundWork *errands = nullptr;
+    // What the windows show and act through; the application's, and alive as long as any window.
+    AppState &state;
+    CloudAI &ai;
+    CleanupFlow &cleanup;
+    QuitFlow &quitting;
+    StartupFlow &startup;
+    /// For what may wait for the system.
+    BackgroundWork &systemCalls;
     ThemeChoice theme = ThemeChoice::system;
     /// Whether Swabby can still be reached once its last window is closed.
-    std::function<bool()> staysWithoutWindow = {};
-    std::function<void()> quit = {};
+    std::function<bool()> staysWithoutWindow = [] { return true; };
+    std::function<void()> quit = [] {};
     /// Called when the choice to show Swabby in the Dock was stored.
-    std::function<void()> dockChoiceChanged = {};
+    std::function<void()> dockChoiceChanged = [] {};
     // How one window leads to another; set by the windows' library.
-    std::function<void()> openMainWindow = {};
-    std::function<void()> openAskWindow = {};
-    std::function<void()> openSettingsWindow = {};
+    std::function<void()> openMainWindow = [] {};
+    std::function<void()> openAskWindow = [] {};
+    std::function<void()> openSettingsWindow = [] {};
 };
 
 } // namespace swabby

@@ -63,10 +63,8 @@ ScrollPage {
 
                             required property fact modelData
 
-                            PlainLabel {
+                            Remark {
                                 text: factColumn.modelData.label
-                                font: Theme.smallFont
-                                color: Theme.secondary
                             }
 
                             PlainLabel {
@@ -90,7 +88,7 @@ ScrollPage {
 
             CardHeading {
                 anchors.verticalCenter: parent.verticalCenter
-                text: page.battery.isPresent ? "Using the most battery" : "Using the most energy"
+                text: page.battery.drainersHeading
             }
 
             ProcessSearchField {

@@ -25,11 +25,8 @@ ScrollPage {
         spacing: 12
         visible: page.check.isStopped && !page.check.isScanning
 
-        PlainLabel {
-            width: parent.width
-            horizontalAlignment: Text.AlignHCenter
+        CenteredLabel {
             text: "The check was stopped before it was done."
-            color: Theme.secondary
         }
     }
 
@@ -60,21 +57,18 @@ ScrollPage {
         }
 
         Hairline {
-            width: parent.width
         }
 
         Item {
             width: parent.width
             height: 38
 
-            PlainLabel {
+            Remark {
                 anchors.left: parent.left
                 anchors.right: remove.left
                 anchors.rightMargin: 12
                 anchors.verticalCenter: remove.verticalCenter
-                text: "Nothing is removed until you confirm."
-                font: Theme.smallFont
-                color: Theme.secondary
+                text: Words.untilConfirmed
             }
 
             ActionButton {

@@ -59,17 +59,14 @@ ScrollPage {
             }
         }
 
-        PlainLabel {
-            width: parent.width
-            horizontalAlignment: Text.AlignHCenter
-            text: page.developer.text.isScanning ? page.developer.text.progress : "See how much space your developer tools hold on to."
+        CenteredLabel {
+            text: page.developer.text.isScanning ? page.developer.text.progress : page.developer.text.subtitle
             elide: Text.ElideMiddle
-            color: Theme.secondary
         }
 
         ActionButton {
             anchors.horizontalCenter: parent.horizontalCenter
-            text: page.developer.text.isScanning ? "Stop" : page.developer.text.action
+            text: page.developer.text.action
             isProminent: !page.developer.text.isScanning
             onActivated: page.developer.text.isScanning ? page.developer.stop() : page.developer.scan()
         }
@@ -81,7 +78,7 @@ ScrollPage {
 
         CleanupHeader {
             symbol: "hammer"
-            title: "Xcode DerivedData"
+            title: Words.xcodeCache
             subtitle: "Build cache automatically rebuilt on next compilation."
 
             PlainLabel {
@@ -93,7 +90,7 @@ ScrollPage {
             ActionButton {
                 anchors.verticalCenter: parent.verticalCenter
                 text: "Remove"
-                name: "Remove: Xcode DerivedData"
+                name: "Remove: " + Words.xcodeCache
                 onActivated: page.developer.removeBuildCache()
             }
         }
@@ -145,13 +142,10 @@ ScrollPage {
         width: parent.width
         visible: page.developer.text.empty !== ""
 
-        PlainLabel {
-            width: parent.width
+        CenteredLabel {
             topPadding: 8
             bottomPadding: 8
-            horizontalAlignment: Text.AlignHCenter
             text: page.developer.text.empty
-            color: Theme.secondary
         }
     }
 }

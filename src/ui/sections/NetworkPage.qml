@@ -15,21 +15,14 @@ ScrollPage {
             width: parent.width
             height: 40
 
-            Rectangle {
+            SymbolPlate {
                 id: plate
 
                 width: 40
                 height: 40
                 radius: 10
-                color: Theme.washes[Tints.accent]
-
-                SymbolItem {
-                    anchors.centerIn: parent
-                    width: 20
-                    height: 20
-                    name: "wifi"
-                    color: Theme.accent
-                }
+                symbol: "wifi"
+                symbolSize: 20
             }
 
             Column {
@@ -44,11 +37,9 @@ ScrollPage {
                     font: Theme.figureFont
                 }
 
-                PlainLabel {
+                Remark {
                     width: parent.width
                     text: page.view.state.networkSentence
-                    font: Theme.smallFont
-                    color: Theme.secondary
                 }
             }
         }
@@ -78,7 +69,7 @@ ScrollPage {
             width: parent.width
             view: page.view
             rows: page.view.state.networkUsers
-            emptyText: "Nothing is using the network right now."
+            emptyText: page.view.state.networkSentence
             hasBars: true
         }
     }

@@ -47,7 +47,7 @@ ScrollPage {
             width: parent.width
             view: page.view
             rows: page.view.state.processes
-            emptyText: "No processes found."
+            emptyText: page.view.state.noProcesses
             visible: page.view.speedView === 0
         }
 
@@ -55,12 +55,10 @@ ScrollPage {
             width: parent.width
             visible: page.view.speedView === 1
 
-            PlainLabel {
+            Remark {
                 width: parent.width
                 bottomPadding: 4
                 text: "Browser memory usage across all open tabs."
-                font: Theme.smallFont
-                color: Theme.secondary
             }
 
             Repeater {
@@ -72,19 +70,15 @@ ScrollPage {
                     width: parent.width
 
                     Hairline {
-                        width: parent.width
                         visible: parent.index > 0
                     }
                 }
             }
 
-            PlainLabel {
-                width: parent.width
+            CenteredLabel {
                 topPadding: 12
                 bottomPadding: 12
-                horizontalAlignment: Text.AlignHCenter
                 text: "No active browsers."
-                color: Theme.secondary
                 visible: page.view.state.browsers.count === 0
             }
         }

@@ -33,11 +33,8 @@ ScrollPage {
         width: parent.width
         visible: page.view.state.startupToReview.count + page.view.state.startupRest.count === 0
 
-        PlainLabel {
-            width: parent.width
-            horizontalAlignment: Text.AlignHCenter
+        CenteredLabel {
             text: "Nothing starts by itself when you log in."
-            color: Theme.secondary
         }
     }
 
@@ -45,7 +42,7 @@ ScrollPage {
         width: parent.width
         height: Math.max(32, words.height)
 
-        Paragraph {
+        Note {
             id: words
 
             anchors.left: parent.left
@@ -53,8 +50,6 @@ ScrollPage {
             anchors.rightMargin: 12
             anchors.verticalCenter: parent.verticalCenter
             text: "System-wide items are changed in the system's own settings."
-            font: Theme.smallFont
-            color: Theme.secondary
         }
 
         ActionButton {
@@ -62,7 +57,7 @@ ScrollPage {
 
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
-            text: "Open Startup Items in System Settings"
+            text: Words.loginItemSettings
             onActivated: page.view.startup.openSettings()
         }
     }

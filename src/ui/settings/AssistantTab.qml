@@ -15,17 +15,11 @@ ScrollPage {
         width: parent.width
         verticalPadding: 6
 
-        SettingRow {
+        SwitchRow {
             width: parent.width
             isFirst: true
-            label: "Use the AI assistant"
-            detail: "It explains programs and answers questions. Without it nothing is sent anywhere."
-
-            Switch {
-                name: "Use the AI assistant"
-                isOn: page.view.aiEnabled
-                onActivated: page.view.setSwitch("aiEnabled", !isOn)
-            }
+            setting: page.view.assistant
+            onToggled: page.view.toggle(setting.key)
         }
     }
 
@@ -37,11 +31,9 @@ ScrollPage {
             text: "Your own key"
         }
 
-        Paragraph {
+        Note {
             width: parent.width
             text: "With an Anthropic API key of yours, questions go straight there. The key is kept with your passwords and never shown again."
-            font: Theme.smallFont
-            color: Theme.secondary
         }
 
         Row {
@@ -56,7 +48,7 @@ ScrollPage {
                 width: entry.width - saveButton.width - (removeButton.visible ? removeButton.width + 8 : 0) - 8
                 implicitHeight: 28
                 name: "API key"
-                placeholder: page.view.key.isStored ? "Another key" : "Paste your key"
+                placeholder: page.view.key.placeholder
                 echoMode: TextInput.Password
                 onAccepted: page.save()
             }
@@ -96,11 +88,9 @@ ScrollPage {
                 visible: page.view.key.isBusy
             }
 
-            Paragraph {
+            Note {
                 width: parent.width - 24
                 text: page.view.key.sentence
-                font: Theme.smallFont
-                color: Theme.secondary
             }
         }
     }

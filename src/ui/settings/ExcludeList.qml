@@ -19,11 +19,9 @@ Card {
         text: "Never remove"
     }
 
-    Paragraph {
+    Note {
         width: parent.width
         text: "Nothing in these places is ever offered for cleaning. Type a path, or drop a folder here."
-        font: Theme.smallFont
-        color: Theme.secondary
     }
 
     Column {
@@ -44,7 +42,6 @@ Card {
                 Accessible.name: modelData
 
                 Hairline {
-                    width: parent.width
                 }
 
                 SymbolItem {

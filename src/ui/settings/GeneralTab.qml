@@ -10,32 +10,22 @@ ScrollPage {
         width: parent.width
         verticalPadding: 6
 
-        SettingRow {
+        SwitchRow {
             width: parent.width
             isFirst: true
-            label: "Show Swabby in the Dock"
-            detail: "While one of its windows is open it always shows there"
-
-            Switch {
-                name: "Show Swabby in the Dock"
-                isOn: page.view.showInDock
-                onActivated: page.view.setSwitch("showInDock", !isOn)
-            }
+            setting: page.view.dock
+            onToggled: page.view.toggle(setting.key)
         }
 
-        SettingRow {
+        SwitchRow {
             width: parent.width
-            label: "Open automatically on login"
-            detail: "It starts quietly, without a window"
-
-            Switch {
-                name: "Open automatically on login"
-                isOn: page.view.opensAtLogin
-                onActivated: page.view.setOpensAtLogin(!isOn)
-            }
+            setting: page.view.login
+            onToggled: page.view.toggleLogin()
         }
 
         SettingRow {
+            id: rows
+
             width: parent.width
             label: "Rows in lists"
             detail: "How much room each program gets"
@@ -44,7 +34,7 @@ ScrollPage {
                 id: density
 
                 width: 200
-                name: "Rows in lists"
+                name: rows.label
                 choices: ["Comfortable", "Compact"]
                 onCurrentChanged: page.view.setCompact(current === 1)
 
@@ -64,11 +54,8 @@ ScrollPage {
         view: page.view
     }
 
-    PlainLabel {
-        width: parent.width
-        horizontalAlignment: Text.AlignHCenter
+    CenteredLabel {
         text: page.view.about
         font: Theme.hintFont
-        color: Theme.secondary
     }
 }

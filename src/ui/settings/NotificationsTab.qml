@@ -10,34 +10,22 @@ ScrollPage {
         width: parent.width
         verticalPadding: 6
 
-        SettingRow {
+        SwitchRow {
             width: parent.width
             isFirst: true
-            label: "Notify when attention is needed"
-            detail: "One message when your Mac starts struggling"
-
-            Switch {
-                name: "Notify when attention is needed"
-                isOn: page.view.notifyOnRed
-                onActivated: page.view.setSwitch("notifyOnRed", !isOn)
-            }
+            setting: page.view.redNotification
+            onToggled: page.view.toggle(setting.key)
         }
 
-        SettingRow {
+        SwitchRow {
             width: parent.width
-            label: "Notify when there's a lot to clean up"
-            detail: "Looked at every three days at most"
-
-            Switch {
-                name: "Notify when there's a lot to clean up"
-                isOn: page.view.notifyOnStorage
-                onActivated: page.view.setSwitch("notifyOnStorage", !isOn)
-            }
+            setting: page.view.storageNotification
+            onToggled: page.view.toggle(setting.key)
         }
 
         SliderRow {
             width: parent.width
-            enabled: page.view.notifyOnStorage
+            enabled: page.view.storageNotification.isOn
             opacity: enabled ? 1 : 0.5
             setting: page.view.reminder
             onMoved: wanted => page.view.setNumber(setting.key, wanted)
@@ -54,7 +42,7 @@ ScrollPage {
 
         Paragraph {
             width: parent.width
-            text: page.view.snoozed !== "" ? page.view.snoozed : "Nothing is snoozed. The weekly summary comes either way."
+            text: page.view.snoozed
             color: Theme.secondary
         }
 
@@ -73,7 +61,7 @@ ScrollPage {
 
             ActionButton {
                 text: "End snooze"
-                visible: page.view.snoozed !== ""
+                visible: page.view.isSnoozed
                 onActivated: page.view.endSnooze()
             }
         }

@@ -13,7 +13,6 @@ Item {
     implicitHeight: Math.max(words.implicitHeight, slot.height) + 22
 
     Hairline {
-        width: parent.width
         visible: !row.isFirst
     }
 
@@ -31,11 +30,9 @@ Item {
             text: row.label
         }
 
-        Paragraph {
+        Note {
             width: parent.width
             text: row.detail
-            font: Theme.smallFont
-            color: Theme.secondary
             visible: text !== ""
         }
     }

@@ -30,14 +30,12 @@ ScrollPage {
         width: parent.width
         height: 28
 
-        PlainLabel {
+        Remark {
             anchors.left: parent.left
             anchors.right: restore.left
             anchors.rightMargin: 12
             anchors.verticalCenter: parent.verticalCenter
             text: "Changes count from the next check, within a minute."
-            font: Theme.smallFont
-            color: Theme.secondary
         }
 
         ActionButton {

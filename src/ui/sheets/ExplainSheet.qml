@@ -7,11 +7,12 @@ Sheet {
 
     required property MainWindowView view
     readonly property ExplainView explanation: sheet.view.coordinator.explanation
+    readonly property explainText subject: explanation.subject
 
     implicitWidth: 420
     inset: 22
     headerHeight: 40
-    name: "What is this? " + explanation.name
+    name: Words.explain + " " + subject.name
     onConfirmed: dismissed()
 
     header: [
@@ -22,7 +23,7 @@ Sheet {
             width: 40
             height: 40
             letterFont: Theme.titleFont
-            tile: sheet.explanation.tile
+            tile: sheet.subject.tile
         },
         Column {
             anchors.left: tile.right
@@ -32,15 +33,13 @@ Sheet {
 
             NameLabel {
                 width: parent.width
-                text: sheet.explanation.name
+                text: sheet.subject.name
                 font: Theme.titleFont
                 Accessible.role: Accessible.Heading
             }
 
-            PlainLabel {
-                text: "What is this?"
-                font: Theme.smallFont
-                color: Theme.secondary
+            Remark {
+                text: Words.explain
             }
         },
         SymbolButton {
@@ -84,26 +83,23 @@ Sheet {
             spacing: 8
 
             Chip {
-                text: sheet.explanation.recommendation
-                tint: sheet.explanation.recommendationTint
+                text: sheet.subject.recommendation
+                tint: sheet.subject.recommendationTint
             }
 
             TrustChip {
-                text: sheet.explanation.trust
+                text: sheet.subject.trust
             }
         }
 
-        PlainLabel {
+        Remark {
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
-            text: sheet.explanation.figures
-            font: Theme.smallFont
-            color: Theme.secondary
+            text: sheet.subject.figures
         }
     }
 
     Hairline {
-        width: parent.width
     }
 
     footer: [
@@ -124,8 +120,8 @@ Sheet {
             spacing: 8
 
             ActionButton {
-                text: sheet.explanation.actionLabel
-                tip: sheet.explanation.actionHint
+                text: sheet.subject.actionLabel
+                tip: sheet.subject.actionHint
                 onActivated: sheet.explanation.act()
             }
 

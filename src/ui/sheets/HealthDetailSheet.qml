@@ -53,7 +53,7 @@ Sheet {
 
     HealthAllClearRow {
         width: parent.width
-        text: "Nothing needs your attention — your Mac is running smoothly."
+        text: Words.allIsWell
         visible: sheet.view.state.issues.count === 0
     }
 

@@ -7,19 +7,19 @@ Sheet {
 
     required property MainWindowView view
 
-    name: "Quit Swabby?"
+    name: Words.quit + "?"
     onConfirmed: dismissed()
 
     header: PlainLabel {
         anchors.fill: parent
         verticalAlignment: Text.AlignVCenter
-        text: "Quit Swabby?"
+        text: sheet.name
         font: Theme.titleFont
     }
 
     Paragraph {
         width: parent.width
-        text: "Closing this window also ends Swabby — there is no menu bar here to keep it in."
+        text: Words.lastWindow
         color: Theme.secondary
     }
 
@@ -28,7 +28,7 @@ Sheet {
         spacing: 8
 
         ActionButton {
-            text: "Quit Swabby"
+            text: Words.quit
             onActivated: sheet.view.quit()
         }
 

@@ -32,7 +32,7 @@ Sheet {
         Paragraph {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
-            text: "Welcome to Swabby"
+            text: sheet.name
             font: Theme.resultFont
             Accessible.role: Accessible.Heading
         }
@@ -40,7 +40,7 @@ Sheet {
         Paragraph {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
-            text: "It keeps an eye on your Mac, so you don't have to."
+            text: Words.welcome
             color: Theme.secondary
         }
     }
@@ -63,18 +63,13 @@ Sheet {
                 width: parent.width - 12
                 spacing: 14
 
-                Rectangle {
+                SymbolPlate {
                     width: 36
                     height: 36
                     anchors.verticalCenter: parent.verticalCenter
                     radius: 9
-                    color: Theme.washes[Tints.accent]
-
-                    SymbolItem {
-                        anchors.centerIn: parent
-                        name: point.modelData.symbol
-                        color: Theme.inks[Tints.accent]
-                    }
+                    symbol: point.modelData.symbol
+                    ink: Theme.inks[Tints.accent]
                 }
 
                 Explanation {

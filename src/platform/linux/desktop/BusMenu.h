@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/desktop/TrayMenu.h"
 #include "platform/linux/desktop/StatusNotifierObject.h"
-#include "platform/linux/desktop/TrayMenu.h"
 
 namespace swabby {
 

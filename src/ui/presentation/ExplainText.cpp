@@ -1,0 +1,32 @@
+#include "ui/presentation/ExplainText.h"
+
+#include "engine/ByteCount.h"
+#include "ui/presentation/ConfirmationText.h"
+#include "ui/presentation/MenuText.h"
+#include "ui/presentation/PlainWords.h"
+
+namespace swabby {
+
+ExplainText explainText(const ExplainRequest &request)
+{
+    ExplainText text;
+    text.recommendation = recommendationLabel(recommendation(request));
+    text.recommendationTint = tintOf(recommendation(request));
+    if (const auto *process = std::get_if<ProcessSample>(&request.kind)) {
+        const MenuEntry forceQuit = processMenu(false).first();
+        text.name = oneLine(process->name);
+        text.tile = tileOf(*process);
+        text.trust = trustText(process->trustRatio());
+        text.figures = wholeNumberText(process->cpuPercent) + QStringLiteral("% · ") +
+                       fileByteCount(static_cast<std::int64_t>(process->rssBytes));
+        text.actionLabel = forceQuit.label;
+        text.actionHint = forceQuit.hint;
+    } else if (const auto *item = std::get_if<LoginItem>(&request.kind)) {
+        text.name = oneLine(item->label);
+        text.tile = tileOf(*item);
+        text.actionLabel = item->canDisableInPlace ? QStringLiteral("Disable") : loginItemSettingsLabel();
+    }
+    return text;
+}
+
+} // namespace swabby

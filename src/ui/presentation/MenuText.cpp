@@ -1,0 +1,56 @@
+#include "ui/presentation/MenuText.h"
+
+#include "flows/cleanup/ConfirmationBuilder.h"
+#include "platform/desktop/TrayMenu.h"
+#include "startup/LoginItem.h"
+
+namespace swabby {
+namespace {
+
+MenuEntry entry(RowCommand command, const QString &label, const QString &hint = {})
+{
+    return {static_cast<int>(command), label, hint};
+}
+
+} // namespace
+
+QList<MenuEntry> itemMenu()
+{
+    QList<MenuEntry> entries;
+    bool isParted = false;
+    for (const TrayMenuLine &line : trayMenu) {
+        if (line.command)
+            entries.append({static_cast<int>(*line.command), QString::fromUtf8(line.text), {}, isParted});
+        isParted = !line.command;
+    }
+    return entries;
+}
+
+QList<MenuEntry> processMenu(bool isTight)
+{
+    QList<MenuEntry> entries = {
+        entry(RowCommand::forceQuit, QStringLiteral("Force Quit"), ConfirmationBuilder::forceQuitWarning())};
+    if (isTight)
+        entries.prepend(entry(RowCommand::explain, explainLabel()));
+    return entries;
+}
+
+QList<MenuEntry> startupMenu(const LoginItem &item)
+{
+    QList<MenuEntry> entries = {entry(RowCommand::openLoginItemSettings, loginItemSettingsLabel())};
+    if (!item.plistPath.isEmpty())
+        entries.prepend(entry(RowCommand::reveal, QStringLiteral("Reveal in Finder")));
+    return entries;
+}
+
+QString explainLabel()
+{
+    return QStringLiteral("What is this?");
+}
+
+QString loginItemSettingsLabel()
+{
+    return QStringLiteral("Open Startup Items in System Settings");
+}
+
+} // namespace swabby

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QtCore/QList>
+#include <QtCore/QObject>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace swabby {
+
+struct LoginItem;
+
+/// What a row's own menu leads to.
+enum class RowCommand { explain, forceQuit, reveal, openLoginItemSettings };
+
+/// A line of a menu. It carries what it does, which is handed back when it is chosen.
+struct MenuEntry {
+    Q_GADGET
+    QML_VALUE_TYPE(menuEntry)
+    Q_PROPERTY(int command MEMBER command)
+    Q_PROPERTY(QString label MEMBER label)
+    Q_PROPERTY(QString hint MEMBER hint)
+    Q_PROPERTY(bool isParted MEMBER isParted)
+
+public:
+    int command = 0; ///< a TrayCommand in the item's menu, else a RowCommand
+    QString label;
+    QString hint;          ///< the tooltip
+    bool isParted = false; ///< a line stands between it and the one above
+
+    bool operator==(const MenuEntry &) const = default;
+};
+
+/// The menu of the item in the menu bar.
+QList<MenuEntry> itemMenu();
+/// What can be done about a program beside its buttons; where there is no room for all of them, more.
+QList<MenuEntry> processMenu(bool isTight);
+QList<MenuEntry> startupMenu(const LoginItem &item);
+
+/// "What is this?", on buttons too.
+QString explainLabel();
+QString loginItemSettingsLabel();
+
+} // namespace swabby

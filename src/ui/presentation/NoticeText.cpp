@@ -1,0 +1,28 @@
+#include "ui/presentation/NoticeText.h"
+
+#include "ui/presentation/PlainWords.h"
+
+namespace swabby {
+
+QString noticeText(Notice notice, const QString &name)
+{
+    switch (notice) {
+    case Notice::notStored:
+        return QStringLiteral("That could not be kept. Is the disk full?");
+    case Notice::notFollowed:
+        return QStringLiteral("That could not be changed on this computer.");
+    case Notice::notAPath:
+        return QStringLiteral("Write the whole path of a file or folder, beginning with / or ~.");
+    case Notice::nothingToShowWith:
+        return QStringLiteral("There is nothing here to show that with.");
+    case Notice::notQuit:
+        return oneLine(name) + QStringLiteral(" could not be quit. It may have ended already.");
+    case Notice::isGone:
+        return oneLine(name) + QStringLiteral(" is not running any more.");
+    case Notice::isRunning:
+        return oneLine(name) + QStringLiteral(" is running — quit it first.");
+    }
+    return {};
+}
+
+} // namespace swabby

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QtCore/QString>
+
+namespace swabby {
+
+/// What came of something else than was asked for.
+enum class Notice {
+    notStored,         ///< a setting
+    notFollowed,       ///< by the system, of a setting that it keeps
+    notAPath,          ///< what was typed
+    nothingToShowWith, ///< a file or the system's settings
+    notQuit,           ///< the named program
+    isGone,            ///< the named program, before it was quit
+    isRunning,         ///< the named application, which was to be removed
+};
+
+/// The quiet word about it; the name is made harmless.
+QString noticeText(Notice notice, const QString &name = {});
+
+} // namespace swabby

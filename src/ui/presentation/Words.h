@@ -1,0 +1,64 @@
+#pragma once
+
+#include "ui/presentation/ConfirmationText.h"
+#include "ui/presentation/HealthText.h"
+#include "ui/presentation/MenuText.h"
+#include "ui/presentation/WelcomeText.h"
+
+#include <QtCore/QObject>
+#include <QtQmlIntegration/qqmlintegration.h>
+
+namespace swabby {
+
+/// What the windows say whatever the figures are, where it names the computer or a part of its desktop, and
+/// where several controls say the same.
+class Words : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_PROPERTY(QString aboutAsking MEMBER aboutAsking CONSTANT)
+    Q_PROPERTY(QString allIsWell MEMBER allIsWell CONSTANT)
+    Q_PROPERTY(QString ask MEMBER ask CONSTANT)
+    Q_PROPERTY(QString askHint MEMBER askHint CONSTANT)
+    Q_PROPERTY(QString askPlaceholder MEMBER askPlaceholder CONSTANT)
+    Q_PROPERTY(QString check MEMBER check CONSTANT)
+    Q_PROPERTY(QString checkHint MEMBER checkHint CONSTANT)
+    Q_PROPERTY(QString dockerClutter MEMBER dockerClutter CONSTANT)
+    Q_PROPERTY(QString explain MEMBER explain CONSTANT)
+    Q_PROPERTY(QString firstLook MEMBER firstLook CONSTANT)
+    Q_PROPERTY(QString healthHint MEMBER healthHint CONSTANT)
+    Q_PROPERTY(QString issuesHint MEMBER issuesHint CONSTANT)
+    Q_PROPERTY(QString lastWindow MEMBER lastWindow CONSTANT)
+    Q_PROPERTY(QString loginItemSettings MEMBER loginItemSettings CONSTANT)
+    Q_PROPERTY(QString nothingToDo MEMBER nothingToDo CONSTANT)
+    Q_PROPERTY(QString quit MEMBER quit CONSTANT)
+    Q_PROPERTY(QString stillInTrash MEMBER stillInTrash CONSTANT)
+    Q_PROPERTY(QString untilConfirmed MEMBER untilConfirmed CONSTANT)
+    Q_PROPERTY(QString welcome MEMBER welcome CONSTANT)
+    Q_PROPERTY(QString xcodeCache MEMBER xcodeCache CONSTANT)
+
+public:
+    const QString aboutAsking = QStringLiteral("About this Mac, in your own words");
+    const QString allIsWell = QStringLiteral("Nothing needs your attention — your Mac is running smoothly.");
+    const QString ask = QStringLiteral("Ask AI");
+    const QString askHint = QStringLiteral("Ask Swabby a question");
+    const QString askPlaceholder = QStringLiteral("Ask anything about this Mac");
+    const QString check = QStringLiteral("Swabby Check");
+    const QString checkHint = QStringLiteral("One-tap check of your Mac's health");
+    const QString dockerClutter = dockerClutterText();
+    const QString explain = explainLabel();
+    const QString firstLook = firstLookText();
+    const QString healthHint = QStringLiteral("What's going on with your Mac");
+    const QString issuesHint = QStringLiteral("Tap for what's wrong and how to help");
+    const QString lastWindow =
+        QStringLiteral("Closing this window also ends Swabby — there is no menu bar here to keep it in.");
+    const QString loginItemSettings = loginItemSettingsLabel();
+    const QString nothingToDo = nothingToDoText();
+    const QString quit = QStringLiteral("Quit Swabby");
+    const QString stillInTrash = QStringLiteral("What was removed last is still in the Trash.");
+    const QString untilConfirmed = untilConfirmedText();
+    const QString welcome = QStringLiteral("It keeps an eye on your Mac, so you don't have to.");
+    const QString xcodeCache = QStringLiteral("Xcode DerivedData");
+};
+
+} // namespace swabby
