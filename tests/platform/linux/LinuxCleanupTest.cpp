@@ -8,6 +8,7 @@
 #include "platform/linux/LinuxRunningApplications.h"
 #include "platform/linux/ProcessTable.h"
 #include "platform/posix/PosixShell.h"
+#include "support/Table.h"
 
 #include <QtCore/QProcess>
 #include <QtTest/QTest>
@@ -76,34 +77,25 @@ class LinuxCleanupTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void userFolders_data()
-    {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QString>("folder");
-        const auto row = [](const char *name, const char *text, const char *folder) {
-            QTest::newRow(name) << QByteArray(text) << QString::fromUtf8(folder);
-        };
-        row("usual",
-            "# comment\nXDG_DESKTOP_DIR=\"$HOME/Schreibtisch\"\nXDG_DOWNLOAD_DIR=\"$HOME/Heruntergeladen\"\n",
-            "/h/Heruntergeladen");
-        row("the last one counts", "XDG_DOWNLOAD_DIR=\"$HOME/a\"\n XDG_DOWNLOAD_DIR = \"$HOME/b/\"", "/h/b");
-        row("elsewhere", "XDG_DOWNLOAD_DIR=\"/data/down loads\"", "/data/down loads");
-        row("quotes inside", "XDG_DOWNLOAD_DIR=\"$HOME/a \\\"b\\\" \\\\c\"", "/h/a \"b\" \\c");
-        row("unset", "XDG_DOWNLOADS_DIR=\"$HOME/a\"\n#XDG_DOWNLOAD_DIR=\"$HOME/b\"", "");
-        row("the home folder itself", "XDG_DOWNLOAD_DIR=\"$HOME\"", "");
-        row("the home folder with a slash", "XDG_DOWNLOAD_DIR=\"$HOME/\"", "");
-        row("the home folder by another way", "XDG_DOWNLOAD_DIR=\"$HOME/x/../\"", "");
-        row("above the home folder", "XDG_DOWNLOAD_DIR=\"/\"", "");
-        row("no absolute path", "XDG_DOWNLOAD_DIR=\"Downloads\"", "");
-        row("another variable", "XDG_DOWNLOAD_DIR=\"$HOMES/a\"", "");
-        row("no quotes", "XDG_DOWNLOAD_DIR=$HOME/a", "");
-        row("quote not closed", "XDG_DOWNLOAD_DIR=\"$HOME/a", "");
-    }
-
     void userFolders()
     {
-        QFETCH(QByteArray, text);
-        QTEST(QString::fromStdString(userFolderIn(text.toStdString(), "DOWNLOAD", "/h")), "folder");
+        compareTable(R"(
+            usual | # x\nXDG_DESKTOP_DIR="$HOME/Schreibtisch"\nXDG_DOWNLOAD_DIR="$HOME/Heruntergeladen"\n | /h/Heruntergeladen
+            the last one counts | XDG_DOWNLOAD_DIR="$HOME/a"\n XDG_DOWNLOAD_DIR = "$HOME/b/" | /h/b
+            elsewhere | XDG_DOWNLOAD_DIR="/data/down loads" | /data/down loads
+            quotes inside | XDG_DOWNLOAD_DIR="$HOME/a \\"b\\" \\\\c" | /h/a "b" \\c
+            unset | XDG_DOWNLOADS_DIR="$HOME/a"\n#XDG_DOWNLOAD_DIR="$HOME/b" |
+            the home folder itself | XDG_DOWNLOAD_DIR="$HOME" |
+            the home folder with a slash | XDG_DOWNLOAD_DIR="$HOME/" |
+            the home folder by another way | XDG_DOWNLOAD_DIR="$HOME/x/../" |
+            above the home folder | XDG_DOWNLOAD_DIR="/" |
+            no absolute path | XDG_DOWNLOAD_DIR="Downloads" |
+            another variable | XDG_DOWNLOAD_DIR="$HOMES/a" |
+            no quotes | XDG_DOWNLOAD_DIR=$HOME/a |
+            quote not closed | XDG_DOWNLOAD_DIR=\q$HOME/a |)",
+                     [](const Cells &row) {
+                         return QString::fromStdString(userFolderIn(row.string(1), "DOWNLOAD", "/h"));
+                     });
     }
 
     void places()

@@ -1,5 +1,6 @@
 #include "StandIn.h"
 #include "platform/linux/LinuxProgramIcons.h"
+#include "support/Table.h"
 
 #include <QtTest/QTest>
 
@@ -60,54 +61,38 @@ class LinuxIconsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void whereAnIconIsFound_data()
-    {
-        QTest::addColumn<QStringList>("there");
-        QTest::addColumn<QString>("named");
-        QTest::addColumn<QString>("found");
-        const auto row = [](const char *name, const QStringList &there, const QString &named,
-                            const QString &found) { QTest::newRow(name) << there << named << found; };
-        const QString exact = u"icons/hicolor/48/apps/mill.png"_qs;
-        const QString small = u"icons/hicolor/16/apps/mill.png"_qs;
-        const QString large = u"icons/hicolor/64x64/apps/mill.png"_qs;
-        const QString larger = u"icons/hicolor/48@2/apps/mill.png"_qs;
-        const QString drawn = u"icons/hicolor/draw/apps/mill.svg"_qs;
-        const QString own = u"home/.icons/hicolor/48/apps/mill.png"_qs;
-        row("the size that is wanted", {small, large, exact, drawn}, u"mill"_qs, exact);
-        row("the next larger one", {small, larger, large, drawn}, u"mill"_qs, large);
-        row("twice the size", {small, larger}, u"mill"_qs, larger);
-        row("a drawing before a smaller one", {small, drawn}, u"mill"_qs, drawn);
-        row("a smaller one at last", {small}, u"mill"_qs, small);
-        row("the user's own first", {exact, own}, u"mill"_qs, own);
-        row("the theme's", {exact, u"icons/pretty/48/apps/mill.png"_qs}, u"mill"_qs,
-            u"icons/pretty/48/apps/mill.png"_qs);
-        row("what the theme builds on", {exact, u"icons/plain/48/apps/mill.svg"_qs}, u"mill"_qs,
-            u"icons/plain/48/apps/mill.svg"_qs);
-        row("of no theme", {u"pixmaps/mill.png"_qs}, u"mill"_qs, u"pixmaps/mill.png"_qs);
-        row("named with an ending", {exact}, u"mill.png"_qs, exact);
-        row("a name with a dot", {u"pixmaps/org.mill.App.png"_qs}, u"org.mill.App"_qs,
-            u"pixmaps/org.mill.App.png"_qs);
-        row("a file of its own", {u"opt/mill/logo.png"_qs}, u"ROOT/opt/mill/logo.png"_qs,
-            u"opt/mill/logo.png"_qs);
-        row("a file that is gone", {}, u"ROOT/opt/mill/logo.png"_qs, {});
-        row("none of that name", {exact}, u"windmill"_qs, {});
-        row("a picture of something else", {u"icons/hicolor/48/actions/mill.png"_qs}, u"mill"_qs, {});
-        row("a name that climbs", {exact, u"icons/hicolor/48/secret.png"_qs}, u"../secret"_qs, {});
-        row("a folder that climbs", {u"icons/out/mill.png"_qs}, u"mill"_qs, {});
-        row("a theme that climbs", {u"etc/48/apps/mill.png"_qs}, u"mill"_qs, {});
-        row("no name", {exact}, {}, {});
-    }
     void whereAnIconIsFound()
     {
-        const IconMachine machine;
-        QFETCH(const QStringList, there);
-        QFETCH(QString, named);
-        for (const QString &file : there)
-            machine.addIcon(file.toStdString());
-        named.replace(u"ROOT"_qs, QString::fromStdString(machine.files.path()));
-        machine.addApplication("mill", named.toStdString());
-        QFETCH(const QString, found);
-        QCOMPARE(machine.picture(machine.program("mill"), 48, u"pretty"_qs), found.toUtf8());
+        // The files that are there, each "THEME/FOLDER/NAME" among the icons, what is named, what is found.
+        compareTable(R"(
+            the size that is wanted | hicolor/16/apps/mill.png hicolor/64x64/apps/mill.png hicolor/48/apps/mill.png hicolor/draw/apps/mill.svg | mill | hicolor/48/apps/mill.png
+            the next larger one | hicolor/16/apps/mill.png hicolor/48@2/apps/mill.png hicolor/64x64/apps/mill.png hicolor/draw/apps/mill.svg | mill | hicolor/64x64/apps/mill.png
+            twice the size | hicolor/16/apps/mill.png hicolor/48@2/apps/mill.png | mill | hicolor/48@2/apps/mill.png
+            a drawing before a smaller one | hicolor/16/apps/mill.png hicolor/draw/apps/mill.svg | mill | hicolor/draw/apps/mill.svg
+            a smaller one at last | hicolor/16/apps/mill.png | mill | hicolor/16/apps/mill.png
+            the user's own first | hicolor/48/apps/mill.png ../home/.icons/hicolor/48/apps/mill.png | mill | ../home/.icons/hicolor/48/apps/mill.png
+            the theme's | hicolor/48/apps/mill.png pretty/48/apps/mill.png | mill | pretty/48/apps/mill.png
+            what the theme builds on | hicolor/48/apps/mill.png plain/48/apps/mill.svg | mill | plain/48/apps/mill.svg
+            of no theme | ../pixmaps/mill.png | mill | ../pixmaps/mill.png
+            named with an ending | hicolor/48/apps/mill.png | mill.png | hicolor/48/apps/mill.png
+            a name with a dot | ../pixmaps/org.mill.App.png | org.mill.App | ../pixmaps/org.mill.App.png
+            a file of its own | ../opt/mill/logo.png | ROOT/opt/mill/logo.png | ../opt/mill/logo.png
+            a file that is gone | | ROOT/opt/mill/logo.png |
+            none of that name | hicolor/48/apps/mill.png | windmill |
+            a picture of something else | hicolor/48/actions/mill.png | mill |
+            a name that climbs | hicolor/48/apps/mill.png hicolor/48/secret.png | ../secret |
+            a folder that climbs | out/mill.png | mill |
+            a theme that climbs | ../etc/48/apps/mill.png | mill |
+            no name | hicolor/48/apps/mill.png | |)",
+                     [](const Cells &row) {
+                         const IconMachine machine;
+                         for (const QByteArray &file : row[1].split(' '))
+                             if (!file.isEmpty())
+                                 machine.files.write("icons/" + file.toStdString(), file.toStdString());
+                         machine.addApplication(
+                             "mill", row[2].replace("ROOT", machine.files.path().c_str()).toStdString());
+                         return QString::fromUtf8(machine.picture(machine.program("mill"), 48, u"pretty"_qs));
+                     });
     }
 
     void whoseIconItIs()
@@ -128,32 +113,25 @@ private Q_SLOTS:
     void whatIsNoPictureFileIsNotRead()
     {
         const IconMachine machine;
-        machine.addApplication("huge", "huge");
-        machine.files.write("pixmaps/huge.png", "\x89PNG");
-        std::filesystem::resize_file(machine.files.path("pixmaps/huge.png"), 100 * 1024 * 1024);
-        QCOMPARE(machine.picture(machine.program("huge")), QByteArray());
-
-        machine.addApplication("limit", "limit");
-        machine.files.write("pixmaps/limit.png", "\x89PNG");
-        std::filesystem::resize_file(machine.files.path("pixmaps/limit.png"), largestIconFile);
-        QCOMPARE(machine.picture(machine.program("limit")).size(), qsizetype(largestIconFile));
-
-        machine.addApplication("pipe", machine.files.path("pixmaps/pipe.png"));
+        const auto pictureAt = [&](const std::string &name, const std::string &icon) {
+            machine.addApplication(name, icon);
+            return machine.picture(machine.program(name));
+        };
+        for (const auto &[name, size] : {std::pair("limit", largestIconFile), {"huge", 100 * 1024 * 1024}}) {
+            const std::string file = std::string("pixmaps/") + name + ".png";
+            machine.files.write(file, "\x89PNG");
+            std::filesystem::resize_file(machine.files.path(file), std::uintmax_t(size));
+            QCOMPARE(pictureAt(name, name).size(), size == largestIconFile ? qsizetype(size) : 0);
+        }
         QCOMPARE(::mkfifo(machine.files.path("pixmaps/pipe.png").c_str(), 0600), 0);
-        QCOMPARE(machine.picture(machine.program("pipe")), QByteArray());
-
-        machine.addApplication("device", "/dev/zero");
-        QCOMPARE(machine.picture(machine.program("device")), QByteArray());
-
-        machine.addApplication("circle", "circle");
         machine.files.link("pixmaps/circle.png", machine.files.path("pixmaps/circle.png"));
-        QCOMPARE(machine.picture(machine.program("circle")), QByteArray());
-
+        QCOMPARE(pictureAt("pipe", machine.files.path("pixmaps/pipe.png")), QByteArray());
+        QCOMPARE(pictureAt("device", "/dev/zero"), QByteArray());
+        QCOMPARE(pictureAt("circle", "circle"), QByteArray());
         // Links are how themes say that two programs share an icon.
         machine.addIcon("pixmaps/real.png");
-        machine.addApplication("linked", "linked");
         machine.files.link("pixmaps/linked.png", "real.png");
-        QCOMPARE(machine.picture(machine.program("linked")), QByteArray("pixmaps/real.png"));
+        QCOMPARE(pictureAt("linked", "linked"), QByteArray("pixmaps/real.png"));
     }
 };
 

@@ -3,6 +3,7 @@
 #include "platform/linux/LinuxKernelCounters.h"
 #include "platform/linux/LinuxPowerSupply.h"
 #include "platform/linux/ThermalZones.h"
+#include "support/Table.h"
 
 #include <QtTest/QTest>
 
@@ -15,12 +16,24 @@ using namespace swabby;
 
 namespace {
 
-void writeAll(const StandIn &folder, const QStringList &files)
-{
-    for (const QString &file : files) {
-        const qsizetype equals = file.indexOf(u'=');
-        folder.write(file.left(equals).toStdString(), file.mid(equals + 1).toStdString() + '\n');
+/// A folder with a file for each "FILE=CONTENT" of the words; files without a folder lie in the usual one.
+struct FilesOf : StandIn {
+    FilesOf(const QByteArray &words, const std::string &usual)
+    {
+        for (const QByteArray &word : words.split(' ')) {
+            const std::string file = word.first(word.indexOf('=')).toStdString();
+            write(file.find('/') == std::string::npos ? usual + '/' + file : file,
+                  word.mid(word.indexOf('=') + 1).toStdString() + '\n');
+        }
     }
+};
+
+QString numbers(std::initializer_list<std::optional<quint64>> values)
+{
+    QStringList words;
+    for (const auto &value : values)
+        words.append(value ? QString::number(*value) : u"-"_qs);
+    return words.join(u' ');
 }
 
 LinuxKernelCounters counters(const StandIn &machine)
@@ -34,286 +47,166 @@ class LinuxKernelTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void processorTime_data();
-    void processorTime();
-    void memory_data();
-    void memory();
-    void compressedSwapDevicesAreAddedUp();
-    void nothingToReadIsNeutral();
-    void thermalState_data();
-    void thermalState();
-    void battery_data();
-    void battery();
-    void batteryHealth_data();
-    void batteryHealth();
-    void firstSystemBatteryCounts();
-    void bootAndStartTimes();
-    void thisMachineAgreesWithItself();
-};
-
-void LinuxKernelTest::processorTime_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QList<quint64>>("expected"); // user, system, idle, nice
-
-    QTest::newRow("guests are part of user and nice")
-        << QByteArray("cpu  1000 200 300 5000 40 5 6 7 900 150\ncpu0 1 1 1 1\n")
-        << QList<quint64>{1000, 318, 5040, 200};
-    QTest::newRow("an old kernel's four columns")
-        << QByteArray("cpu 10 20 30 40\n") << QList<quint64>{10, 30, 40, 20};
-    QTest::newRow("more than 32 bits") << QByteArray("cpu 5000000000 0 0 9000000000 0 0 0 0 0 0")
-                                       << QList<quint64>{5000000000U, 0, 9000000000U, 0};
-    QTest::newRow("too few columns") << QByteArray("cpu 10 20 30\n") << QList<quint64>{};
-    QTest::newRow("no number") << QByteArray("cpu 10 x 30 40\n") << QList<quint64>{};
-    QTest::newRow("another line first") << QByteArray("cpu0 1 2 3 4\ncpu 1 2 3 4\n") << QList<quint64>{};
-    QTest::newRow("empty") << QByteArray() << QList<quint64>{};
-}
-
-void LinuxKernelTest::processorTime()
-{
-    QFETCH(const QByteArray, text);
-    QFETCH(const QList<quint64>, expected);
-    const auto ticks = cpuTicksFrom(text.toStdString());
-    QCOMPARE(ticks.has_value(), !expected.isEmpty());
-    if (ticks)
-        QCOMPARE((QList<quint64>{ticks->user, ticks->system, ticks->idle, ticks->nice}), expected);
-}
-
-void LinuxKernelTest::memory_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<quint64>("zram");
-    QTest::addColumn<QList<quint64>>("expected"); // active, wired, compressed; KiB
-
-    QTest::newRow("used is total less available, locked memory counted once")
-        << QByteArray(
-               "MemTotal: 8000 kB\nMemFree: 100 kB\nMemAvailable: 3000 kB\nUnevictable: 60 kB\n"
-               "Mlocked: 60 kB\nSUnreclaim: 300 kB\nKernelStack: 20 kB\nPageTables: 40 kB\nZswap: 80 kB\n")
-        << quint64{512 * 1024} << QList<quint64>{5000 - 420 - 592, 420, 592};
-    QTest::newRow("parts larger than the whole")
-        << QByteArray("MemTotal: 1000 kB\nMemAvailable: 900 kB\nSUnreclaim: 150 kB\nZswap: 30 kB\n")
-        << quint64{0} << QList<quint64>{0, 70, 30};
-    QTest::newRow("more available than there is")
-        << QByteArray("MemTotal: 1000 kB\nMemAvailable: 1200 kB\nSUnreclaim: 5 kB\n") << quint64{0}
-        << QList<quint64>{0, 0, 0};
-    QTest::newRow("no available memory told")
-        << QByteArray("MemTotal: 1000 kB\n") << quint64{0} << QList<quint64>{};
-    QTest::newRow("garbled") << QByteArray("MemTotal 1000\nMemAvailable: many kB\n") << quint64{0}
-                             << QList<quint64>{};
-}
-
-void LinuxKernelTest::memory()
-{
-    QFETCH(const QByteArray, text);
-    QFETCH(const quint64, zram);
-    QFETCH(const QList<quint64>, expected);
-    const auto info = memoryInfoFrom(text.toStdString());
-    QCOMPARE(info.has_value(), !expected.isEmpty());
-    if (!info)
-        return;
-    const MemoryPages pages = memoryPagesFrom(*info, zram);
-    QCOMPARE((QList<quint64>{pages.active, pages.wired, pages.compressed}), expected);
-    QCOMPARE(pages.pageSize, quint64{1024});
-}
-
-void LinuxKernelTest::compressedSwapDevicesAreAddedUp()
-{
-    const StandIn machine;
-    machine.write("proc/meminfo",
-                  "MemTotal: 9000 kB\nMemAvailable: 1000 kB\nSwapTotal: 700 kB\nSwapFree: 100 kB\n");
-    machine.write("sys/block/zram0/mm_stat", " 900000  300000   204800   0  1 2 3\n");
-    machine.write("sys/block/zram1/mm_stat", "1 2 102400 0\n");
-    machine.write("sys/block/vda/mm_stat", "1 2 999999 0\n");
-    QCOMPARE(counters(machine).memoryPages()->compressed, quint64{300});
-    QCOMPARE(counters(machine).swapUsedBytes(), quint64{600 * 1024});
-    QCOMPARE(counters(machine).physicalMemory(), quint64{9000 * 1024});
-}
-
-void LinuxKernelTest::nothingToReadIsNeutral()
-{
-    const StandIn machine;
-    auto kernel = counters(machine);
-    QVERIFY(!kernel.cpuTicks());
-    QVERIFY(!kernel.memoryPages());
-    QCOMPARE(kernel.physicalMemory(), quint64{0});
-    QCOMPARE(kernel.swapUsedBytes(), quint64{0});
-    QCOMPARE(kernel.startupVolume().totalBytes, qint64{0});
-    QCOMPARE(kernel.thermalState(), ThermalState::nominal);
-    QVERIFY(!LinuxBootClock(machine.path()).bootEpoch());
-}
-
-void LinuxKernelTest::thermalState_data()
-{
-    QTest::addColumn<QStringList>("files");
-    QTest::addColumn<ThermalState>("expected");
-    const QStringList trips = {
-        u"thermal_zone0/trip_point_0_type=critical"_qs, u"thermal_zone0/trip_point_0_temp=105000"_qs,
-        u"thermal_zone0/trip_point_1_type=passive"_qs,  u"thermal_zone0/trip_point_1_temp=90000"_qs,
-        u"thermal_zone0/trip_point_2_type=active"_qs,   u"thermal_zone0/trip_point_2_temp=60000"_qs,
-        u"thermal_zone0/trip_point_3_type=active"_qs,   u"thermal_zone0/trip_point_3_temp=0"_qs,
-    };
-    const auto at = [&](const char *temperature) {
-        return trips + QStringList{u"thermal_zone0/temp="_qs + QLatin1String(temperature)};
-    };
-    QTest::newRow("cool") << at("59999") << ThermalState::nominal;
-    QTest::newRow("fans") << at("60000") << ThermalState::fair;
-    QTest::newRow("slowed down") << at("95000") << ThermalState::serious;
-    QTest::newRow("about to switch off") << at("100000") << ThermalState::critical;
-    QTest::newRow("absurdly hot") << at("999000") << ThermalState::nominal;
-    QTest::newRow("absurdly cold") << at("-274000") << ThermalState::nominal;
-    QTest::newRow("no number") << at("unknown") << ThermalState::nominal;
-    QTest::newRow("switched off") << at("95000") + QStringList{u"thermal_zone0/mode=disabled"_qs}
-                                  << ThermalState::nominal;
-    QTest::newRow("hot trip") << QStringList{u"thermal_zone3/temp=80000"_qs,
-                                             u"thermal_zone3/trip_point_0_type=hot"_qs,
-                                             u"thermal_zone3/trip_point_0_temp=80000"_qs}
-                              << ThermalState::critical;
-    QTest::newRow("no trips") << QStringList{u"thermal_zone0/temp=99000"_qs} << ThermalState::nominal;
-    QTest::newRow("the worst zone counts")
-        << at("61000") +
-               QStringList{u"thermal_zone1/temp=91000"_qs, u"thermal_zone1/trip_point_0_type=passive"_qs,
-                           u"thermal_zone1/trip_point_0_temp=90000"_qs, u"cooling_device0/type=Fan"_qs}
-        << ThermalState::serious;
-}
-
-void LinuxKernelTest::thermalState()
-{
-    QFETCH(const QStringList, files);
-    QFETCH(const ThermalState, expected);
-    const StandIn folder;
-    writeAll(folder, files);
-    QCOMPARE(thermalStateOf(folder.path()), expected);
-}
-
-void LinuxKernelTest::battery_data()
-{
-    QTest::addColumn<QStringList>("files");
-    QTest::addColumn<QString>("expected"); // percent, charging, minutes to empty, minutes to full
-    const QStringList battery = {u"BAT0/type=Battery"_qs};
-
-    QTest::newRow("discharging by power")
-        << battery + QStringList{u"BAT0/capacity=80"_qs, u"BAT0/status=Discharging"_qs,
-                                 u"BAT0/energy_now=40000000"_qs, u"BAT0/energy_full=50000000"_qs,
-                                 u"BAT0/power_now=16000000"_qs}
-        << u"80 no 150 -"_qs;
-    QTest::newRow("charging by current")
-        << battery + QStringList{u"BAT0/capacity=50"_qs, u"BAT0/status=Charging"_qs,
-                                 u"BAT0/charge_now=2000000"_qs, u"BAT0/charge_full=4000000"_qs,
-                                 u"BAT0/current_now=1000000"_qs}
-        << u"50 yes - 120"_qs;
-    QTest::newRow("negative current")
-        << battery + QStringList{u"BAT0/capacity=50"_qs, u"BAT0/status=Discharging"_qs,
-                                 u"BAT0/charge_now=2000000"_qs, u"BAT0/current_now=-1000000"_qs}
-        << u"50 no 120 -"_qs;
-    QTest::newRow("no current yet") << battery + QStringList{u"BAT0/capacity=50"_qs,
-                                                             u"BAT0/status=Discharging"_qs,
-                                                             u"BAT0/charge_now=2000000"_qs,
-                                                             u"BAT0/current_now=0"_qs}
-                                    << u"50 no - -"_qs;
-    QTest::newRow("a current that would take weeks")
-        << battery + QStringList{u"BAT0/capacity=50"_qs, u"BAT0/status=Discharging"_qs,
-                                 u"BAT0/charge_now=2000000"_qs, u"BAT0/current_now=12"_qs}
-        << u"50 no - -"_qs;
-    QTest::newRow("full on the adapter")
-        << battery + QStringList{u"BAT0/capacity=100"_qs, u"BAT0/status=Full"_qs} << u"100 no - -"_qs;
-    QTest::newRow("capacity worked out")
-        << battery +
-               QStringList{u"BAT0/energy_now=30"_qs, u"BAT0/energy_full=40"_qs, u"BAT0/status=Unknown"_qs}
-        << u"75 ? - -"_qs;
-    QTest::newRow("only a mouse") << QStringList{u"hid0/type=Battery"_qs, u"hid0/scope=Device"_qs,
-                                                 u"hid0/capacity=9"_qs, u"AC/type=Mains"_qs}
-                                  << u"none"_qs;
-    QTest::newRow("bay is empty") << battery + QStringList{u"BAT0/present=0"_qs, u"BAT0/capacity=50"_qs}
-                                  << u"none"_qs;
-}
-
-void LinuxKernelTest::battery()
-{
-    QFETCH(const QStringList, files);
-    QFETCH(const QString, expected);
-    const StandIn folder;
-    writeAll(folder, files);
-    const auto source = LinuxPowerSupply(folder.path()).firstSource();
-    const auto number = [](std::optional<int> value) { return value ? QString::number(*value) : u"-"_qs; };
-    QString text = u"none"_qs;
-    if (source) {
-        const QString charging = !source->isCharging ? u"?"_qs : *source->isCharging ? u"yes"_qs : u"no"_qs;
-        text = QStringList{number(source->currentCapacity), charging, number(source->timeToEmpty),
-                           number(source->timeToFullCharge)}
-                   .join(u' ');
+    void processorTime()
+    {
+        // User, system, idle and nice.
+        compareTable(
+            R"(
+            guests are part of user and nice | cpu  1000 200 300 5000 40 5 6 7 900 150\ncpu0 1 1 1 1\n | 1000 318 5040 200
+            an old kernel's four columns | cpu 10 20 30 40\n | 10 30 40 20
+            more than 32 bits | cpu 5000000000 0 0 9000000000 0 0 0 0 0 0 | 5000000000 0 9000000000 0
+            too few columns | cpu 10 20 30\n | none
+            no number | cpu 10 x 30 40\n | none
+            another line first | cpu0 1 2 3 4\ncpu 1 2 3 4\n | none
+            empty | | none)",
+            [](const Cells &row) {
+                const auto ticks = cpuTicksFrom(row.string(1));
+                return ticks ? numbers({ticks->user, ticks->system, ticks->idle, ticks->nice}) : u"none"_qs;
+            });
     }
-    QCOMPARE(text, expected);
-}
 
-void LinuxKernelTest::batteryHealth_data()
-{
-    QTest::addColumn<QStringList>("files");
-    QTest::addColumn<int>("health");
-    QTest::addColumn<int>("cycles"); // -1: unknown
+    void memory()
+    {
+        // The text with "kB" at each line's end, the compressed swap; active, wired and compressed pages in
+        // KiB.
+        compareTable(R"(
+            locked memory counted once | MemTotal: 8000, MemFree: 100, MemAvailable: 3000, Unevictable: 60, Mlocked: 60, SUnreclaim: 300, KernelStack: 20, PageTables: 40, Zswap: 80 | 524288 | 3988 420 592
+            parts larger than the whole | MemTotal: 1000, MemAvailable: 900, SUnreclaim: 150, Zswap: 30 | 0 | 0 70 30
+            more available than there is | MemTotal: 1000, MemAvailable: 1200, SUnreclaim: 5 | 0 | 0 0 0
+            no available memory told | MemTotal: 1000 | 0 | none
+            garbled | MemTotal 1000, MemAvailable: many | 0 | none)",
+                     [](const Cells &row) {
+                         const QByteArray text = row[1].replace(", ", " kB\n") + " kB\n";
+                         const auto info = memoryInfoFrom(text.toStdString());
+                         if (!info)
+                             return u"none"_qs;
+                         const MemoryPages pages = memoryPagesFrom(*info, quint64(row.number(2)));
+                         return numbers({pages.active, pages.wired, pages.compressed}) +
+                                (pages.pageSize == 1024 ? u""_qs : u" of another size"_qs);
+                     });
+    }
 
-    QTest::newRow("rounded up") << QStringList{u"B/type=Battery"_qs, u"B/energy_full=43750"_qs,
-                                               u"B/energy_full_design=50000"_qs, u"B/cycle_count=312"_qs}
-                                << 88 << 312;
-    QTest::newRow("better than new") << QStringList{u"B/type=Battery"_qs, u"B/charge_full=51"_qs,
-                                                    u"B/charge_full_design=50"_qs, u"B/cycle_count=0"_qs}
-                                     << 100 << -1;
-    QTest::newRow("design unknown") << QStringList{u"B/type=Battery"_qs, u"B/charge_full=51"_qs,
-                                                   u"B/charge_full_design=0"_qs, u"B/cycle_count=-1"_qs}
-                                    << -1 << -1;
-}
+    void compressedSwapDevicesAreAddedUp()
+    {
+        const StandIn machine;
+        machine.write("proc/meminfo",
+                      "MemTotal: 9000 kB\nMemAvailable: 1000 kB\nSwapTotal: 700 kB\nSwapFree: 100 kB\n");
+        machine.write("sys/block/zram0/mm_stat", " 900000  300000   204800   0  1 2 3\n");
+        machine.write("sys/block/zram1/mm_stat", "1 2 102400 0\n");
+        machine.write("sys/block/vda/mm_stat", "1 2 999999 0\n");
+        QCOMPARE(counters(machine).memoryPages()->compressed, quint64{300});
+        QCOMPARE(counters(machine).swapUsedBytes(), quint64{600 * 1024});
+        QCOMPARE(counters(machine).physicalMemory(), quint64{9000 * 1024});
+    }
 
-void LinuxKernelTest::batteryHealth()
-{
-    QFETCH(const QStringList, files);
-    QFETCH(const int, health);
-    QFETCH(const int, cycles);
-    const StandIn folder;
-    writeAll(folder, files);
-    const BatteryHealth result = LinuxPowerSupply(folder.path()).healthAndCycles();
-    QCOMPARE(result.healthPercent.value_or(-1), health);
-    QCOMPARE(result.cycles.value_or(-1), cycles);
-}
+    void nothingToReadIsNeutral()
+    {
+        const StandIn machine;
+        auto kernel = counters(machine);
+        QVERIFY(!kernel.cpuTicks());
+        QVERIFY(!kernel.memoryPages());
+        QCOMPARE(kernel.physicalMemory(), quint64{0});
+        QCOMPARE(kernel.swapUsedBytes(), quint64{0});
+        QCOMPARE(kernel.startupVolume().totalBytes, qint64{0});
+        QCOMPARE(kernel.thermalState(), ThermalState::nominal);
+        QVERIFY(!LinuxBootClock(machine.path()).bootEpoch());
+    }
 
-void LinuxKernelTest::firstSystemBatteryCounts()
-{
-    const StandIn folder;
-    writeAll(folder,
-             {u"BAT1/type=Battery"_qs, u"BAT1/capacity=10"_qs, u"BAT0/type=Battery"_qs,
-              u"BAT0/capacity=70"_qs, u"ABC/type=Battery"_qs, u"ABC/scope=Device"_qs, u"ABC/capacity=5"_qs});
-    QCOMPARE(LinuxPowerSupply(folder.path()).firstSource()->currentCapacity, 70);
-}
+    void thermalState()
+    {
+        const QByteArray trips = "trip_point_0_type=critical trip_point_0_temp=105000 "
+                                 "trip_point_1_type=passive trip_point_1_temp=90000 "
+                                 "trip_point_2_type=active trip_point_2_temp=60000 "
+                                 "trip_point_3_type=active trip_point_3_temp=0 ";
+        compareTable(R"(
+            cool | TRIPS temp=59999 | 0
+            fans | TRIPS temp=60000 | 1
+            slowed down | TRIPS temp=95000 | 2
+            about to switch off | TRIPS temp=100000 | 3
+            absurdly hot | TRIPS temp=999000 | 0
+            absurdly cold | TRIPS temp=-274000 | 0
+            no number | TRIPS temp=unknown | 0
+            switched off | TRIPS temp=95000 mode=disabled | 0
+            hot trip | thermal_zone3/temp=80000 thermal_zone3/trip_point_0_type=hot thermal_zone3/trip_point_0_temp=80000 | 3
+            no trips | temp=99000 | 0
+            the worst zone counts | TRIPS temp=61000 thermal_zone1/temp=91000 thermal_zone1/trip_point_0_type=passive thermal_zone1/trip_point_0_temp=90000 cooling_device0/type=Fan | 2)",
+                     [&](const Cells &row) {
+                         const FilesOf files(row[1].replace("TRIPS ", trips), "thermal_zone0");
+                         return QString::number(static_cast<int>(thermalStateOf(files.path())));
+                     });
+    }
 
-void LinuxKernelTest::bootAndStartTimes()
-{
-    const StandIn proc;
-    proc.write("stat", "cpu 1 2 3 4\nintr 5 6\nctxt 7\nbtime 1700000000\nprocesses 9\n");
-    const auto second = static_cast<unsigned long>(::sysconf(_SC_CLK_TCK));
-    StandInProcess{.pid = 77, .command = "evil) R 1 (", .startTicks = 599 * second + second * 9 / 10}.writeTo(
-        proc);
-    LinuxBootClock clock(proc.path());
-    proc.write("stat", "btime 1700000900\n"); // the clock was set: both times still count from the same boot
-    QCOMPARE(*clock.bootEpoch(), 1700000000.0);
-    const double delay = *clock.startEpoch(77) - *clock.bootEpoch();
-    QVERIFY2(std::abs(delay - 599.9) < 0.005, qPrintable(QString::number(delay)));
-    QVERIFY(!clock.startEpoch(78));
-}
+    void battery()
+    {
+        // Percent, charging, minutes to empty and to full.
+        compareTable(R"(
+            discharging by power | type=Battery capacity=80 status=Discharging energy_now=40000000 energy_full=50000000 power_now=16000000 | 80 no 150 -
+            charging by current | type=Battery capacity=50 status=Charging charge_now=2000000 charge_full=4000000 current_now=1000000 | 50 yes - 120
+            negative current | type=Battery capacity=50 status=Discharging charge_now=2000000 current_now=-1000000 | 50 no 120 -
+            no current yet | type=Battery capacity=50 status=Discharging charge_now=2000000 current_now=0 | 50 no - -
+            would take weeks | type=Battery capacity=50 status=Discharging charge_now=2000000 current_now=12 | 50 no - -
+            full on the adapter | type=Battery capacity=100 status=Full | 100 no - -
+            capacity worked out | type=Battery energy_now=30 energy_full=40 status=Unknown | 75 ? - -
+            only a mouse | type=Battery scope=Device capacity=9 AC/type=Mains | none
+            bay is empty | type=Battery present=0 capacity=50 | none
+            the first that is the system's | type=Battery capacity=70 BAT1/type=Battery BAT1/capacity=10 ABC/type=Battery ABC/scope=Device ABC/capacity=5 | 70 ? - -)",
+                     [](const Cells &row) {
+                         const FilesOf files(row[1], "BAT0");
+                         const auto source = LinuxPowerSupply(files.path()).firstSource();
+                         if (!source)
+                             return u"none"_qs;
+                         const auto charging = source->isCharging;
+                         return numbers({source->currentCapacity}) +
+                                (!charging   ? u" ? "_qs
+                                 : *charging ? u" yes "_qs
+                                             : u" no "_qs) +
+                                numbers({source->timeToEmpty, source->timeToFullCharge});
+                     });
+        // Health and cycles.
+        compareTable(R"(
+            rounded up | type=Battery energy_full=43750 energy_full_design=50000 cycle_count=312 | 88 312
+            better than new | type=Battery charge_full=51 charge_full_design=50 cycle_count=0 | 100 -
+            design unknown | type=Battery charge_full=51 charge_full_design=0 cycle_count=-1 | - -)",
+                     [](const Cells &row) {
+                         const FilesOf files(row[1], "BAT0");
+                         const BatteryHealth health = LinuxPowerSupply(files.path()).healthAndCycles();
+                         return numbers({health.healthPercent, health.cycles});
+                     });
+    }
 
-void LinuxKernelTest::thisMachineAgreesWithItself()
-{
-    LinuxKernelCounters kernel({"/proc", "/sys", "/"});
-    const auto pages = kernel.memoryPages();
-    QVERIFY(pages && kernel.cpuTicks());
-    const quint64 used = (pages->active + pages->wired + pages->compressed) * pages->pageSize;
-    QVERIFY(used > 0 && used < kernel.physicalMemory());
-    const VolumeCapacity volume = kernel.startupVolume();
-    QVERIFY(volume.freeBytes > 0 && volume.freeBytes < volume.totalBytes);
+    void bootAndStartTimes()
+    {
+        const StandIn proc;
+        proc.write("stat", "cpu 1 2 3 4\nintr 5 6\nctxt 7\nbtime 1700000000\nprocesses 9\n");
+        const auto second = static_cast<unsigned long>(::sysconf(_SC_CLK_TCK));
+        StandInProcess{.pid = 77, .command = "evil) R 1 (", .startTicks = 599 * second + second * 9 / 10}
+            .writeTo(proc);
+        LinuxBootClock clock(proc.path());
+        proc.write("stat",
+                   "btime 1700000900\n"); // the clock was set: both times still count from the same boot
+        QCOMPARE(*clock.bootEpoch(), 1700000000.0);
+        const double delay = *clock.startEpoch(77) - *clock.bootEpoch();
+        QVERIFY2(std::abs(delay - 599.9) < 0.005, qPrintable(QString::number(delay)));
+        QVERIFY(!clock.startEpoch(78));
+    }
 
-    LinuxBootClock clock("/proc");
-    const auto start = clock.startEpoch(::getpid());
-    QVERIFY(start && *start > *clock.bootEpoch());
-    const double age = static_cast<double>(::time(nullptr)) - *start;
-    QVERIFY2(age > -2 && age < 600, qPrintable(QString::number(age)));
-}
+    void thisMachineAgreesWithItself()
+    {
+        LinuxKernelCounters kernel({"/proc", "/sys", "/"});
+        const auto pages = kernel.memoryPages();
+        QVERIFY(pages && kernel.cpuTicks());
+        const quint64 used = (pages->active + pages->wired + pages->compressed) * pages->pageSize;
+        QVERIFY(used > 0 && used < kernel.physicalMemory());
+        const VolumeCapacity volume = kernel.startupVolume();
+        QVERIFY(volume.freeBytes > 0 && volume.freeBytes < volume.totalBytes);
+
+        LinuxBootClock clock("/proc");
+        const auto start = clock.startEpoch(::getpid());
+        QVERIFY(start && *start > *clock.bootEpoch());
+        const double age = static_cast<double>(::time(nullptr)) - *start;
+        QVERIFY2(age > -2 && age < 600, qPrintable(QString::number(age)));
+    }
+};
 
 QTEST_APPLESS_MAIN(LinuxKernelTest)
 #include "LinuxKernelTest.moc"

@@ -1,6 +1,6 @@
-#include "StandIn.h"
+#include "ProcessMachine.h"
 #include "platform/linux/EnergyMeter.h"
-#include "platform/linux/LinuxProcessSurveyor.h"
+#include "support/Table.h"
 
 #include <QtTest/QTest>
 
@@ -84,231 +84,186 @@ class LinuxMeasuringTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void energy_data();
-    void energy();
-    void threadsAreReadWhereThereAreSeveral();
-    void onlyThoseThatRanAreMeasured();
-    void bytesOfARealConnection_data();
-    void bytesOfARealConnection();
-    void trafficPerSecondFromTwoReadings();
-    void stoppedWaitGivesNothing();
-    void ownersAreKeptAndCheckedAgain();
-    void garbledSocketDumps_data();
-    void garbledSocketDumps();
-};
-
-void LinuxMeasuringTest::energy_data()
-{
-    QTest::addColumn<quint64>("runMilliseconds");
-    QTest::addColumn<quint64>("wakeUps");
-    QTest::addColumn<double>("seconds");
-    QTest::addColumn<double>("expected");
-    QTest::newRow("asleep") << quint64{0} << quint64{0} << 1.0 << 0.0;
-    QTest::newRow("one processor busy") << quint64{1000} << quint64{0} << 1.0 << 100.0;
-    QTest::newRow("only waking up") << quint64{0} << quint64{500} << 1.0 << 10.0;
-    QTest::newRow("both, over two seconds") << quint64{500} << quint64{1000} << 2.0 << 35.0;
-    QTest::newRow("no time passed") << quint64{500} << quint64{1000} << 0.0 << 0.0;
-}
-
-void LinuxMeasuringTest::energy()
-{
-    QFETCH(const quint64, runMilliseconds);
-    QFETCH(const quint64, wakeUps);
-    QFETCH(const double, seconds);
-    QFETCH(const double, expected);
-    // Half of it in a thread that began meanwhile; thread 3 ended, thread 4 is another under its number.
-    const ProcessRun before = {{1, {5'000'000'000, 70}}, {3, {9'000'000'000, 9}}, {4, {9'000'000'000, 9}}};
-    const ProcessRun after = {{1, {5'000'000'000 + runMilliseconds * 500'000, 70 + wakeUps / 2}},
-                              {2, {runMilliseconds * 500'000, wakeUps / 2}},
-                              {4, {1, 1}}};
-    QCOMPARE(energyImpact(before, after, seconds), expected);
-}
-
-void LinuxMeasuringTest::threadsAreReadWhereThereAreSeveral()
-{
-    const StandIn proc;
-    proc.write("7/schedstat", "1000 2 3\n");
-    proc.write("8/schedstat", "1 1 1\n");
-    proc.write("8/task/8/schedstat", "10 0 1\n");
-    proc.write("8/task/9/schedstat", "20 0 2\n");
-    proc.write("10/schedstat", "0 0 0\n"); // a kernel that does not count
-    const std::vector<MeasuredProcess> processes = {{7, 1}, {8, 2}, {10, 1}, {11, 1}};
-    const std::vector<ProcessRun> runs = readRuns(proc.path(), processes);
-    QCOMPARE(runs.size(), std::size_t{4});
-    QCOMPARE(runs[0].at(7).nanoseconds, std::uint64_t{1000});
-    QCOMPARE(runs[0].at(7).starts, std::uint64_t{3});
-    QCOMPARE(runs[1].size(), std::size_t{2});
-    QCOMPARE(runs[1].at(9).nanoseconds, std::uint64_t{20});
-    QVERIFY(runs[2].empty() && runs[3].empty());
-}
-
-void LinuxMeasuringTest::onlyThoseThatRanAreMeasured()
-{
-    const StandIn proc;
-    StandInProcess busy{.pid = 5, .command = "busy", .program = "/usr/bin/busy", .runTicks = 10};
-    StandInProcess idle{.pid = 6, .command = "idle", .runTicks = 10};
-    busy.writeTo(proc);
-    idle.writeTo(proc);
-    proc.write("5/schedstat", "1000000000 0 10\n");
-    proc.write("6/schedstat", "1000000000 0 10\n");
-    double now = 100;
-    const auto clock = [&now] { return now; };
-    const auto table =
-        std::make_shared<ProcessTable>(ProcessTable::Sources{proc.path(), clock, 10},
-                                       ProgramFinder(proc.path(), DesktopApplications({}, {})));
-    LinuxProcessSurveyor surveyor({proc.path(), table, clock, [] { return std::nullopt; }, {}});
-    surveyor.begin();
-    now = 160;
-    busy.runTicks += 10;
-    busy.writeTo(proc);
-    const auto survey = surveyor.begin();
-    proc.write("5/schedstat", "1400000000 0 260\n");
-    proc.write("6/schedstat", "1900000000 0 900\n");
-    now = 162; // the second is over long since: no wait, and the figures are over the real time
-    const auto power = survey->power();
-    QCOMPARE(power.size(), std::size_t{1});
-    QCOMPARE(power.front().pid, 5);
-    QCOMPARE(power.front().command, u"busy"_qs);
-    QCOMPARE(power.front().power, 22.5);
-}
-
-void LinuxMeasuringTest::bytesOfARealConnection_data()
-{
-    QTest::addColumn<int>("family");
-    QTest::newRow("IPv4") << AF_INET;
-    QTest::newRow("IPv6") << AF_INET6;
-}
-
-void LinuxMeasuringTest::bytesOfARealConnection()
-{
-    QFETCH(const int, family);
-    const Loopback connection(family);
-    if (!connection.far.isOpen())
-        QSKIP("no such network here");
-    double now = 0;
-    const auto clock = [&now] { return now; };
-    const auto table = std::make_shared<ProcessTable>(ProcessTable::Sources{"/proc", clock, 10},
-                                                      ProgramFinder("/proc", DesktopApplications({}, {})));
-    LinuxProcessSurveyor surveyor({"/proc", table, clock, tcpSocketBytes, {}});
-    const auto survey = surveyor.begin();
-    connection.move(3'000'000);
-    now = 2;
-    qint64 received = 0;
-    qint64 sent = 0;
-    for (const NetworkRow &row : survey->network()) {
-        if (row.pid != ::getpid())
-            continue;
-        received += row.bytesIn;
-        sent += row.bytesOut;
+    void energy()
+    {
+        // Milliseconds it ran, wake-ups and seconds.
+        compareTable(R"(
+            asleep | 0 | 0 | 1 | 0
+            one processor busy | 1000 | 0 | 1 | 100
+            only waking up | 0 | 500 | 1 | 10
+            both, over two seconds | 500 | 1000 | 2 | 35
+            no time passed | 500 | 1000 | 0 | 0)",
+                     [](const Cells &row) {
+                         const auto half = static_cast<quint64>(row.number(1) * 500'000);
+                         const auto wakeUps = static_cast<quint64>(row.number(2)) / 2;
+                         // Half of it in a thread that began meanwhile; 3 ended, 4 is another under its
+                         // number.
+                         const ProcessRun before = {
+                             {1, {5'000'000'000, 70}}, {3, {9'000'000'000, 9}}, {4, {9'000'000'000, 9}}};
+                         const ProcessRun after = {
+                             {1, {5'000'000'000 + half, 70 + wakeUps}}, {2, {half, wakeUps}}, {4, {1, 1}}};
+                         return QString::number(energyImpact(before, after, row.number(3)));
+                     });
     }
-    QCOMPARE(received, 1'500'000);
-    // The last confirmation may still be on its way.
-    QVERIFY2(sent > 1'000'000 && sent <= 1'500'000, qPrintable(QString::number(sent)));
-}
 
-void LinuxMeasuringTest::trafficPerSecondFromTwoReadings()
-{
-    const StandIn proc;
-    for (const int pid : {5, 6})
-        StandInProcess{.pid = pid, .command = "p"}.writeTo(proc);
-    proc.link("5/fd/3", "socket:[101]");
-    proc.link("5/fd/4", "/dev/null");
-    proc.link("6/fd/7", "socket:[102]");
-    proc.link("6/fd/8", "socket:[103]");
-    const std::uint32_t user = ::getuid();
-    std::vector<SocketBytes> sockets = {{1, 101, user, 1000, 50}, {2, 102, user, 7, 7}, {9, 104, user, 0, 0}};
-    double now = 0;
-    const auto clock = [&now] { return now; };
-    const auto table =
-        std::make_shared<ProcessTable>(ProcessTable::Sources{proc.path(), clock, 10},
-                                       ProgramFinder(proc.path(), DesktopApplications({}, {})));
-    LinuxProcessSurveyor surveyor(
-        {proc.path(), table, clock, [&sockets] { return std::optional(sockets); }, {}});
-    const auto survey = surveyor.begin();
-    sockets = {{1, 101, user, 3000, 50},  // moved
-               {2, 102, user, 7, 7},      // idle
-               {3, 103, user, 0, 800},    // made within the second: counts whole
-               {4, 0, user, 500, 500},    // closed by its program
-               {5, 555, user, 500, 500}}; // nobody shows it
-    now = 2;
-    const auto rows = survey->network();
-    QCOMPARE(rows.size(), std::size_t{2});
-    QCOMPARE((QList<qint64>{rows[0].pid, rows[0].bytesIn, rows[0].bytesOut}), (QList<qint64>{5, 1000, 0}));
-    QCOMPARE((QList<qint64>{rows[1].pid, rows[1].bytesIn, rows[1].bytesOut}), (QList<qint64>{6, 0, 400}));
-}
+    void threadsAreReadWhereThereAreSeveral()
+    {
+        const StandIn proc;
+        proc.write("7/schedstat", "1000 2 3\n");
+        proc.write("8/schedstat", "1 1 1\n");
+        proc.write("8/task/8/schedstat", "10 0 1\n");
+        proc.write("8/task/9/schedstat", "20 0 2\n");
+        proc.write("10/schedstat", "0 0 0\n"); // a kernel that does not count
+        const std::vector<MeasuredProcess> processes = {{7, 1}, {8, 2}, {10, 1}, {11, 1}};
+        const std::vector<ProcessRun> runs = readRuns(proc.path(), processes);
+        QCOMPARE(runs.size(), std::size_t{4});
+        QCOMPARE(runs[0].at(7).nanoseconds, std::uint64_t{1000});
+        QCOMPARE(runs[0].at(7).starts, std::uint64_t{3});
+        QCOMPARE(runs[1].size(), std::size_t{2});
+        QCOMPARE(runs[1].at(9).nanoseconds, std::uint64_t{20});
+        QVERIFY(runs[2].empty() && runs[3].empty());
+    }
 
-void LinuxMeasuringTest::stoppedWaitGivesNothing()
-{
-    StopSource stop;
-    const auto clock = [] { return 0.0; };
-    const auto table = std::make_shared<ProcessTable>(ProcessTable::Sources{"/proc", clock, 10},
-                                                      ProgramFinder("/proc", DesktopApplications({}, {})));
-    LinuxProcessSurveyor surveyor({"/proc", table, clock, tcpSocketBytes, stop.token()});
-    const auto survey = surveyor.begin();
-    stop.requestStop();
-    QVERIFY(survey->power().empty());
-    QVERIFY(survey->network().empty());
-    QVERIFY(!survey->busiest()->empty());
-}
+    void onlyThoseThatRanAreMeasured()
+    {
+        ProcessMachine machine;
+        const StandIn &proc = machine.proc;
+        StandInProcess busy{.pid = 5, .command = "busy", .program = "/usr/bin/busy", .runTicks = 10};
+        busy.writeTo(proc);
+        StandInProcess{.pid = 6, .command = "idle", .runTicks = 10}.writeTo(proc);
+        proc.write("5/schedstat", "1000000000 0 10\n");
+        proc.write("6/schedstat", "1000000000 0 10\n");
+        LinuxProcessSurveyor surveyor = machine.surveyor();
+        surveyor.begin();
+        machine.setTime(1060);
+        busy.runTicks += 10;
+        busy.writeTo(proc);
+        const auto survey = surveyor.begin();
+        proc.write("5/schedstat", "1400000000 0 260\n");
+        proc.write("6/schedstat", "1900000000 0 900\n");
+        machine.setTime(
+            1062); // the second is over long since: no wait, and the figures are over the real time
+        const auto power = survey->power();
+        QCOMPARE(power.size(), std::size_t{1});
+        QCOMPARE(power.front().pid, 5);
+        QCOMPARE(power.front().command, u"busy"_qs);
+        QCOMPARE(power.front().power, 22.5);
+    }
 
-void LinuxMeasuringTest::ownersAreKeptAndCheckedAgain()
-{
-    const StandIn proc;
-    proc.link("5/fd/3", "socket:[101]");
-    proc.link("6/fd/3", "socket:[102]");
-    SocketOwners owners(proc.path());
-    using Found = std::unordered_map<std::uint32_t, std::int32_t>;
-    const std::vector<std::int32_t> pids = {5, 6};
-    QCOMPARE(owners.find({101, 999}, pids), (Found{{101, 5}}));
+    void bytesOfARealConnection()
+    {
+        for (const int family : {AF_INET, AF_INET6}) {
+            const Loopback connection(family);
+            if (!connection.far.isOpen())
+                continue; // no such network here
+            ProcessMachine machine(10, "/proc");
+            LinuxProcessSurveyor surveyor = machine.surveyor(tcpSocketBytes);
+            const auto survey = surveyor.begin();
+            connection.move(3'000'000);
+            machine.now += 2;
+            qint64 received = 0;
+            qint64 sent = 0;
+            for (const NetworkRow &row : survey->network()) {
+                if (row.pid != ::getpid())
+                    continue;
+                received += row.bytesIn;
+                sent += row.bytesOut;
+            }
+            QCOMPARE(received, 1'500'000);
+            // The last confirmation may still be on its way.
+            QVERIFY2(sent > 1'000'000 && sent <= 1'500'000, qPrintable(QString::number(sent)));
+        }
+    }
 
-    // Known ones need no search, neither found ones nor those that nobody shows.
-    proc.link("5/fd/9", "socket:[999]");
-    QCOMPARE(owners.find({101, 999}, {}), (Found{{101, 5}}));
+    void trafficPerSecondFromTwoReadings()
+    {
+        ProcessMachine machine;
+        for (const int pid : {5, 6})
+            StandInProcess{.pid = pid, .command = "p"}.writeTo(machine.proc);
+        machine.proc.link("5/fd/3", "socket:[101]");
+        machine.proc.link("5/fd/4", "/dev/null");
+        machine.proc.link("6/fd/7", "socket:[102]");
+        machine.proc.link("6/fd/8", "socket:[103]");
+        const std::uint32_t user = ::getuid();
+        std::vector<SocketBytes> sockets = {
+            {1, 101, user, 1000, 50}, {2, 102, user, 7, 7}, {9, 104, user, 0, 0}};
+        LinuxProcessSurveyor surveyor = machine.surveyor([&sockets] { return std::optional(sockets); });
+        const auto survey = surveyor.begin();
+        sockets = {{1, 101, user, 3000, 50},  // moved
+                   {2, 102, user, 7, 7},      // idle
+                   {3, 103, user, 0, 800},    // made within the second: counts whole
+                   {4, 0, user, 500, 500},    // closed by its program
+                   {5, 555, user, 500, 500}}; // nobody shows it
+        machine.now += 2;
+        QStringList rows;
+        for (const NetworkRow &row : survey->network())
+            rows += u"%1: %2 in, %3 out"_qs.arg(row.pid).arg(row.bytesIn).arg(row.bytesOut);
+        QCOMPARE(rows.join(u'\n'), u"5: 1000 in, 0 out\n6: 0 in, 400 out"_qs);
+    }
 
-    // The server hands its connection to a child.
-    proc.link("5/fd/3", "socket:[7777]");
-    proc.link("6/fd/4", "socket:[101]");
-    QCOMPARE(owners.find({101, 102}, pids), (Found{{101, 6}, {102, 6}}));
+    void stoppedWaitGivesNothing()
+    {
+        StopSource stop;
+        ProcessMachine machine(10, "/proc");
+        LinuxProcessSurveyor surveyor = machine.surveyor(tcpSocketBytes, stop.token());
+        const auto survey = surveyor.begin();
+        stop.requestStop();
+        QVERIFY(survey->power().empty());
+        QVERIFY(survey->network().empty());
+        QVERIFY(!survey->busiest()->empty());
+    }
 
-    // Closed sockets are forgotten, and a new one of the same number is searched for.
-    owners.forgetExcept({101});
-    QCOMPARE(owners.find({999}, pids), (Found{{999, 5}}));
-}
+    void ownersAreKeptAndCheckedAgain()
+    {
+        const StandIn proc;
+        proc.link("5/fd/3", "socket:[101]");
+        proc.link("6/fd/3", "socket:[102]");
+        SocketOwners owners(proc.path());
+        using Found = std::unordered_map<std::uint32_t, std::int32_t>;
+        const std::vector<std::int32_t> pids = {5, 6};
+        QCOMPARE(owners.find({101, 999}, pids), (Found{{101, 5}}));
 
-void LinuxMeasuringTest::garbledSocketDumps_data()
-{
-    QTest::addColumn<QByteArray>("datagram");
-    QTest::addColumn<int>("sockets");
-    QTest::addColumn<int>("more"); // -1: failed
+        // Known ones need no search, neither found ones nor those that nobody shows.
+        proc.link("5/fd/9", "socket:[999]");
+        QCOMPARE(owners.find({101, 999}, {}), (Found{{101, 5}}));
 
-    const std::string plain(sizeof(inet_diag_msg), '\0');
-    const std::string longAttribute = plain + std::string("\xff\x7f\x02\x00", 4);
-    const std::string emptyAttribute = plain + std::string("\x00\x00\x02\x00", 4);
-    const auto row = [](const char *name, const std::string &datagram, int sockets, int more) {
-        QTest::newRow(name) << QByteArray::fromStdString(datagram) << sockets << more;
-    };
-    constexpr std::uint16_t socket = 20; // SOCK_DIAG_BY_FAMILY
-    row("one socket, no counts", netlinkMessage(socket, plain), 1, 1);
-    row("one socket and the end", netlinkMessage(socket, plain) + netlinkMessage(NLMSG_DONE, {}), 1, 0);
-    row("attribute longer than the message", netlinkMessage(socket, longAttribute), 1, 1);
-    row("attribute without a length", netlinkMessage(socket, emptyAttribute), 1, 1);
-    row("description cut off", netlinkMessage(socket, plain.substr(1)), 0, 1);
-    row("refused", netlinkMessage(NLMSG_ERROR, std::string(20, '\1')), 0, -1);
-    row("message cut off", netlinkMessage(socket, plain).substr(0, 40), 0, 1);
-    row("nothing", "", 0, 1);
-}
+        // The server hands its connection to a child.
+        proc.link("5/fd/3", "socket:[7777]");
+        proc.link("6/fd/4", "socket:[101]");
+        QCOMPARE(owners.find({101, 102}, pids), (Found{{101, 6}, {102, 6}}));
 
-void LinuxMeasuringTest::garbledSocketDumps()
-{
-    QFETCH(const QByteArray, datagram);
-    QFETCH(const int, sockets);
-    QFETCH(const int, more);
-    std::vector<SocketBytes> found;
-    const std::string text = datagram.toStdString();
-    const auto result = addSockets(bytesOf(text), found);
-    QCOMPARE(result ? int{*result} : -1, more);
-    QCOMPARE(static_cast<int>(found.size()), sockets);
-}
+        // Closed sockets are forgotten, and a new one of the same number is searched for.
+        owners.forgetExcept({101});
+        QCOMPARE(owners.find({999}, pids), (Found{{999, 5}}));
+    }
+
+    void garbledSocketDumps()
+    {
+        const std::string plain(sizeof(inet_diag_msg), '\0');
+        const std::string longAttribute = plain + std::string("\xff\x7f\x02\x00", 4);
+        const std::string emptyAttribute = plain + std::string("\x00\x00\x02\x00", 4);
+        constexpr std::uint16_t socket = 20; // SOCK_DIAG_BY_FAMILY
+        struct Dump {
+            const char *name;
+            std::string datagram;
+            std::size_t sockets = 0;
+            int more = 0; ///< -1: failed
+        };
+        for (const Dump &dump :
+             {Dump{"one socket, no counts", netlinkMessage(socket, plain), 1, 1},
+              Dump{"one and the end", netlinkMessage(socket, plain) + netlinkMessage(NLMSG_DONE, {}), 1, 0},
+              Dump{"attribute longer than the message", netlinkMessage(socket, longAttribute), 1, 1},
+              Dump{"attribute without a length", netlinkMessage(socket, emptyAttribute), 1, 1},
+              Dump{"description cut off", netlinkMessage(socket, plain.substr(1)), 0, 1},
+              Dump{"refused", netlinkMessage(NLMSG_ERROR, std::string(20, '\1')), 0, -1},
+              Dump{"message cut off", netlinkMessage(socket, plain).substr(0, 40), 0, 1},
+              Dump{"nothing", "", 0, 1}}) {
+            std::vector<SocketBytes> found;
+            const auto result = addSockets(bytesOf(dump.datagram), found);
+            QVERIFY2((result ? int{*result} : -1) == dump.more && found.size() == dump.sockets, dump.name);
+        }
+    }
+};
 
 QTEST_APPLESS_MAIN(LinuxMeasuringTest)
 #include "LinuxMeasuringTest.moc"

@@ -150,34 +150,26 @@ private Q_SLOTS:
             .endJob(u"mill.service"_qs, pathIn(files, "units/a/mill.service"));
     }
 
-    void anyPathOpensAtLogin_data()
-    {
-        QTest::addColumn<QByteArray>("path");
-        for (const char *path :
-             {"/usr/bin/swabby", "/opt/two words/swabby", "/opt/100%/%u/swabby", "/opt/\"quoted\"/swabby",
-              "/opt/back\\slash\\\\/swabby", "/opt/$HOME/`id`/swabby", "/opt/ünï/swabby",
-              "/opt/'single';#&|<>~*?()/swabby"})
-            QTest::newRow(path) << QByteArray(path);
-    }
-
     void anyPathOpensAtLogin()
     {
-        QFETCH(QByteArray, path);
-        const StandIn files;
-        LinuxLoginService service(files.path("new/autostart"), {files.path("system")}, path.toStdString());
-        QVERIFY(!service.isEnabled());
-        LoginAtLogin::setEnabled(true, service);
-        QVERIFY(service.isEnabled());
-        const DesktopEntry entry =
-            desktopEntryFrom(textOfFile(files, "new/autostart/com.swabby.app.desktop").toStdString());
-        QCOMPARE(execArguments(entry.exec),
-                 (std::vector<std::string>{path.toStdString(), std::string("--background")}));
-        LinuxLoginService elsewhere(files.path("new/autostart"), {}, "/usr/bin/other");
-        QVERIFY(!elsewhere.isEnabled());
-        LoginAtLogin::setEnabled(false, service);
-        LoginAtLogin::setEnabled(false, service);
-        QVERIFY(!service.isEnabled());
-        QCOMPARE(textOfFile(files, "new/autostart/com.swabby.app.desktop"), u"none"_qs);
+        for (const std::string path :
+             {"/usr/bin/swabby", "/opt/two words/swabby", "/opt/100%/%u/swabby", "/opt/\"quoted\"/swabby",
+              "/opt/back\\slash\\\\/swabby", "/opt/$HOME/`id`/swabby", "/opt/ünï/swabby",
+              "/opt/'single';#&|<>~*?()/swabby"}) {
+            const StandIn files;
+            LinuxLoginService service(files.path("new/autostart"), {files.path("system")}, path);
+            QVERIFY(!service.isEnabled());
+            LoginAtLogin::setEnabled(true, service);
+            QVERIFY(service.isEnabled());
+            const DesktopEntry entry =
+                desktopEntryFrom(textOfFile(files, "new/autostart/com.swabby.app.desktop").toStdString());
+            QCOMPARE(execArguments(entry.exec), (std::vector<std::string>{path, "--background"}));
+            QVERIFY(!LinuxLoginService(files.path("new/autostart"), {}, "/usr/bin/other").isEnabled());
+            LoginAtLogin::setEnabled(false, service);
+            LoginAtLogin::setEnabled(false, service);
+            QVERIFY(!service.isEnabled());
+            QCOMPARE(textOfFile(files, "new/autostart/com.swabby.app.desktop"), u"none"_qs);
+        }
     }
 
     void offIsOffWhereSwabbyIsInstalledForAll()

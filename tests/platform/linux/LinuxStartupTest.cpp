@@ -1,5 +1,6 @@
 #include "StandIn.h"
 #include "platform/linux/LinuxStartupSource.h"
+#include "support/Table.h"
 
 #include <QtTest/QTest>
 
@@ -68,236 +69,194 @@ class LinuxStartupTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void autostartEntriesThatStartNothing_data();
-    void autostartEntriesThatStartNothing();
-    void autostartScopesAndFacts();
-    void usersEntryHidesTheSystemOne();
-    void desktopsOwnPartsAreNotListed();
-    void runningAutostartProgram();
-    void unitScopesAndFacts();
-    void unitsThatAreNotListed();
-    void unitFiles_data();
-    void unitFiles();
-    void commands_data();
-    void commands();
-    void changedFilesAreReadAgain();
-    void emptyMachine();
+    void whatAnAutostartEntryStarts()
+    {
+        compareTable(R"(
+            plain | | 0\pA\p/usr/bin/prog\p
+            hidden | Hidden=true |
+            switched off | X-GNOME-Autostart-enabled=false |
+            for this desktop | OnlyShowIn=KDE;GNOME; | 0\pA\p/usr/bin/prog\p
+            for another desktop | OnlyShowIn=KDE;XFCE |
+            name that only begins alike | OnlyShowIn=GNOME-Shell; |
+            not for this desktop | NotShowIn=GNOME; |
+            not for another desktop | NotShowIn=KDE; | 0\pA\p/usr/bin/prog\p
+            program installed | TryExec=prog | 0\pA\p/usr/bin/prog\p
+            program not installed | TryExec=progg |
+            no type | Type=Link |
+            nothing to start | Exec= |
+            hidden in another group | [Desktop Action a]\nHidden=true | 0\pA\p/usr/bin/prog\p)",
+                     [](const Cells &row) {
+                         StartupMachine machine;
+                         machine.files.writeProgram("usr/bin/prog");
+                         machine.autostart("home/.config/autostart/a.desktop", "A", "prog", row.string(1));
+                         return machine.list().join(u'\n');
+                     });
+    }
+
+    void autostartScopesAndFacts()
+    {
+        StartupMachine machine;
+        machine.files.writeProgram("usr/bin/prog");
+        machine.files.writeProgram("opt/cloud/cloud");
+        machine.files.write("home/tray.py", "");
+        machine.autostart("home/.config/autostart/b.desktop", "Cloud",
+                          '"' + machine.files.path("opt/cloud/cloud") + "\" --tray");
+        machine.autostart("home/.config/autostart/a.desktop", "Gone", "gone --tray");
+        machine.autostart("home/.config/autostart/c.desktop", "Script",
+                          "env X=1 python3 " + machine.files.path("home/tray.py"));
+        machine.autostart("home/.config/autostart/d.desktop", "", "prog");
+        machine.autostart("home/.config/autostart/e.desktop.disabled", "Off", "prog");
+        machine.autostart("etc/xdg/autostart/f.desktop", "System", "prog");
+        machine.autostart("etc/xdg/autostart/g.desktop", "Other maker's",
+                          machine.files.path("opt/cloud/cloud"));
+        machine.autostart("etc/xdg-mine/autostart/g.desktop", "Admin's", "prog");
+        QCOMPARE(machine.list(),
+                 (QStringList{u"0|Gone|gone|m"_qs, u"0|Cloud|/opt/cloud/cloud|"_qs,
+                              u"0|Script|/home/tray.py|"_qs, u"0|d|/usr/bin/prog|"_qs,
+                              u"1|Admin's|/usr/bin/prog|"_qs, u"1|System|/usr/bin/prog|v"_qs}));
+        QCOMPARE(machine.source().entries().front().definitionPath,
+                 QString::fromStdString(machine.files.path("home/.config/autostart/a.desktop")));
+    }
+
+    void usersEntryHidesTheSystemOne()
+    {
+        StartupMachine machine;
+        machine.files.writeProgram("usr/bin/prog");
+        machine.autostart("etc/xdg/autostart/a.desktop", "System", "prog");
+        machine.autostart("home/.config/autostart/a.desktop", "Mine", "prog", "Hidden=true");
+        QCOMPARE(machine.list(), QStringList{});
+        machine.autostart("home/.config/autostart/a.desktop", "Mine", "prog");
+        QCOMPARE(machine.list(), QStringList{u"0|Mine|/usr/bin/prog|"_qs});
+    }
+
+    void desktopsOwnPartsAreNotListed()
+    {
+        StartupMachine machine;
+        machine.files.writeProgram("usr/bin/prog");
+        machine.autostart("etc/xdg/autostart/keyring.desktop", "Keyring", "prog", "NoDisplay=true");
+        machine.autostart("etc/xdg/autostart/settings.desktop", "Settings", "prog",
+                          "X-GNOME-Autostart-Phase=Initialization");
+        machine.autostart("etc/xdg/autostart/unit.desktop", "Unit", "prog",
+                          "X-GNOME-HiddenUnderSystemd=true");
+        machine.autostart("home/.config/autostart/mine.desktop", "Mine", "prog", "NoDisplay=true");
+        QCOMPARE(machine.list(), QStringList{u"0|Mine|/usr/bin/prog|"_qs});
+    }
+
+    void runningAutostartProgram()
+    {
+        StartupMachine machine;
+        machine.files.writeProgram("opt/cloud/bin/cloud");
+        machine.files.writeProgram("usr/bin/flatpak");
+        machine.files.link("usr/bin/cloud", machine.files.path("opt/cloud/bin/cloud"));
+        machine.autostart("home/.config/autostart/a.desktop", "Cloud", "cloud");
+        machine.autostart("home/.config/autostart/b.desktop", "Sandboxed", "flatpak run org.example");
+        machine.running = machine.files.path("opt/cloud/bin/cloud");
+        const auto entries = machine.source().entries();
+        QCOMPARE(entries[0].pid, 4711);
+        QVERIFY(entries[0].isLoaded);
+        QVERIFY(!entries[1].isLoaded && !entries[1].pid);
+        // What runs other programs is not asked about.
+        QCOMPARE(machine.asked, machine.running + ' ' + machine.files.path("opt/cloud") + ';');
+    }
+
+    void unitScopesAndFacts()
+    {
+        StartupMachine machine;
+        machine.files.writeProgram("usr/sbin/webd");
+        machine.files.writeProgram("usr/local/bin/mined");
+        machine.files.writeProgram("home/bin/sync");
+        const std::string service = "[Unit]\nDescription=x\n[Service]\nExecStart=";
+        machine.unit("usr/lib/systemd/system/web.service",
+                     "etc/systemd/system/multi-user.target.wants/web.service",
+                     service + machine.files.path("usr/sbin/webd") + " --run\n");
+        machine.files.link("etc/systemd/system/graphical.target.wants/web.service",
+                           machine.files.path("usr/lib/systemd/system/web.service"));
+        machine.unit("etc/systemd/system/gone.service",
+                     "etc/systemd/system/gone.target.requires/gone.service", service + "-/opt/gone/daemon\n");
+        machine.unit("usr/lib/systemd/system/vpn@.service",
+                     "etc/systemd/system/multi-user.target.wants/vpn@home.service",
+                     service + "@webd vpn --config /etc/%i.conf\n");
+        machine.unit("etc/systemd/user/all.service", "etc/systemd/user/default.target.wants/all.service",
+                     service + "mined\n");
+        machine.unit("home/.config/systemd/user/sync@.service",
+                     "home/.config/systemd/user/default.target.wants/sync@photos.service",
+                     service + "%h/bin/sync %i\n");
+        machine.unit("home/.config/systemd/user/backup.timer",
+                     "home/.config/systemd/user/timers.target.wants/backup.timer",
+                     "[Timer]\nOnCalendar=daily\n");
+        machine.files.write("home/.config/systemd/user/backup.service", service + "%h/bin/backup\n");
+        QCOMPARE(
+            machine.list(),
+            (QStringList{u"0|sync@photos.service|/home/bin/sync|"_qs, u"0|backup.timer|/home/bin/backup|m"_qs,
+                         u"1|all.service|/usr/local/bin/mined|"_qs, u"2|gone.service|/opt/gone/daemon|m"_qs,
+                         u"2|web.service|/usr/sbin/webd|v"_qs, u"2|vpn@home.service|/usr/sbin/webd|v"_qs}));
+        QCOMPARE(machine.source().entries().front().definitionPath,
+                 QString::fromStdString(machine.files.path(
+                     "home/.config/systemd/user/default.target.wants/sync@photos.service")));
+    }
+
+    void unitsThatAreNotListed()
+    {
+        StartupMachine machine;
+        machine.files.writeProgram("usr/bin/prog");
+        const std::string wants = "etc/systemd/system/multi-user.target.wants/";
+        const std::string service = "[Service]\nExecStart=" + machine.files.path("usr/bin/prog") + '\n';
+        for (const char *name : {"systemd-timesyncd.service", "getty@tty1.service", "NetworkManager.service",
+                                 "e2scrub_reap.service", "fstrim.timer"})
+            machine.unit(std::string("usr/lib/systemd/system/") + name, wants + name, service);
+        machine.files.write("usr/lib/systemd/system/fstrim.service", service);
+        machine.unit("etc/systemd/system/empty.service", wants + "empty.service",
+                     "[Service]\nType=oneshot\n");
+        machine.unit("etc/systemd/system/socket.socket", wants + "socket.socket", "[Socket]\n");
+        machine.files.link(wants + "masked.service", "/dev/null");
+        machine.files.link(wants + "removed.service", "/nowhere/removed.service");
+        machine.unit("etc/systemd/system/asleep.service", "etc/systemd/system/asleep.service.bak", service);
+        QCOMPARE(machine.list(), QStringList{});
+
+        // Only the system's own ones are passed over: under the same name somebody else's shows.
+        machine.unit("etc/systemd/system/systemd-miner.service", wants + "systemd-miner.service", service);
+        QCOMPARE(machine.list(), QStringList{u"2|systemd-miner.service|/usr/bin/prog|"_qs});
+    }
+
+    void unitFiles()
+    {
+        compareTable(
+            R"(
+            first of several | [Service]\nExecStartPre=/a\nExecStart=/b c\nExecStart=/d\n | /b c
+            taken back | ExecStart=/b\nExecStart=\nExecStart=/d\n | /d
+            continued lines | ExecStart=/b \\\n # why\n  c \\\n  d\nType=x | /b  c  d
+            comments | #ExecStart=/a\n;ExecStart=/b\n ExecStart = /c | /c
+            no unit | \0\xff\n=\n[ |)",
+            [](const Cells &row) { return QString::fromStdString(unitFileFrom(row.string(1)).command); });
+        compareTable(
+            R"(
+            signs in front | -+!!/usr/bin/a b | </usr/bin/a><b>
+            placeholders | %h/%p %i %n 5%% | </home/me/vpn><home><vpn@home.service><5%>
+            unknown one in an argument | /a %t/x | </a><%t/x>
+            unknown one in the program | %t/a x |
+            quoted | "/opt/my vpn/run" x | </opt/my vpn/run><x>
+            nothing | - |)",
+            [](const Cells &row) {
+                QString words;
+                for (const std::string &word : unitCommand(row.string(1), {"vpn@home.service", "/home/me"}))
+                    words += u'<' + QString::fromStdString(word) + u'>';
+                return words;
+            });
+    }
+
+    void changedFilesAreReadAgain()
+    {
+        StartupMachine machine;
+        auto source = machine.source();
+        machine.autostart("home/.config/autostart/a.desktop", "A", "/opt/one");
+        QCOMPARE(source.entries().front().programPath, u"/opt/one"_qs);
+        machine.files.writeProgram("opt/one");
+        machine.autostart("home/.config/autostart/a.desktop", "A", "/opt/another");
+        QCOMPARE(source.entries().front().programPath, u"/opt/another"_qs);
+        machine.files.remove("home/.config/autostart/a.desktop");
+        QVERIFY(source.entries().empty());
+    }
 };
-
-void LinuxStartupTest::autostartEntriesThatStartNothing_data()
-{
-    QTest::addColumn<QByteArray>("more");
-    QTest::addColumn<bool>("starts");
-    QTest::newRow("plain") << QByteArray() << true;
-    QTest::newRow("hidden") << QByteArray("Hidden=true") << false;
-    QTest::newRow("switched off") << QByteArray("X-GNOME-Autostart-enabled=false") << false;
-    QTest::newRow("for this desktop") << QByteArray("OnlyShowIn=KDE;GNOME;") << true;
-    QTest::newRow("for another desktop") << QByteArray("OnlyShowIn=KDE;XFCE") << false;
-    QTest::newRow("name that only begins alike") << QByteArray("OnlyShowIn=GNOME-Shell;") << false;
-    QTest::newRow("not for this desktop") << QByteArray("NotShowIn=GNOME;") << false;
-    QTest::newRow("not for another desktop") << QByteArray("NotShowIn=KDE;") << true;
-    QTest::newRow("program installed") << QByteArray("TryExec=prog") << true;
-    QTest::newRow("program not installed") << QByteArray("TryExec=progg") << false;
-    QTest::newRow("no type") << QByteArray("Type=Link") << false;
-    QTest::newRow("nothing to start") << QByteArray("Exec=") << false;
-    QTest::newRow("hidden in another group") << QByteArray("[Desktop Action a]\nHidden=true") << true;
-}
-
-void LinuxStartupTest::autostartEntriesThatStartNothing()
-{
-    QFETCH(const QByteArray, more);
-    QFETCH(const bool, starts);
-    StartupMachine machine;
-    machine.files.writeProgram("usr/bin/prog");
-    machine.autostart("home/.config/autostart/a.desktop", "A", "prog", more.toStdString());
-    QCOMPARE(machine.list(), starts ? QStringList{u"0|A|/usr/bin/prog|"_qs} : QStringList{});
-}
-
-void LinuxStartupTest::autostartScopesAndFacts()
-{
-    StartupMachine machine;
-    machine.files.writeProgram("usr/bin/prog");
-    machine.files.writeProgram("opt/cloud/cloud");
-    machine.files.write("home/tray.py", "");
-    machine.autostart("home/.config/autostart/b.desktop", "Cloud",
-                      '"' + machine.files.path("opt/cloud/cloud") + "\" --tray");
-    machine.autostart("home/.config/autostart/a.desktop", "Gone", "gone --tray");
-    machine.autostart("home/.config/autostart/c.desktop", "Script",
-                      "env X=1 python3 " + machine.files.path("home/tray.py"));
-    machine.autostart("home/.config/autostart/d.desktop", "", "prog");
-    machine.autostart("home/.config/autostart/e.desktop.disabled", "Off", "prog");
-    machine.autostart("etc/xdg/autostart/f.desktop", "System", "prog");
-    machine.autostart("etc/xdg/autostart/g.desktop", "Other maker's", machine.files.path("opt/cloud/cloud"));
-    machine.autostart("etc/xdg-mine/autostart/g.desktop", "Admin's", "prog");
-    QCOMPARE(machine.list(), (QStringList{u"0|Gone|gone|m"_qs, u"0|Cloud|/opt/cloud/cloud|"_qs,
-                                          u"0|Script|/home/tray.py|"_qs, u"0|d|/usr/bin/prog|"_qs,
-                                          u"1|Admin's|/usr/bin/prog|"_qs, u"1|System|/usr/bin/prog|v"_qs}));
-    QCOMPARE(machine.source().entries().front().definitionPath,
-             QString::fromStdString(machine.files.path("home/.config/autostart/a.desktop")));
-}
-
-void LinuxStartupTest::usersEntryHidesTheSystemOne()
-{
-    StartupMachine machine;
-    machine.files.writeProgram("usr/bin/prog");
-    machine.autostart("etc/xdg/autostart/a.desktop", "System", "prog");
-    machine.autostart("home/.config/autostart/a.desktop", "Mine", "prog", "Hidden=true");
-    QCOMPARE(machine.list(), QStringList{});
-    machine.autostart("home/.config/autostart/a.desktop", "Mine", "prog");
-    QCOMPARE(machine.list(), QStringList{u"0|Mine|/usr/bin/prog|"_qs});
-}
-
-void LinuxStartupTest::desktopsOwnPartsAreNotListed()
-{
-    StartupMachine machine;
-    machine.files.writeProgram("usr/bin/prog");
-    machine.autostart("etc/xdg/autostart/keyring.desktop", "Keyring", "prog", "NoDisplay=true");
-    machine.autostart("etc/xdg/autostart/settings.desktop", "Settings", "prog",
-                      "X-GNOME-Autostart-Phase=Initialization");
-    machine.autostart("etc/xdg/autostart/unit.desktop", "Unit", "prog", "X-GNOME-HiddenUnderSystemd=true");
-    machine.autostart("home/.config/autostart/mine.desktop", "Mine", "prog", "NoDisplay=true");
-    QCOMPARE(machine.list(), QStringList{u"0|Mine|/usr/bin/prog|"_qs});
-}
-
-void LinuxStartupTest::runningAutostartProgram()
-{
-    StartupMachine machine;
-    machine.files.writeProgram("opt/cloud/bin/cloud");
-    machine.files.writeProgram("usr/bin/flatpak");
-    machine.files.link("usr/bin/cloud", machine.files.path("opt/cloud/bin/cloud"));
-    machine.autostart("home/.config/autostart/a.desktop", "Cloud", "cloud");
-    machine.autostart("home/.config/autostart/b.desktop", "Sandboxed", "flatpak run org.example");
-    machine.running = machine.files.path("opt/cloud/bin/cloud");
-    const auto entries = machine.source().entries();
-    QCOMPARE(entries[0].pid, 4711);
-    QVERIFY(entries[0].isLoaded);
-    QVERIFY(!entries[1].isLoaded && !entries[1].pid);
-    // What runs other programs is not asked about.
-    QCOMPARE(machine.asked, machine.running + ' ' + machine.files.path("opt/cloud") + ';');
-}
-
-void LinuxStartupTest::unitScopesAndFacts()
-{
-    StartupMachine machine;
-    machine.files.writeProgram("usr/sbin/webd");
-    machine.files.writeProgram("usr/local/bin/mined");
-    machine.files.writeProgram("home/bin/sync");
-    const std::string service = "[Unit]\nDescription=x\n[Service]\nExecStart=";
-    machine.unit("usr/lib/systemd/system/web.service",
-                 "etc/systemd/system/multi-user.target.wants/web.service",
-                 service + machine.files.path("usr/sbin/webd") + " --run\n");
-    machine.files.link("etc/systemd/system/graphical.target.wants/web.service",
-                       machine.files.path("usr/lib/systemd/system/web.service"));
-    machine.unit("etc/systemd/system/gone.service", "etc/systemd/system/gone.target.requires/gone.service",
-                 service + "-/opt/gone/daemon\n");
-    machine.unit("usr/lib/systemd/system/vpn@.service",
-                 "etc/systemd/system/multi-user.target.wants/vpn@home.service",
-                 service + "@webd vpn --config /etc/%i.conf\n");
-    machine.unit("etc/systemd/user/all.service", "etc/systemd/user/default.target.wants/all.service",
-                 service + "mined\n");
-    machine.unit("home/.config/systemd/user/sync@.service",
-                 "home/.config/systemd/user/default.target.wants/sync@photos.service",
-                 service + "%h/bin/sync %i\n");
-    machine.unit("home/.config/systemd/user/backup.timer",
-                 "home/.config/systemd/user/timers.target.wants/backup.timer", "[Timer]\nOnCalendar=daily\n");
-    machine.files.write("home/.config/systemd/user/backup.service", service + "%h/bin/backup\n");
-    QCOMPARE(
-        machine.list(),
-        (QStringList{u"0|sync@photos.service|/home/bin/sync|"_qs, u"0|backup.timer|/home/bin/backup|m"_qs,
-                     u"1|all.service|/usr/local/bin/mined|"_qs, u"2|gone.service|/opt/gone/daemon|m"_qs,
-                     u"2|web.service|/usr/sbin/webd|v"_qs, u"2|vpn@home.service|/usr/sbin/webd|v"_qs}));
-    QCOMPARE(machine.source().entries().front().definitionPath,
-             QString::fromStdString(
-                 machine.files.path("home/.config/systemd/user/default.target.wants/sync@photos.service")));
-}
-
-void LinuxStartupTest::unitsThatAreNotListed()
-{
-    StartupMachine machine;
-    machine.files.writeProgram("usr/bin/prog");
-    const std::string wants = "etc/systemd/system/multi-user.target.wants/";
-    const std::string service = "[Service]\nExecStart=" + machine.files.path("usr/bin/prog") + '\n';
-    for (const char *name : {"systemd-timesyncd.service", "getty@tty1.service", "NetworkManager.service",
-                             "e2scrub_reap.service", "fstrim.timer"})
-        machine.unit(std::string("usr/lib/systemd/system/") + name, wants + name, service);
-    machine.files.write("usr/lib/systemd/system/fstrim.service", service);
-    machine.unit("etc/systemd/system/empty.service", wants + "empty.service", "[Service]\nType=oneshot\n");
-    machine.unit("etc/systemd/system/socket.socket", wants + "socket.socket", "[Socket]\n");
-    machine.files.link(wants + "masked.service", "/dev/null");
-    machine.files.link(wants + "removed.service", "/nowhere/removed.service");
-    machine.unit("etc/systemd/system/asleep.service", "etc/systemd/system/asleep.service.bak", service);
-    QCOMPARE(machine.list(), QStringList{});
-
-    // Only the system's own ones are passed over: under the same name somebody else's shows.
-    machine.unit("etc/systemd/system/systemd-miner.service", wants + "systemd-miner.service", service);
-    QCOMPARE(machine.list(), QStringList{u"2|systemd-miner.service|/usr/bin/prog|"_qs});
-}
-
-void LinuxStartupTest::unitFiles_data()
-{
-    QTest::addColumn<QByteArray>("text");
-    QTest::addColumn<QByteArray>("command");
-    QTest::newRow("first of several")
-        << QByteArray("[Service]\nExecStartPre=/a\nExecStart=/b c\nExecStart=/d\n") << QByteArray("/b c");
-    QTest::newRow("taken back") << QByteArray("ExecStart=/b\nExecStart=\nExecStart=/d\n") << QByteArray("/d");
-    QTest::newRow("continued lines") << QByteArray("ExecStart=/b \\\n # why\n  c \\\n  d\nType=x")
-                                     << QByteArray("/b  c  d");
-    QTest::newRow("comments") << QByteArray("#ExecStart=/a\n;ExecStart=/b\n ExecStart = /c")
-                              << QByteArray("/c");
-    QTest::newRow("no unit") << QByteArray("\0\xff\n=\n[", 6) << QByteArray();
-}
-
-void LinuxStartupTest::unitFiles()
-{
-    QFETCH(const QByteArray, text);
-    QFETCH(const QByteArray, command);
-    QCOMPARE(QByteArray::fromStdString(unitFileFrom(text.toStdString()).command), command);
-}
-
-void LinuxStartupTest::commands_data()
-{
-    QTest::addColumn<QByteArray>("command");
-    QTest::addColumn<QStringList>("expected");
-    QTest::newRow("signs in front") << QByteArray("-+!!/usr/bin/a b")
-                                    << QStringList{u"/usr/bin/a"_qs, u"b"_qs};
-    QTest::newRow("placeholders") << QByteArray("%h/%p %i %n 5%%")
-                                  << QStringList{u"/home/me/vpn"_qs, u"home"_qs, u"vpn@home.service"_qs,
-                                                 u"5%"_qs};
-    QTest::newRow("unknown one in an argument") << QByteArray("/a %t/x") << QStringList{u"/a"_qs, u"%t/x"_qs};
-    QTest::newRow("unknown one in the program") << QByteArray("%t/a x") << QStringList{};
-    QTest::newRow("quoted") << QByteArray(R"("/opt/my vpn/run" x)")
-                            << QStringList{u"/opt/my vpn/run"_qs, u"x"_qs};
-    QTest::newRow("nothing") << QByteArray("-") << QStringList{};
-}
-
-void LinuxStartupTest::commands()
-{
-    QFETCH(const QByteArray, command);
-    QFETCH(const QStringList, expected);
-    QStringList words;
-    for (const std::string &word : unitCommand(command.toStdString(), {"vpn@home.service", "/home/me"}))
-        words += QString::fromStdString(word);
-    QCOMPARE(words, expected);
-}
-
-void LinuxStartupTest::changedFilesAreReadAgain()
-{
-    StartupMachine machine;
-    auto source = machine.source();
-    machine.autostart("home/.config/autostart/a.desktop", "A", "/opt/one");
-    QCOMPARE(source.entries().front().programPath, u"/opt/one"_qs);
-    machine.files.writeProgram("opt/one");
-    machine.autostart("home/.config/autostart/a.desktop", "A", "/opt/another");
-    QCOMPARE(source.entries().front().programPath, u"/opt/another"_qs);
-    machine.files.remove("home/.config/autostart/a.desktop");
-    QVERIFY(source.entries().empty());
-}
-
-void LinuxStartupTest::emptyMachine()
-{
-    StartupMachine machine;
-    QVERIFY(machine.source().entries().empty());
-}
 
 QTEST_APPLESS_MAIN(LinuxStartupTest)
 #include "LinuxStartupTest.moc"

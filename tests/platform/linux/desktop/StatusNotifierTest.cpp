@@ -177,32 +177,23 @@ private Q_SLOTS:
         QCOMPARE(m_panel->items.size(), 1); // a new picture is no new item
     }
 
-    void clicksSayWhere_data()
-    {
-        QTest::addColumn<QString>("method");
-        QTest::addColumn<QPoint>("point");
-        QTest::addColumn<QList<QRect>>("activated");
-        QTest::addColumn<QList<QRect>>("menuWanted");
-        const QList<QRect> there = {QRect(640, 12, 1, 1)};
-        QTest::newRow("left") << u"Activate"_qs << QPoint(640, 12) << there << QList<QRect>();
-        QTest::newRow("middle") << u"SecondaryActivate"_qs << QPoint(640, 12) << there << QList<QRect>();
-        QTest::newRow("right") << u"ContextMenu"_qs << QPoint(640, 12) << QList<QRect>() << there;
-        QTest::newRow("nowhere") << u"Activate"_qs << QPoint(0, 0) << QList<QRect>{QRect()} << QList<QRect>();
-    }
     void clicksSayWhere()
     {
-        QFETCH(const QString, method);
-        QFETCH(const QPoint, point);
         m_panel->come();
         const auto item = shownItem(pictureOf(Qt::red, {}));
         QVERIFY(item);
         QList<QRect> activated, menuWanted;
         connect(item.get(), &TrayItem::activated, this, [&](const QRect &where) { activated += where; });
         connect(item.get(), &TrayItem::menuWanted, this, [&](const QRect &where) { menuWanted += where; });
-        const auto answer = m_panel->ask(itemPath, itemInterface, method, {point.x(), point.y()});
-        QCOMPARE(answer.type(), QDBusMessage::ReplyMessage);
-        QTEST(activated, "activated");
-        QTEST(menuWanted, "menuWanted");
+        const auto click = [&](const QString &method, int x, int y) {
+            return m_panel->ask(itemPath, itemInterface, method, {x, y}).type();
+        };
+        for (const QString &method : {u"Activate"_qs, u"SecondaryActivate"_qs, u"ContextMenu"_qs})
+            QCOMPARE(click(method, 640, 12), QDBusMessage::ReplyMessage);
+        QCOMPARE(click(u"Activate"_qs, 0, 0), QDBusMessage::ReplyMessage); // the panel does not say where
+        const QRect there(640, 12, 1, 1);
+        QCOMPARE(activated, (QList<QRect>{there, there, QRect()}));
+        QCOMPARE(menuWanted, QList<QRect>{there});
     }
 
     void thePanelShowsTheMenu()
@@ -210,10 +201,15 @@ private Q_SLOTS:
         m_panel->come();
         const auto item = shownItem(pictureOf(Qt::red, {}));
         QVERIFY(item);
+        QList<TrayCommand> chosen;
+        connect(item.get(), &TrayItem::commanded, this, [&](TrayCommand command) { chosen += command; });
+        const auto report = [&](int line, const QString &event) {
+            const QVariant nothing = QVariant::fromValue(QDBusVariant(0));
+            return m_panel->ask(menuPath, menuInterface, u"Event"_qs, {line, event, nothing, 0U}).type();
+        };
         const auto layout =
             m_panel->ask(menuPath, menuInterface, u"GetLayout"_qs, {0, -1, QStringList()}).arguments();
-        QStringList lines;
-        int quitLine = 0;
+        QList<QPair<int, QString>> lines;
         const auto root = layout.value(1).value<QDBusArgument>();
         int id = -1;
         QVariantMap properties;
@@ -225,28 +221,30 @@ private Q_SLOTS:
             root >> child;
             const auto line = child.variant().value<QDBusArgument>();
             line.beginStructure();
-            line >> quitLine >> properties; // the last one stays
+            line >> id >> properties;
             line.endStructure();
-            lines += properties.value(u"label"_qs, properties.value(u"type"_qs)).toString();
+            lines.append({id, properties.value(u"label"_qs, properties.value(u"type"_qs)).toString()});
         }
-        QCOMPARE(lines, (QStringList{u"Open Swabby"_qs, u"Ask AI"_qs, u"Settings"_qs, u"Refresh now"_qs,
-                                     u"separator"_qs, u"Quit Swabby"_qs}));
-
-        QList<TrayCommand> chosen;
-        connect(item.get(), &TrayItem::commanded, this, [&](TrayCommand command) { chosen += command; });
-        const auto report = [&](int line, const QString &event) {
-            const QVariant nothing = QVariant::fromValue(QDBusVariant(0));
-            return m_panel->ask(menuPath, menuInterface, u"Event"_qs, {line, event, nothing, 0U}).type();
-        };
-        QCOMPARE(report(quitLine, u"hovered"_qs), QDBusMessage::ReplyMessage);
+        // What each line does, when it is clicked and only then.
+        const QList<QPair<QString, QList<TrayCommand>>> expected = {
+            {u"Open Swabby"_qs, {TrayCommand::openMainWindow}},
+            {u"Ask AI"_qs, {TrayCommand::openAskWindow}},
+            {u"Settings"_qs, {TrayCommand::openSettingsWindow}},
+            {u"Refresh now"_qs, {TrayCommand::refresh}},
+            {u"separator"_qs, {}},
+            {u"Quit Swabby"_qs, {TrayCommand::quit}}};
         QCOMPARE(report(0, u"opened"_qs), QDBusMessage::ReplyMessage);
-        QCOMPARE(report(quitLine - 1, u"clicked"_qs), QDBusMessage::ReplyMessage); // the separator
-        QVERIFY(chosen.isEmpty());
-        QCOMPARE(report(quitLine, u"clicked"_qs), QDBusMessage::ReplyMessage);
-        QCOMPARE(chosen, QList{TrayCommand::quit});
-        for (const int stranger : {-1, quitLine + 1})
+        QList<QPair<QString, QList<TrayCommand>>> found;
+        for (const auto &[line, label] : std::as_const(lines)) {
+            QCOMPARE(report(line, u"hovered"_qs), QDBusMessage::ReplyMessage);
+            QVERIFY(chosen.isEmpty());
+            QCOMPARE(report(line, u"clicked"_qs), QDBusMessage::ReplyMessage);
+            found.append({label, std::exchange(chosen, {})});
+        }
+        QCOMPARE(found, expected);
+        for (const int stranger : {-1, id + 1})
             QCOMPARE(report(stranger, u"clicked"_qs), QDBusMessage::ErrorMessage);
-        QCOMPARE(chosen.size(), 1);
+        QVERIFY(chosen.isEmpty());
         const auto label = m_panel->ask(menuPath, menuInterface, u"GetProperty"_qs, {2, u"label"_qs});
         QCOMPARE(label.arguments().value(0).value<QDBusVariant>().variant().toString(), u"Ask AI"_qs);
     }
@@ -290,22 +288,15 @@ private Q_SLOTS:
         QVERIFY(item->place() == TrayItem::Place::there);
     }
 
-    void aBusThatHangsHoldsNobodyUp_data()
-    {
-        QTest::addColumn<QByteArray>("answer");
-        QTest::addColumn<bool>("hangsUp");
-        QTest::newRow("silent") << QByteArray() << false;
-        QTest::newRow("silent after accepting") << QByteArray("OK 0123\r\n") << false;
-        QTest::newRow("hangs up") << QByteArray("OK 0123\r\n") << true;
-    }
     void aBusThatHangsHoldsNobodyUp()
     {
-        QFETCH(const QByteArray, answer);
-        QFETCH(const bool, hangsUp);
-        const RudeBus bus(answer.toStdString(), hangsUp);
-        StatusNotifierItem item(bus.address(), 50ms);
-        item.show(pictureOf(Qt::red, {}));
-        QVERIFY(waitUntil([&] { return item.place() == TrayItem::Place::none; }));
+        for (const auto &[answer, hangsUp] :
+             {std::pair("", false), std::pair("OK 0123\r\n", false), std::pair("OK 0123\r\n", true)}) {
+            const RudeBus bus(answer, hangsUp);
+            StatusNotifierItem item(bus.address(), 50ms);
+            item.show(pictureOf(Qt::red, {}));
+            QVERIFY(waitUntil([&] { return item.place() == TrayItem::Place::none; }));
+        }
         StatusNotifierItem nowhere("unix:path=/nowhere/bus", 50ms);
         QVERIFY(nowhere.place() == TrayItem::Place::none);
     }

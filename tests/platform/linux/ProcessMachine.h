@@ -1,0 +1,57 @@
+#pragma once
+
+#include "StandIn.h"
+#include "platform/linux/LinuxProcessSurveyor.h"
+
+namespace swabby {
+
+/// A /proc, a stand-in unless it is told otherwise, whose clock only moves when told.
+class ProcessMachine {
+public:
+    using SocketBytesReader = std::function<std::optional<std::vector<SocketBytes>>()>;
+
+    explicit ProcessMachine(std::size_t descriptors = 100, const std::string &realRoot = {})
+        : root(realRoot.empty() ? proc.path() : realRoot),
+          table(
+              std::make_shared<ProcessTable>(ProcessTable::Sources{root, [this] { return now; }, descriptors},
+                                             ProgramFinder(root, DesktopApplications({}, {}))))
+    {
+        proc.write("meminfo", "MemTotal: 4096 kB\nMemAvailable: 1 kB\n");
+        setTime(1000);
+    }
+    ProcessMachine(const ProcessMachine &) = delete;
+    ProcessMachine &operator=(const ProcessMachine &) = delete;
+
+    void setTime(double seconds)
+    {
+        now = seconds;
+        proc.write("uptime", std::to_string(seconds) + " 0.00\n");
+    }
+    LinuxProcessSurveyor surveyor(
+        const SocketBytesReader &sockets = [] { return std::nullopt; }, const StopToken &stop = {})
+    {
+        return LinuxProcessSurveyor({root, table, [this] { return now; }, sockets, stop});
+    }
+
+    const TableRow *row(std::int32_t pid)
+    {
+        listing = table->list();
+        const auto found = std::find_if(listing->rows.begin(), listing->rows.end(),
+                                        [pid](const TableRow &row) { return row.pid == pid; });
+        return found == listing->rows.end() ? nullptr : &*found;
+    }
+    /// In whole percent of one processor; -1 for a process that is not listed.
+    int percent(std::int32_t pid)
+    {
+        const TableRow *found = row(pid);
+        return found ? static_cast<int>(std::lround(found->cpuPercent)) : -1;
+    }
+
+    StandIn proc;
+    const std::string root;
+    double now = 0;
+    const std::shared_ptr<ProcessTable> table;
+    std::optional<Listing> listing;
+};
+
+} // namespace swabby
