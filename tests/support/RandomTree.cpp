@@ -10,7 +10,9 @@
 #include <fstream>
 #include <grp.h>
 #include <random>
+#include <sched.h>
 #include <sstream>
+#include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
@@ -239,6 +241,15 @@ std::string inChildren(int count, const std::function<std::string(int)> &work)
             problems += "a child ended with status " + std::to_string(status);
     }
     return problems;
+}
+
+std::string inOwnMounts(const std::function<std::string()> &work)
+{
+    return inChild([&]() -> std::string {
+        if (::unshare(CLONE_NEWNS) != 0 || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
+            return "SKIP";
+        return work();
+    });
 }
 
 void becomeNobody()

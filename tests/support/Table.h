@@ -3,6 +3,7 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QList>
 #include <QtCore/QString>
+#include <QtCore/QStringList>
 
 #include <functional>
 #include <string>
@@ -31,6 +32,15 @@ private:
 /// Makes a check fail unless the reading makes of every row what stands in the row's last cell. Empty lines
 /// are no rows.
 void compareTable(const QByteArray &table, const std::function<QString(const Cells &row)> &reading);
+
+/// The words of each of them, one a line.
+QString lines(const auto &things, const auto &wordsOf)
+{
+    QStringList words;
+    for (const auto &thing : things)
+        words.append(wordsOf(thing));
+    return words.join(QLatin1Char('\n'));
+}
 
 /// The text of that file of tests/fixtures.
 QByteArray fixture(const QString &name);

@@ -70,6 +70,14 @@ QJsonArray TemporaryMachine::events(const QString &kind) const
     return events;
 }
 
+QString TemporaryMachine::runs() const
+{
+    QStringList lines;
+    for (const QJsonValue &run : events(QStringLiteral("run")))
+        lines.append(run.toVariant().toStringList().join(QLatin1Char(' ')));
+    return lines.join(QLatin1Char('\n'));
+}
+
 bool waitUntil(const std::function<bool()> &condition)
 {
     constexpr int patienceMilliseconds = 30'000;

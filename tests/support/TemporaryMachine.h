@@ -32,6 +32,8 @@ public:
     std::shared_ptr<Machine> open() const;
     /// The events of one kind, oldest first.
     QJsonArray events(const QString &kind) const;
+    /// The tools that ran with their arguments, one a line.
+    QString runs() const;
 
 private:
     QTemporaryDir m_folder;

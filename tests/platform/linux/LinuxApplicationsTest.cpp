@@ -17,6 +17,8 @@ std::string entry(const std::string &name, const std::string &exec, const std::s
 /// A machine with programs, desktop entries and processes.
 class ApplicationMachine {
 public:
+    ApplicationMachine() { files.writeProgram("usr/bin/prog"); }
+
     void addEntry(const std::string &identifier, const std::string &text) const
     {
         files.write("usr/share/applications/" + identifier + ".desktop", text);
@@ -88,23 +90,7 @@ private Q_SLOTS:
         machine.addEntry("script", entry("Script", "python3 " + root + "/home/script.py"));
         machine.addEntry("org.sandbox", entry("Sandbox", "flatpak run org.sandbox", "X-Flatpak=org.sandbox"));
         machine.addEntry("brave", entry("Brave Web Browser", root + "/opt/brave.com/brave/brave-browser"));
-        compareTable(R"(
-            started through two links | opt/google/chrome/google-chrome | Google Chrome
-            beside what is started | opt/google/chrome/chrome | Google Chrome
-            deeper in its folder | opt/google/chrome/sub/crashpad | Google Chrome
-            its maker's other program | opt/google/earth/earth |
-            behind a starter script | usr/lib/chromium/chromium | Chromium Web Browser
-            similar folder name | usr/lib/chromium-driver/driver |
-            in a shared folder | usr/bin/editor | Text Editor
-            its neighbour there | usr/bin/make |
-            bin folder of its own | home/idea/jbr/bin/java | Idea
-            download folder | home/Downloads/tool | Tool
-            another download | home/Downloads/installer |
-            snap | snap/mail/211/usr/lib/mail | Mail
-            another snap | snap/core22/1/bin/sh |
-            interpreter of an application | usr/bin/python3.11 |
-            flatpak itself | usr/bin/flatpak |
-            renamed for the browser table | opt/brave.com/brave/brave | Brave Browser)",
+        compareTable(fixture(u"linux/what_a_program_belongs_to.txt"_qs),
                      [&](const Cells &row) { return QString::fromUtf8(machine.nameFor(row.string(1))); });
     }
 
@@ -118,7 +104,6 @@ private Q_SLOTS:
               entry("X", "", "[Desktop Action a]\nExec=prog"),
               std::string("Exec=prog\nName=X\nType=Application")}) {
             const ApplicationMachine machine;
-            machine.files.writeProgram("usr/bin/prog");
             machine.addEntry("x", text);
             QVERIFY2(machine.nameFor("usr/bin/prog").isEmpty(), text.c_str());
         }
@@ -127,7 +112,6 @@ private Q_SLOTS:
     void usersEntryWins()
     {
         const ApplicationMachine machine;
-        machine.files.writeProgram("usr/bin/prog");
         machine.addEntry("prog", entry("System name", "prog"));
         machine.files.write("home/.local/share/applications/prog.desktop", entry("My name", "prog"));
         QCOMPARE(machine.nameFor("usr/bin/prog"), "My name");
@@ -151,7 +135,6 @@ private Q_SLOTS:
     void changedFolderIsReadAgain()
     {
         const ApplicationMachine machine;
-        machine.files.writeProgram("usr/bin/prog");
         machine.addEntry("other", entry("Other", "other"));
         DesktopApplications applications = machine.applications();
         QVERIFY(!applications.refresh());
@@ -166,20 +149,11 @@ private Q_SLOTS:
         machine.addEntry("org.sandbox.Mail", entry("Mail", "mail"));
         machine.addEntry("my-tool", entry("My Tool", "tool"));
         const DesktopApplications applications = machine.applications();
-        compareTable(R"(
-            with its starter | SLICE/app-gnome-org.sandbox.Mail-1234.scope | Mail
-            without | SLICE/app-org.sandbox.Mail-1234.scope | Mail
-            hyphen in the name | SLICE/app-flatpak-my\\x2dtool-99.scope | My Tool
-            as a service | SLICE/app-org.sandbox.Mail@0123abcd.service | Mail
-            unknown | SLICE/app-gnome-org.unknown-1.scope |
-            no application's | 0::/system.slice/cron.service |
-            cut off | SLICE/app-\\x2.scope |
-            empty | |)",
-                     [&](const Cells &row) {
-                         const QByteArray slice = "0::/user.slice/user@1000.service/app.slice";
-                         const std::string group = row[1].replace("SLICE", slice).toStdString();
-                         return QString::fromStdString(std::string(applications.nameForControlGroup(group)));
-                     });
+        compareTable(fixture(u"linux/control_groups.txt"_qs), [&](const Cells &row) {
+            const QByteArray slice = "0::/user.slice/user@1000.service/app.slice";
+            const std::string group = row[1].replace("SLICE", slice).toStdString();
+            return QString::fromStdString(std::string(applications.nameForControlGroup(group)));
+        });
     }
 
     void processes()

@@ -64,11 +64,10 @@ public:
 
 QString named(const Home &home, const std::vector<FoundApplication> &applications)
 {
-    QStringList lines;
-    for (const FoundApplication &found : applications)
-        lines.append(home.shortened(found.path) + u'|' + found.name + u'|' + found.bundleId + u'|' +
-                     home.shortened(found.foundIn));
-    return lines.join(u'\n');
+    return lines(applications, [&](const FoundApplication &found) {
+        return home.shortened(found.path) + u'|' + found.name + u'|' + found.bundleId + u'|' +
+               home.shortened(found.foundIn);
+    });
 }
 
 } // namespace
@@ -79,23 +78,9 @@ class LinuxCleanupTest : public QObject {
 private Q_SLOTS:
     void userFolders()
     {
-        compareTable(R"(
-            usual | # x\nXDG_DESKTOP_DIR="$HOME/Schreibtisch"\nXDG_DOWNLOAD_DIR="$HOME/Heruntergeladen"\n | /h/Heruntergeladen
-            the last one counts | XDG_DOWNLOAD_DIR="$HOME/a"\n XDG_DOWNLOAD_DIR = "$HOME/b/" | /h/b
-            elsewhere | XDG_DOWNLOAD_DIR="/data/down loads" | /data/down loads
-            quotes inside | XDG_DOWNLOAD_DIR="$HOME/a \\"b\\" \\\\c" | /h/a "b" \\c
-            unset | XDG_DOWNLOADS_DIR="$HOME/a"\n#XDG_DOWNLOAD_DIR="$HOME/b" |
-            the home folder itself | XDG_DOWNLOAD_DIR="$HOME" |
-            the home folder with a slash | XDG_DOWNLOAD_DIR="$HOME/" |
-            the home folder by another way | XDG_DOWNLOAD_DIR="$HOME/x/../" |
-            above the home folder | XDG_DOWNLOAD_DIR="/" |
-            no absolute path | XDG_DOWNLOAD_DIR="Downloads" |
-            another variable | XDG_DOWNLOAD_DIR="$HOMES/a" |
-            no quotes | XDG_DOWNLOAD_DIR=$HOME/a |
-            quote not closed | XDG_DOWNLOAD_DIR=\q$HOME/a |)",
-                     [](const Cells &row) {
-                         return QString::fromStdString(userFolderIn(row.string(1), "DOWNLOAD", "/h"));
-                     });
+        compareTable(fixture(u"linux/user_folders.txt"_qs), [](const Cells &row) {
+            return QString::fromStdString(userFolderIn(row.string(1), "DOWNLOAD", "/h"));
+        });
     }
 
     void places()
@@ -126,12 +111,11 @@ private Q_SLOTS:
         home.fill("elsewhere/cache/small/g", 19'000);
         home.fill("home/.local/share/Trash/files/h", 4'000);
         const auto machine = home.machine();
-        QStringList lines;
-        for (const auto &entries :
-             {CacheCleaner::scan({*machine, {}, {}}), CacheCleaner::scanUnknownCaches({*machine, {}, {}})})
-            for (const CacheEntry &entry : entries)
-                lines.append(entry.description + u'=' + QString::number(entry.sizeBytes / 1'000'000));
-        QCOMPARE(lines.join(u'\n'),
+        const auto wordsOf = [](const CacheEntry &entry) {
+            return entry.description + u'=' + QString::number(entry.sizeBytes / 1'000'000);
+        };
+        QCOMPARE(lines(CacheCleaner::scan({*machine, {}, {}}), wordsOf) + u'\n' +
+                     lines(CacheCleaner::scanUnknownCaches({*machine, {}, {}}), wordsOf),
                  u"Trash — stuff you already deleted=4\nFirefox's temporary browsing files=2\n"
                  "Coding tool cache (pip)=1\ncaf\uFFFD=21\nthumbnails=20"_qs);
         fs::remove_all(home.folders.cache); // the temporary folder cannot name everything in there
@@ -147,11 +131,12 @@ private Q_SLOTS:
         fs::resize_file(home.files.path("home/Telechargements/system.iso"), 30'000'000);
         const auto longAgo = fs::file_time_type::clock::now() - std::chrono::hours(24 * 31 + 1);
         fs::last_write_time(home.files.path("home/Projects/Loom"), longAgo);
-        QStringList lines;
         const auto machine = home.machine();
-        for (const DeepScanItem &item : DeepScanner::scan({*machine, {}, {}}))
-            lines.append(item.description + u'|' + QString::number(item.daysOld));
-        QCOMPARE(lines.join(u'\n'), u"Loom/node_modules|31\nsystem.iso|0"_qs);
+        const auto wordsOf = [](const DeepScanItem &item) {
+            return item.description + u'|' + QString::number(item.daysOld);
+        };
+        QCOMPARE(lines(DeepScanner::scan({*machine, {}, {}}), wordsOf),
+                 u"Loom/node_modules|31\nsystem.iso|0"_qs);
         QVERIFY(DeveloperCleanup::scanSimulatorRuntimes({*machine, {}, {}}).empty());
         QCOMPARE(DeveloperCleanup::derivedDataSize({*machine, {}, {}}), 0);
     }
@@ -207,10 +192,10 @@ private Q_SLOTS:
         home.entry("org.example.Loom", "Loom", "x");
         const auto machine = home.machine();
         const auto listed = [&](const InstalledApp &app) {
-            QStringList lines;
-            for (const AppLeftover &leftover : AppUninstaller::scanLeftovers({*machine, {}, {}}, app))
-                lines.append(home.shortened(leftover.path) + u'|' + leftover.description);
-            return lines.join(u'\n');
+            return lines(AppUninstaller::scanLeftovers({*machine, {}, {}}, app),
+                         [&](const AppLeftover &leftover) {
+                             return home.shortened(leftover.path) + u'|' + leftover.description;
+                         });
         };
         const QString all = u"home/.cache/org.example.Loom|Cached data\nhome/.cache/Loom|Cached data\n"
                             "home/.local/share/Loom|Support files\nhome/.config/Loom|Preferences\n"

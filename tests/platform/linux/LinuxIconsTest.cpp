@@ -64,35 +64,15 @@ private Q_SLOTS:
     void whereAnIconIsFound()
     {
         // The files that are there, each "THEME/FOLDER/NAME" among the icons, what is named, what is found.
-        compareTable(R"(
-            the size that is wanted | hicolor/16/apps/mill.png hicolor/64x64/apps/mill.png hicolor/48/apps/mill.png hicolor/draw/apps/mill.svg | mill | hicolor/48/apps/mill.png
-            the next larger one | hicolor/16/apps/mill.png hicolor/48@2/apps/mill.png hicolor/64x64/apps/mill.png hicolor/draw/apps/mill.svg | mill | hicolor/64x64/apps/mill.png
-            twice the size | hicolor/16/apps/mill.png hicolor/48@2/apps/mill.png | mill | hicolor/48@2/apps/mill.png
-            a drawing before a smaller one | hicolor/16/apps/mill.png hicolor/draw/apps/mill.svg | mill | hicolor/draw/apps/mill.svg
-            a smaller one at last | hicolor/16/apps/mill.png | mill | hicolor/16/apps/mill.png
-            the user's own first | hicolor/48/apps/mill.png ../home/.icons/hicolor/48/apps/mill.png | mill | ../home/.icons/hicolor/48/apps/mill.png
-            the theme's | hicolor/48/apps/mill.png pretty/48/apps/mill.png | mill | pretty/48/apps/mill.png
-            what the theme builds on | hicolor/48/apps/mill.png plain/48/apps/mill.svg | mill | plain/48/apps/mill.svg
-            of no theme | ../pixmaps/mill.png | mill | ../pixmaps/mill.png
-            named with an ending | hicolor/48/apps/mill.png | mill.png | hicolor/48/apps/mill.png
-            a name with a dot | ../pixmaps/org.mill.App.png | org.mill.App | ../pixmaps/org.mill.App.png
-            a file of its own | ../opt/mill/logo.png | ROOT/opt/mill/logo.png | ../opt/mill/logo.png
-            a file that is gone | | ROOT/opt/mill/logo.png |
-            none of that name | hicolor/48/apps/mill.png | windmill |
-            a picture of something else | hicolor/48/actions/mill.png | mill |
-            a name that climbs | hicolor/48/apps/mill.png hicolor/48/secret.png | ../secret |
-            a folder that climbs | out/mill.png | mill |
-            a theme that climbs | ../etc/48/apps/mill.png | mill |
-            no name | hicolor/48/apps/mill.png | |)",
-                     [](const Cells &row) {
-                         const IconMachine machine;
-                         for (const QByteArray &file : row[1].split(' '))
-                             if (!file.isEmpty())
-                                 machine.files.write("icons/" + file.toStdString(), file.toStdString());
-                         machine.addApplication(
-                             "mill", row[2].replace("ROOT", machine.files.path().c_str()).toStdString());
-                         return QString::fromUtf8(machine.picture(machine.program("mill"), 48, u"pretty"_qs));
-                     });
+        compareTable(fixture(u"linux/where_an_icon_is_found.txt"_qs), [](const Cells &row) {
+            const IconMachine machine;
+            for (const QByteArray &file : row[1].split(' '))
+                if (!file.isEmpty())
+                    machine.files.write("icons/" + file.toStdString(), file.toStdString());
+            machine.addApplication("mill",
+                                   row[2].replace("ROOT", machine.files.path().c_str()).toStdString());
+            return QString::fromUtf8(machine.picture(machine.program("mill"), 48, u"pretty"_qs));
+        });
     }
 
     void whoseIconItIs()

@@ -50,19 +50,10 @@ private Q_SLOTS:
     void processorTime()
     {
         // User, system, idle and nice.
-        compareTable(
-            R"(
-            guests are part of user and nice | cpu  1000 200 300 5000 40 5 6 7 900 150\ncpu0 1 1 1 1\n | 1000 318 5040 200
-            an old kernel's four columns | cpu 10 20 30 40\n | 10 30 40 20
-            more than 32 bits | cpu 5000000000 0 0 9000000000 0 0 0 0 0 0 | 5000000000 0 9000000000 0
-            too few columns | cpu 10 20 30\n | none
-            no number | cpu 10 x 30 40\n | none
-            another line first | cpu0 1 2 3 4\ncpu 1 2 3 4\n | none
-            empty | | none)",
-            [](const Cells &row) {
-                const auto ticks = cpuTicksFrom(row.string(1));
-                return ticks ? numbers({ticks->user, ticks->system, ticks->idle, ticks->nice}) : u"none"_qs;
-            });
+        compareTable(fixture(u"linux/processor_time.txt"_qs), [](const Cells &row) {
+            const auto ticks = cpuTicksFrom(row.string(1));
+            return ticks ? numbers({ticks->user, ticks->system, ticks->idle, ticks->nice}) : u"none"_qs;
+        });
     }
 
     void memory()
@@ -118,50 +109,27 @@ private Q_SLOTS:
                                  "trip_point_1_type=passive trip_point_1_temp=90000 "
                                  "trip_point_2_type=active trip_point_2_temp=60000 "
                                  "trip_point_3_type=active trip_point_3_temp=0 ";
-        compareTable(R"(
-            cool | TRIPS temp=59999 | 0
-            fans | TRIPS temp=60000 | 1
-            slowed down | TRIPS temp=95000 | 2
-            about to switch off | TRIPS temp=100000 | 3
-            absurdly hot | TRIPS temp=999000 | 0
-            absurdly cold | TRIPS temp=-274000 | 0
-            no number | TRIPS temp=unknown | 0
-            switched off | TRIPS temp=95000 mode=disabled | 0
-            hot trip | thermal_zone3/temp=80000 thermal_zone3/trip_point_0_type=hot thermal_zone3/trip_point_0_temp=80000 | 3
-            no trips | temp=99000 | 0
-            the worst zone counts | TRIPS temp=61000 thermal_zone1/temp=91000 thermal_zone1/trip_point_0_type=passive thermal_zone1/trip_point_0_temp=90000 cooling_device0/type=Fan | 2)",
-                     [&](const Cells &row) {
-                         const FilesOf files(row[1].replace("TRIPS ", trips), "thermal_zone0");
-                         return QString::number(static_cast<int>(thermalStateOf(files.path())));
-                     });
+        compareTable(fixture(u"linux/thermal_state.txt"_qs), [&](const Cells &row) {
+            const FilesOf files(row[1].replace("TRIPS ", trips), "thermal_zone0");
+            return QString::number(static_cast<int>(thermalStateOf(files.path())));
+        });
     }
 
     void battery()
     {
         // Percent, charging, minutes to empty and to full.
-        compareTable(R"(
-            discharging by power | type=Battery capacity=80 status=Discharging energy_now=40000000 energy_full=50000000 power_now=16000000 | 80 no 150 -
-            charging by current | type=Battery capacity=50 status=Charging charge_now=2000000 charge_full=4000000 current_now=1000000 | 50 yes - 120
-            negative current | type=Battery capacity=50 status=Discharging charge_now=2000000 current_now=-1000000 | 50 no 120 -
-            no current yet | type=Battery capacity=50 status=Discharging charge_now=2000000 current_now=0 | 50 no - -
-            would take weeks | type=Battery capacity=50 status=Discharging charge_now=2000000 current_now=12 | 50 no - -
-            full on the adapter | type=Battery capacity=100 status=Full | 100 no - -
-            capacity worked out | type=Battery energy_now=30 energy_full=40 status=Unknown | 75 ? - -
-            only a mouse | type=Battery scope=Device capacity=9 AC/type=Mains | none
-            bay is empty | type=Battery present=0 capacity=50 | none
-            the first that is the system's | type=Battery capacity=70 BAT1/type=Battery BAT1/capacity=10 ABC/type=Battery ABC/scope=Device ABC/capacity=5 | 70 ? - -)",
-                     [](const Cells &row) {
-                         const FilesOf files(row[1], "BAT0");
-                         const auto source = LinuxPowerSupply(files.path()).firstSource();
-                         if (!source)
-                             return u"none"_qs;
-                         const auto charging = source->isCharging;
-                         return numbers({source->currentCapacity}) +
-                                (!charging   ? u" ? "_qs
-                                 : *charging ? u" yes "_qs
-                                             : u" no "_qs) +
-                                numbers({source->timeToEmpty, source->timeToFullCharge});
-                     });
+        compareTable(fixture(u"linux/battery.txt"_qs), [](const Cells &row) {
+            const FilesOf files(row[1], "BAT0");
+            const auto source = LinuxPowerSupply(files.path()).firstSource();
+            if (!source)
+                return u"none"_qs;
+            const auto charging = source->isCharging;
+            return numbers({source->currentCapacity}) +
+                   (!charging   ? u" ? "_qs
+                    : *charging ? u" yes "_qs
+                                : u" no "_qs) +
+                   numbers({source->timeToEmpty, source->timeToFullCharge});
+        });
         // Health and cycles.
         compareTable(R"(
             rounded up | type=Battery energy_full=43750 energy_full_design=50000 cycle_count=312 | 88 312

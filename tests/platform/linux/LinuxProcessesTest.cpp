@@ -46,34 +46,20 @@ private Q_SLOTS:
     void statLine()
     {
         // What stands behind the process number; command, parent, threads, run, start and resident pages.
-        compareTable(R"(
-            plain | (bash) REST | bash 42 5 42 8765 321
-            blanks and parentheses | (a) R 1 (b c) REST | a) R 1 (b c 42 5 42 8765 321
-            line ends | (a\nb)\n) REST | a\nb)\n 42 5 42 8765 321
-            empty name | () REST | \s42 5 42 8765 321
-            no text | (\xff\xfe) REST | \xff\xfe 42 5 42 8765 321
-            negative resident size | (x) S 42 1 1 0 -1 0 9 9 9 9 30 12 7 7 20 0 5 0 8765 123 -2 99 1 2 3 | x 42 5 42 8765 0
-            cut off | (bash) S 42 1 1 0 -1 0 9 9 9 9 30 | none
-            parentheses the wrong way round | )bash( REST | none
-            no parentheses | bash S 1 2 3 | none
-            words for numbers | (x) S a b c d e f g h i j k l m n o p q r s t u v | none
-            empty | | none)",
-                     [](const Cells &row) {
-                         const QByteArray rest =
-                             "S 42 1 1 0 -1 4194560 9 9 9 9 30 12 7 7 20 0 5 0 8765 123 321 99 1 2 3 0";
-                         const std::string line =
-                             row[1].isEmpty() ? "" : "7 " + row[1].replace("REST", rest).toStdString();
-                         const auto stat = processStatFrom(line);
-                         if (!stat)
-                             return u"none"_qs;
-                         QString text =
-                             QString::fromUtf8(stat->command.data(), qsizetype(stat->command.size()));
-                         for (const std::uint64_t number :
-                              {std::uint64_t(stat->parentPid), std::uint64_t(stat->threads), stat->runTicks,
-                               stat->startTicks, stat->residentPages})
-                             text += u' ' + QString::number(number);
-                         return text;
-                     });
+        compareTable(fixture(u"linux/stat_line.txt"_qs), [](const Cells &row) {
+            const QByteArray rest =
+                "S 42 1 1 0 -1 4194560 9 9 9 9 30 12 7 7 20 0 5 0 8765 123 321 99 1 2 3 0";
+            const std::string line =
+                row[1].isEmpty() ? "" : "7 " + row[1].replace("REST", rest).toStdString();
+            const auto stat = processStatFrom(line);
+            if (!stat)
+                return u"none"_qs;
+            QString text = QString::fromUtf8(stat->command.data(), qsizetype(stat->command.size()));
+            for (const std::uint64_t number : {std::uint64_t(stat->parentPid), std::uint64_t(stat->threads),
+                                               stat->runTicks, stat->startTicks, stat->residentPages})
+                text += u' ' + QString::number(number);
+            return text;
+        });
     }
 
     void shareIsThatSinceThePreviousListing()

@@ -1,10 +1,8 @@
-#include "platform/linux/LinuxDisposal.h"
+#include "platform/linux/RemovalScene.h"
 #include "platform/linux/TrashRecord.h"
-#include "support/RandomTree.h"
 
 #include <QtTest/QTest>
 
-#include <sched.h>
 #include <set>
 #include <sys/mount.h>
 #include <sys/stat.h>
@@ -14,31 +12,19 @@ using namespace swabby;
 
 namespace {
 
-namespace fs = std::filesystem;
+struct TrashScene : Scene {
+    TrashScene() : Scene(false) {}
 
-/// 2023-11-14, 22:13:20 UTC.
-struct StoppedClock final : Clock {
-    double now() const override { return 1'700'000'000.9; }
-};
-
-struct Scene {
-    Scene() { fs::create_directory(home()); }
-
-    fs::path home() const { return ground / "home"; }
-    fs::path trash() const { return home() / ".local/share/Trash"; }
+    fs::path trash() const { return home() / "data/Trash"; }
+    std::optional<TrashedItem> move(const fs::path &path) { return move(path, home()); }
     std::optional<TrashedItem> move(const fs::path &path, const fs::path &allowed)
     {
-        return disposal.moveToTrash(targetAt(path, allowed));
+        return disposal->moveToTrash(targetAt(path, allowed));
     }
-    std::optional<TrashedItem> move(const fs::path &path) { return move(path, home()); }
     bool empty(const MustStay &mustStay = {})
     {
-        return disposal.emptyTrash(targetAt(trash(), home()), mustStay);
+        return disposal->emptyTrash(targetAt(trash(), home()), mustStay);
     }
-
-    Ground ground;
-    StoppedClock clock;
-    LinuxDisposal disposal{home() / ".local/share", clock};
 };
 
 std::size_t countIn(const fs::path &folder)
@@ -83,7 +69,7 @@ private Q_SLOTS:
 
     void everyNameGoesAndComesBack()
     {
-        Scene scene;
+        TrashScene scene;
         const std::string longest(255, 'n');
         std::string accents;
         while (accents.size() < 250)
@@ -114,7 +100,7 @@ private Q_SLOTS:
 
         fs::remove_all(scene.home() / "one");
         for (const TrashedItem &item : items)
-            QVERIFY(scene.disposal.putBack(item));
+            QVERIFY(scene.disposal->putBack(item));
         for (const TrashedItem &item : items)
             QVERIFY(bytesOf(item.from).ends_with(item.from.filename().native()));
         QCOMPARE(countIn(scene.trash() / "files") + countIn(scene.trash() / "info"), std::size_t(0));
@@ -122,44 +108,44 @@ private Q_SLOTS:
 
     void putBackHarmsNothing()
     {
-        Scene scene;
+        TrashScene scene;
         const fs::path file = scene.home() / "a/b/file";
         writeBytes(file, "first");
         const auto item = scene.move(file);
         QVERIFY(item);
         writeBytes(file, "second");
-        QVERIFY(!scene.disposal.putBack(*item));
+        QVERIFY(!scene.disposal->putBack(*item));
         QCOMPARE(bytesOf(file), std::string("second"));
         QCOMPARE(bytesOf(item->trashed), std::string("first"));
 
         // A file where a folder was, and nothing made on the way there.
         fs::remove_all(scene.home() / "a");
         writeBytes(scene.home() / "a", "a file");
-        QVERIFY(!scene.disposal.putBack(*item));
+        QVERIFY(!scene.disposal->putBack(*item));
         QCOMPARE(bytesOf(scene.home() / "a"), std::string("a file"));
 
         fs::remove(scene.home() / "a");
         TrashedItem another = *item;
         ++another.identity.inode;
-        QVERIFY(!scene.disposal.putBack(another));
+        QVERIFY(!scene.disposal->putBack(another));
         QVERIFY(!fs::exists(scene.home() / "a"));
         // Disks may be numbered anew by a restart.
         TrashedItem restarted = *item;
         ++restarted.identity.device;
-        QVERIFY(scene.disposal.putBack(restarted));
+        QVERIFY(scene.disposal->putBack(restarted));
         QCOMPARE(bytesOf(file), std::string("first"));
         QVERIFY(!fs::exists(recordOf(*item)));
     }
 
     void theTrashDoesNotSwallowItself()
     {
-        Scene scene;
+        TrashScene scene;
         writeBytes(scene.home() / "file", "x");
         const auto item = scene.move(scene.home() / "file");
         QVERIFY(item);
         const TreePicture before = pictureOf(scene.home());
-        for (const fs::path &path : {scene.trash(), scene.trash() / "files", item->trashed, recordOf(*item),
-                                     scene.home() / ".local/share", scene.home() / ".local"})
+        for (const fs::path &path :
+             {scene.trash(), scene.trash() / "files", item->trashed, recordOf(*item), scene.home() / "data"})
             QVERIFY2(!scene.move(path), path.c_str());
         QVERIFY(!scene.move(scene.home(), scene.ground.path()));
         QCOMPARE(shown(difference(before, pictureOf(scene.home()))), QByteArray());
@@ -167,8 +153,8 @@ private Q_SLOTS:
 
     void noTrashNoMove()
     {
-        const auto isRefused = [](const std::function<void(Scene &)> &prepare) {
-            Scene scene;
+        const auto isRefused = [](const std::function<void(TrashScene &)> &prepare) {
+            TrashScene scene;
             fs::create_directories(scene.trash().parent_path());
             fs::create_directory(scene.ground / "elsewhere");
             prepare(scene);
@@ -177,17 +163,18 @@ private Q_SLOTS:
             return !moved && bytesOf(scene.home() / "file") == "x" &&
                    fs::is_empty(scene.ground / "elsewhere");
         };
-        const auto link = [](Scene &scene, const char *name) {
+        const auto link = [](TrashScene &scene, const char *name) {
             fs::create_directories((scene.trash() / name).parent_path());
             fs::create_directory_symlink(scene.ground / "elsewhere", scene.trash() / name);
         };
-        QVERIFY(isRefused(
-            [&](Scene &scene) { fs::create_directory_symlink(scene.ground / "elsewhere", scene.trash()); }));
-        QVERIFY(isRefused([&](Scene &scene) { link(scene, "files"); }));
-        QVERIFY(isRefused([&](Scene &scene) { link(scene, "info"); }));
-        QVERIFY(isRefused([](Scene &scene) { writeBytes(scene.trash(), "a file"); }));
+        QVERIFY(isRefused([&](TrashScene &scene) {
+            fs::create_directory_symlink(scene.ground / "elsewhere", scene.trash());
+        }));
+        QVERIFY(isRefused([&](TrashScene &scene) { link(scene, "files"); }));
+        QVERIFY(isRefused([&](TrashScene &scene) { link(scene, "info"); }));
+        QVERIFY(isRefused([](TrashScene &scene) { writeBytes(scene.trash(), "a file"); }));
         if (::geteuid() == 0)
-            QVERIFY(isRefused([](Scene &scene) {
+            QVERIFY(isRefused([](TrashScene &scene) {
                 fs::create_directory(scene.trash());
                 QCOMPARE(::chown(scene.trash().c_str(), 65534, 65534), 0);
             }));
@@ -195,7 +182,7 @@ private Q_SLOTS:
 
     void anOrphanInTheTrashKeepsItsName()
     {
-        Scene scene;
+        TrashScene scene;
         writeBytes(scene.trash() / "files/file", "orphan");
         writeBytes(scene.home() / "file", "x");
         const auto item = scene.move(scene.home() / "file");
@@ -209,18 +196,18 @@ private Q_SLOTS:
     {
         const std::string problem = inChild([]() -> std::string {
             becomeNobody();
-            Scene scene;
+            TrashScene scene;
             const fs::path folder = scene.home() / "locked";
             writeBytes(folder / "file", "x");
             ::chmod(folder.c_str(), 0500);
             const TreePicture before = pictureOf(scene.home());
             const auto item = scene.move(folder);
-            if (!item || !scene.disposal.putBack(*item))
+            if (!item || !scene.disposal->putBack(*item))
                 return "not moved there and back";
             // From a folder that may not be written nothing goes, and no record is left behind.
             if (scene.move(folder / "file") || !fs::is_empty(scene.trash() / "info"))
                 return "moved out of a locked folder";
-            fs::remove_all(scene.home() / ".local");
+            fs::remove_all(scene.home() / "data");
             return difference(before, pictureOf(scene.home()));
         });
         QCOMPARE(shown(problem), QByteArray());
@@ -230,7 +217,7 @@ private Q_SLOTS:
     {
         constexpr int programs = 8;
         constexpr int files = 100;
-        Scene scene;
+        TrashScene scene;
         const auto pathOf = [&](int program, int number) {
             return scene.home() / std::to_string(program) / std::to_string(number) / "report.txt";
         };
@@ -255,7 +242,7 @@ private Q_SLOTS:
 
     void emptyingTakesTheRecordsToo()
     {
-        Scene scene;
+        TrashScene scene;
         for (const char *name : {"precious/file", "b/inner/file", "c"}) {
             writeBytes(scene.home() / name, name);
             QVERIFY(scene.move(scene.home() / fs::path(name).begin()->native()));
@@ -288,12 +275,11 @@ private Q_SLOTS:
 
     void otherDisksHaveTheirOwn()
     {
-        const std::string problem = inChild([]() -> std::string {
-            Scene scene;
+        const std::string problem = inOwnMounts([]() -> std::string {
+            TrashScene scene;
             const fs::path disk = scene.home() / "disk";
             fs::create_directory(disk);
-            if (::unshare(CLONE_NEWNS) != 0 || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) ||
-                ::mount("none", disk.c_str(), "tmpfs", 0, nullptr) != 0)
+            if (::mount("none", disk.c_str(), "tmpfs", 0, nullptr) != 0)
                 return "SKIP";
             const std::string user = std::to_string(::geteuid());
             const fs::path own = disk / (".Trash-" + user);
@@ -302,12 +288,13 @@ private Q_SLOTS:
             const auto isWrong = [&](const char *what, const fs::path &trash) {
                 writeBytes(disk / "a/b c", "content");
                 const auto item = scene.move(disk / "a/b c");
-                const bool isRight =
-                    trash.empty() ? !item && bytesOf(disk / "a/b c") == "content"
-                                  : item && item->trashed == trash / "files/b c" &&
-                                        bytesOf(item->trashed) == "content" &&
-                                        pathOfTrashRecord(bytesOf(recordOf(*item))) == "a/b c" &&
-                                        scene.disposal.putBack(*item) && bytesOf(disk / "a/b c") == "content";
+                const bool isRight = trash.empty()
+                                         ? !item && bytesOf(disk / "a/b c") == "content"
+                                         : item && item->trashed == trash / "files/b c" &&
+                                               bytesOf(item->trashed) == "content" &&
+                                               pathOfTrashRecord(bytesOf(recordOf(*item))) == "a/b c" &&
+                                               scene.disposal->putBack(*item) &&
+                                               bytesOf(disk / "a/b c") == "content";
                 if (!isRight)
                     problems += std::string(what) + "; ";
             };
@@ -319,8 +306,8 @@ private Q_SLOTS:
             const auto mustStay = [&](const fs::path &path) { return path == disk / "a/b c"; };
             const auto item = scene.move(disk / "a/b c");
             const RemovalTarget trash = targetAt(shared / user, scene.home());
-            if (!item || scene.disposal.emptyTrash(trash, mustStay) || !fs::exists(item->trashed) ||
-                !scene.disposal.emptyTrash(trash, {}) || fs::exists(item->trashed))
+            if (!item || scene.disposal->emptyTrash(trash, mustStay) || !fs::exists(item->trashed) ||
+                !scene.disposal->emptyTrash(trash, {}) || fs::exists(item->trashed))
                 problems += "emptied; ";
             ::chown((shared / user).c_str(), 1, 1);
             isWrong("shared, another's", own);

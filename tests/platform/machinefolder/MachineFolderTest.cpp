@@ -1,5 +1,6 @@
 #include "platform/machinefolder/FolderMachine.h"
 #include "platform/machinefolder/MachineDescription.h"
+#include "support/Table.h"
 #include "support/TemporaryMachine.h"
 
 #include <QtCore/QDir>
@@ -47,49 +48,10 @@ class MachineFolderTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void descriptions_data()
-    {
-        QTest::addColumn<QByteArray>("json");
-        QTest::addColumn<QString>("words");
-        const QString nothing = u"- 501 - 0 0 0 0 - 0 - 0 - 0 - 0"_qs;
-        const auto row = [](const char *name, const char *json, const QString &words) {
-            QTest::newRow(name) << QByteArray(json) << words;
-        };
-        row("nothing", "{}", nothing);
-        row("null",
-            R"({"now":null,"cpuTicks":null,"memory":null,"disk":null,"thermalState":null,"userID":null})",
-            nothing);
-        row("text",
-            R"({"now":"5","cpuTicks":"1","memory":"x","disk":"x","thermalState":"hot","powerSource":"x",
-            "userID":"7","ownProcessID":"7"})",
-            nothing);
-        row("numbers and switches", R"({"now":true,"cpuTicks":[7],"memory":7,"disk":7,"thermalState":2,
-            "powerSource":true,"userID":1.5,"ownProcessID":true})",
-            nothing);
-        row("lists",
-            R"({"now":[5],"cpuTicks":[[1,2,3]],"memory":[],"disk":[],"thermalState":[],"powerSource":[],
-            "userID":[7],"ownProcessID":[7]})",
-            nothing);
-        row("what does not fit", R"({"cpuTicks":[[1,2,3,-4]],"disk":{"freeBytes":1e30,"totalBytes":"9"},
-            "thermalState":["Serious"],"userID":-1,"ownProcessID":1e12})",
-            nothing);
-        row("one of each",
-            R"({"now":1773388921,"userID":0,"ownProcessID":77,"disk":{"freeBytes":9223372036854775807},
-            "memory":{"pageSize":16384,"activePages":"4","wiredPages":2,"compressorPages":3,"physicalBytes":17179869184,
-            "swapUsedBytes":9007199254740993},"thermalState":"serious"})",
-            u"1.77339e+09 0 77 16384 0 2 3 17179869184 9007199254740993 9223372036854775807 0 - 2 - 2 - 2 - 2"_qs);
-        row("part of a battery", R"({"powerSource":{"Current Capacity":83,"Is Charging":1,"Time to Empty":-1,
-            "Time to Full Charge":4.5}})",
-            u"- 501 - 0 0 0 0 83 - -1 - - 0 - 0 - 0 - 0"_qs);
-        row("the last repeats",
-            R"({"cpuTicks":[[1,2,3,4],"lost",[5,6,7,8]],"thermalState":["fair",5,"critical"]})",
-            u"- 501 - 0 0 0 0 1/4 1 - 0 5/8 3 5/8 3"_qs);
-    }
-
     void descriptions()
     {
-        QFETCH(QByteArray, json);
-        QTEST(wordsOf(json), "words");
+        compareTable(fixture(u"machinefolder/descriptions.txt"_qs),
+                     [](const Cells &row) { return wordsOf(row[0]); });
     }
 
     void whatDescribesNoMachine()
@@ -145,18 +107,15 @@ private Q_SLOTS:
         QVERIFY(survey->power().empty() && survey->network().empty());
         QVERIFY(!machine->power->healthAndCycles().cycles && !machine->boot->startEpoch(812));
         QVERIFY(!machine->boot->bootEpoch() && !machine->boot->bootEpoch()); // asked once
-        QStringList runs;
-        for (const QJsonValue &run : folder.events(u"run"_qs))
-            runs.append(run.toVariant().toStringList().join(u' '));
-        QCOMPARE(runs.join(u'\n'), u"/bin/ps -Ao pid,ppid,pcpu,pmem,rss,comm -r\n"
-                                   "/bin/ps -Ao pid,ppid,pcpu,pmem,rss,comm -m\n"
-                                   "/bin/ps -Ao pid,ppid,pcpu,pmem,rss,comm\n"
-                                   "/bin/ps -Ao pcpu,rss,comm\n"
-                                   "/usr/bin/top -l 2 -s 1 -stats pid,command,power -n 300\n"
-                                   "/usr/bin/nettop -P -x -d -L 2 -s 1 -J bytes_in,bytes_out\n"
-                                   "/usr/sbin/system_profiler SPPowerDataType\n"
-                                   "/bin/ps -o lstart= -p 812\n"
-                                   "/usr/sbin/sysctl -n kern.boottime"_qs);
+        QCOMPARE(folder.runs(), u"/bin/ps -Ao pid,ppid,pcpu,pmem,rss,comm -r\n"
+                                "/bin/ps -Ao pid,ppid,pcpu,pmem,rss,comm -m\n"
+                                "/bin/ps -Ao pid,ppid,pcpu,pmem,rss,comm\n"
+                                "/bin/ps -Ao pcpu,rss,comm\n"
+                                "/usr/bin/top -l 2 -s 1 -stats pid,command,power -n 300\n"
+                                "/usr/bin/nettop -P -x -d -L 2 -s 1 -J bytes_in,bytes_out\n"
+                                "/usr/sbin/system_profiler SPPowerDataType\n"
+                                "/bin/ps -o lstart= -p 812\n"
+                                "/usr/sbin/sysctl -n kern.boottime"_qs);
     }
 };
 

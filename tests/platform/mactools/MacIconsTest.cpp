@@ -1,8 +1,8 @@
 #include "platform/mactools/IconFile.h"
 #include "support/IconFiles.h"
+#include "support/Table.h"
 #include "support/TemporaryMachine.h"
 
-#include <QtCore/QDir>
 #include <QtTest/QTest>
 
 #include <sys/stat.h>
@@ -27,72 +27,37 @@ class MacIconsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void picturesOfAnIconFile_data()
+    void picturesOfAnIconFile()
     {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QByteArray>("found");
         const QByteArray small = pngHead(32);
         const QByteArray fitting = pngHead(64);
         const QByteArray large = pngHead(512);
         const QByteArray whole = iconFile({large, fitting, small});
-        QTest::newRow("the smallest that is large enough") << whole << fitting;
-        QTest::newRow("the largest of small ones") << iconFile({pngHead(16), small}) << small;
-        QTest::newRow("one far too large") << iconFile({small, large}) << large;
-        QTest::newRow("other formats between") << iconFile({"ARGBpixels", fitting, "jp2"}) << fitting;
-        QTest::newRow("no PNG at all") << iconFile({"ARGBpixels"}) << QByteArray();
-        QTest::newRow("a PNG without a width") << iconFile({pngHead(64).left(17)}) << QByteArray();
-        QTest::newRow("a PNG of no width") << iconFile({pngHead(0)}) << QByteArray();
-        QTest::newRow("cut off in its second picture") << whole.left(large.size() + 30) << large;
-        QTest::newRow("cut off in its head") << whole.left(7) << QByteArray();
-        QTest::newRow("an entry without a length")
-            << iconEntry("icns", QByteArray("ic07\0\0\0\0", 8) + iconEntry("ic08", fitting)) << QByteArray();
-        QTest::newRow("an entry longer than all")
-            << iconEntry("icns", QByteArray("ic07\xff\xff\xff\xff", 8) + fitting) << QByteArray();
-        QTest::newRow("longer than it says") << iconFile({small}) + iconEntry("ic08", fitting) << small;
-        QTest::newRow("something else") << QByteArray("\x89PNG\r\n\x1a\n and so on") << QByteArray();
-        QTest::newRow("nothing") << QByteArray() << QByteArray();
-    }
-    void picturesOfAnIconFile()
-    {
-        QFETCH(const QByteArray, file);
-        QTEST(pngOfIconFile(file, 48), "found");
+        struct File {
+            const char *name;
+            QByteArray file, found;
+        };
+        for (const File &file :
+             {File{"the smallest that is large enough", whole, fitting},
+              File{"the largest of small ones", iconFile({pngHead(16), small}), small},
+              File{"one far too large", iconFile({small, large}), large},
+              File{"other formats between", iconFile({"ARGBpixels", fitting, "jp2"}), fitting},
+              File{"no PNG at all", iconFile({"ARGBpixels"}), {}},
+              File{"a PNG without a width", iconFile({pngHead(64).left(17)}), {}},
+              File{"a PNG of no width", iconFile({pngHead(0)}), {}},
+              File{"cut off in its second picture", whole.left(large.size() + 30), large},
+              File{"cut off in its head", whole.left(7), {}},
+              File{"an entry without a length",
+                   iconEntry("icns", QByteArray("ic07\0\0\0\0", 8) + iconEntry("ic08", fitting)),
+                   {}},
+              File{"an entry longer than all",
+                   iconEntry("icns", QByteArray("ic07\xff\xff\xff\xff", 8) + fitting),
+                   {}},
+              File{"longer than it says", iconFile({small}) + iconEntry("ic08", fitting), small},
+              File{"something else", "\x89PNG\r\n\x1a\n and so on", {}}, File{"nothing", {}, {}}})
+            QVERIFY2(pngOfIconFile(file.file, 48) == file.found, file.name);
     }
 
-    void iconsOfPrograms_data()
-    {
-        QTest::addColumn<QString>("program");
-        QTest::addColumn<QString>("application");
-        QTest::addColumn<QByteArray>("found");
-        const auto row = [](const char *name, const QString &program, const QByteArray &found,
-                            const QString &application = {}) {
-            QTest::newRow(name) << program << application << found;
-        };
-        const QString inside = u".app/Contents/MacOS/Program"_qs;
-        const QByteArray own = pngHead(64, "own");
-        row("a running program", u"/Applications/Plain"_qs + inside, own);
-        row("a bundle", u"/Applications/Plain.app"_qs, own);
-        row("by its real path", u"DIR/root/Applications/Plain"_qs + inside, own);
-        row("in the user's own folder", u"DIR/home/Applications/Mine"_qs + inside, pngHead(64, "mine"));
-        row("named with its ending", u"/Applications/Ending.app"_qs, own);
-        row("a helper without one", u"/Applications/Plain.app/Contents/Frameworks/Helper"_qs + inside, own);
-        row("a helper with its own", u"/Applications/Plain.app/Contents/Frameworks/Other"_qs + inside,
-            pngHead(64, "other"));
-        row("by name alone", {}, own, u"Plain"_qs);
-        row("a name that leads elsewhere", {}, {}, u"../../outside/Plain"_qs);
-        row("no bundle", u"/usr/libexec/daemon"_qs, {});
-        row("a relative path", u"Applications/Plain.app"_qs, {});
-        row("none named", u"/Applications/None.app"_qs, {});
-        row("none there", u"/Applications/Gone.app"_qs, {});
-        row("a broken one", u"/Applications/Broken.app"_qs, {});
-        row("a broken list", u"/Applications/Unlisted.app"_qs, {});
-        row("named outside its bundle", u"/Applications/Climbing.app"_qs, {});
-        row("linked out of its bundle", u"/Applications/Linked.app"_qs, {});
-        row("a circle of links", u"/Applications/Circle.app"_qs, {});
-        row("a pipe", u"/Applications/Pipe.app"_qs, {});
-        row("a hundred megabytes", u"/Applications/Huge.app"_qs, {});
-        row("a path out of the machine", u"/../../outside/Plain.app"_qs, {});
-        row("a bundle linked out of the machine", u"/Applications/Outside.app"_qs, {});
-    }
     void iconsOfPrograms()
     {
         const TemporaryMachine folder;
@@ -134,11 +99,15 @@ private Q_SLOTS:
         fs::copy(applications / "Plain.app", elsewhere / "Plain.app", fs::copy_options::recursive);
         fs::create_symlink(elsewhere / "Plain.app", applications / "Outside.app");
 
-        QFETCH(QString, program);
-        QFETCH(const QString, application);
-        program.replace(u"DIR"_qs, folder.folder());
-        program.replace(u"/../../outside"_qs, u"/../../"_qs + QDir(outside.path()).dirName());
-        QTEST(folder.open()->icons->picture({program.toStdString(), application}, {48, {}}), "found");
+        // The program, the application's name, and the icon's mark.
+        const auto machine = folder.open();
+        compareTable(fixture(u"mactools/icons_of_programs.txt"_qs), [&](const Cells &row) {
+            const QByteArray program = row[1]
+                                           .replace("DIR", folder.folder().toUtf8())
+                                           .replace("OUTSIDE", outside.path().section(u'/', -1).toUtf8());
+            return QString::fromUtf8(
+                machine->icons->picture({program.toStdString(), row.text(2)}, {48, {}}).mid(24));
+        });
     }
 };
 

@@ -4,9 +4,9 @@
 #include "platform/mactools/NettopText.h"
 #include "platform/mactools/PsText.h"
 #include "platform/mactools/TopText.h"
+#include "support/Table.h"
 
 #include <QtCore/QDir>
-#include <QtCore/QFile>
 #include <QtTest/QTest>
 
 using namespace swabby;
@@ -15,14 +15,6 @@ namespace {
 
 /// What a parser makes of a text, one line a row.
 using Reader = QString (*)(std::string_view text);
-
-QString lines(const auto &rows, const auto &wordsOf)
-{
-    QStringList words;
-    for (const auto &row : rows)
-        words.append(wordsOf(row));
-    return words.join(u'\n');
-}
 
 QString numbers(std::initializer_list<double> values)
 {
@@ -92,14 +84,6 @@ const std::pair<QString, Reader> readers[] = {
      [](Text text) { return jobOf(parseLaunchJob(QByteArray(text.data(), qsizetype(text.size())))); }},
 };
 
-QByteArray contentOf(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("no fixture %s", qPrintable(path));
-    return file.readAll();
-}
-
 } // namespace
 
 class MacTextsTest : public QObject {
@@ -112,28 +96,16 @@ private Q_SLOTS:
         tzset();
     }
 
-    // Every text among the fixtures stands beside what must be read from it.
-    void readings_data()
-    {
-        QTest::addColumn<Reader>("reader");
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QString>("expected");
-        for (const auto &[tool, reader] : readers) {
-            const QDir folder(QStringLiteral(SWABBY_FIXTURES "/") + tool);
-            for (const QString &name : folder.entryList({u"*.txt"_qs}, QDir::Files)) {
-                const QString path = folder.filePath(name);
-                QTest::newRow(qPrintable(tool + u'/' + name))
-                    << reader << contentOf(path)
-                    << QString::fromUtf8(contentOf(path.chopped(3) + u"expected"_qs)).trimmed();
-            }
-        }
-    }
-
     void readings()
     {
-        QFETCH(Reader, reader);
-        QFETCH(QByteArray, text);
-        QTEST(reader(text.toStdString()), "expected");
+        for (const auto &[tool, reader] : readers)
+            for (const QString &name :
+                 QDir(QStringLiteral(SWABBY_FIXTURES "/") + tool).entryList({u"*.txt"_qs})) {
+                const QString path = tool + u'/' + name;
+                const QString expected =
+                    path + u'\n' + QString::fromUtf8(fixture(path.chopped(3) + u"expected"_qs)).trimmed();
+                QCOMPARE(path + u'\n' + reader(fixture(path).toStdString()), expected);
+            }
     }
 
     void aJobNestedTooDeeplyForAnyReader()
