@@ -3,6 +3,7 @@
 #include "cleanup/CacheCleaner.h"
 #include "cleanup/DiskUsage.h"
 #include "cleanup/SideBySide.h"
+#include "support/Table.h"
 
 #include <QtTest/QTest>
 
@@ -16,14 +17,12 @@ using namespace swabby;
 
 namespace {
 
-QString lines(const Clutter &mac, const std::vector<CacheEntry> &entries)
+QString found(const Clutter &mac, const std::vector<CacheEntry> &entries)
 {
-    QStringList words;
-    for (const CacheEntry &entry : entries)
-        words.append(QString(u"%1|%2|%3"_qs)
-                         .arg(mac.shortened(QString::fromStdString(entry.path)), entry.description)
-                         .arg(entry.sizeBytes));
-    return words.join(u'\n');
+    return lines(entries, [&](const CacheEntry &entry) {
+        const QString path = mac.shortened(QString::fromStdString(entry.path));
+        return QString(u"%1|%2|%3"_qs).arg(path, entry.description).arg(entry.sizeBytes);
+    });
 }
 
 } // namespace
@@ -32,68 +31,21 @@ class CacheCleanerTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void diskUsage_data()
-    {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<qint64>("bytes");
-        const auto row = [](const char *text, qint64 bytes) {
-            QTest::newRow(QByteArray(text).simplified()) << QByteArray(text) << bytes;
-        };
-        row("2048\t/a folder\n", 2'097'152);
-        row("2048 /a", 2'097'152);
-        row("\t  7\t/a", 7'168);
-        row("12\t/a\n34\t/b\n", 12'288);
-        row("0\t/a", 0);
-        row("-5\t/a", -5'120);
-        row("+5\t/a", 5'120);
-        row("+-5\t/a", 0);
-        row("9007199254740991\t/a", 9'223'372'036'854'774'784);
-        row("9007199254740992\t/a", 0);
-        row("-9007199254740993\t/a", 0);
-        row("99999999999999999999\t/a", 0);
-        row("5.5\t/a", 0);
-        row("5K\t/a", 0);
-        row("du: /a: No such file", 0);
-        row("", 0);
-        row(" \t ", 0);
-    }
-
     void diskUsage()
     {
-        QFETCH(QByteArray, text);
-        const std::int64_t bytes = parseDiskUsage(text.toStdString());
-        QTEST(qint64(bytes), "bytes");
+        compareTable(fixture(u"cleanup/disk_usage.txt"_qs),
+                     [](const Cells &row) { return QString::number(parseDiskUsage(row.string(0))); });
     }
 
     void knownPlaces()
     {
-        const Clutter mac;
-        const QString caches = u"Library/Caches/"_qs;
-        for (const char *name :
-             {"com.apple.Safari", "Google/Chrome", "Firefox", "Adobe/After Effects", "CocoaPods", "Cypress",
-              "com.microsoft.VSCode.ShipIt", "ms-playwright", "dotslash", "node-gyp", "typescript",
-              "composer", "pip", "Yarn", "puppeteer"})
-            mac.addFolder(caches + QString::fromLatin1(name), 977);
-        mac.addFolder(u".Trash"_qs, 977);
-        const auto scanned = CacheCleaner::scan({*mac.machine, {}, {}});
         // Equal sizes keep the table's order.
-        QCOMPARE(lines(mac, scanned),
-                 u"~/.Trash|Trash — stuff you already deleted|1000448\n"
-                 "~/Library/Caches/com.apple.Safari|Safari's temporary browsing files|1000448\n"
-                 "~/Library/Caches/Google/Chrome|Chrome's temporary browsing files|1000448\n"
-                 "~/Library/Caches/Firefox|Firefox's temporary browsing files|1000448\n"
-                 "~/Library/Caches/Adobe/After Effects|After Effects temporary preview files|1000448\n"
-                 "~/Library/Caches/CocoaPods|Coding tool cache (CocoaPods)|1000448\n"
-                 "~/Library/Caches/Cypress|Coding tool cache (Cypress)|1000448\n"
-                 "~/Library/Caches/com.microsoft.VSCode.ShipIt|VS Code leftover update files|1000448\n"
-                 "~/Library/Caches/ms-playwright|Coding tool cache (Playwright)|1000448\n"
-                 "~/Library/Caches/dotslash|Coding tool cache (dotslash)|1000448\n"
-                 "~/Library/Caches/node-gyp|Coding tool cache (node-gyp)|1000448\n"
-                 "~/Library/Caches/typescript|Coding tool cache (TypeScript)|1000448\n"
-                 "~/Library/Caches/composer|Coding tool cache (Composer)|1000448\n"
-                 "~/Library/Caches/pip|Coding tool cache (pip)|1000448\n"
-                 "~/Library/Caches/Yarn|Coding tool cache (Yarn)|1000448\n"
-                 "~/Library/Caches/puppeteer|Coding tool cache (Puppeteer)|1000448"_qs);
+        const QString known = QString::fromUtf8(fixture(u"cleanup/known_places.txt"_qs)).trimmed();
+        const Clutter mac;
+        for (const QString &line : known.split(u'\n'))
+            mac.addFolder(line.section(u'|', 0, 0).mid(2), 977);
+        const auto scanned = CacheCleaner::scan({*mac.machine, {}, {}});
+        QCOMPARE(found(mac, scanned), known);
         QVERIFY(scanned.front().identity.isSameThing(*FileIdentity::of(mac.homePath(".Trash"))));
     }
 
@@ -104,7 +56,7 @@ private Q_SLOTS:
         mac.writeFile(u"home/Library/Caches/pip"_qs, "4000\n"); // a file counts as existing
         mac.addFolder(u"Library/Caches/Yarn"_qs, 5000);
         QVERIFY(QFile::link(u"/nonexistent"_qs, mac.home() + u"/Library/Caches/Cypress"_qs));
-        QCOMPARE(lines(mac, CacheCleaner::scan({*mac.machine, {}, {}})),
+        QCOMPARE(found(mac, CacheCleaner::scan({*mac.machine, {}, {}})),
                  u"~/Library/Caches/Yarn|Coding tool cache (Yarn)|5120000\n"
                  "~/Library/Caches/pip|Coding tool cache (pip)|4096000"_qs);
         QCOMPARE(mac.runs().count(u"/usr/bin/du -sk ~/"_qs), 3); // none for what is not there
@@ -123,10 +75,8 @@ private Q_SLOTS:
         mac.addFolder(u"Library/Caches/below"_qs, 19'531);
         mac.writeFile(u"home/Library/Caches/file"_qs, "95000\n");
         const auto found = CacheCleaner::scanUnknownCaches({*mac.machine, {}, {}});
-        QStringList names;
-        for (const CacheEntry &entry : found)
-            names.append(entry.description);
-        QCOMPARE(names.join(u','), u".hidden,Google,maker 8,maker 7,maker 6,maker 5,maker 4,maker 3"_qs);
+        QCOMPARE(lines(found, [](const CacheEntry &entry) { return entry.description; }),
+                 u".hidden\nGoogle\nmaker 8\nmaker 7\nmaker 6\nmaker 5\nmaker 4\nmaker 3"_qs);
         mac.addFolder(u"Library/Caches/Google"_qs, 19'532); // just above
         const auto less = CacheCleaner::scanUnknownCaches(
             {*mac.machine, {}, mac.excluding({"Library/Caches/maker 7", "Library/Caches/maker 8"})});
@@ -145,7 +95,7 @@ private Q_SLOTS:
         QFile::remove(mac.home() + u"/.Trash/.kib"_qs);
         const auto excludes = mac.excluding({".Trash/keep/inside", "Library/Caches/pip/wheels"});
         const auto entries = CacheCleaner::scan({*mac.machine, {}, excludes});
-        QCOMPARE(lines(mac, entries), u"~/.Trash|Trash — stuff you already deleted|3072000"_qs);
+        QCOMPARE(found(mac, entries), u"~/.Trash|Trash — stuff you already deleted|3072000"_qs);
         QCOMPARE(CacheCleaner::clean(*mac.machine, entries, excludes), std::vector<bool>{true});
         QCOMPARE(mac.asked(), u"empty trash ~/.Trash in ~\nkeep ~/.Trash/keep"_qs);
         QVERIFY(CacheCleaner::scan({*mac.machine, {}, mac.excluding({""})}).empty());
@@ -203,41 +153,26 @@ private Q_SLOTS:
         QVERIFY(!mac.runs().contains(u"/usr/bin/env"_qs));
     }
 
-    void packageManagers_data()
-    {
-        QTest::addColumn<QString>("chosen");
-        QTest::addColumn<QString>("excluded");
-        QTest::addColumn<bool>("onlyWhenChosen");
-        QTest::addColumn<QString>("runs");
-        const QString brew = u"/usr/bin/env brew cleanup -q"_qs;
-        const QString pip = u"/usr/bin/env pip cache purge"_qs;
-        QTest::newRow("always") << QString() << QString() << false << brew + u'\n' + pip;
-        QTest::newRow("pip's must stay") << u"pip"_qs << u"pip/wheels"_qs << false << brew;
-        QTest::newRow("brew's must stay") << QString() << u"Homebrew"_qs << false << pip;
-        QTest::newRow("all must stay") << QString() << u"."_qs << false << QString();
-        QTest::newRow("nothing chosen") << u"Yarn"_qs << QString() << true << QString();
-        QTest::newRow("pip's chosen") << u"pip"_qs << QString() << true << pip;
-        QTest::newRow("brew's chosen") << u"Homebrew"_qs << QString() << true << brew;
-        QTest::newRow("chosen and must stay") << u"pip"_qs << u"pip"_qs << true << QString();
-    }
-
     void packageManagers()
     {
-        QFETCH(QString, chosen);
-        QFETCH(QString, excluded);
-        QFETCH(bool, onlyWhenChosen);
-        const Clutter mac;
-        mac.addTool(u"/usr/bin/env"_qs, ":");
-        for (PackageCleanup &cleanup : mac.machine->cleanup.packageCleanups)
-            cleanup.onlyWhenChosen = onlyWhenChosen;
-        const auto caches = mac.homePath("Library/Caches");
-        std::vector<CacheEntry> entries;
-        if (!chosen.isEmpty())
-            entries.push_back({caches / chosen.toStdString(), chosen});
-        const ExcludeList excludes =
-            excluded.isEmpty() ? ExcludeList() : ExcludeList({caches / excluded.toStdString()});
-        CacheCleaner::clean(*mac.machine, entries, excludes);
-        QTEST(mac.runs(), "runs");
+        // What is chosen, what must stay, and whether they run only when chosen.
+        compareTable(fixture(u"cleanup/package_managers.txt"_qs), [](const Cells &row) {
+            const Clutter mac;
+            mac.addTool(u"/usr/bin/env"_qs, ":");
+            for (PackageCleanup &cleanup : mac.machine->cleanup.packageCleanups)
+                cleanup.onlyWhenChosen = row[2] == "chosen";
+            const auto caches = mac.homePath("Library/Caches");
+            std::vector<CacheEntry> entries;
+            if (!row[0].isEmpty())
+                entries.push_back({caches / row.string(0), row.text(0)});
+            const ExcludeList excludes =
+                row[1].isEmpty() ? ExcludeList() : ExcludeList({caches / row.string(1)});
+            CacheCleaner::clean(*mac.machine, entries, excludes);
+            return mac.runs()
+                .replace(u"/usr/bin/env brew cleanup -q"_qs, u"brew"_qs)
+                .replace(u"/usr/bin/env pip cache purge"_qs, u"pip"_qs)
+                .replace(u'\n', u' ');
+        });
     }
 
     void toolsThatDoNotAnswer()

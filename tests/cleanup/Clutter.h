@@ -110,14 +110,7 @@ public:
             paths.push_back(homePath(path));
         return ExcludeList(paths);
     }
-    /// The tools that ran, one a line, with "~" for the home folder.
-    QString runs() const
-    {
-        QStringList lines;
-        for (const QJsonValue &run : events(u"run"_qs))
-            lines.append(run.toVariant().toStringList().join(u' '));
-        return shortened(lines.join(u'\n'));
-    }
+    QString runs() const { return shortened(TemporaryMachine::runs()); }
 
     const std::shared_ptr<Machine> machine;
 };

@@ -2,6 +2,7 @@
 
 #include "cleanup/DeepScanner.h"
 #include "cleanup/RemovalRun.h"
+#include "support/Table.h"
 
 #include <QtTest/QTest>
 
@@ -12,14 +13,13 @@ namespace {
 /// The findings one a line: category, path, name, size and age.
 QString found(const Clutter &mac, const ExcludeList &excludes = {})
 {
-    QStringList words;
-    for (const DeepScanItem &item : DeepScanner::scan({*mac.machine, {}, excludes}))
-        words.append(QString(u"%1|%2|%3|%4|%5"_qs)
-                         .arg(QString::number(static_cast<int>(item.category)),
-                              mac.shortened(QString::fromStdString(item.path)), item.description)
-                         .arg(item.sizeBytes)
-                         .arg(item.daysOld));
-    return words.join(u'\n');
+    return lines(DeepScanner::scan({*mac.machine, {}, excludes}), [&](const DeepScanItem &item) {
+        const QString path = mac.shortened(QString::fromStdString(item.path));
+        return QString(u"%1|%2|%3|%4|%5"_qs)
+            .arg(QString::number(static_cast<int>(item.category)), path, item.description)
+            .arg(item.sizeBytes)
+            .arg(item.daysOld);
+    });
 }
 
 /// A project of that age whose dependency folder is so large.
@@ -35,39 +35,26 @@ class DeepScannerTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void searchText_data()
-    {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QString>("paths");
-        const auto row = [](const char *name, const QByteArray &text, const QString &paths) {
-            QTest::newRow(name) << text << paths;
-        };
-        row("nothing", "", u""_qs);
-        row("usual", "/r/a/node_modules\n\n/r/b c/node_modules", u"/r/a/node_modules,/r/b c/node_modules"_qs);
-        row("the root's own", "/r/node_modules\n", u"/r/node_modules"_qs);
-        row("elsewhere",
-            "/s/a/node_modules\n/ra/node_modules\n/r/../s/node_modules\n/r/./a/node_modules\n"
-            "a/node_modules\n//r/a/node_modules\n",
-            u""_qs);
-        row("something else",
-            "/r/a/node_modules/\n/r/a/node_modules2\n/r/mynode_modules\nfind: '/r/x': refused\n", u""_qs);
-        QByteArray many;
-        QStringList first;
-        for (int number = 0; number < 30; ++number) {
-            many += "noise\n/r/" + QByteArray::number(number) + "/node_modules\n";
-            if (number < 20)
-                first.append(u"/r/%1/node_modules"_qs.arg(number));
-        }
-        row("only twenty, noise not counted", many, first.join(u','));
-    }
-
     void searchText()
     {
-        QFETCH(QByteArray, text);
-        QStringList words;
-        for (const auto &path : DeepScanner::parseProjectSearch(text.toStdString(), "/r"))
-            words.append(QString::fromStdString(path));
-        QTEST(words.join(u','), "paths");
+        const auto reading = [](const Cells &row) {
+            QStringList words;
+            for (const auto &path : DeepScanner::parseProjectSearch(row.string(1), "/r"))
+                words.append(QString::fromStdString(path));
+            return words.join(u',');
+        };
+        compareTable(R"(
+            nothing | |
+            usual | /r/a/node_modules\n\n/r/b c/node_modules | /r/a/node_modules,/r/b c/node_modules
+            the root's own | /r/node_modules\n | /r/node_modules
+            elsewhere | /s/a/node_modules\n/ra/node_modules\n/r/../s/node_modules\n/r/./a/node_modules\na/node_modules\n//r/a/node_modules\n |
+            something else | /r/a/node_modules/\n/r/a/node_modules2\n/r/mynode_modules\nfind: '/r/x': refused\n |)",
+                     reading);
+        // Only twenty, and noise does not count.
+        const QByteArray one = "noise\\n/r/a/node_modules\\n";
+        compareTable("| " + one.repeated(30) + " | " +
+                         QByteArray("/r/a/node_modules,").repeated(20).chopped(1),
+                     reading);
     }
 
     void oldProjects()

@@ -56,12 +56,27 @@ class DuplicateRemovalTest : public QObject {
 
 private Q_SLOTS:
     /// The kept copy, and three others: which of them go depends on what happened after the search.
-    void whatGoes_data()
+    void whatGoes()
     {
-        QTest::addColumn<Meanwhile>("meanwhile");
-        QTest::addColumn<std::set<Path>>("gone");
         const auto row = [](const char *name, const Meanwhile &meanwhile, const std::set<Path> &gone = {}) {
-            QTest::newRow(name) << meanwhile << gone;
+            const DuplicateFolders folders;
+            for (const char *name : {"Downloads/kept", "Desktop/a", "Desktop/b\nb", "Desktop/refused not"})
+                folders.write(name, contentOf(size));
+            std::filesystem::create_directory(folders.top() / "Trash");
+            FolderTrash trash(folders.top() / "Trash");
+            auto groups = folders.scan();
+            meanwhile(folders, groups);
+
+            const auto removal = DuplicateFinder::removeDuplicates(groups, folders.both(), trash);
+            std::set<Path> trashed;
+            for (const TrashedItem &item : removal.trashed)
+                trashed.insert(item.from.filename());
+            QVERIFY2(trashed == gone, name);
+            const std::size_t copies = groups.front().paths.empty() ? 0 : groups.front().paths.size() - 1;
+            QCOMPARE(removal.stayed, static_cast<std::int64_t>(copies - gone.size()));
+            for (const char *name : {"a", "b\nb", "refused not"})
+                if (gone.count(name) > 0)
+                    QVERIFY(!std::filesystem::exists(folders.desktop() / name));
         };
         const auto onKept = [](void (*change)(const Path &)) -> Meanwhile {
             return [=](const DuplicateFolders &folders, auto &) { change(folders.downloads() / "kept"); };
@@ -108,30 +123,6 @@ private Q_SLOTS:
             [](auto &, std::vector<DuplicateGroup> &groups) { groups.front().paths.resize(1); });
         row("no path is left",
             [](auto &, std::vector<DuplicateGroup> &groups) { groups = {DuplicateGroup()}; });
-    }
-
-    void whatGoes()
-    {
-        QFETCH(Meanwhile, meanwhile);
-        QFETCH(std::set<Path>, gone);
-        const DuplicateFolders folders;
-        for (const char *name : {"Downloads/kept", "Desktop/a", "Desktop/b\nb", "Desktop/refused not"})
-            folders.write(name, contentOf(size));
-        std::filesystem::create_directory(folders.top() / "Trash");
-        FolderTrash trash(folders.top() / "Trash");
-        auto groups = folders.scan();
-        meanwhile(folders, groups);
-
-        const auto removal = DuplicateFinder::removeDuplicates(groups, folders.both(), trash);
-        std::set<Path> trashed;
-        for (const TrashedItem &item : removal.trashed)
-            trashed.insert(item.from.filename());
-        QCOMPARE(trashed, gone);
-        const std::size_t copies = groups.front().paths.empty() ? 0 : groups.front().paths.size() - 1;
-        QCOMPARE(removal.stayed, static_cast<std::int64_t>(copies - gone.size()));
-        for (const char *name : {"a", "b\nb", "refused not"})
-            if (gone.count(name) > 0)
-                QVERIFY(!std::filesystem::exists(folders.desktop() / name));
     }
 
     void nothingGoesElsewhereOrAfterAStop()
