@@ -1,6 +1,7 @@
 #include "cleanup/FullMac.h"
 #include "cli/Terminal.h"
 #include "support/RandomTree.h"
+#include "support/Table.h"
 
 #include <QtCore/QDir>
 #include <QtTest/QTest>
@@ -85,11 +86,6 @@ private:
     QByteArray m_shown;
 };
 
-QStringList keysOf(const QJsonValue &value)
-{
-    return value.isArray() ? value[0].toObject().keys() : value.toObject().keys();
-}
-
 QStringList effectsOf(const TemporaryMachine &mac)
 {
     QStringList kinds;
@@ -109,34 +105,19 @@ private Q_SLOTS:
     {
         const FullMac mac;
         mac.setProcesses({"50 1 90 1 9 /opt/Mill"});
-        const QStringList item = words("category id kind sizeBytes subtitle title");
-        for (const auto &[arguments, keys] :
-             {std::pair{words("caches"), words("description path sizeBytes")},
-              {words("caches --unknown"), words("description path sizeBytes")},
-              {words("caches --vet"), words("entry looksSafe reason")},
-              {words("duplicates"), words("name paths sizeBytes wastedBytes")},
-              {words("deep-scan"), words("category daysOld description path sizeBytes")},
-              {words("apps"), words("bundleID isRunning name path sizeBytes")},
-              {words("apps org.example.loom"), words("description path sizeBytes")},
-              {words("developer"), words("derivedDataSize docker simulatorRuntimes")},
-              {words("items"), item},
-              {words("check"), words("completedSteps findings headline loginItemsToReview processToWatch "
-                                     "removalCandidates summary")},
-              {words("remove derived-data"),
-               words("banner confirmLabel confirmed freedBytes itemCount left message title")},
-              {words("put-back"), words("left restored")},
-              {words("quit 50"), words("confirmLabel confirmed message recommendation title trustRatio")}}) {
-            const Answer answer = runOn(mac, arguments + words("--json"));
-            QVERIFY2(keysOf(answer.json()) == keys, answer.output);
-            QCOMPARE(answer.output.count('\n'), 1);
-        }
+        compareTable(fixture(u"cli/documents_have_their_keys.txt"_qs), [&](const Cells &row) {
+            const Answer answer = runOn(mac, (row[0] + " --json").constData());
+            const QJsonValue value = answer.json();
+            return (value.isArray() ? value[0].toObject() : value.toObject()).keys().join(u' ') +
+                   (answer.output.count('\n') == 1 ? u""_qs : u" in several lines"_qs);
+        });
         QCOMPARE(effectsOf(mac), QStringList());
         QStringList ids;
-        for (const QJsonValue &found : runOn(mac, words("items --json")).json().toArray())
+        for (const QJsonValue &found : runOn(mac, "items --json").json().toArray())
             ids.append(found[u"id"_qs].toString());
         QCOMPARE(ids, mac.allIds());
-        QCOMPARE(runOn(mac, words("apps com.unknown --json")).output, QByteArray("[]\n"));
-        QCOMPARE(runOn(mac, words("apps com.unknown --json")).status, 1);
+        const Answer unknown = runOn(mac, "apps com.unknown --json");
+        QVERIFY(unknown.output == "[]\n" && unknown.status == 1);
     }
 
     void lookingLeavesNoTrace()
@@ -150,7 +131,7 @@ private Q_SLOTS:
         QCOMPARE(difference(before, pictureOf(mac.homePath())), std::string());
         QCOMPARE(effectsOf(mac), QStringList());
         // And the steps are seen without --json.
-        const QByteArray text = runOn(mac, words("check")).output;
+        const QByteArray text = runOn(mac, "check").output;
         QVERIFY(text.startsWith("✓ Checking storage\n✓ Checking startup items\n"));
         QVERIFY(text.contains("\nHigh power usage\n  Mill  90% busy\n"));
     }
@@ -159,18 +140,18 @@ private Q_SLOTS:
     {
         const FullMac mac;
         mac.setProcesses({"50 1 30 1 9 /opt/Mill"});
-        const Answer refused = runOn(mac, words("remove derived-data docker-prune derived-data --json"));
+        const Answer refused = runOn(mac, "remove derived-data docker-prune derived-data --json");
         QCOMPARE(refused.status, 1);
         QCOMPARE(refused.json()[u"confirmed"_qs], false);
         QVERIFY(refused.json()[u"banner"_qs].isNull());
         QCOMPARE(refused.json()[u"itemCount"_qs], 2);
         QCOMPARE(refused.json()[u"freedBytes"_qs].toInteger(), 700 * 1024 + 1'200'000'000);
         QCOMPARE(refused.json()[u"title"_qs], u"Remove 2 items?"_qs);
-        const Answer unknown = runOn(mac, words("remove derived-data sim:no nothing --yes --json"));
+        const Answer unknown = runOn(mac, "remove derived-data sim:no nothing --yes --json");
         QCOMPARE(unknown.status, 1);
         QCOMPARE(unknown.json()[u"confirmed"_qs], false);
         QCOMPARE(unknown.problems.count('\n'), 2);
-        const Answer quit = runOn(mac, words("quit 50 --force --json"));
+        const Answer quit = runOn(mac, "quit 50 --force --json");
         QCOMPARE(quit.status, 1);
         QCOMPARE(quit.json()[u"confirmed"_qs], false);
         QCOMPARE(quit.json()[u"title"_qs], u"Force quit Mill?"_qs);
@@ -182,33 +163,25 @@ private Q_SLOTS:
         QCOMPARE(effectsOf(mac), QStringList());
     }
 
-    void answersAtATerminal_data()
-    {
-        QTest::addColumn<QByteArray>("typed");
-        QTest::addColumn<bool>("agrees");
-        for (const char *yes : {"y\n", "YES\n", " Yes \n"})
-            QTest::newRow(QByteArray(yes).toPercentEncoding()) << QByteArray(yes) << true;
-        for (const char *no : {"n\n", "\n", "yess\n", "\x04", "\x03"})
-            QTest::newRow(QByteArray(no).toPercentEncoding()) << QByteArray(no) << false;
-    }
-
     void answersAtATerminal()
     {
-        QFETCH(QByteArray, typed);
-        QFETCH(bool, agrees);
-        const FullMac mac;
-        mac.setProcesses({"50 1 30 1 9 /opt/Mill"});
-        for (const QStringList &verb : {words("remove derived-data"), words("quit 50")}) {
-            Session session(mac, verb + words("--json"));
-            QVERIFY(session.sees("? [y/N] "));
-            QCOMPARE(effectsOf(mac).contains(u"signal 1"_qs), false);
-            session.type(typed);
-            const Answer answer = session.end();
-            QCOMPARE(answer.json()[u"confirmed"_qs], agrees);
-            QCOMPARE(answer.status, agrees ? 0 : 1);
+        for (const auto &[typed, agrees] :
+             {std::pair("y\n", true), std::pair("YES\n", true), std::pair(" Yes \n", true),
+              std::pair("n\n", false), std::pair("\n", false), std::pair("yess\n", false),
+              std::pair("\x04", false), std::pair("\x03", false)}) {
+            const FullMac mac;
+            mac.setProcesses({"50 1 30 1 9 /opt/Mill"});
+            for (const char *verb : {"remove derived-data --json", "quit 50 --json"}) {
+                Session session(mac, words(verb));
+                QVERIFY(session.sees("? [y/N] "));
+                QCOMPARE(effectsOf(mac).contains(u"signal 1"_qs), false);
+                session.type(typed);
+                const Answer answer = session.end();
+                QVERIFY2(answer.json()[u"confirmed"_qs] == agrees && answer.status == (agrees ? 0 : 1),
+                         typed);
+            }
+            QCOMPARE(effectsOf(mac), agrees ? QStringList({u"delete 1"_qs, u"signal 1"_qs}) : QStringList());
         }
-        QCOMPARE(effectsOf(mac),
-                 agrees ? words("delete_1 signal_1").replaceInStrings(u"_"_qs, u" "_qs) : QStringList());
     }
 
     void anInterruptionEndsTheScanAndItsTools()
@@ -232,23 +205,26 @@ private Q_SLOTS:
     void removedAndPutBack()
     {
         const FullMac mac;
-        QCOMPARE(runOn(mac, words("put-back --json")).status, 1);
+        QCOMPARE(runOn(mac, "put-back --json").status, 1);
         const QStringList ids = mac.allIds();
         const Answer removed =
             runOn(mac, QStringList{u"remove"_qs, ids[3], ids[8], ids[7], u"--yes"_qs, u"--json"_qs});
         QCOMPARE(removed.status, 0);
         QCOMPARE(removed.json()[u"banner"_qs], u"Removed 3 items — freed 91.4 MB"_qs);
         QCOMPARE(removed.json()[u"left"_qs], 0);
-        QCOMPARE(runOn(mac, words("settings weeklyBytesFreed")).output, QByteArray("91445000\n"));
+        QCOMPARE(runOn(mac, "settings weeklyBytesFreed").output, QByteArray("91445000\n"));
         mac.writeFile(u"home/Downloads/setup.dmg"_qs, "in the way");
-        QCOMPARE(runOn(mac, words("put-back --json")).output, QByteArray("{\"left\":1,\"restored\":2}\n"));
-        QCOMPARE(runOn(mac, words("put-back --json")).output, QByteArray("{\"left\":1,\"restored\":0}\n"));
-        QCOMPARE(runOn(mac, words("put-back")).status, 1);
+        QCOMPARE(runOn(mac, "put-back --json").output, QByteArray("{\"left\":1,\"restored\":2}\n"));
+        QCOMPARE(runOn(mac, "put-back --json").output, QByteArray("{\"left\":1,\"restored\":0}\n"));
+        QCOMPARE(runOn(mac, "put-back").status, 1);
         QCOMPARE(QFileInfo(mac.home() + u"/Downloads/setup.dmg"_qs).size(), 10);
         QVERIFY(mac.has(u"Desktop/report again.pdf"_qs) && mac.has(u"Projects/old/node_modules/.kib"_qs));
         // The next removal, whatever it removes, is the one that can be put back.
-        QCOMPARE(runOn(mac, words("remove derived-data --yes")).status, 0);
-        QCOMPARE(runOn(mac, words("put-back --json")).output, QByteArray("{\"left\":0,\"restored\":0}\n"));
+        QCOMPARE(runOn(mac, {u"remove"_qs, ids[7], u"--yes"_qs}).status, 0);
+        QCOMPARE(runOn(mac, "put-back --json").output, QByteArray("{\"left\":0,\"restored\":1}\n"));
+        QVERIFY(mac.has(u"Projects/old/node_modules/.kib"_qs));
+        QCOMPARE(runOn(mac, "remove derived-data --yes").status, 0);
+        QCOMPARE(runOn(mac, "put-back --json").output, QByteArray("{\"left\":0,\"restored\":0}\n"));
     }
 
     void whatStaysIsLeft()
@@ -274,11 +250,11 @@ private Q_SLOTS:
         rows.append("301 1 0 0 9 /opt/Stuck");
         const FullMac mac(QJsonObject{{u"unsignalablePids"_qs, QJsonArray{301}}});
         mac.setProcesses(rows);
-        const Answer small = runOn(mac, words("quit 300 --yes --json"));
+        const Answer small = runOn(mac, "quit 300 --yes --json");
         QCOMPARE(small.status, 0);
         QCOMPARE(small.json()[u"title"_qs], u"Quit Small?"_qs);
         QCOMPARE(small.json()[u"trustRatio"_qs], 85);
-        const Answer stuck = runOn(mac, words("quit 301 --force --yes --json"));
+        const Answer stuck = runOn(mac, "quit 301 --force --yes --json");
         QCOMPARE(stuck.status, 1);
         QCOMPARE(stuck.json()[u"confirmed"_qs], true);
         QCOMPARE(mac.events(u"signal"_qs), QJsonArray({QJsonObject{{u"pid"_qs, 300}, {u"signal"_qs, 15}}}));

@@ -23,7 +23,7 @@ bool has(const TemporaryMachine &machine, const QString &file)
 /// The id of the item with that label.
 QString idOf(const TemporaryMachine &machine, const char *label)
 {
-    for (const QJsonValue item : runOn(machine, {u"startup"_qs, u"--json"_qs}).json().toArray())
+    for (const QJsonValue item : runOn(machine, "startup --json").json().toArray())
         if (item[u"label"_qs] == QLatin1String(label))
             return item[u"id"_qs].toString();
     return u"none"_qs;
@@ -35,36 +35,34 @@ class CliStartupTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void anAgentIsTurnedOffAndOn_data()
-    {
-        QTest::addColumn<QByteArray>("launchctl");
-        QTest::newRow("loaded") << QByteArray("exit 0");
-        QTest::newRow("not loaded") << QByteArray("echo 'Boot-out failed: 3: No such process' >&2; exit 3");
-        QTest::newRow("no launchctl") << QByteArray();
-    }
-
     void anAgentIsTurnedOffAndOn()
     {
-        QFETCH(QByteArray, launchctl);
-        TemporaryMachine machine(QJsonObject{{u"userID"_qs, 502}});
-        machine.writeFile(agents + u"mill.plist"_qs, job("com.mill"));
-        if (!launchctl.isEmpty())
-            machine.addTool(u"/bin/launchctl"_qs, launchctl);
-        const QString id = idOf(machine, "com.mill");
-        const Answer off = runOn(machine, {u"startup"_qs, u"disable"_qs, id, u"--json"_qs});
-        QCOMPARE(off.status, 0);
-        QCOMPARE(off.json().toObject(), (QJsonObject{{u"disabled"_qs, true}}));
-        QVERIFY(!has(machine, agents + u"mill.plist"_qs) && has(machine, agents + u"mill.plist.disabled"_qs));
-        QCOMPARE(idOf(machine, "com.mill"), u"none"_qs);
-        QCOMPARE(runOn(machine, {u"startup"_qs, u"disabled"_qs, u"--json"_qs}).json()[0][u"id"_qs], id);
-        const QJsonArray bootout = {u"/bin/launchctl"_qs, u"bootout"_qs, u"gui/502/com.mill"_qs};
-        QCOMPARE(machine.events(u"run"_qs).contains(bootout), !launchctl.isEmpty());
+        // Loaded, not loaded, and no launchctl.
+        for (const QByteArray launchctl :
+             {"exit 0", "echo 'Boot-out failed: 3: No such process' >&2; exit 3", ""}) {
+            TemporaryMachine machine(QJsonObject{{u"userID"_qs, 502}});
+            machine.writeFile(agents + u"mill.plist"_qs, job("com.mill"));
+            if (!launchctl.isEmpty())
+                machine.addTool(u"/bin/launchctl"_qs, launchctl);
+            const QString id = idOf(machine, "com.mill");
+            const Answer off = runOn(machine, {u"startup"_qs, u"disable"_qs, id, u"--json"_qs});
+            QCOMPARE(off.status, 0);
+            QCOMPARE(off.json().toObject(), (QJsonObject{{u"disabled"_qs, true}}));
+            QVERIFY(!has(machine, agents + u"mill.plist"_qs) &&
+                    has(machine, agents + u"mill.plist.disabled"_qs));
+            QCOMPARE(idOf(machine, "com.mill"), u"none"_qs);
+            QCOMPARE(runOn(machine, "startup disabled --json").json()[0][u"id"_qs], id);
+            const QJsonArray bootout = {u"/bin/launchctl"_qs, u"bootout"_qs, u"gui/502/com.mill"_qs};
+            QCOMPARE(machine.events(u"run"_qs).contains(bootout), !launchctl.isEmpty());
 
-        QCOMPARE(runOn(machine, {u"startup"_qs, u"enable"_qs, id, u"--json"_qs}).json()[u"enabled"_qs], true);
-        QVERIFY(has(machine, agents + u"mill.plist"_qs) && !has(machine, agents + u"mill.plist.disabled"_qs));
-        const QJsonArray bootstrap = {u"/bin/launchctl"_qs, u"bootstrap"_qs, u"gui/502"_qs,
-                                      machine.folder() + u'/' + agents + u"mill.plist"_qs};
-        QCOMPARE(machine.events(u"run"_qs).contains(bootstrap), !launchctl.isEmpty());
+            QCOMPARE(runOn(machine, {u"startup"_qs, u"enable"_qs, id, u"--json"_qs}).json()[u"enabled"_qs],
+                     true);
+            QVERIFY(has(machine, agents + u"mill.plist"_qs) &&
+                    !has(machine, agents + u"mill.plist.disabled"_qs));
+            const QJsonArray bootstrap = {u"/bin/launchctl"_qs, u"bootstrap"_qs, u"gui/502"_qs,
+                                          machine.folder() + u'/' + agents + u"mill.plist"_qs};
+            QCOMPARE(machine.events(u"run"_qs).contains(bootstrap), !launchctl.isEmpty());
+        }
     }
 
     void nothingIsReplaced()
@@ -76,11 +74,11 @@ private Q_SLOTS:
             runOn(machine, {u"startup"_qs, u"disable"_qs, idOf(machine, "com.mill"), u"--json"_qs});
         QCOMPARE(off.status, 1);
         QCOMPARE(off.json().toObject(), (QJsonObject{{u"disabled"_qs, false}}));
-        const QJsonValue old = runOn(machine, {u"startup"_qs, u"disabled"_qs, u"--json"_qs}).json()[0];
+        const QJsonValue old = runOn(machine, "startup disabled --json").json()[0];
         QCOMPARE(old[u"label"_qs], u"com.old"_qs);
         QCOMPARE(runOn(machine, {u"startup"_qs, u"enable"_qs, old[u"id"_qs].toString()}).status, 1);
         QVERIFY(idOf(machine, "com.mill") != u"none");
-        QCOMPARE(runOn(machine, {u"startup"_qs, u"disabled"_qs, u"--json"_qs}).json()[0], old);
+        QCOMPARE(runOn(machine, "startup disabled --json").json()[0], old);
     }
 
     void onlyAgentsOfTheUserAreTouched()
@@ -122,7 +120,7 @@ private Q_SLOTS:
             QCOMPARE(answer.json().toObject(), (QJsonObject{{QLatin1String(key), false}}));
             QCOMPARE(runOn(machine, {u"startup"_qs, QLatin1String(word)}).status, 2);
         }
-        QCOMPARE(runOn(machine, {u"startup"_qs, u"frob"_qs, u"x"_qs}).status, 2);
+        QCOMPARE(runOn(machine, "startup frob x").status, 2);
     }
 
     void openingAtLoginIsRegisteredOnce()

@@ -1,5 +1,5 @@
 #include "Terminal.h"
-#include "support/TemporaryMachine.h"
+#include "support/Table.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QJsonDocument>
@@ -25,62 +25,41 @@ class CliTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void wrongUsageSaysSoInOneLine_data()
-    {
-        QTest::addColumn<QStringList>("arguments");
-        for (const char *text : {"",
-                                 "frobnicate",
-                                 "snapshot extra",
-                                 "pin",
-                                 "pin a b",
-                                 "settings nothing",
-                                 "settings cpuRed high",
-                                 "settings cpuRed nan",
-                                 "settings notifyOnRed 1",
-                                 "settings weeklyAttentionCount 1.5",
-                                 "settings pinnedProcessNames [1]",
-                                 "settings pinnedProcessNames word",
-                                 "settings lastWeeklySummaryDate soon",
-                                 "settings --unset",
-                                 "settings cpuRed 5 --unset",
-                                 "watch --refreshes 0",
-                                 "watch --refreshes many",
-                                 "watch --interval -1",
-                                 "watch --snooze x",
-                                 "snapshot --refreshes 2",
-                                 "snapshot --frob",
-                                 "watch --interval",
-                                 "--machine"})
-            QTest::newRow(text) << words(text);
-    }
-
     void wrongUsageSaysSoInOneLine()
     {
-        QFETCH(QStringList, arguments);
         TemporaryMachine machine(fixedFacts());
-        const Answer answer = runOn(machine, arguments);
-        QCOMPARE(answer.status, 2);
-        QCOMPARE(answer.output, QByteArray());
-        QCOMPARE(answer.problems.count('\n'), 1);
+        for (const char *arguments : {"",
+                                      "frobnicate",
+                                      "snapshot extra",
+                                      "pin",
+                                      "pin a b",
+                                      "settings nothing",
+                                      "settings cpuRed high",
+                                      "settings cpuRed nan",
+                                      "settings notifyOnRed 1",
+                                      "settings weeklyAttentionCount 1.5",
+                                      "settings pinnedProcessNames [1]",
+                                      "settings pinnedProcessNames word",
+                                      "settings lastWeeklySummaryDate soon",
+                                      "settings --unset",
+                                      "settings cpuRed 5 --unset",
+                                      "watch --refreshes 0",
+                                      "watch --refreshes many",
+                                      "watch --interval -1",
+                                      "watch --snooze x",
+                                      "snapshot --refreshes 2",
+                                      "snapshot --frob",
+                                      "watch --interval",
+                                      "--machine"}) {
+            const Answer answer = runOn(machine, arguments);
+            QVERIFY2(answer.status == 2 && answer.output.isEmpty(), arguments);
+            QVERIFY2(answer.problems.count('\n') == 1, arguments);
+        }
         QVERIFY(!QFile::exists(machine.home() + u"/Library"_qs));
-    }
-
-    void aFolderThatDescribesNoMachineIsWrongUsage_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::newRow("not JSON") << QByteArray("{\"now\": ");
-        QTest::newRow("a list") << QByteArray("[]");
-        QTest::newRow("empty") << QByteArray();
-    }
-
-    void aFolderThatDescribesNoMachineIsWrongUsage()
-    {
-        QFETCH(QByteArray, content);
-        TemporaryMachine machine;
-        machine.writeFile(u"machine.json"_qs, content);
-        QCOMPARE(runOn(machine, {u"snapshot"_qs}).status, 2);
+        machine.writeFile(u"machine.json"_qs, "{\"now\": ");
+        QCOMPARE(runOn(machine, "snapshot").status, 2);
         QFile::remove(machine.folder() + u"/machine.json"_qs);
-        const Answer answer = runOn(machine, {u"snapshot"_qs});
+        const Answer answer = runOn(machine, "snapshot");
         QCOMPARE(answer.status, 2);
         QCOMPARE(answer.problems.count('\n'), 1);
     }
@@ -89,7 +68,7 @@ private Q_SLOTS:
     {
         TemporaryMachine machine(fixedFacts());
         machine.setProcesses({"10 1 95.5 60.0 100 /Applications/Mill.app/Contents/MacOS/Mill"});
-        const QJsonObject state = runOn(machine, {u"snapshot"_qs, u"--json"_qs}).json().toObject();
+        const QJsonObject state = runOn(machine, "snapshot --json").json().toObject();
         QCOMPARE(state.keys(),
                  words("batteryDrainers browserRollups health healthIssues history leakSuspects "
                        "loginItems menuBar networkUsers notifications pinnedNames processes stats"));
@@ -120,7 +99,7 @@ private Q_SLOTS:
     {
         TemporaryMachine machine(fixedFacts());
         machine.addTool(u"/usr/bin/top"_qs, "echo $MACHINE_NOW >>\"$MACHINE_DIR/times\"");
-        const Answer answer = runOn(machine, words("watch --refreshes 3 --interval 600 --json"));
+        const Answer answer = runOn(machine, "watch --refreshes 3 --interval 600 --json");
         QCOMPARE(answer.status, 0);
         QList<double> times;
         for (const QByteArray &line : answer.output.trimmed().split('\n'))
@@ -130,47 +109,36 @@ private Q_SLOTS:
         QVERIFY(seen.open(QIODevice::ReadOnly));
         QCOMPARE(seen.readAll(), QByteArray("1790000000\n1790000600\n1790001200\n"));
         // On a described machine that has moved on, the stored points still are the day's.
-        QCOMPARE(runOn(machine, words("history --json")).json().toArray().size(), 3);
-        QCOMPARE(runOn(machine, words("settings weeklyAttentionCount")).output, QByteArray("1\n"));
-    }
-
-    void timesAreShownInThePersonsLocale_data()
-    {
-        QTest::addColumn<QString>("everything"); // LC_ALL, LC_TIME and LANG
-        QTest::addColumn<QString>("times");
-        QTest::addColumn<QString>("language");
-        QTest::addColumn<QString>("shown");
-        QTest::newRow("language") << u""_qs << u""_qs << u"en_US.UTF-8"_qs << u"9/21/26 2:13:20 PM"_qs;
-        QTest::newRow("times") << u""_qs << u"de_DE.UTF-8"_qs << u"en_US.UTF-8"_qs << u"21.09.26 14:13:20"_qs;
-        QTest::newRow("everything") << u"de_DE"_qs << u"en_US"_qs << u"en_US"_qs << u"21.09.26 14:13:20"_qs;
-        QTest::newRow("none") << u""_qs << u""_qs << u""_qs << u"21 Sep 2026 14:13:20"_qs;
+        QCOMPARE(runOn(machine, "history --json").json().toArray().size(), 3);
+        QCOMPARE(runOn(machine, "settings weeklyAttentionCount").output, QByteArray("1\n"));
     }
 
     void timesAreShownInThePersonsLocale()
     {
-        QFETCH(QString, everything);
-        QFETCH(QString, times);
-        QFETCH(QString, language);
-        QFETCH(QString, shown);
         TemporaryMachine machine(fixedFacts());
         // Tools still print what is parsed.
         machine.addTool(u"/usr/bin/top"_qs, "echo \"$LC_ALL|$LC_TIME|$LC_NUMERIC\" >\"$MACHINE_DIR/locale\"");
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"TZ"_qs, u"UTC"_qs);
-        environment.insert(u"LC_ALL"_qs, everything);
-        environment.insert(u"LC_TIME"_qs, times);
-        environment.insert(u"LANG"_qs, language);
-        const auto answer = [&](const char *arguments) {
-            QProcess program;
-            program.setProcessEnvironment(environment);
-            program.start(QStringLiteral(SWABBYCTL),
-                          words("--machine") + QStringList(machine.folder()) + words(arguments));
-            return program.waitForFinished() ? QString::fromUtf8(program.readAllStandardOutput()) : QString();
-        };
-        const QString line = answer("watch --refreshes 1");
-        const QString time = shown.mid(shown.indexOf(u':') - 2).trimmed();
-        QVERIFY2(line.trimmed().startsWith(time), qPrintable(line));
-        QVERIFY2(answer("history").contains(shown), qPrintable(answer("history")));
+        const QStringList onIt = {u"--machine"_qs, machine.folder()};
+        // LC_ALL, LC_TIME and LANG.
+        compareTable(R"(
+            | | en_US.UTF-8 | 9/21/26 2:13:20 PM
+            | de_DE.UTF-8 | en_US.UTF-8 | 21.09.26 14:13:20
+            de_DE | en_US | en_US | 21.09.26 14:13:20
+            | | | 21 Sep 2026 14:13:20)",
+                     [&](const Cells &row) {
+                         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+                         environment.insert(u"TZ"_qs, u"UTC"_qs);
+                         environment.insert(u"LC_ALL"_qs, row.text(0));
+                         environment.insert(u"LC_TIME"_qs, row.text(1));
+                         environment.insert(u"LANG"_qs, row.text(2));
+                         const QByteArray shown = row[3], time = shown.mid(shown.indexOf(':') - 2).trimmed();
+                         const QByteArray watched =
+                             run(onIt + words("watch --refreshes 1"), {}, environment).output;
+                         const QByteArray history = run(onIt + words("history"), {}, environment).output;
+                         return watched.trimmed().startsWith(time) && history.contains(shown)
+                                    ? row.text(3)
+                                    : QString::fromUtf8(watched + history);
+                     });
         QFile seen(machine.folder() + u"/locale"_qs);
         QVERIFY(seen.open(QIODevice::ReadOnly));
         QCOMPARE(seen.readAll(), QByteArray("|C|C\n"));
@@ -189,73 +157,51 @@ private Q_SLOTS:
         QCOMPARE(settings("settings pinnedProcessNames [\"a\",\"b\"] --json"), QByteArray("[\"a\",\"b\"]\n"));
         QCOMPARE(settings("pin --json -- -x"), QByteArray("{\"pinnedNames\":[\"-x\",\"a\",\"b\"]}\n"));
         QCOMPARE(settings("settings rowDensity --json"), QByteArray("\"comfortable\"\n"));
-        const QJsonObject all = runOn(machine, words("settings --json")).json().toObject();
+        const QJsonObject all = runOn(machine, "settings --json").json().toObject();
         QCOMPARE(all[u"cpuRed"_qs], 0);
         QCOMPARE(all[u"hasCompletedOnboarding"_qs], false);
         QVERIFY(all.contains(u"weeklyBytesFreed"_qs));
-    }
-
-    void twoProgramsAtOnceLoseNoSetting()
-    {
-        TemporaryMachine machine(fixedFacts());
-        std::vector<std::unique_ptr<QProcess>> programs;
-        const QStringList keys =
-            words("cpuYellow cpuRed memYellow memRed processCpuRed storageNotifyThresholdGB");
-        for (const QString &key : keys) {
-            programs.push_back(std::make_unique<QProcess>());
-            programs.back()->start(QStringLiteral(SWABBYCTL),
-                                   {u"--machine"_qs, machine.folder(), u"settings"_qs, key, u"7"_qs});
-        }
-        for (const auto &program : programs)
-            QVERIFY(program->waitForFinished());
-        const QJsonObject all = runOn(machine, words("settings --json")).json().toObject();
-        for (const QString &key : keys)
-            QCOMPARE(all[key], 7);
-    }
-
-    void aBadToolGivesTheNeutralValue_data()
-    {
-        QTest::addColumn<QByteArray>("script");
-        QTest::newRow("missing") << QByteArray();
-        QTest::newRow("silent") << QByteArray("exit 0");
-        QTest::newRow("failing") << QByteArray("echo no >&2; exit 1");
-        QTest::newRow("killed") << QByteArray("printf '  PID  PPID  %%CPU'; kill -9 $$");
-        QTest::newRow("twenty megabytes")
-            << QByteArray("yes '1 2 3 nonsense, of.all kinds = ;' | head -c 20000000");
-        QTest::newRow("not UTF-8") << QByteArray(
-            R"(printf '1 2 3.0 4.0 5 na\377me\nPID COMMAND POWER\n1 a 2\n')");
-        QTest::newRow("half a line") << QByteArray("printf '10 1 5.0 6'");
-        QTest::newRow("huge figures") << QByteArray("echo '99999999999 1 1e999 nan 99999999999999999999 x'");
+        // What could not be written is said.
+        QVERIFY(QDir(machine.home() + u"/Library"_qs).removeRecursively());
+        machine.writeFile(u"home/Library"_qs, "a file in the way");
+        const Answer refused = runOn(machine, "settings cpuRed 5");
+        QVERIFY(refused.status == 1 && refused.output == "85\n");
+        QCOMPARE(refused.problems, QByteArray("swabbyctl: the settings could not be written\n"));
     }
 
     void aBadToolGivesTheNeutralValue()
     {
-        QFETCH(QByteArray, script);
-        TemporaryMachine machine(fixedFacts());
-        machine.writeFile(
-            u"home/Library/LaunchAgents/a.plist"_qs,
-            "<plist><dict><key>Label</key><string>a</string><key>Program</key><string>/x</string>"
-            "</dict></plist>");
-        for (const char *tool : {"/bin/ps", "/usr/bin/top", "/usr/bin/nettop", "/usr/sbin/sysctl",
-                                 "/usr/sbin/system_profiler", "/bin/launchctl", "/usr/bin/codesign"})
-            if (!script.isEmpty())
-                machine.addTool(QString::fromLatin1(tool), script);
-        const Answer answer = runOn(machine, words("snapshot --json"));
-        QCOMPARE(answer.status, 0);
-        QCOMPARE(answer.problems, QByteArray());
-        const QJsonObject state = answer.json().toObject();
-        for (const char *list : {"processes", "batteryDrainers", "networkUsers", "browserRollups"})
-            QCOMPARE(state[QLatin1String(list)].toArray(), QJsonArray());
-        QVERIFY(state[u"stats"_qs][u"batteryCycleCount"_qs].isNull());
-        QCOMPARE(state[u"loginItems"_qs][0][u"id"_qs], u"Runs in the background:a"_qs);
-        QCOMPARE(state[u"loginItems"_qs][0][u"isAppleSigned"_qs], false);
-        QCOMPARE(state[u"health"_qs], u"red"_qs);
+        // Missing, silent, failing, killed, twenty megabytes, not UTF-8, half a line, huge figures.
+        for (const char *script :
+             {"", "exit 0", "echo no >&2; exit 1", "printf '  PID  PPID  %%CPU'; kill -9 $$",
+              "yes '1 2 3 nonsense, of.all kinds = ;' | head -c 20000000",
+              R"(printf '1 2 3.0 4.0 5 na\377me\nPID COMMAND POWER\n1 a 2\n')", "printf '10 1 5.0 6'",
+              "echo '99999999999 1 1e999 nan 99999999999999999999 x'"}) {
+            TemporaryMachine machine(fixedFacts());
+            machine.writeFile(
+                u"home/Library/LaunchAgents/a.plist"_qs,
+                "<plist><dict><key>Label</key><string>a</string><key>Program</key><string>/x</string>"
+                "</dict></plist>");
+            for (const char *tool : {"/bin/ps", "/usr/bin/top", "/usr/bin/nettop", "/usr/sbin/sysctl",
+                                     "/usr/sbin/system_profiler", "/bin/launchctl", "/usr/bin/codesign"})
+                if (*script)
+                    machine.addTool(QString::fromLatin1(tool), script);
+            const Answer answer = runOn(machine, "snapshot --json");
+            QVERIFY2(answer.status == 0 && answer.problems.isEmpty(), script);
+            const QJsonObject state = answer.json().toObject();
+            for (const char *list : {"processes", "batteryDrainers", "networkUsers", "browserRollups"})
+                QCOMPARE(state[QLatin1String(list)].toArray(), QJsonArray());
+            QVERIFY(state[u"stats"_qs][u"batteryCycleCount"_qs].isNull());
+            QCOMPARE(state[u"loginItems"_qs][0][u"id"_qs], u"Runs in the background:a"_qs);
+            QCOMPARE(state[u"loginItems"_qs][0][u"isAppleSigned"_qs], false);
+            QCOMPARE(state[u"health"_qs], u"red"_qs);
+        }
     }
 
     void aKillDuringASaveLeavesAWholeFileAndNoStrays()
     {
         TemporaryMachine machine(fixedFacts());
-        QVERIFY(runOn(machine, words("watch --refreshes 1 --json")).status == 0);
+        QVERIFY(runOn(machine, "watch --refreshes 1 --json").status == 0);
         const QDir data(QFileInfo(machine.historyFile()).absolutePath());
         for (int kill = 0; kill < 60; ++kill) {
             QProcess program;
@@ -273,7 +219,7 @@ private Q_SLOTS:
             QVERIFY(stored.isArray());
             QVERIFY(!stored.array().isEmpty());
         }
-        QCOMPARE(runOn(machine, words("history --json")).status, 0);
+        QCOMPARE(runOn(machine, "history --json").status, 0);
         QCOMPARE(data.entryList(QDir::Files | QDir::Hidden), QStringList{u"history.json"_qs});
     }
 };

@@ -24,11 +24,18 @@ struct Answer {
     }
 };
 
+inline QStringList words(const char *text)
+{
+    return QString::fromUtf8(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
 /// Runs it to its end.
-inline Answer run(const QStringList &arguments, const QByteArray &input = {})
+inline Answer run(const QStringList &arguments, const QByteArray &input = {},
+                  const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment())
 {
     constexpr int patienceMilliseconds = 60'000;
     QProcess program;
+    program.setProcessEnvironment(environment);
     program.start(QStringLiteral(SWABBYCTL), arguments);
     program.write(input);
     program.closeWriteChannel();
@@ -44,9 +51,10 @@ inline Answer runOn(const TemporaryMachine &machine, const QStringList &argument
     return run(QStringList{u"--machine"_qs, machine.folder()} + arguments, input);
 }
 
-inline QStringList words(const char *text)
+/// The same with arguments that have no blanks.
+inline Answer runOn(const TemporaryMachine &machine, const char *arguments, const QByteArray &input = {})
 {
-    return QString::fromUtf8(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    return runOn(machine, words(arguments), input);
 }
 
 } // namespace swabby
