@@ -3,6 +3,7 @@
 #include "ai/Prompts.h"
 #include "settings/Settings.h"
 #include "support/LoopbackServer.h"
+#include "support/Table.h"
 #include "support/TemporaryMachine.h"
 
 #include <QtTest/QTest>
@@ -139,76 +140,29 @@ private Q_SLOTS:
         qunsetenv("SWABBY_AI_PROXY_URL");
     }
 
-    void whatCountsAsAnAnswer_data()
-    {
-        QTest::addColumn<int>("status");
-        QTest::addColumn<QByteArray>("body");
-        QTest::addColumn<QString>("expected"); ///< null: none
-        const QByteArray good = modelReply(u"Yes."_qs);
-        QTest::newRow("one block") << 200 << good << u"Yes."_qs;
-        QTest::newRow("at the good end") << 299 << good << u"Yes."_qs;
-        QTest::newRow("not text first")
-            << 200 << QByteArray(R"({"content":[{"type":"thinking"},{"type":"text","text":"B"}]})")
-            << u"B"_qs;
-        QTest::newRow("two texts")
-            << 200 << QByteArray(R"({"content":[{"type":"text","text":"A"},{"type":"text","text":"B"}]})")
-            << u"A"_qs;
-        QTest::newRow("empty text") << 200 << modelReply(u""_qs) << u""_qs;
-        for (const int status : {301, 400, 401, 429, 500, 529})
-            QTest::addRow("status %d", status) << status << good << QString();
-        for (const char *body :
-             {"{\"content\":[]}", "{}", "[]", "", "<html>", "{\"content\":{}}", "{\"content\":[1]}",
-              R"({"content":[{"type":"text"}]})", R"({"content":[{"type":"text","text":null}]})",
-              R"({"content":[{"type":"text"},{"type":"text","text":"B"}]})",
-              R"({"content":[{"type":"Text","text":"A"}]})", R"({"content":[{"text":"A"}]})",
-              R"({"content":[{"type":"text","text":"A"},{"type":7}]})",
-              R"({"content":[{"type":"text","text":7}]})",
-              "{\"content\":[{\"type\":\"text\",\"text\":\"\xff\"}]}"})
-            QTest::newRow(body) << 200 << QByteArray(body) << QString();
-    }
-
     void whatCountsAsAnAnswer()
     {
-        QFETCH(int, status);
-        QFETCH(QByteArray, body);
-        QFETCH(QString, expected);
-        Conversation talk(always(httpAnswer(status, body)));
-        const auto answer = QCoro::waitFor(talk.ai.respond(u"S"_qs, u"P"_qs, 1));
-        QCOMPARE(answer.value.has_value(), !expected.isNull());
-        QCOMPARE(answer.value.value_or(QString()), expected);
-        QVERIFY(answer.wasSent);
-        QCOMPARE(talk.server.requests().size(), 1);
-    }
-
-    void answersInJson_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<bool>("isWhole");
-        const QString object = uR"({"appToQuit": "Mill", "explanation": "It ``` grinds.", "more": 1})"_qs;
-        QTest::newRow("bare") << object << true;
-        QTest::newRow("blanks around") << u"\n  "_qs + object + u" \n"_qs << true;
-        QTest::newRow("fenced") << u"```json\n"_qs + object + u"\n```"_qs << true;
-        QTest::newRow("fenced, with prose behind") << u"```\n"_qs + object + u"\n```\nAll well!"_qs << true;
-        QTest::newRow("fenced, never closed")
-            << u"```json\n{\"appToQuit\":\"Mill\",\"explanation\":\"It ``` grinds.\"}"_qs << false;
-        QTest::newRow("on one line") << u"```json "_qs + object + u" ```"_qs << false;
-        QTest::newRow("prose before") << u"Sure! "_qs + object << false;
-        QTest::newRow("no appToQuit") << uR"({"explanation": "It ``` grinds."})"_qs << false;
-        QTest::newRow("no explanation") << uR"({"appToQuit": "Mill"})"_qs << false;
-        QTest::newRow("null") << uR"({"appToQuit": null, "explanation": "It ``` grinds."})"_qs << false;
-        QTest::newRow("other case") << uR"({"apptoquit": "Mill", "explanation": "It ``` grinds."})"_qs
-                                    << false;
-        QTest::newRow("a list") << u'[' + object + u']' << false;
+        // The status, the body ("good" for one block of text), and the text of it.
+        compareTable(fixture(u"ai/what_counts_as_an_answer.txt"_qs), [](const Cells &row) {
+            const QByteArray body = row[1] == "good" ? modelReply(u"Yes."_qs) : row[1];
+            Conversation talk(always(httpAnswer(int(row.number(0)), body)));
+            const auto answer = QCoro::waitFor(talk.ai.respond(u"S"_qs, u"P"_qs, 1));
+            const bool isSentOnce = answer.wasSent && talk.server.requests().size() == 1;
+            return isSentOnce ? answer.value.value_or(u"none"_qs) : u"not sent once"_qs;
+        });
     }
 
     void answersInJson()
     {
-        QFETCH(QString, text);
-        QFETCH(bool, isWhole);
-        Conversation talk(always(httpAnswer(200, modelReply(text))));
-        const AskAnswer answer = QCoro::waitFor(talk.ai.ask(u"Why?"_qs, u"Speed"_qs)).value;
-        QCOMPARE(answer, isWhole ? (AskAnswer{u"Mill"_qs, u"It ``` grinds."_qs})
-                                 : (AskAnswer{{}, u"Couldn't come up with an answer right now."_qs}));
+        compareTable(fixture(u"ai/answers_in_json.txt"_qs), [](const Cells &row) {
+            const QString object = uR"({"appToQuit": "Mill", "explanation": "It ``` grinds.", "more": 1})"_qs;
+            Conversation talk(always(httpAnswer(200, modelReply(row.text(1).replace(u"OBJECT"_qs, object)))));
+            const AskAnswer answer = QCoro::waitFor(talk.ai.ask(u"Why?"_qs, u"Speed"_qs)).value;
+            if (answer == AskAnswer{u"Mill"_qs, u"It ``` grinds."_qs})
+                return u"whole"_qs;
+            const QString excuse = u"Couldn't come up with an answer right now."_qs;
+            return answer == AskAnswer{{}, excuse} ? u"none"_qs : answer.explanation;
+        });
     }
 
     void aFolderIsSafeOnlyInSoManyWords()
@@ -231,73 +185,36 @@ private Q_SLOTS:
     void eachQuestionHasItsWordsAndItsFallback()
     {
         Conversation talk(always(httpAnswer(500, modelReply(u"{}"_qs))));
-        struct Asked {
-            QString prompt;
-            QString system;
-            int tokens = 0;
+        QStringList said;
+        const auto note = [&](const QString &fallback) {
+            const QJsonObject request = talk.server.requests().last().json();
+            said += u"[%1] %2\n=> %3"_qs.arg(request[u"max_tokens"_qs].toInt())
+                        .arg(talk.server.requests().last().prompt(), fallback);
         };
-        const auto asked = [&] {
-            const HttpRequest request = talk.server.requests().last();
-            return Asked{request.prompt(), request.json()[u"system"_qs].toString(),
-                         request.json()[u"max_tokens"_qs].toInt()};
+        const auto ask = [&](auto answer) { return QCoro::waitFor(std::move(answer)).value; };
+        const auto noteCheck = [&](const SwabbyCheckSummary &summary) {
+            note(summary.headline + u" / "_qs + summary.summary);
         };
-        const QString noExplanation = u"Couldn't get an explanation right now."_qs;
-        const QString noWeek = u"Swabby kept an eye on your Mac this week."_qs;
-
         ProcessSample mill;
-        mill.name = nasty;
+        mill.name = u"Mill\n\"x\""_qs;
         mill.path = u"/opt/mill"_qs;
         mill.cpuPercent = 99.9;
         mill.memPercent = 0.99;
-        QCOMPARE(QCoro::waitFor(talk.ai.explain({mill})).value, noExplanation);
-        QCOMPARE(asked().prompt, u"Process name: "_qs + nasty +
-                                     u"\nPath: /opt/mill\nCurrent CPU usage: 99%\nCurrent memory usage: 0%"
-                                     u"\n\nWhat is this process, and is it safe to quit right now?"_qs);
-        QCOMPARE(asked().tokens, 400);
-        QVERIFY(asked().system.startsWith(u"You are helping a completely non-technical person"_qs));
-
+        note(ask(talk.ai.explain({mill})));
+        const auto system = [&] { return talk.server.requests().last().json()[u"system"_qs].toString(); };
+        QVERIFY(system().startsWith(u"You are helping a completely non-technical person"_qs));
         LoginItem item = startupItem(u"com.mill"_qs, u"/opt/mill"_qs);
         item.isAppleSigned = true;
         item.isOrphaned = true;
-        QCOMPARE(QCoro::waitFor(talk.ai.explain({item})).value, noExplanation);
-        QCOMPARE(asked().prompt,
-                 u"Login item / background task label: com.mill\nProgram path: /opt/mill\nNote: its program "
-                 u"file no longer exists on disk (orphaned).\n\nWhat does this likely do, and is it safe to "
-                 u"disable?"_qs);
-        QCOMPARE(asked().tokens, 400);
-
-        QCOMPARE(QCoro::waitFor(talk.ai.weeklySummary(u"1.2 GB"_qs, 3)).value, noWeek);
-        QCOMPARE(asked().prompt,
-                 u"This week, Swabby freed up 1.2 GB of storage and caught 3 things that "
-                 u"needed the user's attention (like an app using too much power or memory)."_qs);
-        QCOMPARE(asked().tokens, 400);
-        for (const auto &[count, words] :
-             {std::pair(0, u" caught 0 things that"_qs), std::pair(1, u" caught 1 thing that"_qs)}) {
-            QCoro::waitFor(talk.ai.weeklySummary({}, count));
-            QVERIFY(asked().prompt.startsWith(u"This week, Swabby didn't free up any storage space and"_qs +
-                                              words));
-        }
-
-        QCoro::waitFor(talk.ai.ask(nasty, u"Speed (CPU): 3% busy"_qs));
-        QCOMPARE(asked().prompt,
-                 u"Here's what's currently happening on the user's Mac:\nSpeed (CPU): 3% busy\n\nThe user "
-                 u"asked: \""_qs +
-                     nasty + u"\"\n\nAnswer their question using the information above."_qs);
-        QCOMPARE(asked().tokens, 300);
-
-        const QString found = u"A full check of the user's Mac just finished. Here's what it found:\n"_qs;
-        QCOMPARE(
-            QCoro::waitFor(talk.ai.swabbyCheckSummary(0, {}, {}, 0)).value,
-            (SwabbyCheckSummary{u"Everything looks tidy"_qs, u"Nothing needs your attention right now."_qs}));
-        QCOMPARE(asked().prompt, found + u"Nothing notable — everything looks tidy and healthy."_qs);
-        QCOMPARE(QCoro::waitFor(talk.ai.swabbyCheckSummary(2, u"1 MB"_qs, QString(), 1)).value,
-                 (SwabbyCheckSummary{u"A few things worth doing"_qs,
-                                     u"2 things worth cleaning up, about 1 MB total.  is using a lot of "
-                                     u"power right now. 1 startup item worth a second look."_qs}));
-        QCOMPARE(asked().prompt, found + u"- 2 things worth cleaning up, about 1 MB total\n-  is using a lot "
-                                         u"of power right now\n- 1 startup item worth a second look"_qs);
-        QCOMPARE(asked().tokens, 300);
-        QVERIFY(asked().system.endsWith(u"most important first>\"}"_qs));
+        note(ask(talk.ai.explain({item})));
+        note(ask(talk.ai.weeklySummary(u"1.2 GB"_qs, 3)));
+        note(ask(talk.ai.weeklySummary({}, 0)));
+        note(ask(talk.ai.weeklySummary({}, 1)));
+        note(ask(talk.ai.ask(mill.name, u"Speed (CPU): 3% busy"_qs)).explanation);
+        noteCheck(ask(talk.ai.swabbyCheckSummary(0, {}, {}, 0)));
+        noteCheck(ask(talk.ai.swabbyCheckSummary(2, u"1 MB"_qs, QString(), 1)));
+        QVERIFY(system().endsWith(u"most important first>\"}"_qs));
+        QCOMPARE(said.join(u"\n\n"_qs), QString::fromUtf8(fixture(u"ai/questions.txt"_qs)).trimmed());
     }
 
     void whatAStartupItemIsSaidToBe()

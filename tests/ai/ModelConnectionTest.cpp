@@ -50,23 +50,17 @@ class ModelConnectionTest : public QObject {
 private Q_SLOTS:
     void init() { qunsetenv("ANTHROPIC_API_KEY"); }
 
-    void redirectsAreNotFollowed_data()
-    {
-        QTest::addColumn<int>("status");
-        for (const int status : {301, 302, 303, 307, 308})
-            QTest::addRow("%d", status) << status;
-    }
-
     void redirectsAreNotFollowed()
     {
-        QFETCH(int, status);
-        LoopbackServer elsewhere(always(httpAnswer(200, "{}")));
-        LoopbackServer server(
-            always(httpAnswer(status, "{}", "Location: " + elsewhere.url().toEncoded() + "\r\n")));
-        const ModelResponse response = post(server.url());
-        QVERIFY(!response.body && response.wasSent);
-        QCOMPARE(server.requests().size(), 1);
-        QCOMPARE(elsewhere.connections(), 0);
+        for (const int status : {301, 302, 303, 307, 308}) {
+            LoopbackServer elsewhere(always(httpAnswer(200, "{}")));
+            LoopbackServer server(
+                always(httpAnswer(status, "{}", "Location: " + elsewhere.url().toEncoded() + "\r\n")));
+            const ModelResponse response = post(server.url());
+            QVERIFY(!response.body && response.wasSent);
+            QCOMPARE(server.requests().size(), 1);
+            QCOMPARE(elsewhere.connections(), 0);
+        }
     }
 
     void aStrangersCertificateEndsIt()
@@ -105,75 +99,57 @@ private Q_SLOTS:
         QVERIFY(waitUntil([&] { return socket.isEncrypted(); }));
     }
 
-    void nothingIsAnswered_data()
-    {
-        QTest::addColumn<QByteArray>("answer");
-        QTest::newRow("no answer at all") << QByteArray();
-        QTest::newRow("no HTTP") << QByteArray("220 mail.example ESMTP\r\n");
-        QTest::newRow("less than announced") << QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 90\r\n\r\n{}");
-        // An end that is missing behind a whole answer is not noticed, and not missed.
-        QTest::newRow("half a chunk")
-            << QByteArray("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n2f\r\n") +
-                   modelReply(u"x"_qs).first(30);
-        QTest::newRow("half a header") << QByteArray("HTTP/1.1 200 OK\r\nContent-Le");
-    }
-
     void nothingIsAnswered()
     {
-        QFETCH(QByteArray, answer);
-        LoopbackServer server(always(answer));
-        const ModelResponse response = post(server.url());
-        QVERIFY(!response.body || !messagesReplyText(*response.body));
-        QVERIFY(response.wasSent);
-        QCOMPARE(server.requests().size(), 1); // never said twice
-    }
-
-    void aSteadyDripEndsInTime_data()
-    {
-        QTest::addColumn<QByteArray>("start");
-        QTest::newRow("before the header") << QByteArray();
-        QTest::newRow("in the header") << QByteArray("HTTP/1.1 200 OK\r\nX: ");
-        QTest::newRow("in the body") << QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n");
+        // Nothing, no HTTP, less than announced, half a chunk and half a header. An end that is missing
+        // behind a whole answer is not noticed, and not missed.
+        for (const QByteArray &answer :
+             {QByteArray(), QByteArray("220 mail.example ESMTP\r\n"),
+              QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 90\r\n\r\n{}"),
+              "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n2f\r\n" + modelReply(u"x"_qs).first(30),
+              QByteArray("HTTP/1.1 200 OK\r\nContent-Le")}) {
+            LoopbackServer server(always(answer));
+            const ModelResponse response = post(server.url());
+            QVERIFY(!response.body || !messagesReplyText(*response.body));
+            QVERIFY(response.wasSent);
+            QCOMPARE(server.requests().size(), 1); // never said twice
+        }
     }
 
     void aSteadyDripEndsInTime()
     {
-        QFETCH(QByteArray, start);
-        LoopbackServer server(drip(start, start.isEmpty() ? "" : "x", 10ms));
-        QElapsedTimer clock;
-        clock.start();
-        QVERIFY(!post(server.url(), {.time = 200ms}).body);
-        QVERIFY(clock.elapsed() >= 200); // or it was no drip
-        QVERIFY(clock.elapsed() < 30'000);
-    }
-
-    void aLongAnswerIsCutOff_data()
-    {
-        QTest::addColumn<qint64>("size");
-        QTest::addColumn<bool>("isTaken");
-        QTest::newRow("just short enough") << qint64(1'000'000) << true;
-        QTest::newRow("a byte too long") << qint64(1'000'001) << false;
-        QTest::newRow("far too long") << qint64(2'000'000'000) << false;
+        // Before the header, in it, and in the body.
+        for (const QByteArray start :
+             {"", "HTTP/1.1 200 OK\r\nX: ", "HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n"}) {
+            LoopbackServer server(drip(start, start.isEmpty() ? "" : "x", 10ms));
+            QElapsedTimer clock;
+            clock.start();
+            QVERIFY(!post(server.url(), {.time = 200ms}).body);
+            QVERIFY(clock.elapsed() >= 200); // or it was no drip
+            QVERIFY(clock.elapsed() < 30'000);
+        }
     }
 
     void aLongAnswerIsCutOff()
     {
-        QFETCH(qint64, size);
-        QFETCH(bool, isTaken);
-        std::atomic<qint64> taken = 0;
-        LoopbackServer server([&](QTcpSocket &socket, const HttpRequest &) {
-            const auto sendMore = [&] {
-                constexpr qint64 piece = 65'536;
-                if (socket.bytesToWrite() == 0 && taken < size)
-                    taken += socket.write(QByteArray(std::min(piece, size - taken), 'x'));
-            };
-            QObject::connect(&socket, &QTcpSocket::bytesWritten, &socket, sendMore);
-            socket.write("HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(size) + "\r\n\r\n");
-        });
-        const ModelResponse response = post(server.url());
-        QCOMPARE(response.body.has_value(), isTaken);
-        constexpr qint64 mostOnTheWay = 200'000'000; // the system holds some dozens of megabytes by itself
-        QVERIFY2(taken < mostOnTheWay, qPrintable(QString::number(taken)));
+        // Just short enough, a byte too long, and far too long.
+        for (const qint64 size : {1'000'000LL, 1'000'001LL, 2'000'000'000LL}) {
+            std::atomic<qint64> taken = 0;
+            LoopbackServer server([&](QTcpSocket &socket, const HttpRequest &) {
+                const auto sendMore = [&] {
+                    constexpr qint64 piece = 65'536;
+                    if (socket.bytesToWrite() == 0 && taken < size)
+                        taken += socket.write(QByteArray(std::min(piece, size - taken), 'x'));
+                };
+                QObject::connect(&socket, &QTcpSocket::bytesWritten, &socket, sendMore);
+                socket.write("HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(size) + "\r\n\r\n");
+            });
+            const ModelResponse response = post(server.url());
+            QCOMPARE(response.body.has_value(), size == 1'000'000);
+            constexpr qint64 mostOnTheWay =
+                200'000'000; // the system holds some dozens of megabytes by itself
+            QVERIFY2(taken < mostOnTheWay, qPrintable(QString::number(taken)));
+        }
     }
 
     void nothingIsRemembered()

@@ -2,6 +2,7 @@
 #include "engine/HealthLevel.h"
 #include "engine/ProcessSample.h"
 #include "engine/WholeNumber.h"
+#include "support/Table.h"
 
 #include <QtTest/QTest>
 
@@ -13,107 +14,28 @@ class RecordsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void trustAndAdvice_data()
-    {
-        QTest::addColumn<ProcessSample>("process");
-        QTest::addColumn<int>("trust");
-        QTest::addColumn<ActionRecommendation>("advice");
-        using enum ActionRecommendation;
-        const QString app = u"an app"_qs;
-        const auto row = [&](const QString &path, double cpu, double memory, double energy, int trust,
-                             ActionRecommendation advice) {
-            const ProcessSample process = {.name = {},
-                                           .path = path,
-                                           .cpuPercent = cpu,
-                                           .memPercent = memory,
-                                           .isApp = path == app,
-                                           .energyImpact = energy};
-            QTest::addRow("%s %g %g %g", qPrintable(path), cpu, memory, energy) << process << trust << advice;
-        };
-        row(u"/System/Library/x"_qs, 0, 0, 0, 95, keep);
-        row(u"/usr/libexec/x"_qs, 25, 0, 0, 95, quit);
-        row(u"/usr/sbin/x"_qs, 25.1, 0, 0, 80, quit);
-        row(u"/usr/sbin/x"_qs, 50.1, 0, 0, 65, quit);
-        row(u"/usr/sbin/x"_qs, 80, 0, 0, 65, forceQuit);
-        row(u"/usr/sbin/x"_qs, 80.1, 0, 0, 50, forceQuit);
-        row(u"/usr/libexec/x"_qs, 90, 60, 50, 5, forceQuit);
-        row(app, 24.99, 0, 0, 90, keep);
-        row(app, 50, 0, 0, 75, quit);
-        row(app, 50.1, 0, 0, 60, quit);
-        row(app, 400, 0, 0, 45, forceQuit);
-        row(u"/Systems/x"_qs, 0, 0, 0, 85, keep);
-        row(u"/opt/usr/sbin/x"_qs, 25.1, 0, 0, 70, quit);
-        row(u"/opt/x"_qs, 69.9, 0, 0, 55, quit);
-        row(u"/opt/x"_qs, 70, 0, 0, 55, forceQuit);
-        row(u"/opt/x"_qs, 80.1, 0, 0, 40, forceQuit);
-        row(u"/opt/x"_qs, 0, 24.9, 0, 85, keep);
-        row(u"/opt/x"_qs, 0, 25, 0, 85, quit);
-        row(u"/opt/x"_qs, 0, 30, 0, 75, quit);
-        row(u"/opt/x"_qs, 0, 50, 0, 75, quit);
-        row(u"/opt/x"_qs, 0, 50.1, 0, 60, quit);
-        row(u"/opt/x"_qs, 0, 0, 19.9, 85, keep);
-        row(u"/opt/x"_qs, 0, 0, 20, 75, keep);
-        row(u"/opt/x"_qs, 0, 0, 44.9, 75, keep);
-        row(u"/opt/x"_qs, 0, 0, 45, 75, forceQuit);
-        row(u"/opt/x"_qs, 0, 0, 50, 60, forceQuit);
-        row(u"/opt/x"_qs, 60, 0, 20, 45, quit);
-        row(u"/opt/x"_qs, 60, 51, 0, 30, forceQuit);
-    }
-
     void trustAndAdvice()
     {
-        QFETCH(ProcessSample, process);
-        QTEST(process.trustRatio(), "trust");
-        QTEST(recommendation(process), "advice");
-    }
-
-    void byteCounts_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("expected");
-        const auto file = [](std::int64_t bytes, const char *expected) {
-            QTest::addRow("%lld", static_cast<long long>(bytes))
-                << fileByteCount(bytes) << QString::fromLatin1(expected);
-        };
-        file(0, "Zero KB");
-        file(1, "1 byte");
-        file(999, "999 bytes");
-        file(1'000, "1 KB");
-        file(1'499, "1 KB");
-        file(1'500, "2 KB");
-        file(999'499, "999 KB");
-        file(999'500, "1 MB"); // rounds up to a whole next unit
-        file(999'999, "1 MB");
-        file(1'049'999, "1 MB");
-        file(1'050'000, "1.1 MB");
-        file(846'200'000, "846.2 MB");
-        file(999'949'999, "999.9 MB");
-        file(999'950'000, "1 GB");
-        file(1'004'999'999, "1 GB");
-        file(1'005'000'000, "1.01 GB");
-        file(7'800'000'000, "7.8 GB");
-        file(100'050'000'000, "100.05 GB");
-        file(999'995'000'000, "1 TB");
-        file(std::numeric_limits<std::int64_t>::max(), "9.22 EB");
-        file(-1'500, "-2 KB");
-        file(std::numeric_limits<std::int64_t>::min(), "-9.22 EB");
-        const auto memory = [](std::uint64_t bytes, const char *expected) {
-            QTest::addRow("memory %llu", static_cast<unsigned long long>(bytes))
-                << memoryByteCount(bytes) << QString::fromLatin1(expected);
-        };
-        memory(1'023, "1023 bytes");
-        memory(1'535, "1 KB");
-        memory(1'536, "2 KB");
-        memory(1'048'576 - 513, "1023 KB");
-        memory(1'048'576 - 512, "1 MB");
-        memory(std::uint64_t(16) << 30, "16 GB");
-        memory(std::numeric_limits<std::uint64_t>::max(), "16 EB");
+        const QStringList advice = {u"keep"_qs, u"quit"_qs, u"forceQuit"_qs};
+        // Processor, memory, energy; the trust and the advice.
+        compareTable(fixture(u"engine/trust_and_advice.txt"_qs), [&](const Cells &row) {
+            ProcessSample process;
+            process.path = row.text(0);
+            process.isApp = row[0] == "an app";
+            process.cpuPercent = row.number(1);
+            process.memPercent = row.number(2);
+            process.energyImpact = row.number(3);
+            return QString::number(process.trustRatio()) + u' ' +
+                   advice[static_cast<int>(recommendation(process))];
+        });
     }
 
     void byteCounts()
     {
-        QFETCH(QString, text);
-        QTEST(text, "expected");
+        compareTable(fixture(u"engine/byte_counts.txt"_qs),
+                     [](const Cells &row) { return fileByteCount(row[0].toLongLong()); });
+        compareTable(fixture(u"engine/memory_byte_counts.txt"_qs),
+                     [](const Cells &row) { return memoryByteCount(row[0].toULongLong()); });
     }
 
     void onlyPidAndLoadMakeADifference()

@@ -22,6 +22,8 @@
 #include <QtCore/QJsonDocument>
 #include <QtCore/QTemporaryDir>
 
+#include <functional>
+
 using namespace swabby;
 
 namespace {
@@ -79,6 +81,55 @@ void readHistory(const QByteArray &bytes)
         require(point.date >= 1e9 - historySpanSeconds);
 }
 
+using Text = std::string_view;
+
+/// Each reads the text and the same as bytes.
+const std::function<void(Text, const QByteArray &)> readers[] = {
+    [](Text text, const QByteArray &) {
+        require(parseProcessRows(text, sortedListingLines).size() <= sortedListingLines);
+    },
+    [](Text text, const QByteArray &) {
+        require(parseMatchingRows(text, {0, 1, 7, 1502}).size() <= 4);
+    },
+    [](Text text, const QByteArray &) { parseWeights(text); },
+    [](Text text, const QByteArray &) { parseTop(text); },
+    [](Text text, const QByteArray &) { parseNettop(text); },
+    [](Text text, const QByteArray &) { parseHardwareReport(text); },
+    [](Text text, const QByteArray &) {
+        require(parseLoadedJob(text).isLoaded || !parseLoadedJob(text).pid);
+    },
+    [](Text text, const QByteArray &) {
+        for (const QString &name : parseLoginItemNames(text))
+            require(!name.isEmpty() && !name.contains(QLatin1Char(',')));
+    },
+    [](Text text, const QByteArray &) { parseBootTime(text); },
+    [](Text text, const QByteArray &) { parseStartTime(text); },
+    [](Text, const QByteArray &bytes) { parseLaunchJob(bytes); },
+    [](Text, const QByteArray &bytes) { readSettings(bytes); },
+    [](Text, const QByteArray &bytes) { readMachine(bytes); },
+    [](Text, const QByteArray &bytes) { readHistory(bytes); },
+    [](Text, const QByteArray &bytes) {
+        require(!parseBundleFacts(bytes) || !parseBundleFacts(bytes)->identifier.isEmpty());
+    },
+    [](Text, const QByteArray &bytes) { parseSimulatorRuntimes(bytes, 1e9); },
+    [](Text text, const QByteArray &) { parseDockerUsage(text); },
+    [](Text text, const QByteArray &) { require(parseByteString(text) >= 0); },
+    [](Text, const QByteArray &bytes) { parseIsoTime(QString::fromUtf8(bytes)); },
+    [](Text text, const QByteArray &) { require(parseDiskUsage(text) % 1024 == 0); },
+    [](Text text, const QByteArray &) {
+        for (const auto &path : DeepScanner::parseProjectSearch(text, "/r"))
+            require(path.native().starts_with("/r/") && path.filename() == "node_modules" &&
+                    path.lexically_normal().native().starts_with("/r/"));
+        if (const std::string folder = userFolderIn(text, "DOWNLOAD", "/h").native(); !folder.empty())
+            require(!std::string("/h/").starts_with(folder + '/'));
+    },
+    [](Text, const QByteArray &bytes) {
+        for (const int pixels : {0, 48, 1024})
+            require(pngOfIconFile(bytes, pixels).isEmpty() || bytes.startsWith("icns"));
+        parseBundleIcon(bytes);
+    },
+};
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
@@ -87,80 +138,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         return 0;
     const std::string_view text(reinterpret_cast<const char *>(data) + 1, size - 1);
     const QByteArray bytes(text.data(), static_cast<qsizetype>(text.size()));
-    switch (data[0] % 22) {
-    case 0:
-        require(parseProcessRows(text, sortedListingLines).size() <= sortedListingLines);
-        break;
-    case 1:
-        require(parseMatchingRows(text, {0, 1, 7, 1502}).size() <= 4);
-        break;
-    case 2:
-        parseWeights(text);
-        break;
-    case 3:
-        parseTop(text);
-        break;
-    case 4:
-        parseNettop(text);
-        break;
-    case 5:
-        parseHardwareReport(text);
-        break;
-    case 6:
-        require(parseLoadedJob(text).isLoaded || !parseLoadedJob(text).pid);
-        break;
-    case 7:
-        for (const QString &name : parseLoginItemNames(text))
-            require(!name.isEmpty() && !name.contains(QLatin1Char(',')));
-        break;
-    case 8:
-        parseBootTime(text);
-        break;
-    case 9:
-        parseStartTime(text);
-        break;
-    case 10:
-        parseLaunchJob(bytes);
-        break;
-    case 11:
-        readSettings(bytes);
-        break;
-    case 12:
-        readMachine(bytes);
-        break;
-    case 13:
-        readHistory(bytes);
-        break;
-    case 14:
-        require(!parseBundleFacts(bytes) || !parseBundleFacts(bytes)->identifier.isEmpty());
-        break;
-    case 15:
-        parseSimulatorRuntimes(bytes, 1e9);
-        break;
-    case 16:
-        parseDockerUsage(text);
-        break;
-    case 17:
-        require(parseByteString(text) >= 0);
-        break;
-    case 18:
-        parseIsoTime(QString::fromUtf8(bytes));
-        break;
-    case 19:
-        require(parseDiskUsage(text) % 1024 == 0);
-        break;
-    case 20:
-        for (const auto &path : DeepScanner::parseProjectSearch(text, "/r"))
-            require(path.native().starts_with("/r/") && path.filename() == "node_modules" &&
-                    path.lexically_normal().native().starts_with("/r/"));
-        if (const std::string folder = userFolderIn(text, "DOWNLOAD", "/h").native(); !folder.empty())
-            require(!std::string("/h/").starts_with(folder + '/'));
-        break;
-    case 21:
-        for (const int pixels : {0, 48, 1024})
-            require(pngOfIconFile(bytes, pixels).isEmpty() || bytes.startsWith("icns"));
-        parseBundleIcon(bytes);
-        break;
-    }
+    readers[data[0] % std::size(readers)](text, bytes);
     return 0;
 }

@@ -1,6 +1,6 @@
 #include "health/HealthRules.h"
+#include "support/Table.h"
 
-#include <QtCore/QFile>
 #include <QtTest/QTest>
 
 using namespace swabby;
@@ -40,29 +40,23 @@ class HealthRulesTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void sentences_data()
-    {
-        QTest::addColumn<QStringList>("fields");
-        // Heat, processor, memory, free storage and busiest program; then level, section, what, why, how,
-        // action.
-        QFile table(QStringLiteral(SWABBY_FIXTURES "/health/sentences.txt"));
-        QVERIFY(table.open(QIODevice::ReadOnly));
-        for (const QString &line : QString::fromUtf8(table.readAll()).split(u'\n', Qt::SkipEmptyParts))
-            QTest::newRow(qPrintable(line.section(u'|', 0, 4))) << line.split(u'|');
-    }
-
     void sentences()
     {
-        QFETCH(QStringList, fields);
-        const auto stats = machineAt(fields[1].toDouble(), fields[2].toDouble(), fields[3].toDouble(),
-                                     static_cast<ThermalState>(heat.indexOf(fields[0])));
-        const HealthVerdict verdict = computeHealth(stats, {mill(fields[4].toDouble())}, {});
-        QStringList found = {levels[static_cast<int>(verdict.level)]};
-        for (const HealthIssue &issue : verdict.issues)
-            found << sectionName(issue.section) << issue.what << issue.why << issue.how << actionOf(issue);
-        QCOMPARE(found, fields.mid(5));
-        if (!verdict.issues.isEmpty())
-            QCOMPARE(verdict.issues.first().level, verdict.level);
+        // Heat, processor, memory, free storage and busiest program; then level, section, what, why, how,
+        // action.
+        for (const QByteArray &line : fixture(u"health/sentences.txt"_qs).trimmed().split('\n')) {
+            const QStringList fields = QString::fromUtf8(line).split(u'|');
+            const auto stats = machineAt(fields[1].toDouble(), fields[2].toDouble(), fields[3].toDouble(),
+                                         static_cast<ThermalState>(heat.indexOf(fields[0])));
+            const HealthVerdict verdict = computeHealth(stats, {mill(fields[4].toDouble())}, {});
+            QStringList found = {levels[static_cast<int>(verdict.level)]};
+            for (const HealthIssue &issue : verdict.issues)
+                found << sectionName(issue.section) << issue.what << issue.why << issue.how
+                      << actionOf(issue);
+            QCOMPARE(fields.mid(0, 5) + found, fields);
+            if (!verdict.issues.isEmpty())
+                QCOMPARE(verdict.issues.first().level, verdict.level);
+        }
     }
 
     void oneProgramMayExplainEverything()

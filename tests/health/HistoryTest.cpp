@@ -1,5 +1,6 @@
 #include "health/HistoryKeeper.h"
 #include "health/HistoryStore.h"
+#include "support/Table.h"
 #include "support/TemporaryMachine.h"
 
 #include <QtCore/QDir>
@@ -47,46 +48,26 @@ class HistoryTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void whatAFileGives_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QList<double>>("loads");
-        const auto row = [](const char *name, const QByteArray &content, const QList<double> &loads = {}) {
-            QTest::newRow(name) << content << loads;
-        };
-        const auto point = [](double date, double cpu) {
-            return R"({"date":)" + QByteArray::number(date - epoch2001, 'f', 6) + R"(,"cpu":)" +
-                   QByteArray::number(cpu) + R"(,"mem":5})";
-        };
-        row("empty file", "");
-        row("garbage", "not json\xff");
-        row("an object", R"({"points":[]})");
-        row("cut in the middle", '[' + point(now, 1) + ",{\"da");
-        row("empty array", "[]");
-        row("a number among points", '[' + point(now, 1) + ",7]");
-        row("a text for a number", '[' + point(now, 1) + R"(,{"date":811692800,"cpu":"2","mem":5}])");
-        row("a missing key", '[' + point(now, 1) + R"(,{"date":811692800,"cpu":2}])");
-        row("null for a number", '[' + point(now, 1) + R"(,{"date":null,"cpu":2,"mem":5}])");
-        row("an unknown key besides", R"([{"date":811692800,"cpu":2,"mem":5,"id":"x"}])", {2});
-        row("23 hours and 25 hours old",
-            '[' + point(now - 25 * hour, 1) + ',' + point(now - 23 * hour, 2) + ']', {2});
-        row("exactly a day old",
-            '[' + point(now - 24 * hour, 1) + ',' + point(now - 24 * hour - 0.01, 2) + ']', {1});
-        row("from the future, and out of order",
-            '[' + point(now + 9 * hour, 1) + ',' + point(now - hour, 2) + ',' + point(now, 3) + ']',
-            {1, 2, 3});
-        row("deeply nested", QByteArray(100'000, '['));
-    }
-
     void whatAFileGives()
     {
-        QFETCH(QByteArray, content);
-        const DataFolder folder;
-        folder.write(content);
-        QTEST(loadsOf(HistoryStore::load(folder.path(), now)), "loads");
-        QCOMPARE(folder.read(), content); // neither repaired nor deleted
-        HistoryStore::save(folder.path(), {}, now);
-        QCOMPARE(folder.read(), "[]");
+        // NOW-X stands for a date X hours ago; the loads of the points that are read.
+        const QByteArray deep = "deeply nested | " + QByteArray(100'000, '[') + " |\n";
+        compareTable(deep + fixture(u"health/what_a_file_gives.txt"_qs), [](const Cells &row) {
+            QByteArray content = row[1];
+            for (const char *hours : {"24.00001", "--9", "25", "24", "23", "1", "0"}) {
+                const double age = QByteArray(hours).replace("--", "-").toDouble() * hour;
+                content.replace(QByteArray("NOW-") + QByteArray(hours).replace("--", "-"),
+                                QByteArray::number(now - age - epoch2001, 'f', 6));
+            }
+            const DataFolder folder;
+            folder.write(content);
+            QStringList loads;
+            for (const double load : loadsOf(HistoryStore::load(folder.path(), now)))
+                loads.append(QString::number(load));
+            const bool isKept = folder.read() == content; // neither repaired nor deleted
+            HistoryStore::save(folder.path(), {}, now);
+            return isKept && folder.read() == "[]" ? loads.join(u' ') : u"changed"_qs;
+        });
     }
 
     void theFormatToTheByte()

@@ -1,4 +1,5 @@
 #include "health/LeakDetection.h"
+#include "support/Table.h"
 
 #include <QtTest/QTest>
 
@@ -8,11 +9,6 @@ namespace {
 
 constexpr double start = 1'790'000'000;
 constexpr double mebibyte = 1'048'576;
-
-struct Reading {
-    double second;
-    double mebibytes;
-};
 
 ProcessSample mill(double mebibytes, std::int32_t pid = 7)
 {
@@ -25,48 +21,23 @@ class LeakDetectionTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theLastReadingDecides_data()
-    {
-        QTest::addColumn<QList<Reading>>("readings");
-        QTest::addColumn<double>("growth"); // 0: no suspect
-        QTest::addColumn<int>("minutes");
-        const auto row = [](const char *name, const QList<Reading> &readings, double growth = 0,
-                            int minutes = 0) { QTest::newRow(name) << readings << growth << minutes; };
-        row("exactly a quarter of an hour and 50", {{0, 100}, {900, 150}}, 50, 15);
-        row("a moment short", {{0, 100}, {899.9, 900}});
-        row("growth of 49.9", {{0, 100}, {900, 149.9}});
-        row("minutes are whole ones", {{0, 100}, {1'019, 200}}, 100, 16);
-        row("one drop of 6 percent", {{0, 100}, {300, 94}, {900, 900}});
-        row("one drop of 4 percent", {{0, 100}, {300, 96}, {900, 296}}, 196, 15);
-        row("a drop of exactly 5 percent", {{0, 100}, {300, 95}, {900, 200}}, 100, 15);
-        row("many small drops that add up", {{0, 100}, {60, 96}, {120, 92.5}, {180, 89}, {900, 160}}, 60, 15);
-        row("a drop at the very end", {{0, 100}, {600, 900}, {900, 800}});
-        row("level all the time", {{0, 900}, {900, 900}});
-        row("shrunk", {{0, 900}, {450, 880}, {900, 860}});
-        row("a drop that aged out", {{0, 900}, {60, 100}, {1'860, 160}}, 60, 30);
-        row("a drop at the edge of the window", {{60, 900}, {120, 100}, {1'860, 160}});
-        row("growth that aged out", {{0, 100}, {60, 200}, {1'861, 220}});
-        row("away for a while", {{0, 100}, {600, 0}, {1'200, 160}}, 60, 20);
-        row("away for too long", {{0, 100}, {600, 0}, {1'801, 400}});
-        row("from nothing", {{0, 0.0001}, {900, 60}}, 60, 15);
-    }
-
     void theLastReadingDecides()
     {
-        QFETCH(QList<Reading>, readings);
-        QFETCH(double, growth);
-        QFETCH(int, minutes);
-        LeakTracker tracker;
-        QList<LeakSuspect> suspects;
-        for (const Reading &reading : readings)
-            suspects = tracker.update(reading.mebibytes == 0 ? QList<ProcessSample>()
-                                                             : QList{mill(reading.mebibytes)},
-                                      start + reading.second);
-        QCOMPARE(suspects.size(), growth > 0 ? 1 : 0);
-        if (growth > 0) {
-            QVERIFY(qAbs(suspects.first().growthMB - growth) < 0.001);
-            QCOMPARE(suspects.first().minutesTracked, minutes);
-        }
+        // Second and mebibytes of each reading, 0 for one that does not list it; growth and minutes of a
+        // suspect.
+        compareTable(fixture(u"health/the_last_reading_decides.txt"_qs), [](const Cells &row) {
+            LeakTracker tracker;
+            QString suspects;
+            for (const QString &reading : row.text(1).split(u',')) {
+                const QStringList words = reading.simplified().split(u' ');
+                const double mebibytes = words[1].toDouble();
+                const auto samples = mebibytes == 0 ? QList<ProcessSample>() : QList{mill(mebibytes)};
+                suspects.clear();
+                for (const LeakSuspect &suspect : tracker.update(samples, start + words[0].toDouble()))
+                    suspects += u"%1 %2"_qs.arg(suspect.growthMB, 0, 'g', 4).arg(suspect.minutesTracked);
+            }
+            return suspects;
+        });
     }
 
     void suspectsAreThoseOfTheList()

@@ -1,5 +1,6 @@
 #include "settings/Settings.h"
 #include "platform/posix/FileSettingsStore.h"
+#include "support/Table.h"
 #include "support/TemporaryMachine.h"
 
 #include <QtCore/QFile>
@@ -28,85 +29,27 @@ QString textOf(const QJsonValue &value)
     return value.isUndefined() ? u"refused"_qs : QString::fromUtf8(list.mid(1, list.size() - 2));
 }
 
-/// Rows of key, what is given and the value it leads to.
-void addRows(const char *rows)
-{
-    for (const char *column : {"key", "given", "value"})
-        QTest::addColumn<QString>(column);
-    for (const QString &row : QString::fromLatin1(rows).split(u'\n', Qt::SkipEmptyParts)) {
-        const QStringList fields = row.trimmed().split(u' ');
-        QTest::newRow(qPrintable(row.trimmed())) << fields[0] << fields[1] << fields[2];
-    }
-}
-
 } // namespace
 
 class SettingsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void storedValues_data()
-    {
-        addRows(R"(cpuRed 0 0
-                   cpuRed -5.5 -5.5
-                   cpuRed false 0
-                   cpuRed "70" 85
-                   cpuRed [70] 85
-                   cpuRed null 85
-                   notifyOnRed false false
-                   notifyOnRed 0 false
-                   notifyOnRed 2 true
-                   notifyOnRed "false" true
-                   rowDensity "compact" "compact"
-                   rowDensity "Compact" "comfortable"
-                   rowDensity 1 "comfortable"
-                   lastWeeklySummaryDate 1773388921.5 1773388921.5
-                   lastWeeklySummaryDate "yesterday" null
-                   lastWeeklySummaryDate true null
-                   pinnedProcessNames ["Loom",""] ["Loom",""]
-                   pinnedProcessNames ["Loom",7] []
-                   pinnedProcessNames "Loom" []
-                   weeklyAttentionCount 3.9 3
-                   weeklyAttentionCount 1e300 0
-                   weeklyBytesFreed 9007199254740993 9007199254740993)");
-    }
-
     void storedValues()
     {
-        QFETCH(QString, key);
-        QFETCH(QString, given);
-        const TemporaryMachine folder;
-        folder.writeFile(fileName, QStringLiteral("{\"%1\":%2}").arg(key, given).toUtf8());
-        const auto machine = folder.open();
-        QTEST(textOf(Settings(*machine->settings).effective(*Settings::find(key))), "value");
-    }
-
-    void givenAsText_data()
-    {
-        addRows(R"(cpuRed 72.5 72.5
-                   cpuRed 72,5 refused
-                   cpuRed nan refused
-                   cpuRed inf refused
-                   cpuRed 72% refused
-                   notifyOnRed false false
-                   notifyOnRed TRUE refused
-                   notifyOnRed 1 refused
-                   weeklyAttentionCount 7 7
-                   weeklyAttentionCount 7.5 refused
-                   weeklyAttentionCount 99999999999999999999 refused
-                   lastWeeklySummaryDate 1773388921 1773388921
-                   lastWeeklySummaryDate 2026-03-13 refused
-                   pinnedProcessNames ["Loom"] ["Loom"]
-                   pinnedProcessNames [1] refused
-                   pinnedProcessNames {"a":"b"} refused
-                   pinnedProcessNames ["Loom" refused)");
+        compareTable(fixture(u"settings/stored_values.txt"_qs), [](const Cells &row) {
+            const TemporaryMachine folder;
+            folder.writeFile(fileName, "{\"" + row[0] + "\":" + row[1] + '}');
+            const auto machine = folder.open();
+            return textOf(Settings(*machine->settings).effective(*Settings::find(row.text(0))));
+        });
     }
 
     void givenAsText()
     {
-        QFETCH(QString, key);
-        QFETCH(QString, given);
-        QTEST(textOf(Settings::parse(*Settings::find(key), given)), "value");
+        compareTable(fixture(u"settings/given_as_text.txt"_qs), [](const Cells &row) {
+            return textOf(Settings::parse(*Settings::find(row.text(0)), row.text(1)));
+        });
     }
 
     void writing()

@@ -1,4 +1,5 @@
 #include "startup/LoginItemScanner.h"
+#include "support/Table.h"
 #include "support/TemporaryMachine.h"
 
 #include <QtCore/QFile>
@@ -43,12 +44,9 @@ public:
     }
 };
 
-QStringList labelsOf(const QList<LoginItem> &items)
+QString labelsOf(const QList<LoginItem> &items)
 {
-    QStringList labels;
-    for (const LoginItem &item : items)
-        labels.append(item.label);
-    return labels;
+    return lines(items, [](const LoginItem &item) { return item.label; });
 }
 
 const QString agents = u"home/Library/LaunchAgents/"_qs;
@@ -81,16 +79,13 @@ private Q_SLOTS:
         QCOMPARE(expected.first().id(), u"Runs in the background:org.example.weft"_qs);
 
         folder.addTool(u"/usr/bin/osascript"_qs, "echo Loom");
-        QCOMPARE(labelsOf(folder.scan()), QStringList({u"org.example.weft"_qs, u"Loom"_qs}));
-        QStringList runs;
-        for (const QJsonValue &run : folder.events(u"run"_qs))
-            runs.append(run.toVariant().toStringList().join(u' '));
+        QCOMPARE(labelsOf(folder.scan()), u"org.example.weft\nLoom"_qs);
         for (
             const QString &run :
             {u"/usr/bin/codesign -dv --verbose=2 "_qs + folder.program(),
              u"/bin/launchctl print gui/502/org.example.weft"_qs,
              u"/usr/bin/osascript -e tell application \"System Events\" to get the name of every login item"_qs})
-            QVERIFY2(runs.contains(run), qPrintable(runs.join(u'\n')));
+            QVERIFY2(folder.runs().contains(run), qPrintable(folder.runs()));
     }
 
     void scopes()
@@ -102,16 +97,15 @@ private Q_SLOTS:
         folder.addTool(u"/usr/bin/osascript"_qs, "echo 'same, other,'; echo refused >&2");
         folder.addTool(u"/bin/launchctl"_qs,
                        "[ $2 = system/same ] && echo known || echo 'Could not find service'");
-        QStringList words;
-        for (const LoginItem &item : folder.scan())
-            words.append(item.id() + (item.isLoaded ? u" loaded"_qs : QString()) +
-                         (item.canDisableInPlace ? u" own"_qs : QString()) +
-                         (item.isAppleSigned ? u" signed"_qs : QString()));
+        const QString words = lines(folder.scan(), [](const LoginItem &item) {
+            return item.id() + (item.isLoaded ? u" loaded"_qs : QString()) +
+                   (item.canDisableInPlace ? u" own"_qs : QString()) +
+                   (item.isAppleSigned ? u" signed"_qs : QString());
+        });
         QCOMPARE(words,
-                 QStringList({u"Runs in the background:same own"_qs, u"System-wide background helper:same"_qs,
-                              u"Starts before you even log in:same loaded"_qs,
-                              u"Opens when you log in:other loaded signed"_qs,
-                              u"Opens when you log in:same loaded signed"_qs}));
+                 u"Runs in the background:same own\nSystem-wide background helper:same\n"
+                 "Starts before you even log in:same loaded\nOpens when you log in:other loaded signed\n"
+                 "Opens when you log in:same loaded signed"_qs);
     }
 
     void whatIsNotListed()
@@ -128,7 +122,7 @@ private Q_SLOTS:
         QVERIFY(QFile::link(u"/nonexistent/x.plist"_qs, folder.folder() + u'/' + agents + u"gone.plist"_qs));
         folder.writeFile(u"root/Library/LaunchDaemons"_qs, "a file in place of the folder");
         folder.addJob(agents + u"com.applejuice.plist"_qs, u"com.applejuice"_qs, folder.program());
-        QCOMPARE(labelsOf(folder.scan()), QStringList(u"com.applejuice"_qs));
+        QCOMPARE(labelsOf(folder.scan()), u"com.applejuice"_qs);
         QCOMPARE(folder.events(u"run"_qs).size(), 2); // none for what is not listed, and osascript is missing
     }
 
@@ -147,9 +141,8 @@ private Q_SLOTS:
         folder.addJob(agents + u"6.plist"_qs, u"\uFFEE below"_qs, folder.program());
         const QList<LoginItem> items = folder.scan();
         QCOMPARE(labelsOf(items),
-                 QStringList({u"Z unsigned"_qs, u"b gone though signed"_qs, u"no label.plist"_qs,
-                              u"\uFFEE below"_qs, u"\U0001F9F5 beyond"_qs, u"B nothing known"_qs,
-                              u"a signed"_qs}));
+                 u"Z unsigned\nb gone though signed\nno label.plist\n\uFFEE below\n\U0001F9F5 beyond\n"
+                 "B nothing known\na signed"_qs);
         QCOMPARE(items[0].programPath, folder.program());
         QVERIFY(items[1].isOrphaned && items[1].isAppleSigned);
         const LoginItem &nothing = items[5];

@@ -205,6 +205,23 @@ Mill.10,300,20,\n')");
         QCOMPARE(reports(), 2);
     }
 
+    void aProgramThatEndedIsNoSuspect()
+    {
+        TemporaryMachine folder(QJsonObject{{u"now"_qs, noon}});
+        folder.setProcesses({row(10, 1, 100'000, "/usr/bin/mill"), row(11, 1, 100'000, "/usr/bin/loom")});
+        const auto machine = folder.open();
+        AppState state(machine, Record::nothing);
+        refreshOnce(state);
+        machine->clock->advance(900);
+        folder.setProcesses({row(10, 1, 200'000, "/usr/bin/mill"), row(11, 1, 200'000, "/usr/bin/loom")});
+        refreshOnce(state);
+        QCOMPARE(state.leakSuspects().size(), 2);
+        state.removeProcess(10);
+        QCOMPARE(state.leakSuspects().size(), 1);
+        QCOMPARE(state.leakSuspects().first().pid, 11);
+        QCOMPARE(state.processes().size(), 1);
+    }
+
     void aHungReportCostsOneRefresh()
     {
         TemporaryMachine folder(
@@ -267,29 +284,15 @@ Mill.10,300,20,\n')");
                                                "Top apps by battery drain: two words"_qs);
     }
 
-    void menuBarColourGoesByTheExactLoad_data()
-    {
-        QTest::addColumn<double>("cpu");
-        QTest::addColumn<HealthLevel>("health");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<TitleColor>("color");
-        QTest::newRow("rounds up, stays green")
-            << 29.6 << HealthLevel::green << u"30%"_qs << TitleColor::green;
-        QTest::newRow("yellow from 30") << 30.0 << HealthLevel::green << u"30%"_qs << TitleColor::yellow;
-        QTest::newRow("rounds up, stays yellow")
-            << 69.6 << HealthLevel::green << u"70%"_qs << TitleColor::yellow;
-        QTest::newRow("red from 70") << 70.0 << HealthLevel::green << u"70%"_qs << TitleColor::red;
-        QTest::newRow("red by health") << 5.0 << HealthLevel::red << u"5%"_qs << TitleColor::red;
-        QTest::newRow("yellow by health") << 5.0 << HealthLevel::yellow << u"5%"_qs << TitleColor::yellow;
-    }
-
     void menuBarColourGoesByTheExactLoad()
     {
-        QFETCH(double, cpu);
-        QFETCH(HealthLevel, health);
-        QFETCH(QString, text);
-        QFETCH(TitleColor, color);
-        QCOMPARE(menuBarTitle(cpu, health), (MenuBarTitle{text, color}));
+        using enum HealthLevel;
+        QCOMPARE(menuBarTitle(29.6, green), (MenuBarTitle{u"30%"_qs, TitleColor::green}));
+        QCOMPARE(menuBarTitle(30, green), (MenuBarTitle{u"30%"_qs, TitleColor::yellow}));
+        QCOMPARE(menuBarTitle(69.6, green), (MenuBarTitle{u"70%"_qs, TitleColor::yellow}));
+        QCOMPARE(menuBarTitle(70, green), (MenuBarTitle{u"70%"_qs, TitleColor::red}));
+        QCOMPARE(menuBarTitle(5, red), (MenuBarTitle{u"5%"_qs, TitleColor::red}));
+        QCOMPARE(menuBarTitle(5, yellow), (MenuBarTitle{u"5%"_qs, TitleColor::yellow}));
     }
 };
 
