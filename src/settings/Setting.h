@@ -5,6 +5,7 @@
 
 #include <array>
 #include <optional>
+#include <string_view>
 #include <type_traits>
 
 namespace swabby {
@@ -23,6 +24,8 @@ struct SettingKey {
     const char *expected = nullptr; ///< what is taken then, in words; else the type's own
 
     QJsonValue defaultValue() const;
+    /// By their names: libraries may each have a table of their own.
+    bool operator==(const SettingKey &other) const { return std::string_view(name) == other.name; }
     /// Which of the words that is; no value when it is none of them.
     std::optional<int> wordIndex(const QString &word) const;
 };

@@ -220,6 +220,7 @@ private Q_SLOTS:
         QCOMPARE(QFileInfo(mac.home() + u"/Downloads/setup.dmg"_qs).size(), 10);
         QVERIFY(mac.has(u"Desktop/report again.pdf"_qs) && mac.has(u"Projects/old/node_modules/.kib"_qs));
         // The next removal, whatever it removes, is the one that can be put back.
+        mac.age(u"Projects/old"_qs, 40 * Clutter::day);
         QCOMPARE(runOn(mac, {u"remove"_qs, ids[7], u"--yes"_qs}).status, 0);
         QCOMPARE(runOn(mac, "put-back --json").output, QByteArray("{\"left\":0,\"restored\":1}\n"));
         QVERIFY(mac.has(u"Projects/old/node_modules/.kib"_qs));

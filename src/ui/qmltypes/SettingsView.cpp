@@ -58,7 +58,7 @@ void SettingsView::write(const SettingKey &key, const QJsonValue &value)
     whenDone(this, writing, [this, &key](bool isWritten) {
         --m_pendingWrites;
         m_notice = isWritten ? QString() : noticeText(Notice::notStored);
-        if (isWritten && &key == &setting<"showInDock">)
+        if (isWritten && key == setting<"showInDock">)
             m_context.dockChoiceChanged();
         reload();
         m_context.state.noteStoredSetting();
