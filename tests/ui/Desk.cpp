@@ -1,6 +1,7 @@
 #include "Desk.h"
 
 #include "settings/Settings.h"
+#include "ui/presentation/SymbolTable.h"
 
 #include <QtGui/QAccessible>
 
@@ -74,6 +75,7 @@ void show(QQuickWindow &window)
     // A picture lays everything out.
     if (!QTest::qWaitForWindowActive(&window) || window.grabWindow().isNull())
         qFatal("a window does not show");
+    verifyLook(window);
 }
 
 QQuickItem *itemNamed(const QQuickWindow &window, const QString &name)
@@ -106,24 +108,27 @@ QString textOf(const QQuickWindow &window)
     return texts.join(u'\n');
 }
 
-void verifyControl(QQuickItem *control)
+void verifyLook(const QQuickWindow &window)
 {
-    const QByteArray what = control->metaObject()->className() + nameOf(*control).toUtf8();
-    // A secret's field is kept from screen readers; its frame stands for it.
-    constexpr int password = 2;
-    const bool isSecret = control->property("echoMode").toInt() == password;
-    QAccessibleInterface *spoken =
-        QAccessible::queryAccessibleInterface(isSecret ? control->parentItem() : control);
-    QVERIFY2(spoken != nullptr && !spoken->text(QAccessible::Name).isEmpty(), what);
-    QVERIFY2(control->width() >= 24 && control->height() >= 24, what);
-}
-
-QList<QQuickItem *> controlsOf(const QQuickWindow &window)
-{
-    QList<QQuickItem *> controls;
+    QList<QQuickItem *> all;
     collect(
-        window.contentItem(), [](const QQuickItem &item) { return item.activeFocusOnTab(); }, controls);
-    return controls;
+        window.contentItem(), [](const QQuickItem &) { return true; }, all);
+    for (QQuickItem *item : all) {
+        const QByteArray what = item->metaObject()->className() + nameOf(*item).toUtf8();
+        if (item->inherits("QQuickText"))
+            QVERIFY2(item->property("textFormat").toInt() == Qt::PlainText, what);
+        if (item->inherits("swabby::SymbolItem") && !nameOf(*item).isEmpty())
+            QVERIFY2(findSymbol(nameOf(*item)) != nullptr, what);
+        if (!item->activeFocusOnTab())
+            continue;
+        // A secret's field is kept from screen readers; its frame stands for it.
+        constexpr int password = 2;
+        const bool isSecret = item->property("echoMode").toInt() == password;
+        QAccessibleInterface *spoken =
+            QAccessible::queryAccessibleInterface(isSecret ? item->parentItem() : item);
+        QVERIFY2(spoken != nullptr && !spoken->text(QAccessible::Name).isEmpty(), what);
+        QVERIFY2(item->width() >= 24 && item->height() >= 24, what);
+    }
 }
 
 } // namespace swabby

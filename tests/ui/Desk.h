@@ -28,7 +28,8 @@ public:
     ApplicationFlows flows;
 };
 
-/// Shows a window as somebody sees it who works in it. Everything in it is laid out then.
+/// Shows a window as somebody sees it who works in it. Everything in it is laid out then, and looks as it
+/// should.
 void show(QQuickWindow &window);
 
 /// The same with a window that was just made, in which nothing moves.
@@ -49,10 +50,8 @@ void press(QQuickWindow &window, const QString &name, Qt::Key key = Qt::Key_Spac
 /// All that can be read in the window, a text a line.
 QString textOf(const QQuickWindow &window);
 
-/// Fails the test when a control has no name for screen readers or is too small to be hit.
-void verifyControl(QQuickItem *control);
-
-/// Every control that the keyboard reaches, in its order.
-QList<QQuickItem *> controlsOf(const QQuickWindow &window);
+/// Fails the test when a text is not plain, a symbol has no drawing, or something that the keyboard reaches
+/// has no name for screen readers or is too small to be hit.
+void verifyLook(const QQuickWindow &window);
 
 } // namespace swabby

@@ -1,23 +1,14 @@
-#include "app/ApplicationFlows.h"
-#include "platform/BackgroundWork.h"
-#include "settings/Settings.h"
-#include "state/AppState.h"
+#include "Desk.h"
 #include "support/IconFiles.h"
-#include "support/TemporaryMachine.h"
-#include "ui/WindowLibrary.h"
 #include "ui/presentation/IconPicture.h"
 #include "ui/qmltypes/IconStore.h"
 #include "ui/qmltypes/MainWindowView.h"
 #include "ui/qmltypes/ProgramIcon.h"
-#include "ui/qmltypes/Theme.h"
 
 #include <QtCore/QBuffer>
 #include <QtCore/QSemaphore>
 #include <QtCore/QTemporaryFile>
-#include <QtQml/QQmlEngine>
-#include <QtQuick/QQuickWindow>
 #include <QtTest/QSignalSpy>
-#include <QtTest/QTest>
 
 using namespace swabby;
 
@@ -74,6 +65,28 @@ private:
     const std::unique_ptr<ProgramIcons> m_icons;
 };
 
+/// A store of such icons, one for all.
+struct Shelf {
+    Shelf()
+    {
+        auto held = std::make_unique<HeldIcons>();
+        icons = held.get();
+        machine->icons = std::move(held);
+    }
+    ~Shelf() { icons->gate.release(1'000); }
+    bool settles() const
+    {
+        icons->gate.release(1'000);
+        return waitUntil([this] { return !store->isBusy(); });
+    }
+
+    const std::shared_ptr<Machine> machine = std::make_shared<Machine>();
+    HeldIcons *icons = nullptr;
+    BackgroundWork work{2};
+    QQmlEngine engine;
+    IconStore *const store = new IconStore(&engine, machine, work);
+};
+
 QList<ProgramIcon *> iconsIn(QQuickItem *item)
 {
     QList<ProgramIcon *> icons;
@@ -95,50 +108,43 @@ class IconsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void pictures_data()
+    void pictures()
     {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<QSize>("size");
-        const QByteArray sound = png(64, 64);
-        QTest::newRow("a picture") << sound << QSize(32, 32);
-        QTest::newRow("a small one") << png(8, 8) << QSize(32, 32);
-        QTest::newRow("a wide one") << png(64, 32) << QSize(32, 16);
-        QTest::newRow("the largest") << png(1024, 1024) << QSize(32, 32);
-        QTest::newRow("too large") << png(1025, 8) << QSize();
-        QTest::newRow("one that says it is gigantic") << pngHead(100'000) << QSize();
-        QTest::newRow("cut off in its head") << sound.left(20) << QSize();
-        QTest::newRow("another format") << QByteArray("GIF89a\1\0\1\0\0\0\0;", 14) << QSize();
-        QTest::newRow("a drawing") << svg(R"(<rect width="16" height="16" fill="teal"/>)") << QSize(32, 32);
         const auto filtered = [](const QByteArray &filter) {
             return svg("<filter id=\"f\" color-interpolation-filters=\"sRGB\">" + filter +
                        "</filter><rect width=\"16\" height=\"16\" fill=\"teal\" filter=\"url(#f)\"/>");
         };
         const QByteArray endless = R"(<feTurbulence baseFrequency="9" numOctaves="1000000"/>)";
-        QTest::newRow("a drawing with a glow") << filtered(R"(<feOffset dx="0"/>)") << QSize(32, 32);
-        QTest::newRow("a filter without an end") << filtered(endless) << QSize();
-        QTest::newRow("a filter that ends the program")
-            << filtered(R"(<feConvolveMatrix order="100" kernelMatrix="1"/>)") << QSize();
         const QByteArray hiding = "<!DOCTYPE svg [<!ENTITY f '<fe&#84;urbulence numOctaves=\"1000000\"/>'>]>";
-        QTest::newRow("the same behind another name")
-            << filtered("&f;").insert(qstrlen(R"(<?xml version="1.0"?>)"), hiding) << QSize();
-        QTest::newRow("the same in another encoding")
-            << filtered("+ADw-feTurbulence numOctaves=\"1000000\"/+AD4-")
-                   .replace("?>", " encoding=\"UTF-7\"?>")
-            << QSize();
-        QTest::newRow("half a drawing") << svg({}).left(60) << QSize();
-        QTest::newRow("a page") << QByteArray("<html><body>no drawing</body></html>") << QSize();
-        QTest::newRow("a drawing of copies of copies") << bomb() << QSize();
-        QTest::newRow("half a megabyte of blanks and a drawing")
-            << QByteArray(512 * 1024, ' ') + svg({}) << QSize();
-        QTest::newRow("nothing") << QByteArray() << QSize();
-    }
-    void pictures()
-    {
-        QFETCH(const QByteArray, file);
-        const QImage picture = iconPicture(file, 32);
-        QTEST(picture.isNull() ? QSize() : picture.size(), "size");
-        if (!picture.isNull())
-            QCOMPARE(picture.pixelColor(picture.rect().center()), QColor(iconColor));
+        const QByteArray hidden = filtered("&f;").insert(qstrlen(R"(<?xml version="1.0"?>)"), hiding);
+        const QByteArray otherEncoding =
+            filtered("+ADw-feTurbulence numOctaves=\"1000000\"/+AD4-").replace("?>", " encoding=\"UTF-7\"?>");
+        struct Row {
+            const char *what;
+            QByteArray file;
+            QSize size = {}; // none: it is not shown
+        };
+        for (const Row &row :
+             {Row{"a picture", png(64, 64), {32, 32}}, Row{"a small one", png(8, 8), {32, 32}},
+              Row{"a wide one", png(64, 32), {32, 16}}, Row{"the largest", png(1024, 1024), {32, 32}},
+              Row{"too large", png(1025, 8)}, Row{"one that says it is gigantic", pngHead(100'000)},
+              Row{"cut off in its head", png(64, 64).left(20)},
+              Row{"another format", QByteArray("GIF89a\1\0\1\0\0\0\0;", 14)},
+              Row{"a drawing", svg(R"(<rect width="16" height="16" fill="teal"/>)"), {32, 32}},
+              Row{"a drawing with a glow", filtered(R"(<feOffset dx="0"/>)"), {32, 32}},
+              Row{"a filter without an end", filtered(endless)},
+              Row{"one that ends the program",
+                  filtered(R"(<feConvolveMatrix order="100" kernelMatrix="1"/>)")},
+              Row{"the same behind another name", hidden}, Row{"the same in another encoding", otherEncoding},
+              Row{"half a drawing", svg({}).left(60)}, Row{"a page", "<html><body>no drawing</body></html>"},
+              Row{"copies of copies", bomb()},
+              Row{"half a megabyte of blanks and a drawing", QByteArray(512 * 1024, ' ') + svg({})},
+              Row{"nothing", {}}}) {
+            const QImage picture = iconPicture(row.file, 32);
+            QVERIFY2((picture.isNull() ? QSize() : picture.size()) == row.size, row.what);
+            if (!picture.isNull())
+                QCOMPARE(picture.pixelColor(picture.rect().center()), QColor(iconColor));
+        }
     }
 
     void aDrawingShowsNothingOfOtherFiles()
@@ -157,80 +163,55 @@ private Q_SLOTS:
 
     void eachIconIsLookedUpOnceWhileNothingWaits()
     {
-        const auto machine = std::make_shared<Machine>();
-        auto held = std::make_unique<HeldIcons>();
-        HeldIcons &icons = *held;
-        machine->icons = std::move(held);
-        BackgroundWork work(2);
-        const auto letThrough = qScopeGuard([&icons] { icons.gate.release(100); });
-        QQmlEngine engine;
-        auto *store = new IconStore(&engine, machine, work);
-
+        Shelf shelf;
         QObject asker;
         auto gone = std::make_unique<QObject>();
         const IconKey first = {{"/first", {}}, 32};
         const IconKey none = {{"/none", {}}, 32};
         for (const IconKey &key : {first, first, none})
-            QVERIFY(!store->icon(key, &asker).has_value());
-        QVERIFY(!store->icon({{"/gone", {}}, 32}, gone.get()).has_value());
-        QVERIFY(store->icon({}, &asker)->isNull());
+            QVERIFY(!shelf.store->icon(key, &asker).has_value());
+        QVERIFY(!shelf.store->icon({{"/gone", {}}, 32}, gone.get()).has_value());
+        QVERIFY(shelf.store->icon({}, &asker)->isNull());
         gone.reset();
-        QSignalSpy found(store, &IconStore::found);
+        const QSignalSpy found(shelf.store, &IconStore::found);
         // Nothing is found yet, and this thread has come so far.
-        QVERIFY(store->isBusy());
-        icons.gate.release(10);
-        QVERIFY(waitUntil([&] { return !store->isBusy(); }));
-        QCOMPARE(icons.asked, QStringList({u"/first"_qs, u"/none"_qs}));
+        QVERIFY(shelf.store->isBusy());
+        QVERIFY(shelf.settles());
+        QCOMPARE(shelf.icons->asked, QStringList({u"/first"_qs, u"/none"_qs}));
         QCOMPARE(found.count(), 3);
-        QCOMPARE(store->icon(first, &asker)->size(), QSize(32, 32));
-        QVERIFY(store->icon(none, &asker)->isNull());
-        QVERIFY(!store->isBusy());
+        QCOMPARE(shelf.store->icon(first, &asker)->size(), QSize(32, 32));
+        QVERIFY(shelf.store->icon(none, &asker)->isNull());
+        QVERIFY(!shelf.store->isBusy());
     }
 
     void onlySoManyAreKept()
     {
-        const auto machine = std::make_shared<Machine>();
-        auto held = std::make_unique<HeldIcons>();
-        held->gate.release(1'000);
-        machine->icons = std::move(held);
-        BackgroundWork work(1);
-        QQmlEngine engine;
-        auto *store = new IconStore(&engine, machine, work);
+        Shelf shelf;
         // Each of them takes a quarter of a mebibyte.
         for (int number = 0; number < 5; ++number)
-            store->icon({{"/" + std::to_string(number), {}}, 256}, this);
-        QVERIFY(waitUntil([&] { return !store->isBusy(); }));
-        QVERIFY(store->icon({{"/4", {}}, 256}, this).has_value());
-        QVERIFY(!store->icon({{"/0", {}}, 256}, this).has_value());
-        QVERIFY(waitUntil([&] { return !store->isBusy(); }));
+            shelf.store->icon({{"/" + std::to_string(number), {}}, 256}, this);
+        QVERIFY(shelf.settles());
+        QVERIFY(shelf.store->icon({{"/4", {}}, 256}, this).has_value());
+        QVERIFY(!shelf.store->icon({{"/0", {}}, 256}, this).has_value());
+        QVERIFY(shelf.settles());
     }
 
     void theTileStandsUntilTheIconIsThere()
     {
-        const TemporaryMachine folder({{u"now"_qs, 1'790'000'000}});
-        folder.setProcesses({"10 1 30 1.0 1000 /Applications/Mill.app/Contents/MacOS/Mill",
-                             "11 1 20 1.0 1000 /usr/libexec/wind"});
-        folder.writeFile(u"root/Applications/Mill.app/Contents/Info.plist"_qs, bundleFacts("icon"));
-        folder.writeFile(u"root/Applications/Mill.app/Contents/Resources/icon.icns"_qs,
-                         iconFile({png(64, 64)}));
-        const std::shared_ptr<Machine> machine = folder.open();
-        auto held = std::make_unique<HeldIcons>(std::move(machine->icons));
+        Desk desk;
+        const QByteArray wind = "11 1 20 1.0 1000 /usr/libexec/wind";
+        desk.folder.setProcesses({"10 1 30 1.0 1000 /Applications/Mill.app/Contents/MacOS/Mill", wind});
+        desk.folder.writeFile(u"root/Applications/Mill.app/Contents/Info.plist"_qs, bundleFacts("icon"));
+        desk.folder.writeFile(u"root/Applications/Mill.app/Contents/Resources/icon.icns"_qs,
+                              iconFile({png(64, 64)}));
+        auto &machinesOwn = desk.state.sharedMachine()->icons;
+        auto held = std::make_unique<HeldIcons>(std::move(machinesOwn));
         QSemaphore &gate = held->gate;
-        machine->icons = std::move(held);
-        AppState state(machine, Record::nothing);
-        Settings(*state.machine().settings).store(setting<"hasCompletedOnboarding">, true);
-        ApplicationFlows flows(state);
+        machinesOwn = std::move(held);
         const auto letThrough = qScopeGuard([&gate] { gate.release(100); });
-        const auto open = openMainWindow(flows.windowContext(state, ThemeChoice::light));
-        open->engine->theme->setStill(true);
+        const auto open = shown(openMainWindow(desk.context()));
         open->view->select(MainSection::speed);
-        open->window->show();
-        const auto refresh = [&state] {
-            const int before = state.refreshesApplied();
-            state.refresh();
-            return waitUntil([&] { return state.refreshesApplied() > before; });
-        };
-        QVERIFY(refresh());
+        desk.refresh();
         const QList<ProgramIcon *> icons = iconsIn(open->window->contentItem());
         QCOMPARE(icons.size(), 2);
         ProgramIcon *mill = icons.first();
@@ -248,9 +229,8 @@ private Q_SLOTS:
         QCOMPARE(shown.pixelColor((center * shown.devicePixelRatio()).toPoint()), QColor(iconColor));
 
         // Another load in the same row is no reason to look again, or to blink.
-        folder.setProcesses({"10 1 35 1.0 1000 /Applications/Mill.app/Contents/MacOS/Mill",
-                             "11 1 20 1.0 1000 /usr/libexec/wind"});
-        QVERIFY(refresh());
+        desk.folder.setProcesses({"10 1 35 1.0 1000 /Applications/Mill.app/Contents/MacOS/Mill", wind});
+        desk.refresh();
         QVERIFY(!store->isBusy());
         QCOMPARE(iconsIn(open->window->contentItem()), icons);
         QCOMPARE(changes.count(), 1);

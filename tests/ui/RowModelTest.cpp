@@ -32,46 +32,32 @@ class RowModelTest : public QObject {
 
 private Q_SLOTS:
     // A letter in another case is the same row with a new value.
-    void newRowsReplaceOldOnes_data()
-    {
-        QTest::addColumn<QString>("before");
-        QTest::addColumn<QString>("after");
-        QTest::addColumn<int>("inserted");
-        QTest::addColumn<int>("removed");
-        QTest::addColumn<int>("changed");
-        const auto row = [](const char *before, const char *after, int inserted, int removed, int changed) {
-            QTest::addRow("%s to %s", before, after)
-                << QString::fromLatin1(before) << QString::fromLatin1(after) << inserted << removed
-                << changed;
-        };
-        row("", "abc", 3, 0, 0);
-        row("abc", "abc", 0, 0, 0);
-        row("abc", "aBc", 0, 0, 1);
-        row("abcd", "dacb", 0, 0, 0);
-        row("abcd", "cxa", 1, 2, 0);
-        row("abc", "", 0, 3, 0);
-        row("aab", "ab", 0, 1, 0);
-        row("ab", "aab", 1, 0, 0);
-    }
     void newRowsReplaceOldOnes()
     {
-        QFETCH(QString, before);
-        QFETCH(QString, after);
+        struct Row {
+            QString before, after;
+            int inserted, removed, changed;
+        };
         const auto key = [](const LeakText &text) { return QString::number(text.pid); };
-        RowModel model;
-        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-        model.show(rows(before), key);
-        QSignalSpy inserted(&model, &RowModel::rowsInserted);
-        QSignalSpy removed(&model, &RowModel::rowsRemoved);
-        QSignalSpy changed(&model, &RowModel::dataChanged);
-        model.show(rows(after), key);
-        QCOMPARE(shown(model), after);
-        QTEST(static_cast<int>(inserted.count()), "inserted");
-        QTEST(static_cast<int>(changed.count()), "changed");
-        int gone = 0;
-        for (const QList<QVariant> &signal : removed)
-            gone += signal.at(2).toInt() - signal.at(1).toInt() + 1;
-        QTEST(gone, "removed");
+        for (const Row &row : {Row{u""_qs, u"abc"_qs, 3, 0, 0}, Row{u"abc"_qs, u"abc"_qs, 0, 0, 0},
+                               Row{u"abc"_qs, u"aBc"_qs, 0, 0, 1}, Row{u"abcd"_qs, u"dacb"_qs, 0, 0, 0},
+                               Row{u"abcd"_qs, u"cxa"_qs, 1, 2, 0}, Row{u"abc"_qs, u""_qs, 0, 3, 0},
+                               Row{u"aab"_qs, u"ab"_qs, 0, 1, 0}, Row{u"ab"_qs, u"aab"_qs, 1, 0, 0}}) {
+            RowModel model;
+            QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+            model.show(rows(row.before), key);
+            const QSignalSpy inserted(&model, &RowModel::rowsInserted);
+            const QSignalSpy removed(&model, &RowModel::rowsRemoved);
+            const QSignalSpy changed(&model, &RowModel::dataChanged);
+            model.show(rows(row.after), key);
+            QCOMPARE(shown(model), row.after);
+            QCOMPARE(inserted.count(), row.inserted);
+            QCOMPARE(changed.count(), row.changed);
+            int gone = 0;
+            for (const QList<QVariant> &signal : removed)
+                gone += signal.at(2).toInt() - signal.at(1).toInt() + 1;
+            QCOMPARE(gone, row.removed);
+        }
     }
 };
 
