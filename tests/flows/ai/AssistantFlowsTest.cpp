@@ -66,6 +66,7 @@ private Q_SLOTS:
         QVERIFY(waitUntil(answered));
         QCOMPARE(flow.explanation(), u"Couldn't come up with an answer right now."_qs);
         QCOMPARE(flow.note(), sent); // it was, all the same
+        QCOMPARE(server.requests().size(), 3);
     }
 
     void aClosedCardDropsItsAnswer()

@@ -45,10 +45,7 @@ QJsonObject signalOf(int number)
 
 ProcessSample shownAs(std::int32_t pid, const QString &name)
 {
-    ProcessSample process;
-    process.pid = pid;
-    process.name = name;
-    return process;
+    return {.pid = pid, .name = name, .path = {}};
 }
 
 /// A program of somebody else's: its parent has ended.
@@ -87,73 +84,32 @@ class QuitFlowTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void quitting_data()
-    {
-        QTest::addColumn<QJsonObject>("facts");
-        QTest::addColumn<bool>("isForced");
-        QTest::addColumn<QString>("meanwhile");
-        QTest::addColumn<QJsonArray>("effects");
-        const auto running = [](bool terminates) {
-            return QJsonObject{
-                {u"runningApplications"_qs,
-                 QJsonArray{QJsonObject{
-                     {u"pid"_qs, 50}, {u"bundleID"_qs, u"m"_qs}, {u"terminates"_qs, terminates}}}}};
-        };
-        const QJsonObject stubborn = {{u"unsignalablePids"_qs, QJsonArray{50}}};
-        const QString nothing;
-        QTest::newRow("asked") << running(true) << false << nothing << QJsonArray{50};
-        QTest::newRow("refuses") << running(false) << false << nothing << QJsonArray{signalOf(15)};
-        QTest::newRow("no application") << QJsonObject() << false << nothing << QJsonArray{signalOf(15)};
-        QTest::newRow("no signal") << stubborn << false << nothing << QJsonArray();
-        QTest::newRow("forced") << running(true) << true << nothing << QJsonArray{signalOf(9)};
-        QTest::newRow("no forced signal") << stubborn << true << nothing << QJsonArray();
-        QTest::newRow("its own") << QJsonObject{{u"ownProcessID"_qs, 50}} << true << nothing << QJsonArray();
-        // Between being shown and the question, and between the question and the answer.
-        for (const char *when : {"shown", "asked"}) {
-            for (const char *what : {"gone", "another name", "another start"}) {
-                if (when == QByteArray("shown") && what == QByteArray("another start"))
-                    continue; // nothing tells it from the program that was shown
-                for (const bool isForced : {false, true})
-                    QTest::addRow("%s: %s%s", when, what, isForced ? ", forced" : "")
-                        << running(true) << isForced
-                        << QString::fromLatin1(when) + u' ' + QString::fromLatin1(what) << QJsonArray();
-            }
-        }
-    }
-
     void quitting()
     {
-        QFETCH(QJsonObject, facts);
-        QFETCH(bool, isForced);
-        QFETCH(QString, meanwhile);
-        const Mac mac(facts);
-        AppState state(mac.open(), Record::nothing);
-        QuitFlow flow(state);
-        QSignalSpy finished(&flow, &QuitFlow::finished);
-        state.refresh();
-        QVERIFY(waitUntil([&] { return state.refreshesApplied() == 1; }));
-        const qsizetype listed = state.processes().size();
-        const ProcessSample mill = shownAs(50, u"Mill"_qs);
-
-        const auto change = [&](const QString &when) {
-            if (meanwhile == when + u" gone"_qs)
-                mac.setProgram("51", "/opt/Mill", {});
-            if (meanwhile == when + u" another name"_qs)
-                mac.setProgram("50", "/opt/Loom", "11:00:00");
-            if (meanwhile == when + u" another start"_qs)
-                mac.setProgram("50", "/opt/Mill", "11:00:00");
+        struct Row {
+            QJsonObject facts;
+            bool isForced;
+            QJsonArray effects = {};
+            QString meanwhile = {};
         };
-        change(u"shown"_qs);
-        const auto force = isForced ? Quitting::Force::yes : Quitting::Force::no;
-        auto identity = flow.identify(mill);
-        identity.waitForFinished();
-        change(u"asked"_qs);
-        flow.quit(mill, identity, force);
-        QVERIFY(waitUntil([&] { return !finished.isEmpty(); }));
-        QTEST(mac.effects(), "effects");
-        const bool wasTold = !mac.effects().isEmpty();
-        QCOMPARE(finished.first(), (QVariantList{50, wasTold}));
-        QCOMPARE(state.processes().size(), listed - (wasTold ? 1 : 0));
+        const auto running = [](bool terminates) {
+            return QJsonObject{{u"runningApplications"_qs,
+                                QJsonArray{QJsonObject{{u"pid"_qs, 50}, {u"terminates"_qs, terminates}}}}};
+        };
+        const QJsonObject stubborn = {{u"unsignalablePids"_qs, QJsonArray{50}}};
+        QList<Row> rows = {{running(true), false, {50}},         {running(false), false, {signalOf(15)}},
+                           {{}, false, {signalOf(15)}},          {stubborn, false},
+                           {running(true), true, {signalOf(9)}}, {stubborn, true},
+                           {{{u"ownProcessID"_qs, 50}}, true}};
+        // Between being shown and the question, and between the question and the answer. Before the question
+        // nothing tells another start from the program that was shown.
+        for (const char *what :
+             {"shown gone", "shown another name", "asked gone", "asked another name", "asked another start"})
+            for (const bool isForced : {false, true})
+                rows.append({running(true), isForced, {}, QString::fromLatin1(what)});
+        for (const Row &row : rows)
+            quit(row.facts, row.isForced ? Quitting::Force::yes : Quitting::Force::no, row.meanwhile,
+                 row.effects);
     }
 
     void theFirstProgramsAreNeverEnded()
@@ -213,6 +169,38 @@ private Q_SLOTS:
         QVERIFY(!machine->processControl->identify(child));
         QVERIFY(!machine->processControl->signal(*identity, QuitSignal::kill));
         QVERIFY(!Quitting::quit(*identity, Quitting::Force::no, *machine));
+    }
+
+private:
+    static void quit(const QJsonObject &facts, Quitting::Force force, const QString &meanwhile,
+                     const QJsonArray &effects)
+    {
+        const Mac mac(facts);
+        AppState state(mac.open(), Record::nothing);
+        QuitFlow flow(state);
+        const QSignalSpy finished(&flow, &QuitFlow::finished);
+        state.refresh();
+        QVERIFY(waitUntil([&] { return state.refreshesApplied() == 1; }));
+        const qsizetype listed = state.processes().size();
+        const ProcessSample mill = shownAs(50, u"Mill"_qs);
+        const auto change = [&](const QString &when) {
+            if (meanwhile == when + u" gone"_qs)
+                mac.setProgram("51", "/opt/Mill", {});
+            if (meanwhile == when + u" another name"_qs)
+                mac.setProgram("50", "/opt/Loom", "11:00:00");
+            if (meanwhile == when + u" another start"_qs)
+                mac.setProgram("50", "/opt/Mill", "11:00:00");
+        };
+        change(u"shown"_qs);
+        auto identity = flow.identify(mill);
+        identity.waitForFinished();
+        change(u"asked"_qs);
+        flow.quit(mill, identity, force);
+        QVERIFY(waitUntil([&] { return !finished.isEmpty(); }));
+        QVERIFY2(mac.effects() == effects, qPrintable(meanwhile));
+        const bool wasTold = !effects.isEmpty();
+        QCOMPARE(finished.first(), (QVariantList{50, wasTold}));
+        QCOMPARE(state.processes().size(), listed - (wasTold ? 1 : 0));
     }
 };
 

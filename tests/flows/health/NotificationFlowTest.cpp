@@ -27,51 +27,41 @@ QJsonObject busyAndCalm()
 }
 
 /// A machine on which Swabby runs without windows, with an assistant that answers the same to everything.
-class Household {
-public:
+struct Household {
     explicit Household(const LoopbackServer &server, StorageTotal scan = {},
                        TemporaryMachine *shared = nullptr)
-        : m_machine((shared ? *shared : m_own).open()),
-          state(m_machine, Record::everything),
-          settings(*m_machine->settings),
-          m_ai(m_machine, {.direct = {}, .proxy = server.url()}),
-          flow(state, m_ai, std::move(scan)),
-          m_settled(&flow, &NotificationFlow::settled)
+        : folder(shared ? *shared : own),
+          machine(folder.open()),
+          state(machine, Record::everything),
+          settings(*machine->settings),
+          ai(machine, {.direct = {}, .proxy = server.url()}),
+          flow(state, ai, std::move(scan)),
+          settled(&flow, &NotificationFlow::settled)
     {
     }
 
     /// What a refresh that many seconds later posts.
     QList<Notification> refresh(double later = 0)
     {
-        m_machine->clock->advance(later);
-        const auto before = m_settled.count();
+        machine->clock->advance(later);
+        const auto before = settled.count();
         state.refresh();
-        waitUntil([&] { return m_settled.count() > before; });
-        return m_settled.last().first().value<QList<Notification>>();
+        waitUntil([&] { return settled.count() > before; });
+        return settled.last().first().value<QList<Notification>>();
     }
     void set(const char *key, const QJsonValue &value)
     {
         settings.store(*Settings::find(QLatin1String(key)), value);
     }
-    double now() const { return m_machine->clock->now(); }
 
-private:
-    TemporaryMachine m_own = TemporaryMachine(busyAndCalm());
-    std::shared_ptr<Machine> m_machine;
-
-public:
+    TemporaryMachine own = TemporaryMachine(busyAndCalm());
+    TemporaryMachine &folder;
+    std::shared_ptr<Machine> machine;
     AppState state;
     Settings settings;
-
-private:
-    CloudAI m_ai;
-
-public:
+    CloudAI ai;
     NotificationFlow flow;
-    TemporaryMachine &folder() { return m_own; }
-
-private:
-    QSignalSpy m_settled;
+    QSignalSpy settled;
 };
 
 StorageTotal finding(std::int64_t bytes)
@@ -87,93 +77,94 @@ class NotificationFlowTest : public QObject {
 private Q_SLOTS:
     void init() { qunsetenv("ANTHROPIC_API_KEY"); }
 
-    void whoHearsOfRed_data()
-    {
-        QTest::addColumn<bool>("isWanted");
-        QTest::addColumn<double>("snoozed"); // seconds from the red refresh
-        QTest::addColumn<bool>("isPinned");
-        QTest::addColumn<bool>("isTold");
-        QTest::newRow("as it is") << true << 0.0 << false << true;
-        QTest::newRow("switched off") << false << 0.0 << false << false;
-        QTest::newRow("snoozed") << true << 1.0 << false << false;
-        QTest::newRow("snoozed until just now") << true << 0.0 << false << true;
-        QTest::newRow("nobody to blame") << true << 0.0 << true << false;
-    }
-
     void whoHearsOfRed()
     {
-        QFETCH(bool, isWanted);
-        QFETCH(double, snoozed);
-        QFETCH(bool, isPinned);
-        QFETCH(bool, isTold);
-        Household house(m_server);
-        house.folder().setProcesses({"10 1 33.99 1.0 100 /opt/<b>Mill &"});
-        if (isPinned)
-            house.state.togglePin(u"<b>Mill &"_qs);
-        house.set("notifyOnRed", isWanted);
-        house.refresh();
-        house.state.snoozeUntil(house.now() + 60 + snoozed);
-        const auto posted = house.refresh(60);
-        QCOMPARE(house.state.health(), HealthLevel::red);
-        const Notification told = {redTitle, u"<b>Mill & is using 33% of your Mac's power right now."_qs};
-        QCOMPARE(posted, isTold ? QList<Notification>({told}) : QList<Notification>());
-        QCOMPARE(house.folder().events(u"notification"_qs).size(), posted.size());
-        // Counted whether told or not, and only where it turned.
-        QCOMPARE(house.refresh().size(), 0);
-        QCOMPARE(house.settings.value(setting<"weeklyAttentionCount">), 1);
+        struct Row {
+            bool isWanted;
+            double snoozed; // seconds from the red refresh
+            bool isPinned, isTold;
+        };
+        for (const Row &row : {Row{true, 0, false, true}, Row{false, 0, false, false},
+                               Row{true, 1, false, false}, Row{true, 0, true, false}}) {
+            Household house(m_server);
+            house.folder.setProcesses({"10 1 33.99 1.0 100 /opt/<b>Mill &"});
+            if (row.isPinned)
+                house.state.togglePin(u"<b>Mill &"_qs);
+            house.set("notifyOnRed", row.isWanted);
+            house.refresh();
+            house.state.snoozeUntil(house.machine->clock->now() + 60 + row.snoozed);
+            const auto posted = house.refresh(60);
+            QCOMPARE(house.state.health(), HealthLevel::red);
+            const Notification told = {redTitle, u"<b>Mill & is using 33% of your Mac's power right now."_qs};
+            QCOMPARE(posted, row.isTold ? QList<Notification>({told}) : QList<Notification>());
+            QCOMPARE(house.folder.events(u"notification"_qs).size(), posted.size());
+            // Counted whether told or not, and only where it turned.
+            QCOMPARE(house.refresh().size(), 0);
+            QCOMPARE(house.settings.value(setting<"weeklyAttentionCount">), 1);
+        }
     }
 
-    void aWeekIsToldOf_data()
+    void aClickLeadsToItsSection()
     {
-        QTest::addColumn<int>("attention");
-        QTest::addColumn<double>("freed");
-        QTest::addColumn<QString>("asked"); // null: nothing is
-        QTest::newRow("nothing") << 0 << 0.0 << QString();
-        QTest::newRow("one") << 1 << 0.0
-                             << u"Swabby didn't free up any storage space and caught 1 thing that"_qs;
-        QTest::newRow("two") << 2 << 0.0
-                             << u"Swabby didn't free up any storage space and caught 2 things that"_qs;
-        QTest::newRow("freed") << 0 << 1.2e9
-                               << u"Swabby freed up 1.2 GB of storage and caught 0 things that"_qs;
-        QTest::newRow("a byte") << 0 << 1.0
-                                << u"Swabby freed up 1 byte of storage and caught 0 things that"_qs;
+        class Clicked final : public Notifier {
+            void post(const Notification &, std::function<void()> opened) override { opened(); }
+        };
+        Household house(m_server, finding(5'000'000'000));
+        house.machine->notifier = std::make_unique<Clicked>();
+        QList<MainSection> led;
+        connect(&house.flow, &NotificationFlow::opened, this, [&](MainSection section) { led += section; });
+        house.folder.setProcesses({"10 1 90 1.0 100 /opt/Mill"});
+        house.set("lastWeeklySummaryDate", noon - week);
+        house.set("weeklyBytesFreed", 5);
+        house.refresh();
+        house.refresh();
+        std::sort(led.begin(), led.end());
+        QCOMPARE(led, (QList{MainSection::overview, MainSection::speed, MainSection::storage}));
     }
 
     void aWeekIsToldOf()
     {
-        QFETCH(int, attention);
-        QFETCH(double, freed);
-        QFETCH(QString, asked);
-        LoopbackServer server(always(httpAnswer(200, modelReply(u"What a week!"_qs))));
-        Household house(server);
-        house.state.snoozeUntil(noon + 2 * week); // snoozing is not for this one
-        QCOMPARE(house.refresh().size(), 0);      // the first week begins
-        QCOMPARE(house.settings.value(setting<"lastWeeklySummaryDate">), noon);
-        house.set("weeklyAttentionCount", attention);
-        house.set("weeklyBytesFreed", freed);
-        QCOMPARE(house.refresh(week - 1).size(), 0);
-        // That refresh turned red, which counts like any other.
-        QCOMPARE(house.settings.value(setting<"weeklyAttentionCount">), attention + 1);
-        house.set("weeklyAttentionCount", attention);
-        const auto posted = house.refresh(1);
-        QCOMPARE(posted, asked.isNull() ? QList<Notification>()
-                                        : QList<Notification>({{weeklyTitle, u"What a week!"_qs}}));
-        QCOMPARE(server.requests().size(), asked.isNull() ? 0 : 1);
-        if (!asked.isNull())
-            QVERIFY(server.requests().first().prompt().startsWith(u"This week, "_qs + asked));
-        QCOMPARE(house.settings.value(setting<"lastWeeklySummaryDate">), noon + week);
-        QCOMPARE(house.settings.value(setting<"weeklyAttentionCount">), 0);
-        QCOMPARE(house.settings.value(setting<"weeklyBytesFreed">), 0);
+        struct Row {
+            int attention;
+            double freed;
+            QString asked; // empty: nothing is
+        };
+        for (const Row &row :
+             {Row{0, 0, {}}, Row{1, 0, u"Swabby didn't free up any storage space and caught 1 thing that"_qs},
+              Row{2, 0, u"Swabby didn't free up any storage space and caught 2 things that"_qs},
+              Row{0, 1.2e9, u"Swabby freed up 1.2 GB of storage and caught 0 things that"_qs},
+              Row{0, 1, u"Swabby freed up 1 byte of storage and caught 0 things that"_qs}}) {
+            LoopbackServer server(always(httpAnswer(200, modelReply(u"What a week!"_qs))));
+            Household house(server);
+            house.state.snoozeUntil(noon + 2 * week); // snoozing is not for this one
+            QCOMPARE(house.refresh().size(), 0);      // the first week begins
+            QCOMPARE(house.settings.value(setting<"lastWeeklySummaryDate">), noon);
+            house.set("weeklyAttentionCount", row.attention);
+            house.set("weeklyBytesFreed", row.freed);
+            QCOMPARE(house.refresh(week - 1).size(), 0);
+            // That refresh turned red, which counts like any other.
+            QCOMPARE(house.settings.value(setting<"weeklyAttentionCount">), row.attention + 1);
+            house.set("weeklyAttentionCount", row.attention);
+            const auto posted = house.refresh(1);
+            QCOMPARE(posted, row.asked.isEmpty() ? QList<Notification>()
+                                                 : QList<Notification>({{weeklyTitle, u"What a week!"_qs}}));
+            QCOMPARE(server.requests().size(), posted.size());
+            if (!row.asked.isEmpty())
+                QVERIFY(server.requests().first().prompt().startsWith(u"This week, "_qs + row.asked));
+            QCOMPARE(house.settings.value(setting<"lastWeeklySummaryDate">), noon + week);
+            QCOMPARE(house.settings.value(setting<"weeklyAttentionCount">), 0);
+            QCOMPARE(house.settings.value(setting<"weeklyBytesFreed">), 0);
+        }
     }
 
     void withoutAnAnswerThereIsASentence()
     {
-        LoopbackServer server(always(httpAnswer(500, {})));
-        Household house(server);
+        Household house(m_server);
         house.set("lastWeeklySummaryDate", noon - week);
         house.set("weeklyBytesFreed", 5);
         QCOMPARE(house.refresh(),
                  QList<Notification>({{weeklyTitle, u"Swabby kept an eye on your Mac this week."_qs}}));
+        QVERIFY(!house.settings.value(setting<"lastStorageNotifyCheckDate">)); // there was no scan
     }
 
     void aDamagedDateBeginsANewWeek()
@@ -196,63 +187,53 @@ private Q_SLOTS:
         Household two(server, finding(5'000'000'000), &shared);
         one.set("lastWeeklySummaryDate", noon - week);
         one.set("weeklyBytesFreed", 5);
-        QSignalSpy settled(&one.flow, &NotificationFlow::settled);
         one.state.refresh();
         const auto posted = two.refresh();
-        QVERIFY(waitUntil([&] { return settled.count() == 1; }));
-        QCOMPARE((posted + settled.first().first().value<QList<Notification>>()).size(),
+        QVERIFY(waitUntil([&] { return one.settled.count() == 1; }));
+        QCOMPARE((posted + one.settled.first().first().value<QList<Notification>>()).size(),
                  2); // one sentence and one reminder
         QCOMPARE(server.requests().size(), 1);
         QCOMPARE(shared.events(u"notification"_qs).size(), 2);
     }
 
-    void whenAReminderComes_data()
-    {
-        QTest::addColumn<double>("since"); // the last check; negative: never
-        QTest::addColumn<bool>("isWanted");
-        QTest::addColumn<bool>("isSnoozed");
-        QTest::addColumn<qint64>("found");
-        QTest::addColumn<bool>("isScanned");
-        QTest::addColumn<QString>("size"); // null: not told
-        constexpr qint64 plenty = 4'200'000'000;
-        QTest::newRow("never before") << -1.0 << true << false << plenty << true << u"4.2 GB"_qs;
-        QTest::newRow("three days") << threeDays << true << false << plenty << true << u"4.2 GB"_qs;
-        QTest::newRow("a second less") << threeDays - 1 << true << false << plenty << false << QString();
-        QTest::newRow("switched off") << -1.0 << false << false << plenty << false << QString();
-        QTest::newRow("snoozed") << -1.0 << true << true << plenty << false << QString();
-        QTest::newRow("just enough") << -1.0 << true << false << qint64(2'500'000'000) << true
-                                     << u"2.5 GB"_qs;
-        QTest::newRow("a byte less") << -1.0 << true << false << qint64(2'499'999'999) << true << QString();
-    }
-
     void whenAReminderComes()
     {
-        QFETCH(double, since);
-        QFETCH(bool, isWanted);
-        QFETCH(bool, isSnoozed);
-        QFETCH(qint64, found);
-        QFETCH(bool, isScanned);
-        QFETCH(QString, size);
-        std::atomic<int> scans = 0;
-        Clock *clock = nullptr;
-        Household house(m_server, [&](const ScanControl &) {
-            ++scans;
-            clock->advance(100); // it takes its time
-            return found;
-        });
-        clock = house.state.machine().clock.get();
-        house.set("storageNotifyThresholdGB", 2.5);
-        house.set("notifyOnStorage", isWanted);
-        if (since >= 0)
-            house.set("lastStorageNotifyCheckDate", noon - since);
-        if (isSnoozed)
-            house.state.snoozeUntil(noon + 1);
-        const QList<Notification> expected = {{u"Your Mac could use a cleanup"_qs,
-                                               u"You could free up about "_qs + size +
-                                                   u" of space. Open Swabby's Storage tab to clean up."_qs}};
-        QCOMPARE(house.refresh(), size.isNull() ? QList<Notification>() : expected);
-        QCOMPARE(scans, isScanned ? 1 : 0);
-        if (isScanned) {
+        struct Row {
+            double since; // the last check; negative: never
+            bool isWanted, isSnoozed;
+            qint64 found;
+            bool isScanned;
+            QString size = {}; // empty: not told
+        };
+        constexpr qint64 plenty = 4'200'000'000;
+        for (const Row &row :
+             {Row{-1, true, false, plenty, true, u"4.2 GB"_qs},
+              Row{threeDays, true, false, plenty, true, u"4.2 GB"_qs},
+              Row{threeDays - 1, true, false, plenty, false}, Row{-1, false, false, plenty, false},
+              Row{-1, true, true, plenty, false}, Row{-1, true, false, 2'500'000'000, true, u"2.5 GB"_qs},
+              Row{-1, true, false, 2'499'999'999, true}}) {
+            std::atomic<int> scans = 0;
+            Clock *clock = nullptr;
+            Household house(m_server, [&](const ScanControl &) {
+                ++scans;
+                clock->advance(100); // it takes its time
+                return row.found;
+            });
+            clock = house.machine->clock.get();
+            house.set("storageNotifyThresholdGB", 2.5);
+            house.set("notifyOnStorage", row.isWanted);
+            if (row.since >= 0)
+                house.set("lastStorageNotifyCheckDate", noon - row.since);
+            if (row.isSnoozed)
+                house.state.snoozeUntil(noon + 1);
+            const Notification reminder = {u"Your Mac could use a cleanup"_qs,
+                                           u"You could free up about "_qs + row.size +
+                                               u" of space. Open Swabby's Storage tab to clean up."_qs};
+            QCOMPARE(house.refresh(),
+                     row.size.isEmpty() ? QList<Notification>() : QList<Notification>{reminder});
+            QCOMPARE(scans, row.isScanned ? 1 : 0);
+            if (!row.isScanned)
+                continue;
             QCOMPARE(house.settings.value(setting<"lastStorageNotifyCheckDate">), noon + 100);
             house.refresh(threeDays - 1);
             QCOMPARE(scans, 1);
@@ -277,23 +258,15 @@ private Q_SLOTS:
                     return std::int64_t{9'000'000'000};
                 },
                 &shared);
-            QSignalSpy settled(&house.flow, &NotificationFlow::settled);
             house.state.refresh();
             QVERIFY(waitUntil([&] { return begun.tryAcquire(); }));
             house.refresh(); // settles while the first one still waits for its scan
-            QCOMPARE(settled.count(), 1);
+            QCOMPARE(house.settled.count(), 1);
         }
         QCoreApplication::processEvents();
         QCOMPARE(scans, 1);
         QCOMPARE(shared.events(u"notification"_qs).size(), 0);
         QVERIFY(!Settings(*shared.open()->settings).value(setting<"lastStorageNotifyCheckDate">));
-    }
-
-    void withoutAScanNoDateIsNoted()
-    {
-        Household house(m_server);
-        house.refresh();
-        QVERIFY(!house.settings.value(setting<"lastStorageNotifyCheckDate">));
     }
 
 private:
