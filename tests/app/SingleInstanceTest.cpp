@@ -11,8 +11,6 @@
 using namespace swabby;
 using Standing = SingleInstance::Standing;
 
-Q_DECLARE_METATYPE(swabby::StartRequest)
-
 namespace {
 
 // Asks from a thread of its own, as the first one answers in this one's event loop.
@@ -33,80 +31,68 @@ class SingleInstanceTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void theSecondAsksTheFirst_data()
-    {
-        QTest::addColumn<StartRequest>("request");
-        QTest::newRow("to show itself") << StartRequest{true, std::nullopt};
-        QTest::newRow("for a section") << StartRequest{true, MainSection::storage};
-        QTest::newRow("for nothing") << StartRequest{false, std::nullopt};
-    }
+    void init() { m_folder = std::make_unique<QTemporaryDir>(); }
+
     void theSecondAsksTheFirst()
     {
-        QFETCH(StartRequest, request);
-        const QTemporaryDir folder;
-        SingleInstance first(folder.filePath(u"socket"_qs));
+        SingleInstance first(path());
         QCOMPARE(first.claim({}), Standing::first);
         QList<StartRequest> asked;
         connect(&first, &SingleInstance::asked, this, [&](const StartRequest &got) { asked.append(got); });
-        QCOMPARE(claimElsewhere(folder.filePath(u"socket"_qs), request), Standing::handedOver);
-        QCOMPARE(asked, QList<StartRequest>{request});
+        const QList<StartRequest> requests = {{true, {}}, {true, MainSection::storage}, {false, {}}};
+        for (const StartRequest &request : requests)
+            QCOMPARE(claimElsewhere(path(), request), Standing::handedOver);
+        QCOMPARE(asked, requests);
         // For another machine there is another first.
-        QCOMPARE(claimElsewhere(folder.filePath(u"other"_qs), request), Standing::first);
+        QCOMPARE(claimElsewhere(path() + u"2"_qs, {}), Standing::first);
     }
 
     void whatACrashLeftIsNoSwabby()
     {
-        const QTemporaryDir folder;
-        const QString path = folder.filePath(u"socket"_qs);
-        QFile left(path);
+        QFile left(path());
         QVERIFY(left.open(QIODevice::WriteOnly));
-        SingleInstance next(path);
+        SingleInstance next(path());
         QCOMPARE(next.claim({}), Standing::first);
-        QCOMPARE(claimElsewhere(path, {}), Standing::handedOver);
+        QCOMPARE(claimElsewhere(path(), {}), Standing::handedOver);
     }
 
     void oneThatDoesNotAnswerIsNotWaitedForLong()
     {
-        const QTemporaryDir folder;
-        SingleInstance first(folder.filePath(u"socket"_qs));
+        SingleInstance first(path());
         QCOMPARE(first.claim({}), Standing::first);
         // In the same thread: the first cannot answer while the second waits.
-        SingleInstance second(folder.filePath(u"socket"_qs));
+        SingleInstance second(path());
         QCOMPARE(second.claim({}), Standing::unanswered);
     }
 
-    void nonsenseIsDropped_data()
-    {
-        QTest::addColumn<QByteArray>("words");
-        QTest::newRow("unknown") << QByteArray("delete everything\n");
-        QTest::newRow("endless") << QByteArray(10'000, 'x');
-    }
     void nonsenseIsDropped()
     {
-        QFETCH(QByteArray, words);
-        const QTemporaryDir folder;
-        SingleInstance first(folder.filePath(u"socket"_qs));
+        SingleInstance first(path());
         QCOMPARE(first.claim({}), Standing::first);
-        int count = 0;
-        connect(&first, &SingleInstance::asked, this, [&] { ++count; });
-        QLocalSocket socket;
-        QSignalSpy ended(&socket, &QLocalSocket::disconnected);
-        socket.connectToServer(folder.filePath(u"socket"_qs));
-        socket.write(words);
-        QTRY_COMPARE(ended.count(), 1);
-        QCOMPARE(count, 0);
-        QVERIFY(socket.readAll().isEmpty());
+        const QSignalSpy asked(&first, &SingleInstance::asked);
+        for (const QByteArray &words : {QByteArray("delete everything\n"), QByteArray(10'000, 'x')}) {
+            QLocalSocket socket;
+            const QSignalSpy ended(&socket, &QLocalSocket::disconnected);
+            socket.connectToServer(path());
+            socket.write(words);
+            QTRY_COMPARE(ended.count(), 1);
+            QVERIFY(asked.isEmpty() && socket.readAll().isEmpty());
+        }
     }
 
     void eachMachineHasItsOwnPlace()
     {
-        const QTemporaryDir folder;
-        QDir(folder.path()).mkdir(u"a"_qs);
-        const QString machine = folder.filePath(u"a"_qs);
+        QDir(m_folder->path()).mkdir(u"a"_qs);
+        const QString machine = m_folder->filePath(u"a"_qs);
         QCOMPARE(instancePath(machine), instancePath(machine + u"/../a/"_qs));
-        QVERIFY(instancePath(machine) != instancePath(folder.path()));
+        QVERIFY(instancePath(machine) != instancePath(m_folder->path()));
         QVERIFY(instancePath(machine) != instancePath({}));
     }
+
+private:
+    QString path() const { return m_folder->filePath(u"socket"_qs); }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
 };
 
 QTEST_GUILESS_MAIN(SingleInstanceTest)

@@ -149,7 +149,7 @@ private Q_SLOTS:
             &scene.flow, &CleanupFlow::removed, this,
             [&] {
                 // In the same breath, so that the first one's time ends while a newer banner is up.
-                scene.state.setLastCleanupReport(newer);
+                scene.state.setLastCleanup(newer);
                 QTimer::singleShot(1, this, [&] { isTimeOver = true; });
             },
             Qt::SingleShotConnection);

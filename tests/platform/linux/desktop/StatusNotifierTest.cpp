@@ -14,8 +14,6 @@
 using namespace swabby;
 using namespace std::chrono_literals;
 
-Q_DECLARE_METATYPE(swabby::TrayCommand)
-
 namespace {
 
 const QString watcherName = u"org.kde.StatusNotifierWatcher"_qs;
@@ -61,8 +59,7 @@ public:
         QDBusMessage call = QDBusMessage::createMethodCall(items.value(0), path, interface, method);
         call.setArguments(arguments);
         const QDBusPendingCall pending = m_bus.asyncCall(call);
-        if (!waitUntil([&] { return pending.isFinished(); }))
-            return {};
+        waitUntil([&] { return pending.isFinished(); });
         return pending.reply();
     }
     QVariantMap properties()
@@ -81,8 +78,6 @@ public:
         }
         if (message.member() == u"Get")
             return connection.send(message.createReply(QVariant::fromValue(QDBusVariant(hasHost))));
-        if (message.member() != u"RegisterStatusNotifierItem")
-            return false;
         items.append(message.arguments().value(0).toString());
         return connection.send(message.createReply());
     }
@@ -152,9 +147,7 @@ private Q_SLOTS:
         const auto item = shownItem(pictureOf(QColor(0x12, 0x34, 0x56, 0x78), u"46%"_qs));
         QVERIFY(item);
         const QVariantMap properties = m_panel->properties();
-        QCOMPARE(properties[u"Category"_qs].toString(), u"ApplicationStatus"_qs);
         QCOMPARE(properties[u"Status"_qs].toString(), u"Active"_qs);
-        QCOMPARE(properties[u"Title"_qs].toString(), u"Swabby"_qs);
         QCOMPARE(properties[u"IconName"_qs].toString(), QString()); // or the pixels would not count
         QCOMPARE(properties[u"ItemIsMenu"_qs].toBool(), false);
         QCOMPARE(properties[u"Menu"_qs].value<QDBusObjectPath>().path(), menuPath);
@@ -185,15 +178,18 @@ private Q_SLOTS:
         QList<QRect> activated, menuWanted;
         connect(item.get(), &TrayItem::activated, this, [&](const QRect &where) { activated += where; });
         connect(item.get(), &TrayItem::menuWanted, this, [&](const QRect &where) { menuWanted += where; });
-        const auto click = [&](const QString &method, int x, int y) {
-            return m_panel->ask(itemPath, itemInterface, method, {x, y}).type();
-        };
-        for (const QString &method : {u"Activate"_qs, u"SecondaryActivate"_qs, u"ContextMenu"_qs})
-            QCOMPARE(click(method, 640, 12), QDBusMessage::ReplyMessage);
-        QCOMPARE(click(u"Activate"_qs, 0, 0), QDBusMessage::ReplyMessage); // the panel does not say where
         const QRect there(640, 12, 1, 1);
-        QCOMPARE(activated, (QList<QRect>{there, there, QRect()}));
-        QCOMPARE(menuWanted, QList<QRect>{there});
+        for (const auto &[method, where] : {std::pair{u"Activate"_qs, there},
+                                            {u"SecondaryActivate"_qs, there},
+                                            {u"ContextMenu"_qs, there},
+                                            {u"Activate"_qs, QRect()}}) { // that one does not know
+            const int x = where.isEmpty() ? 0 : where.x();
+            const int y = where.isEmpty() ? 0 : where.y();
+            QCOMPARE(m_panel->ask(itemPath, itemInterface, method, {x, y}).type(),
+                     QDBusMessage::ReplyMessage);
+        }
+        QCOMPARE(activated, (QList{there, there, QRect()}));
+        QCOMPARE(menuWanted, QList{there});
     }
 
     void thePanelShowsTheMenu()
@@ -207,46 +203,25 @@ private Q_SLOTS:
             const QVariant nothing = QVariant::fromValue(QDBusVariant(0));
             return m_panel->ask(menuPath, menuInterface, u"Event"_qs, {line, event, nothing, 0U}).type();
         };
-        const auto layout =
-            m_panel->ask(menuPath, menuInterface, u"GetLayout"_qs, {0, -1, QStringList()}).arguments();
-        QList<QPair<int, QString>> lines;
-        const auto root = layout.value(1).value<QDBusArgument>();
-        int id = -1;
-        QVariantMap properties;
-        root.beginStructure();
-        root >> id >> properties;
-        root.beginArray();
-        while (!root.atEnd()) {
-            QDBusVariant child;
-            root >> child;
-            const auto line = child.variant().value<QDBusArgument>();
-            line.beginStructure();
-            line >> id >> properties;
-            line.endStructure();
-            lines.append({id, properties.value(u"label"_qs, properties.value(u"type"_qs)).toString()});
-        }
-        // What each line does, when it is clicked and only then.
-        const QList<QPair<QString, QList<TrayCommand>>> expected = {
-            {u"Open Swabby"_qs, {TrayCommand::openMainWindow}},
-            {u"Ask AI"_qs, {TrayCommand::openAskWindow}},
-            {u"Settings"_qs, {TrayCommand::openSettingsWindow}},
-            {u"Refresh now"_qs, {TrayCommand::refresh}},
-            {u"separator"_qs, {}},
-            {u"Quit Swabby"_qs, {TrayCommand::quit}}};
-        QCOMPARE(report(0, u"opened"_qs), QDBusMessage::ReplyMessage);
-        QList<QPair<QString, QList<TrayCommand>>> found;
-        for (const auto &[line, label] : std::as_const(lines)) {
-            QCOMPARE(report(line, u"hovered"_qs), QDBusMessage::ReplyMessage);
+        const QMap<QString, int> lines = menuLines();
+        for (const auto &[line, command] : {std::pair{u"Open Swabby"_qs, TrayCommand::openMainWindow},
+                                            {u"Ask AI"_qs, TrayCommand::openAskWindow},
+                                            {u"Settings"_qs, TrayCommand::openSettingsWindow},
+                                            {u"Refresh now"_qs, TrayCommand::refresh},
+                                            {u"Quit Swabby"_qs, TrayCommand::quit}}) {
+            QVERIFY2(lines.contains(line), qPrintable(line));
+            QCOMPARE(report(lines[line], u"hovered"_qs), QDBusMessage::ReplyMessage);
             QVERIFY(chosen.isEmpty());
-            QCOMPARE(report(line, u"clicked"_qs), QDBusMessage::ReplyMessage);
-            found.append({label, std::exchange(chosen, {})});
+            QCOMPARE(report(lines[line], u"clicked"_qs), QDBusMessage::ReplyMessage);
+            QCOMPARE(std::exchange(chosen, {}), QList{command});
+            const auto label =
+                m_panel->ask(menuPath, menuInterface, u"GetProperty"_qs, {lines[line], u"label"_qs});
+            QCOMPARE(label.arguments().value(0).value<QDBusVariant>().variant().toString(), line);
         }
-        QCOMPARE(found, expected);
-        for (const int stranger : {-1, id + 1})
+        QCOMPARE(report(lines[u"separator"_qs], u"clicked"_qs), QDBusMessage::ReplyMessage);
+        for (const int stranger : {-1, int(lines.size()) + 1})
             QCOMPARE(report(stranger, u"clicked"_qs), QDBusMessage::ErrorMessage);
         QVERIFY(chosen.isEmpty());
-        const auto label = m_panel->ask(menuPath, menuInterface, u"GetProperty"_qs, {2, u"label"_qs});
-        QCOMPARE(label.arguments().value(0).value<QDBusVariant>().variant().toString(), u"Ask AI"_qs);
     }
 
     void theItemFollowsThePanel()
@@ -267,9 +242,11 @@ private Q_SLOTS:
         QVERIFY(item->place() == TrayItem::Place::there);
 
         m_panel->go();
+        QVERIFY(waitUntil([&] { return item->place() == TrayItem::Place::none; }));
         item->hide();
         m_panel->come();
         QVERIFY(waitUntil([&] { return item->place() == TrayItem::Place::there; }));
+        m_panel->properties();              // by when it would have been here
         QCOMPARE(m_panel->items.size(), 2); // a hidden one does not come back by itself
         item->show(pictureOf(Qt::red, {}));
         QVERIFY(waitUntil([&] { return m_panel->items.size() == 3; }));
@@ -291,17 +268,40 @@ private Q_SLOTS:
     void aBusThatHangsHoldsNobodyUp()
     {
         for (const auto &[answer, hangsUp] :
-             {std::pair("", false), std::pair("OK 0123\r\n", false), std::pair("OK 0123\r\n", true)}) {
+             {std::pair{"", false}, {"OK 0123\r\n", false}, {"OK 0123\r\n", true}}) {
             const RudeBus bus(answer, hangsUp);
             StatusNotifierItem item(bus.address(), 50ms);
             item.show(pictureOf(Qt::red, {}));
             QVERIFY(waitUntil([&] { return item.place() == TrayItem::Place::none; }));
         }
-        StatusNotifierItem nowhere("unix:path=/nowhere/bus", 50ms);
+        const StatusNotifierItem nowhere("unix:path=/nowhere/bus", 50ms);
         QVERIFY(nowhere.place() == TrayItem::Place::none);
     }
 
 private:
+    /// The menu's lines by their labels, each with its number.
+    QMap<QString, int> menuLines()
+    {
+        const auto layout =
+            m_panel->ask(menuPath, menuInterface, u"GetLayout"_qs, {0, -1, QStringList()}).arguments();
+        QMap<QString, int> lines;
+        const auto root = layout.value(1).value<QDBusArgument>();
+        int id = -1;
+        QVariantMap properties;
+        root.beginStructure();
+        root >> id >> properties;
+        root.beginArray();
+        while (!root.atEnd()) {
+            QDBusVariant child;
+            root >> child;
+            const auto line = child.variant().value<QDBusArgument>();
+            line.beginStructure();
+            line >> id >> properties;
+            line.endStructure();
+            lines[properties.value(u"label"_qs, properties.value(u"type"_qs)).toString()] = id;
+        }
+        return lines;
+    }
     std::unique_ptr<StatusNotifierItem> makeItem(std::chrono::milliseconds patience) const
     {
         return std::make_unique<StatusNotifierItem>(m_bus->address, patience);
