@@ -71,12 +71,11 @@ private Q_SLOTS:
               Row{0, 0, u"ab"_qs, u"Removed 0 items — freed Zero KB"_qs, u"a and b are"_qs + stay},
               Row{5, 0, u"abcde"_qs, u"Removed 5 items — freed Zero KB"_qs,
                   u"a, b, c and 2 more are"_qs + stay}}) {
-            CleanupReport success = {{}, row.count, row.bytes, {}};
+            CleanupReport report = {{}, row.count, row.bytes, {}};
             for (const QChar title : row.left)
-                success.left.push_back(
-                    {.id = {}, .category = {}, .title = title, .subtitle = {}, .kind = {}});
-            QCOMPARE(bannerText(success), row.banner);
-            QCOMPARE(leftText(success), row.beside);
+                report.left.push_back({.id = {}, .category = {}, .title = title, .subtitle = {}, .kind = {}});
+            QCOMPARE(bannerText(report), row.banner);
+            QCOMPARE(leftText(report), row.beside);
         }
     }
 
@@ -172,7 +171,7 @@ private Q_SLOTS:
         scene.state.machine().settings->change(u"neverRemove"_qs,
                                                [&](auto &) { return QJsonArray::fromStringList(paths); });
         // Found before, and agreed to.
-        const CleanupReport success = scene.remove(all);
+        const CleanupReport report = scene.remove(all);
         paths[0] = scene.mac.home() + u"/Library/Caches/pip/.kib"_qs; // of what the first one lies in
         for (const QString &kept : paths)
             QVERIFY2(QFile::exists(kept), qPrintable(kept));
