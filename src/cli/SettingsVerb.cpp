@@ -61,9 +61,7 @@ int runSettings(const Arguments &arguments, const std::shared_ptr<Machine> &mach
         changed = settings.store(*key, value);
     }
     printValue(arguments, settings.effective(*key));
-    if (!changed)
-        printProblem(QStringLiteral("swabbyctl: the settings could not be written"));
-    return changed ? done : notDone;
+    return statusOfWriting(changed);
 }
 
 } // namespace swabby

@@ -214,7 +214,7 @@ QJsonObject toJson(const AppState &state, const QList<Notification> &notificatio
             {QStringLiteral("health"), caseName(state.health())},
             {QStringLiteral("healthIssues"), listJson(state.healthIssues())},
             {QStringLiteral("leakSuspects"), listJson(state.leakSuspects())},
-            {QStringLiteral("pinnedNames"), pinnedNamesJson(state)},
+            {QStringLiteral("pinnedNames"), toJson(state.pinnedNames())},
             {QStringLiteral("menuBar"), QJsonObject{{QStringLiteral("text"), title.text},
                                                     {QStringLiteral("color"), caseName(title.color)}}},
             {QStringLiteral("notifications"), listJson(notifications)}};
@@ -230,12 +230,12 @@ QJsonArray toJson(const QList<LoginItem> &items)
     return listJson(items);
 }
 
-QJsonArray pinnedNamesJson(const AppState &state)
+QJsonArray toJson(const std::set<QString> &names)
 {
-    QJsonArray names;
-    for (const QString &name : state.pinnedNames())
-        names.append(name);
-    return names;
+    QJsonArray array;
+    for (const QString &name : names)
+        array.append(name);
+    return array;
 }
 
 QByteArray jsonText(const QJsonValue &value)

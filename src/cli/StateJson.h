@@ -16,7 +16,7 @@ QJsonObject toJson(const AppState &state, const QList<Notification> &notificatio
 QJsonArray toJson(const History &history);
 QJsonArray toJson(const QList<LoginItem> &items);
 QJsonObject toJson(const ProcessSample &process);
-QJsonArray pinnedNamesJson(const AppState &state);
+QJsonArray toJson(const std::set<QString> &names);
 
 /// "keep", "quit" or "forceQuit".
 QString caseName(ActionRecommendation recommendation);

@@ -5,6 +5,7 @@
 #include "cli/StateText.h"
 #include "engine/TimeText.h"
 #include "health/HistoryStore.h"
+#include "settings/Settings.h"
 
 #include <array>
 #include <limits>
@@ -35,17 +36,20 @@ int runHistory(const Arguments &arguments, const std::shared_ptr<Machine> &machi
 
 int runPin(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
 {
-    AppState state(machine, Record::nothing);
-    state.togglePin(arguments.operands.first());
-    if (arguments.json) {
-        print(jsonText(QJsonObject{{QStringLiteral("pinnedNames"), pinnedNamesJson(state)}}) + '\n');
-        return done;
-    }
-    QString text = QStringLiteral("Pinned:\n");
-    for (const QString &name : state.pinnedNames())
+    Settings settings(*machine->settings);
+    const auto stored = [&settings] {
+        const QStringList names = settings.value(setting<"pinnedProcessNames">);
+        return std::set<QString>(names.begin(), names.end());
+    };
+    const QString &toggled = arguments.operands.first();
+    const bool isStored = settings.setPinned(toggled, !stored().contains(toggled));
+    const std::set<QString> names = stored();
+    QString text = names.empty() ? QStringLiteral("Nothing is pinned.\n") : QStringLiteral("Pinned:\n");
+    for (const QString &name : names)
         text += QStringLiteral("  ") + harmless(name) + QLatin1Char('\n');
-    print(state.pinnedNames().empty() ? QStringLiteral("Nothing is pinned.\n") : text);
-    return done;
+    print(arguments.json ? jsonText(QJsonObject{{QStringLiteral("pinnedNames"), toJson(names)}}) + '\n'
+                         : text.toUtf8());
+    return statusOfWriting(isStored);
 }
 
 constexpr std::array verbTable = {
@@ -83,6 +87,13 @@ bool Verb::knows(const char *option) const
     const std::string_view name = option;
     return name == "machine" || name == "json" ||
            std::string_view(usage).find("--" + std::string(name)) != std::string_view::npos;
+}
+
+int statusOfWriting(bool isWritten)
+{
+    if (!isWritten)
+        printProblem(QStringLiteral("swabbyctl: the settings could not be written"));
+    return isWritten ? done : notDone;
 }
 
 std::span<const Verb> verbs()

@@ -49,6 +49,9 @@ int runQuit(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
 int runCheck(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
 int runKey(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
 
+/// What to end with once a setting was written or not, which is said then.
+int statusOfWriting(bool isWritten);
+
 /// Refreshes that many times, calls, and runs the event loop until somebody ends it. Gives the status it was
 /// ended with.
 int runRefreshed(AppState &state, int refreshes, const std::function<void()> &then);
