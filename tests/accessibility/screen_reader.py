@@ -58,65 +58,37 @@ class Reader:
         self.application.set_cache_mask(Atspi.Cache.NONE)
 
     def _find_application(self):
-        desktop = Atspi.get_desktop(0)
-        for place in range(desktop.get_child_count()):
-            child = desktop.get_child_at_index(place)
-            if child is not None and child.get_name() == self.program:
-                return child
-        return None
+        return next((child for child in _children(Atspi.get_desktop(0)) if child.get_name() == self.program), None)
 
     def windows(self):
-        children = [self.application.get_child_at_index(i) for i in range(self.application.get_child_count())]
-        return {child.get_name(): child for child in children if child is not None}
+        return {child.get_name(): child for child in _children(self.application)}
 
     def dialog(self, window):
         """The sheet that is open over the window; None for none."""
-        root = self.windows().get(window)
-        for place in reversed(range(root.get_child_count() if root is not None else 0)):
-            child = root.get_child_at_index(place)
-            if child is not None and child.get_role_name() == "dialog" and Node(child, 0, None).shows:
+        for child in reversed(_children(self.windows().get(window))):
+            if child.get_role_name() == "dialog" and Node(child, 0, None).shows:
                 return child
         return None
 
     def nodes(self, window):
         """Everything that shows in the window of that name, or in the sheet over it."""
         found = []
-        root = self.dialog(window) or self.windows().get(window)
-        if root is not None:
-            self._collect(root, 0, None, found)
-        return found
-
-    def _collect(self, accessible, depth, row, found):
-        try:
-            node = Node(accessible, depth, row)
-            # What does not show may still hold something that does: a place without a size of its own.
-            if node.shows:
-                found.append(node)
-            if node.role == "list item":
-                row = node
-            for place in range(accessible.get_child_count()):
-                child = accessible.get_child_at_index(place)
-                if child is not None:
-                    self._collect(child, depth + 1, row, found)
-        except GLib.Error:
-            pass  # gone while it was read
+        for place in below(self.dialog(window) or self.windows().get(window)):
+            try:
+                found.append(Node(*place))
+            except GLib.Error:
+                pass  # gone while it was read
+        return [node for node in found if node.shows]
 
     def find(self, window, name, role=None, is_below=False):
         """The first thing of that name that shows in the window, or in the sheet over it unless it is to be
         below that; "…" stands for any words. None for none."""
-        root = self.windows().get(window) if is_below else self.dialog(window) or self.windows().get(window)
-        return None if root is None else self._find(root, _pattern(name), role)
-
-    def _find(self, accessible, pattern, role):
-        if pattern.fullmatch(accessible.get_name() or "") and role in (None, accessible.get_role_name()):
-            node = Node(accessible, 0, None)
-            if node.shows:
-                return node
-        for place in range(accessible.get_child_count()):
-            child = accessible.get_child_at_index(place)
-            found = None if child is None else self._find(child, pattern, role)
-            if found is not None:
-                return found
+        pattern = re.compile(re.escape(name).replace("…", ".*"))
+        for place in below(not is_below and self.dialog(window) or self.windows().get(window)):
+            if pattern.fullmatch(place[0].get_name() or "") and role in (None, place[0].get_role_name()):
+                node = Node(*place)
+                if node.shows:
+                    return node
         return None
 
     def await_node(self, window, name, role=None, is_below=False):
@@ -145,8 +117,24 @@ class Reader:
         raise AssertionError(f'"{name}" in "{window}" does not know "{action}"')
 
 
-def _pattern(name):
-    return re.compile(re.escape(name).replace("…", ".*"))
+def _children(accessible):
+    places = range(0 if accessible is None else accessible.get_child_count())
+    return [child for child in (accessible.get_child_at_index(place) for place in places) if child is not None]
+
+
+def below(accessible, depth=0, row=None):
+    """It and everything in it, each with its depth and the row of a list that it stands in."""
+    if accessible is None:
+        return
+    yield accessible, depth, row
+    try:
+        # What does not show may still hold something that does: a place without a size of its own.
+        row = accessible if accessible.get_role_name() == "list item" else row
+        children = _children(accessible)
+    except GLib.Error:
+        return  # gone while it was read
+    for child in children:
+        yield from below(child, depth + 1, row)
 
 
 def wait(what, condition):
@@ -170,7 +158,7 @@ def complaints(nodes, symbols):
     for node in nodes:
         said = f'{node.role} "{node.name}"'
         if not node.name.strip() and node.role not in FRAMES:
-            found.append(f"{node.role} without a name" + (f' in "{node.row.name}"' if node.row else ""))
+            found.append(f"{node.role} without a name" + (f' in "{node.row.get_name()}"' if node.row else ""))
         if node.role == "unknown":
             found.append(f"nobody can tell what {said} is")
         if node.role == "page tab" and not any(other.is_selected for other in nodes if other.role == "page tab"):

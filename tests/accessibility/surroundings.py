@@ -1,21 +1,13 @@
 """What a desktop and the network would be to Swabby: a place for its status item, and a model."""
 
 import json
+import pathlib
 import threading
 from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
 
 from gi.repository import Gio, GLib
 
 WATCHER = "org.kde.StatusNotifierWatcher"
-WATCHER_XML = f"""
-<node><interface name="{WATCHER}">
-  <method name="RegisterStatusNotifierItem"><arg type="s" direction="in"/></method>
-  <method name="RegisterStatusNotifierHost"><arg type="s" direction="in"/></method>
-  <property name="RegisteredStatusNotifierItems" type="as" access="read"/>
-  <property name="IsStatusNotifierHostRegistered" type="b" access="read"/>
-  <property name="ProtocolVersion" type="i" access="read"/>
-</interface></node>
-"""
 
 
 class StatusPlace:
@@ -41,7 +33,8 @@ class StatusPlace:
         flags = (Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
                  | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
         bus = Gio.DBusConnection.new_for_address_sync(address, flags)
-        interface = Gio.DBusNodeInfo.new_for_xml(WATCHER_XML).interfaces[0]
+        description = pathlib.Path(__file__).with_name("status_notifier_watcher.xml").read_text(encoding="utf-8")
+        interface = Gio.DBusNodeInfo.new_for_xml(description).interfaces[0]
         bus.register_object("/StatusNotifierWatcher", interface, self._take, self._tell, None)
         Gio.bus_own_name_on_connection(bus, WATCHER, Gio.BusNameOwnerFlags.NONE,
                                        lambda *_: self._is_ready.set(), None)

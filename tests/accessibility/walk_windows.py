@@ -50,11 +50,8 @@ class Walk:
     def see(self, name, role=None, window=None):
         return self.reader.await_node(window or self.window, name, role)
 
-    def sheet_opens(self, window=None):
-        wait("a sheet", lambda: self.reader.dialog(window or self.window))
-
-    def sheet_closes(self, window=None):
-        wait("no sheet", lambda: self.reader.dialog(window or self.window) is None)
+    def sheet_is(self, is_open, window=None):
+        wait(f"a sheet to be {is_open}", lambda: bool(self.reader.dialog(window or self.window)) == is_open)
 
     def grow(self, window):
         """What lies outside the window does not show, so it is made as high as a page can be."""
@@ -67,27 +64,27 @@ class Walk:
         self.window = section
         self.see(section, "heading")
 
-    def sheet(self, view, opener, closer, opener_role="push button"):
-        self.press(opener, opener_role)
-        self.sheet_opens()
-        self.look(view)
-        self.press(closer)
-        self.sheet_closes()
+    def sheet(self, view, opener, closer, opener_role="push button", window=None):
+        self.press(opener, opener_role, window)
+        self.sheet_is(True, window)
+        self.look(view, window)
+        self.press(closer, window=window)
+        self.sheet_is(False, window)
 
     def main_window(self):
         self.see("Welcome to Swabby", "dialog")
         self.look("Welcome")
         self.press("Get started")
-        self.sheet_closes()
+        self.sheet_is(False)
         self.grow("Overview")
         self.look("Overview")
         self.sheet("What is going on", "What's going on", "Done")
         self.press("What's going on")
-        self.sheet_opens()
+        self.sheet_is(True)
         for role, name in (("list item", "Battery"), ("push button", "Ask AI")):
             self.reader.act("Overview", name, role, is_below=True)
         self.press("Done")
-        self.sheet_closes()
+        self.sheet_is(False)
         if set(self.reader.windows()) != {"Overview"}:
             self.problems.append("what lies below a sheet can be pressed")
         for section, sign in (("Battery", "Using the most battery"), ("Network", "Busiest on the network")):
@@ -147,11 +144,7 @@ class Walk:
         self.press("…?", window=ASK)
         self.see(f"Quit {CULPRIT}", "push button", ASK)
         self.look("Ask, answered", ASK)
-        self.press(f"Quit {CULPRIT}", window=ASK)
-        self.sheet_opens(ASK)
-        self.look("Ask, a question before quitting", ASK)
-        self.press("Cancel", window=ASK)
-        self.sheet_closes(ASK)
+        self.sheet("Ask, a question before quitting", f"Quit {CULPRIT}", "Cancel", window=ASK)
 
     def settings(self):
         self.press("Settings")
