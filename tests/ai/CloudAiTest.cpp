@@ -52,41 +52,33 @@ private Q_SLOTS:
     void theRouteIsChosenForEveryRequest()
     {
         Conversation talk(always(httpAnswer(200, modelReply(u"  Fine.\n"_qs))));
-        const auto ask = [&] { return QCoro::waitFor(talk.ai.respond(u"Be \"kind\"."_qs, nasty, 400)); };
-        struct Step {
-            const char *stored;
-            const char *environment;
-            const char *sent; ///< null: by way of the proxy
-        };
-        for (const Step &step : {Step{nullptr, nullptr, nullptr}, Step{" sk-a ", nullptr, "sk-a"},
-                                 Step{"sk-b", "sk-env", "sk-b"}, Step{"", "sk-env", "sk-env"},
-                                 Step{"", "", nullptr}, Step{nullptr, "sk-env", "sk-env"}}) {
-            if (step.stored)
-                talk.storeKey(QLatin1String(step.stored));
-            else
+        // The key that is stored, the environment's from then on, and the one that is sent.
+        compareTable(fixture(u"ai/routes.txt"_qs), [&](const Cells &row) {
+            if (row[0] == "none")
                 KeychainStore::erase(*talk.machine->secrets, talk.account);
-            if (step.environment)
-                qputenv("ANTHROPIC_API_KEY", step.environment);
-            const auto answer = ask();
-            QCOMPARE(answer.value, u"  Fine.\n"_qs);
-            QVERIFY(answer.wasSent && !answer.wantsKey);
-
+            else
+                talk.storeKey(row.text(0));
+            if (row[1] != "none")
+                qputenv("ANTHROPIC_API_KEY", row[1]);
+            const auto answer = QCoro::waitFor(talk.ai.respond(u"Be \"kind\"."_qs, nasty, 400));
             const HttpRequest request = talk.server.requests().last();
-            QCOMPARE(request.method, "POST");
-            QCOMPARE(request.target, QByteArray(step.sent ? "/v1/messages" : "/ai-proxy.php"));
-            QCOMPARE(request.headers.value("content-type"), "application/json");
-            QCOMPARE(request.headers.value("x-api-key"), QByteArray(step.sent));
-            QCOMPARE(request.headers.value("anthropic-version"), QByteArray(step.sent ? "2023-06-01" : ""));
-            QCOMPARE(request.headers.contains("x-api-key"), step.sent != nullptr);
-            QCOMPARE(request.headers.contains("anthropic-version"), step.sent != nullptr);
-            QCOMPARE(request.json(),
-                     (QJsonObject{{u"model"_qs, u"claude-haiku-4-5"_qs},
-                                  {u"max_tokens"_qs, 400},
-                                  {u"system"_qs, u"Be \"kind\"."_qs},
-                                  {u"messages"_qs, QJsonArray{QJsonObject{{u"role"_qs, u"user"_qs},
-                                                                          {u"content"_qs, nasty}}}}}));
-            QVERIFY(request.body.contains("\"max_tokens\":400,"));
-        }
+            const bool isDirect = request.headers.contains("x-api-key");
+            const QJsonObject message = {{u"role"_qs, u"user"_qs}, {u"content"_qs, nasty}};
+            const QJsonObject body = {{u"model"_qs, u"claude-haiku-4-5"_qs},
+                                      {u"max_tokens"_qs, 400},
+                                      {u"system"_qs, u"Be \"kind\"."_qs},
+                                      {u"messages"_qs, QJsonArray{message}}};
+            const bool isRight =
+                answer.value == u"  Fine.\n"_qs && answer.wasSent && !answer.wantsKey &&
+                request.method == "POST" && request.headers.value("content-type") == "application/json" &&
+                request.target == (isDirect ? "/v1/messages" : "/ai-proxy.php") &&
+                request.headers.contains("anthropic-version") == isDirect &&
+                request.headers.value("anthropic-version") == (isDirect ? "2023-06-01" : "") &&
+                request.json() == body && request.body.contains("\"max_tokens\":400,");
+            const QByteArray way = isDirect ? request.headers.value("x-api-key") : "proxy";
+            return isRight ? QString::fromUtf8(way)
+                           : u"another request: "_qs + QString::fromUtf8(request.body);
+        });
         QCOMPARE(talk.server.requests().size(), 6);
     }
 
@@ -123,19 +115,14 @@ private Q_SLOTS:
 
     void addressesThatMayBeCalled()
     {
-        using Row = std::pair<const char *, bool>;
-        for (const auto &[text, isGood] :
-             {Row{"https://gateway.example.org/v1", true}, Row{"http://127.0.0.1:80/", true},
-              Row{"http://[::1]:80/", true}, Row{"http://LOCALHOST/", true},
-              Row{"http://gateway.example.org/", false}, Row{"http://127.0.0.1@gateway.example.org/", false},
-              Row{"http://localhost.example.org/", false}, Row{"http://0.0.0.0/", false},
-              Row{"ftp://127.0.0.1/", false}, Row{"file:///etc/passwd", false}, Row{"https://", false},
-              Row{"127.0.0.1:80", false}, Row{"https://a b/", false}, Row{"\x01", false}}) {
-            qputenv("SWABBY_AI_DIRECT_URL", text);
-            qputenv("SWABBY_AI_PROXY_URL", text);
-            const ModelAddresses addresses = modelAddressesFromEnvironment();
-            QVERIFY2(addresses.direct.isValid() == isGood && addresses.proxy.isValid() == isGood, text);
-        }
+        compareTable(fixture(u"ai/addresses.txt"_qs), [](const Cells &row) {
+            qputenv("SWABBY_AI_DIRECT_URL", row[0]);
+            qputenv("SWABBY_AI_PROXY_URL", row[0]);
+            const auto [direct, proxy] = modelAddressesFromEnvironment();
+            return direct.isValid() != proxy.isValid() ? u"one of them"_qs
+                   : direct.isValid()                  ? u"good"_qs
+                                                       : u"bad"_qs;
+        });
         qunsetenv("SWABBY_AI_DIRECT_URL");
         qunsetenv("SWABBY_AI_PROXY_URL");
     }
@@ -167,19 +154,15 @@ private Q_SLOTS:
 
     void aFolderIsSafeOnlyInSoManyWords()
     {
-        for (const auto &[text, isSafe] : {std::pair(uR"({"looksSafe":true,"reason":"R"})"_qs, true),
-                                           std::pair(uR"({"looksSafe":"true","reason":"R"})"_qs, false),
-                                           std::pair(uR"({"looksSafe":1,"reason":"R"})"_qs, false),
-                                           std::pair(uR"({"looksSafe":true})"_qs, false)}) {
-            Conversation talk(always(httpAnswer(200, modelReply(text))));
+        compareTable(fixture(u"ai/a_safe_folder.txt"_qs), [](const Cells &row) {
+            Conversation talk(always(httpAnswer(200, modelReply(row.text(0)))));
             const CacheAssessment answer = QCoro::waitFor(talk.ai.assessCacheFolder(nasty, u"1 MB"_qs)).value;
-            QCOMPARE(answer,
-                     isSafe ? (CacheAssessment{true, u"R"_qs})
-                            : (CacheAssessment{false, u"Couldn't check this one — skipping to be safe."_qs}));
-            QVERIFY(talk.server.requests().first().prompt().startsWith(
-                u"There's a folder called \""_qs + nasty +
-                u"\" inside ~/Library/Caches on a Mac, currently 1 MB.\nFolders in "_qs));
-        }
+            const QString asked = u"There's a folder called \""_qs + nasty +
+                                  u"\" inside ~/Library/Caches on a Mac, currently 1 MB.\nFolders in "_qs;
+            return !talk.server.requests().first().prompt().startsWith(asked)
+                       ? u"another question"_qs
+                       : (answer.looksSafe ? u"safe: "_qs : QString()) + answer.reason;
+        });
     }
 
     void eachQuestionHasItsWordsAndItsFallback()

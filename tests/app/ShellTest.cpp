@@ -5,6 +5,7 @@
 #include "app/TitleImage.h"
 #include "settings/Settings.h"
 #include "state/AppState.h"
+#include "support/Table.h"
 #include "support/TemporaryMachine.h"
 #include "ui/presentation/ThemeColors.h"
 
@@ -57,16 +58,11 @@ private Q_SLOTS:
 
     void wrongArgumentsAreExplained()
     {
-        for (const auto &[arguments, said] : {std::pair{"--fast", "--fast"},
-                                              {"speed", "--section"}, // a stray one
-                                              {"--machine", "--machine needs"},
-                                              {"--machine=", "--machine needs"},
-                                              {"--section x", "overview, swabbyCheck"},
-                                              {"--theme=blue", "light, dark, system"}}) {
+        compareTable(fixture(u"app/wrong_arguments.txt"_qs), [](const Cells &row) {
             QString problem;
-            QVERIFY2(!parseCommandLine(QString::fromLatin1(arguments).split(u' '), &problem), arguments);
-            QVERIFY2(problem.contains(QLatin1String(said)) && !problem.contains(u'\n'), qPrintable(problem));
-        }
+            const auto read = parseCommandLine(row.text(0).split(u' '), &problem);
+            return !read && problem.contains(row.text(1)) && !problem.contains(u'\n') ? row.text(1) : problem;
+        });
     }
 
     void theTitleImageKeepsItsMeasures()
@@ -95,8 +91,7 @@ private Q_SLOTS:
                     QVERIFY(contrastRatio(titleColor(color), ground) >= 4.5);
                     QCOMPARE(ground.alpha(), 255); // so the panel's colour does not matter
                     QVERIFY(hasColor(image, titleColor(color), size < 32 ? 60 : 4));
-                    QVERIFY2(!hasInkAtTheEdge(image, ground),
-                             qPrintable(QStringLiteral("%1 in %2").arg(QLatin1String(text)).arg(size)));
+                    QVERIFY2(!hasInkAtTheEdge(image, ground), text);
                 }
     }
 
@@ -105,13 +100,11 @@ private Q_SLOTS:
         const QJsonArray ticks = {QJsonArray{0, 0, 0, 0}, QJsonArray{46, 0, 54, 0}};
         const TemporaryMachine folder({{u"now"_qs, 1'790'000'000}, {u"cpuTicks"_qs, ticks}});
         AppState state(folder.open(), Record::nothing);
-        auto owned = std::make_unique<StandInItem>();
-        auto ownedSpare = std::make_unique<StandInItem>();
-        StandInItem &best = *owned;
-        StandInItem &spare = *ownedSpare;
         TrayItems items;
-        items.push_back(std::move(owned));
-        items.push_back(std::move(ownedSpare));
+        items.push_back(std::make_unique<StandInItem>());
+        items.push_back(std::make_unique<StandInItem>());
+        auto &best = static_cast<StandInItem &>(*items[0]);
+        auto &spare = static_cast<StandInItem &>(*items[1]);
         QStringList done;
         const auto note = [&](const QString &what) { return [&done, what] { done += what; }; };
         StatusItemController controller(
@@ -194,14 +187,13 @@ private:
 
     static bool hasColor(const QImage &image, const QColor &color, int tolerance = 8)
     {
-        for (int y = 0; y < image.height(); ++y)
-            for (int x = 0; x < image.width(); ++x) {
-                const QColor pixel = image.pixelColor(x, y);
-                if (pixel.alpha() > 200 && qAbs(pixel.red() - color.red()) <= tolerance &&
-                    qAbs(pixel.green() - color.green()) <= tolerance &&
-                    qAbs(pixel.blue() - color.blue()) <= tolerance)
-                    return true;
-            }
+        const auto isNear = [&](int value, int wanted) { return qAbs(value - wanted) <= tolerance; };
+        for (int at = 0; at < image.height() * image.width(); ++at) {
+            const QColor pixel = image.pixelColor(at % image.width(), at / image.width());
+            if (pixel.alpha() > 200 && isNear(pixel.red(), color.red()) &&
+                isNear(pixel.green(), color.green()) && isNear(pixel.blue(), color.blue()))
+                return true;
+        }
         return false;
     }
 
