@@ -99,26 +99,26 @@ std::string removeAndPutBack(std::uint32_t seed)
         if (random() % 2)
             continue;
         confirmed.push_back(item);
-        const bool isTrashed =
-            !std::holds_alternative<CacheEntry>(item.kind) && !std::holds_alternative<DerivedData>(item.kind);
+        const bool isDeleted =
+            std::holds_alternative<CacheEntry>(item.kind) || std::holds_alternative<DerivedData>(item.kind);
         for (const std::string &place : placesOf(item, folder)) {
             places.push_back(place);
-            (isTrashed ? trashPlaces : deleted).push_back(place);
+            (isDeleted ? deleted : trashPlaces).push_back(place);
         }
     }
     const RemovalOutcome outcome = removeItems(confirmed, {}, *machine, {});
     const TreePicture after = relevant(folder);
 
-    const auto without = [&](TreePicture picture, const std::vector<std::string> &left) {
-        std::erase_if(picture, [&](const auto &entry) {
-            return std::any_of(left.begin(), left.end(),
-                               [&](const auto &place) { return isUnder(entry.first, place); });
-        });
-        return picture;
+    const auto change = [](TreePicture was, TreePicture is, const std::vector<std::string> &left) {
+        for (TreePicture *picture : {&was, &is})
+            std::erase_if(*picture, [&](const auto &entry) {
+                return std::ranges::any_of(left,
+                                           [&](const auto &place) { return isUnder(entry.first, place); });
+            });
+        return difference(was, is);
     };
-    if (const std::string change = difference(without(before, places), without(after, places));
-        !change.empty())
-        return "changed: " + change;
+    if (const std::string changed = change(before, after, places); !changed.empty())
+        return "changed: " + changed;
     if (!outcome.left.empty())
         return std::to_string(outcome.left.size()) + " items stayed";
     // Only what is emptied keeps its folder.
@@ -134,11 +134,10 @@ std::string removeAndPutBack(std::uint32_t seed)
         PutBackRecord(machine->places.applicationData).putBackAll(*machine->disposal);
     if (result != PutBackResult{int(outcome.trashed.size()), 0})
         return "put back " + std::to_string(result.restored) + ", left " + std::to_string(result.left);
-    if (const std::string change = difference(without(before, deleted), without(relevant(folder), deleted));
-        !change.empty())
-        return "not as before: " + change;
-    if (const std::string change = difference(outside, pictureOf(ground / "outside")); !change.empty())
-        return "outside: " + change;
+    if (const std::string changed = change(before, relevant(folder), deleted); !changed.empty())
+        return "not as before: " + changed;
+    if (const std::string changed = change(outside, pictureOf(ground / "outside"), {}); !changed.empty())
+        return "outside: " + changed;
     return {};
 }
 

@@ -1,7 +1,9 @@
 #include "flows/health/FullCheck.h"
 #include "cleanup/FullMac.h"
 #include "support/LoopbackServer.h"
+#include "support/Table.h"
 
+#include <QtCore/QJsonDocument>
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 
@@ -165,29 +167,22 @@ printf '5000\t%s\n' "$2")");
 
     void theProgramToWatch()
     {
-        const auto watched = [](const QList<QByteArray> &cpus,
-                                const QJsonValue &stored = QJsonValue::Undefined) {
+        // The loads from 100 on, beside an idle 300 that drains the battery, and the threshold that is
+        // stored.
+        compareTable(fixture(u"flows/program_to_watch.txt"_qs), [](const Cells &row) {
             const TemporaryMachine folder;
-            QList<QByteArray> rows;
-            for (qsizetype row = 0; row < cpus.size(); ++row)
-                rows.append(QByteArray::number(100 + row) + " 1 " + cpus[row] + " 0 9 /opt/mill");
-            rows.append("300 1 0 0 9 /opt/small");
-            folder.setProcesses(rows);
-            if (!cpus.isEmpty())
+            QList<QByteArray> programs = {"300 1 0 0 9 /opt/small"};
+            for (const QByteArray &load : row[0].isEmpty() ? QByteArrayList() : row[0].split(' '))
+                programs.append(QByteArray::number(99 + programs.size()) + " 1 " + load + " 0 9 /opt/mill");
+            folder.setProcesses(programs);
+            if (programs.size() > 1)
                 folder.addTool(u"/usr/bin/top"_qs,
                                "printf 'PID COMMAND POWER\\n1 a 1\\nPID COMMAND POWER\\n300 x 1\\n'");
             AppState state(folder.open(), Record::nothing);
             refreshOnce(state);
-            const auto process = processToWatch(state, stored);
-            return process ? process->pid : 0;
-        };
-        QCOMPARE(watched({"90", "56.0", "55.9"}), 100);
-        QCOMPARE(watched({"56.0"}), 100);
-        QCOMPARE(watched({"55.9"}), 300);
-        QCOMPARE(watched({"35.0"}, 50), 100);
-        QCOMPARE(watched({"34.9"}, 50), 300);
-        QCOMPARE(watched({"55.9"}, u"50"_qs), 300);
-        QCOMPARE(watched({}), 0);
+            const auto process = processToWatch(state, QJsonDocument::fromJson(row[1]).array().at(0));
+            return QString::number(process ? process->pid : 0);
+        });
     }
 
     void startupItemsToReview()
