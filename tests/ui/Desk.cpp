@@ -1,8 +1,10 @@
 #include "Desk.h"
 
 #include "settings/Settings.h"
+#include "support/Table.h"
 #include "ui/presentation/SymbolTable.h"
 
+#include <QtCore/QJsonDocument>
 #include <QtGui/QAccessible>
 
 namespace swabby {
@@ -10,12 +12,7 @@ namespace {
 
 QJsonObject troubledMachine(const QJsonObject &facts)
 {
-    QJsonObject machine = {
-        {u"now"_qs, 1'790'000'000},
-        {u"cpuTicks"_qs, QJsonArray{QJsonArray{0, 0, 0, 0}, QJsonArray{90, 0, 10, 0}}},
-        {u"memory"_qs,
-         QJsonObject{{u"pageSize"_qs, 4096}, {u"activePages"_qs, 950}, {u"physicalBytes"_qs, 4'096'000}}},
-        {u"disk"_qs, QJsonObject{{u"freeBytes"_qs, 600}, {u"totalBytes"_qs, 1000}}}};
+    QJsonObject machine = QJsonDocument::fromJson(fixture(u"ui/troubled_machine.json"_qs)).object();
     for (const QString &key : facts.keys())
         machine.insert(key, facts.value(key));
     return machine;
@@ -32,17 +29,6 @@ std::shared_ptr<Machine> opened(const TemporaryMachine &folder)
 QString nameOf(const QQuickItem &item)
 {
     return item.property("name").toString();
-}
-
-template <typename Fits>
-void collect(QQuickItem *from, const Fits &fits, QList<QQuickItem *> &found)
-{
-    if (!from->isVisible())
-        return;
-    if (fits(*from))
-        found.append(from);
-    for (QQuickItem *child : from->childItems())
-        collect(child, fits, found);
 }
 
 } // namespace
@@ -78,15 +64,23 @@ void show(QQuickWindow &window)
     verifyLook(window);
 }
 
+QList<QQuickItem *> visibleItems(QQuickItem *root)
+{
+    if (!root->isVisible() || root->opacity() == 0)
+        return {};
+    QList<QQuickItem *> items = {root};
+    for (QQuickItem *child : root->childItems())
+        items.append(visibleItems(child));
+    return items;
+}
+
 QQuickItem *itemNamed(const QQuickWindow &window, const QString &name)
 {
-    QList<QQuickItem *> found;
-    const bool isStart = name.endsWith(u'…');
-    const auto fits = [&](const QQuickItem &item) {
-        return isStart ? nameOf(item).startsWith(name.chopped(1)) : nameOf(item) == name;
-    };
-    collect(window.contentItem(), fits, found);
-    return found.value(0);
+    const QString start = name.chopped(name.endsWith(u'…') ? 1 : 0);
+    for (QQuickItem *item : visibleItems(window.contentItem()))
+        if (nameOf(*item) == name || (start != name && nameOf(*item).startsWith(start)))
+            return item;
+    return nullptr;
 }
 
 void press(QQuickWindow &window, const QString &name, Qt::Key key)
@@ -99,21 +93,16 @@ void press(QQuickWindow &window, const QString &name, Qt::Key key)
 
 QString textOf(const QQuickWindow &window)
 {
-    QList<QQuickItem *> found;
-    collect(
-        window.contentItem(), [](const QQuickItem &item) { return item.inherits("QQuickText"); }, found);
     QStringList texts;
-    for (const QQuickItem *item : found)
-        texts.append(item->property("text").toString());
+    for (const QQuickItem *item : visibleItems(window.contentItem()))
+        if (item->inherits("QQuickText"))
+            texts.append(item->property("text").toString());
     return texts.join(u'\n');
 }
 
 void verifyLook(const QQuickWindow &window)
 {
-    QList<QQuickItem *> all;
-    collect(
-        window.contentItem(), [](const QQuickItem &) { return true; }, all);
-    for (QQuickItem *item : all) {
+    for (QQuickItem *item : visibleItems(window.contentItem())) {
         const QByteArray what = item->metaObject()->className() + nameOf(*item).toUtf8();
         if (item->inherits("QQuickText"))
             QVERIFY2(item->property("textFormat").toInt() == Qt::PlainText, what);

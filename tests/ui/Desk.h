@@ -41,6 +41,9 @@ std::unique_ptr<OpenWindow<View>> shown(std::unique_ptr<OpenWindow<View>> open)
     return open;
 }
 
+/// Everything in there that is to be seen, with the thing itself.
+QList<QQuickItem *> visibleItems(QQuickItem *root);
+
 /// The first visible thing of that name, or that begins so when the name ends with "…"; null for none.
 QQuickItem *itemNamed(const QQuickWindow &window, const QString &name);
 

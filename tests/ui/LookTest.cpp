@@ -59,28 +59,25 @@ private:
                 qPrintable(
                     u"%1, %2 %3: %4"_qs.arg(QLatin1String(what)).arg(isDark).arg(accent.name()).arg(ratio)));
         };
-        for (const QColor &ground : {colors.window, colors.card}) {
+        for (const QColor &ground : {colors.window, colors.card, colors.sidebar}) {
             verify("primary", colors.primary, ground, 4.5);
-            verify("secondary", colors.secondary, ground, 4.5);
-        }
-        verify("sidebar", colors.primary, colors.sidebar, 4.5);
-        for (const QColor &ground : {colors.window, colors.card, colors.sidebar})
+            verify("a symbol in the accent", colors.accent, ground, 3);
             for (const QColor &fill : {colors.quietFill, colors.hoverFill})
                 verify("a button's words", colors.primary, laidOver(fill, ground), 4.5);
+        }
         verify("a tab's words", colors.inks[0], laidOver(colors.quietFill, colors.window), 4.5);
         verify("what destroys", colors.onAccent, colors.dangerFill, 4.5);
-        for (const QColor &ground : {colors.window, colors.card, colors.sidebar})
-            verify("a symbol in the accent", colors.accent, ground, 3);
         verify("on the accent", colors.onAccent, colors.accentFill, 4.5);
-        for (std::size_t tint = 0; tint < tintCount; ++tint) {
-            // A translucent wash lies on the window or on a card.
-            for (const QColor &ground : {colors.window, colors.card}) {
+        // A translucent wash lies on the window or on a card.
+        for (const QColor &ground : {colors.window, colors.card}) {
+            verify("secondary", colors.secondary, ground, 4.5);
+            for (std::size_t tint = 0; tint < tintCount; ++tint) {
                 const QColor wash = laidOver(colors.washes[tint], ground);
                 verify("a tint's words", colors.inks[tint], wash, 4.5);
                 verify("words on a tint", colors.primary, wash, 4.5);
                 verify("a button on a tint", colors.primary, laidOver(colors.hoverFill, wash), 4.5);
+                verify("a tint's words on a card", colors.inks[tint], colors.card, 4.5);
             }
-            verify("a tint's words on a card", colors.inks[tint], colors.card, 4.5);
         }
         for (const QColor &tile : tileColors())
             verify("a tile's letter", Qt::white, tile, 4.5);

@@ -23,26 +23,22 @@ private Q_SLOTS:
     }
     void cleanup() { end(); }
 
-    void figuresAppearOnceTheyAreKnown()
+    void figuresAppearAndTheKeyboardGoesEverywhere()
     {
         QVERIFY(view().isRefreshing());
         QCOMPARE(view().state()->gauges()->count(), 3); // which say that they are being measured
         m_desk->refresh();
         QCOMPARE(view().state()->property("healthWord").toString(), u"Struggling"_qs);
-    }
-
-    void theKeyboardGoesEverywhere()
-    {
-        m_desk->refresh();
-        type(Qt::Key_Down); // the sidebar has the keyboard at first
-        QCOMPARE(view().selection(), MainSection::swabbyCheck);
-        type(Qt::Key_Down);
-        QCOMPARE(view().selection(), MainSection::speed);
-        type(Qt::Key_Up);
-        type(Qt::Key_Up);
-        QCOMPARE(view().selection(), MainSection::overview);
-        type(Qt::Key_8, Qt::ControlModifier);
-        QCOMPARE(view().selection(), MainSection::developer);
+        // The sidebar has the keyboard at first.
+        for (const auto &[key, modifiers, section] :
+             {std::tuple{Qt::Key_Down, Qt::NoModifier, MainSection::swabbyCheck},
+              {Qt::Key_Down, Qt::NoModifier, MainSection::speed},
+              {Qt::Key_Up, Qt::NoModifier, MainSection::swabbyCheck},
+              {Qt::Key_Up, Qt::NoModifier, MainSection::overview},
+              {Qt::Key_8, Qt::ControlModifier, MainSection::developer}}) {
+            type(key, modifiers);
+            QCOMPARE(view().selection(), section);
+        }
         const int before = m_desk->state.refreshesApplied();
         type(Qt::Key_R, Qt::ControlModifier);
         QVERIFY(view().isRefreshing());
@@ -76,12 +72,15 @@ private Q_SLOTS:
         QVERIFY(!isShowingDetail());
     }
 
-    void theArrowsLeadFromRowToRow()
+    void aPinIsKeptAndTheArrowsLeadFromRowToRow()
     {
         m_desk->folder.setProcesses({mill, loom});
         m_desk->refresh();
-        view().select(MainSection::speed);
-        item(u"Pin app: Mill"_qs)->forceActiveFocus();
+        type(Qt::Key_3, Qt::ControlModifier);
+        pressHere(u"Pin app: Mill"_qs);
+        QCOMPARE(m_desk->state.pinnedNames(), std::set<QString>{u"Mill"_qs});
+        const QQuickItem *pin = item(u"Unpin app: Mill"_qs);
+        QVERIFY(pin != nullptr && pin->hasActiveFocus());
         for (int presses = 0; presses < 2; ++presses) { // the second one at the last row
             type(Qt::Key_Down);
             QCOMPARE(window().activeFocusItem(), item(u"Pin app: Loom"_qs));
@@ -139,16 +138,6 @@ private Q_SLOTS:
         window().close();
         pressHere(u"Quit Swabby"_qs);
         QVERIFY(m_hasQuit);
-    }
-
-    void aPinIsStoredAndShown()
-    {
-        m_desk->refresh();
-        type(Qt::Key_3, Qt::ControlModifier);
-        pressHere(u"Pin app: Mill"_qs);
-        QCOMPARE(m_desk->state.pinnedNames(), std::set<QString>{u"Mill"_qs});
-        const QQuickItem *pin = item(u"Unpin app: Mill"_qs);
-        QVERIFY(pin != nullptr && pin->hasActiveFocus());
     }
 
     // Figures change once a minute, and must take nothing out of anybody's hands.

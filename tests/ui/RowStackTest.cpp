@@ -1,4 +1,5 @@
 #include "ui/qmltypes/RowStack.h"
+#include "support/Table.h"
 #include "ui/presentation/LeakText.h"
 
 #include <QtQml/QQmlEngine>
@@ -27,36 +28,6 @@ QList<LeakText> rowsUpTo(int count)
     return rows;
 }
 
-constexpr const char *window = R"(
-import QtQuick
-import Swabby.Ui
-Window {
-    id: window
-    required property RowModel rows
-    width: 300; height: 400
-    Flickable {
-        objectName: "page"
-        anchors.fill: parent
-        contentHeight: column.height
-        Column {
-            id: column
-            width: parent.width
-            Item { objectName: "above"; width: 10; height: 100 }
-            RowStack {
-                objectName: "stack"
-                width: parent.width
-                rows: window.rows
-                rowHeight: 40
-                Item {
-                    required property leakText entry
-                    implicitHeight: entry.detail === "" ? 40 : 90
-                    activeFocusOnTab: true
-                }
-            }
-        }
-    }
-})";
-
 } // namespace
 
 class RowStackTest : public QObject {
@@ -70,7 +41,7 @@ private Q_SLOTS:
         QJSEngine::setObjectOwnership(m_rows.get(), QJSEngine::CppOwnership);
         m_engine.addImportPath(u"qrc:/qt/qml"_qs);
         QQmlComponent component(&m_engine);
-        component.setData(window, {});
+        component.setData(fixture(u"ui/rows_on_a_page.qml"_qs), {});
         m_window.reset(qobject_cast<QQuickWindow *>(
             component.createWithInitialProperties({{u"rows"_qs, QVariant::fromValue(m_rows.get())}})));
         QVERIFY2(m_window != nullptr, qPrintable(component.errorString()));
@@ -127,11 +98,7 @@ private Q_SLOTS:
         verify();
         turnTo(20'000);
         verify();
-    }
-
-    void whatGrowsAboveBringsOthersInSight()
-    {
-        turnTo(20'000);
+        // What grows above brings others in sight.
         m_window->findChild<QQuickItem *>(u"above"_qs)->setHeight(5'000);
         settle();
         verify();

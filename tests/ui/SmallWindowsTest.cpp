@@ -164,14 +164,12 @@ private Q_SLOTS:
     {
         const auto open = openSettingsWindow(context());
         KeyView *key = open->view->key();
-        const auto isIdle = [&] { return !key->isBusy(); };
-        QVERIFY(waitUntil(isIdle) && !key->isStored());
+        const auto isSettled = [&] { return waitUntil([&] { return !key->isBusy(); }); };
+        QVERIFY(isSettled() && !key->isStored());
         key->save(u" a key \n"_qs);
-        QVERIFY(waitUntil(isIdle));
-        QVERIFY2(key->isStored(), qPrintable(key->sentence()));
+        QVERIFY2(isSettled() && key->isStored(), qPrintable(key->sentence()));
         key->remove();
-        QVERIFY(waitUntil(isIdle));
-        QVERIFY2(!key->isStored(), qPrintable(key->sentence()));
+        QVERIFY2(isSettled() && !key->isStored(), qPrintable(key->sentence()));
     }
 
 private:

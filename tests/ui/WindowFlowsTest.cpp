@@ -1,6 +1,8 @@
 #include "WindowTest.h"
 #include "settings/Settings.h"
 #include "support/LoopbackServer.h"
+#include "support/Table.h"
+#include "ui/presentation/Sections.h"
 #include "ui/qmltypes/AskView.h"
 #include "ui/qmltypes/PopoverView.h"
 
@@ -44,45 +46,22 @@ private Q_SLOTS:
 
     void aFailureIsSaidInPlace_data()
     {
-        QTest::addColumn<MainSection>("section");
-        QTest::addColumn<QStringList>("pressed"); // the last one after the machine has changed
-        QTest::addColumn<QString>("said");
-        QTest::addColumn<QString>("row");
-        QTest::newRow("quit") << MainSection::speed << QStringList{u"Quit Mill"_qs, u"Force Quit"_qs}
-                              << u"Mill could not be quit. It may have ended already."_qs << u"More: Mill"_qs;
-        const QString comesBack = u"It could not be turned off for good: it may be stopped now, but it will "
-                                  "come back at the next login."_qs;
-        const QString settings = u"Open Startup Items in System Settings"_qs;
-        QTest::newRow("disable") << MainSection::startup << QStringList{u"Disable: org.mill"_qs} << comesBack
-                                 << settings;
-        QTest::newRow("disable what was explained")
-            << MainSection::startup << QStringList{u"What is this? org.mill"_qs, u"Disable"_qs} << comesBack
-            << settings;
-        QTest::newRow("disable in a check")
-            << MainSection::swabbyCheck << QStringList{u"Disable: org.mill"_qs} << comesBack
-            << u"Scan Again"_qs;
-        const QString stays = u" still here, at least in part."_qs;
-        QTest::newRow("removal") << MainSection::storage
-                                 << QStringList{pip, u"Review and clean up"_qs, u"Remove"_qs}
-                                 << pip + u" is"_qs + stays << pip;
-        QTest::newRow("removal of what developers leave")
-            << MainSection::developer
-            << QStringList{u"Scan developer clutter"_qs, u"Remove: Xcode DerivedData"_qs, u"Remove"_qs}
-            << u"Xcode build cache is"_qs + stays << u"Remove: Xcode DerivedData"_qs;
-        QTest::newRow("removal after a check")
-            << MainSection::swabbyCheck << QStringList{u"Remove Everything"_qs, u"Remove All"_qs}
-            << pip + u" and Xcode build cache are"_qs + stays << pip;
+        QTest::addColumn<QByteArray>("line");
+        for (const QByteArray &line : fixture(u"ui/failures_are_said_in_place.txt"_qs).trimmed().split('\n'))
+            QTest::newRow(line.first(line.indexOf('|', line.indexOf('|') + 1))) << line;
     }
+    // The section, what is pressed there, the last of it after the machine has changed, what is said then,
+    // and what is listed as before.
     void aFailureIsSaidInPlace()
     {
-        QFETCH(MainSection, section);
-        QFETCH(QStringList, pressed);
-        QFETCH(QString, said);
-        QFETCH(QString, row);
+        QFETCH(QByteArray, line);
+        const Cells row(line);
+        QStringList pressed = row.text(1).split(u"; "_qs);
+        const QString said = row.text(2);
         beginWith({{u"unsignalablePids"_qs, QJsonArray{10}}});
         const QString builds = u"Library/Developer/Xcode/DerivedData"_qs;
         m_desk->folder.writeFile(u"home/"_qs + builds + u"/x"_qs, "x");
-        openAt(section);
+        openAt(*sectionFrom(row.text(0)));
         const QString last = pressed.takeLast();
         for (const QString &name : pressed)
             pressHere(name);
@@ -105,21 +84,10 @@ private Q_SLOTS:
             pressHere(u"Dismiss"_qs);
             QVERIFY(!textOf(window()).contains(said));
         }
-        QVERIFY(comes(row)); // what stayed is listed as before
+        QVERIFY(comes(row.text(3)));
     }
 
-    void aStartupItemIsTurnedOffAndOnAgain()
-    {
-        openAt(MainSection::startup);
-        pressHere(u"Disable: org.mill"_qs);
-        QVERIFY(waitUntil([&] { return m_desk->state.loginItems().isEmpty(); }));
-        QVERIFY(!QFile::exists(agent()));
-        pressHere(u"Turn on again: org.mill"_qs);
-        QVERIFY(waitUntil([&] { return QFile::exists(agent()); }));
-        QVERIFY(waitUntil([&] { return !m_desk->state.loginItems().isEmpty(); }));
-    }
-
-    void somethingIsExplainedAndTheAnswerOnlyOffers()
+    void aStartupItemIsExplainedShownAndTurnedOffAndOnAgain()
     {
         openAt(MainSection::startup);
         pressHere(u"What is this? org.mill"_qs);
@@ -131,6 +99,24 @@ private Q_SLOTS:
         type(Qt::Key_Escape);
         QVERIFY(!explanation.isOpen());
         QCOMPARE(m_desk->state.loginItems().size(), 1);
+
+        // Its further actions are chosen with the keyboard.
+        pressHere(u"More: org.mill"_qs);
+        type(Qt::Key_Return); // the first one shows the file
+        QVERIFY(waitUntil([&] { return events(u"reveal"_qs).size() == 1; }));
+        pressHere(u"More: org.mill"_qs);
+        type(Qt::Key_Escape);
+        type(Qt::Key_Return); // opens it again: the button has the keyboard
+        type(Qt::Key_Down);
+        type(Qt::Key_Return);
+        QVERIFY(waitUntil([&] { return events(u"open"_qs).size() == 1; }));
+
+        pressHere(u"Disable: org.mill"_qs);
+        QVERIFY(waitUntil([&] { return m_desk->state.loginItems().isEmpty(); }));
+        QVERIFY(!QFile::exists(agent()));
+        pressHere(u"Turn on again: org.mill"_qs);
+        QVERIFY(waitUntil([&] { return QFile::exists(agent()); }));
+        QVERIFY(waitUntil([&] { return !m_desk->state.loginItems().isEmpty(); }));
     }
 
     void aCheckFindsRemovesAndPutsBack()
@@ -261,20 +247,6 @@ private Q_SLOTS:
         QVERIFY(comes(u"Show in folder: copy 490"_qs));
         type(Qt::Key_Return); // still on Cancel's side
         QVERIFY(!confirmation().isOpen());
-    }
-
-    void aRowsFurtherActionsAreChosenWithTheKeyboard()
-    {
-        openAt(MainSection::startup);
-        pressHere(u"More: org.mill"_qs);
-        type(Qt::Key_Return); // the first one shows the file
-        QVERIFY(waitUntil([&] { return events(u"reveal"_qs).size() == 1; }));
-        pressHere(u"More: org.mill"_qs);
-        type(Qt::Key_Escape);
-        type(Qt::Key_Return); // opens it again: the button has the keyboard
-        type(Qt::Key_Down);
-        type(Qt::Key_Return);
-        QVERIFY(waitUntil([&] { return events(u"open"_qs).size() == 1; }));
     }
 
     void aChipOfThePanelLeadsToItsSection()
