@@ -63,7 +63,7 @@ void waitForCheck(MainWindowView &view)
 // Nobody is asked for a picture, so it shows an invented answer.
 void explainTheBusiest(MainWindowView &view)
 {
-    const QList<ProcessSample> &processes = view.state()->figures().processes;
+    const QList<ProcessSample> &processes = view.state()->shown().processes;
     if (processes.isEmpty())
         return;
     view.coordinator()->explanation()->showExplanation(
@@ -77,7 +77,7 @@ void explainTheBusiest(MainWindowView &view)
 
 void askToQuitTheBusiest(MainWindowView &view)
 {
-    const QList<ProcessSample> &processes = view.state()->figures().processes;
+    const QList<ProcessSample> &processes = view.state()->shown().processes;
     if (!processes.isEmpty())
         view.quitProcess(processes.first().pid);
 }

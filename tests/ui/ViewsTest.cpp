@@ -8,42 +8,42 @@ namespace {
 const QString hostile =
     u"<img src='http://example.invalid/a.png'><b>A program whose name never ends</b> & Sons "_qs;
 
-Figures everythingAtOnce()
+ShownState everythingAtOnce()
 {
-    Figures figures;
-    figures.isKnown = figures.speedIsKnown = true;
-    figures.stats.cpuUsagePercent = 100;
-    figures.stats.memUsedBytes = 1'023'900'000'000;
-    figures.stats.memTotalBytes = 1'099'511'627'776;
-    figures.stats.diskFreeBytes = 999'990'000'000;
-    figures.stats.diskTotalBytes = 8'000'000'000'000;
-    figures.stats.batteryPercent = 100;
-    figures.stats.isCharging = true;
-    figures.stats.timeRemainingMinutes = 1'439;
-    figures.stats.batteryHealthPercent = 101;
-    figures.stats.batteryCycleCount = 123'456;
-    figures.stats.timestamp = figures.time = 1'790'000'000;
-    figures.history = {{1'789'999'940, 50, 50}, {1'790'000'000, 60, 50}};
-    figures.health = HealthLevel::red;
+    ShownState shown;
+    shown.isKnown = shown.speedIsKnown = true;
+    shown.stats.cpuUsagePercent = 100;
+    shown.stats.memUsedBytes = 1'023'900'000'000;
+    shown.stats.memTotalBytes = 1'099'511'627'776;
+    shown.stats.diskFreeBytes = 999'990'000'000;
+    shown.stats.diskTotalBytes = 8'000'000'000'000;
+    shown.stats.batteryPercent = 100;
+    shown.stats.isCharging = true;
+    shown.stats.timeRemainingMinutes = 1'439;
+    shown.stats.batteryHealthPercent = 101;
+    shown.stats.batteryCycleCount = 123'456;
+    shown.stats.timestamp = shown.time = 1'790'000'000;
+    shown.history = {{1'789'999'940, 50, 50}, {1'790'000'000, 60, 50}};
+    shown.health = HealthLevel::red;
     for (int pid = 1; pid <= 8; ++pid)
-        figures.processes.append({pid,
-                                  hostile + QString::number(pid),
-                                  {},
-                                  1'600.0 / pid,
-                                  60,
-                                  1ULL << 40,
-                                  false,
-                                  90.0 / pid,
-                                  123'456'789'012 / pid});
-    figures.batteryDrainers = figures.networkUsers = figures.processes;
-    figures.browserRollups = {{hostile, 1'234, 1ULL << 40, 1'600}};
-    figures.leakSuspects = {{1, hostile, 123'456.7, 30}};
-    figures.loginItems = {{hostile, {}, {}, LoginItemScope::globalDaemon, true, true, false, false, 86'400},
-                          {hostile, {}, {}, LoginItemScope::userAgent, true, false, true, false, {}}};
+        shown.processes.append({pid,
+                                hostile + QString::number(pid),
+                                {},
+                                1'600.0 / pid,
+                                60,
+                                1ULL << 40,
+                                false,
+                                90.0 / pid,
+                                123'456'789'012 / pid});
+    shown.batteryDrainers = shown.networkUsers = shown.processes;
+    shown.browserRollups = {{hostile, 1'234, 1ULL << 40, 1'600}};
+    shown.leakSuspects = {{1, hostile, 123'456.7, 30}};
+    shown.loginItems = {{hostile, {}, {}, LoginItemScope::globalDaemon, true, true, false, false, 86'400},
+                        {hostile, {}, {}, LoginItemScope::userAgent, true, false, true, false, {}}};
     for (const MainSection section : {MainSection::speed, MainSection::storage})
-        figures.healthIssues.append({HealthLevel::red, section, hostile, hostile.repeated(3), hostile,
-                                     OpenSection{MainSection::speed}});
-    return figures;
+        shown.healthIssues.append({HealthLevel::red, section, hostile, hostile.repeated(3), hostile,
+                                   OpenSection{MainSection::speed}});
+    return shown;
 }
 
 void verifyText(const QQuickItem *item, const QQuickWindow &window)
@@ -78,9 +78,9 @@ private:
     {
         const auto open = openMainWindow(m_desk.context(isFull ? ThemeChoice::dark : ThemeChoice::light));
         QVERIFY(open != nullptr);
-        m_desk.state.disconnect(open->view.get()); // the figures shown are not its own
+        m_desk.state.disconnect(open->view.get()); // what is shown is not its own
         open->engine->theme->setStill(true);
-        Figures nothingAtAll;
+        ShownState nothingAtAll;
         nothingAtAll.isKnown = true;
         open->view->state()->show(isFull ? everythingAtOnce() : nothingAtAll, isFull);
         open->view->select(section);

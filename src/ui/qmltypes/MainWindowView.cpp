@@ -26,7 +26,7 @@ MainWindowView::MainWindowView(const UserInterfaceContext &context)
 void MainWindowView::followState()
 {
     AppState &state = m_context.state;
-    m_stateView.show(figuresOf(state),
+    m_stateView.show(shownStateOf(state),
                      Settings(*state.machine().settings).value(setting<"rowDensity">) == RowDensity::compact);
     if (m_isScanning != state.isScanning()) {
         m_isScanning = state.isScanning();
@@ -68,7 +68,7 @@ void MainWindowView::performIssue(int index)
 {
     m_showHealthDetail = false;
     Q_EMIT sheetChanged();
-    const QList<HealthIssue> &issues = m_stateView.figures().healthIssues;
+    const QList<HealthIssue> &issues = m_stateView.shown().healthIssues;
     if (index < 0 || index >= issues.size())
         return;
     MainSection selection = m_selection;
@@ -78,7 +78,7 @@ void MainWindowView::performIssue(int index)
 
 std::optional<ProcessSample> MainWindowView::findProcess(int pid) const
 {
-    return m_stateView.figures().findProcess(pid);
+    return m_stateView.shown().findProcess(pid);
 }
 
 void MainWindowView::togglePin(int pid)

@@ -21,15 +21,15 @@ void PopoverView::followState()
 {
     const AppState &state = m_context.state;
     m_isFirstRun = !Settings(*state.machine().settings).value(setting<"hasCompletedOnboarding">);
-    show(figuresOf(state), state.lastScan());
+    show(shownStateOf(state), state.lastScan());
 }
 
-void PopoverView::show(const Figures &figures, const std::optional<double> &lastScan)
+void PopoverView::show(const ShownState &shown, const std::optional<double> &lastScan)
 {
-    m_figures = figures;
+    m_shown = shown;
     m_lastScan = lastScan;
-    m_issues.show(issueCards(figures.healthIssues), [](const IssueCard &card) { return card.id; });
-    m_chips.show(figures.isKnown ? popoverChips(figures.stats, figures.speedIsKnown) : QList<PopoverChip>(),
+    m_issues.show(issueCards(shown.healthIssues), [](const IssueCard &card) { return card.id; });
+    m_chips.show(shown.isKnown ? popoverChips(shown.stats, shown.speedIsKnown) : QList<PopoverChip>(),
                  [](const PopoverChip &chip) { return chip.label; });
     Q_EMIT changed();
 }
@@ -37,9 +37,9 @@ void PopoverView::show(const Figures &figures, const std::optional<double> &last
 QString PopoverView::updated() const
 {
     std::optional<QDateTime> time;
-    if (m_lastScan || m_figures.isKnown)
+    if (m_lastScan || m_shown.isKnown)
         time = QDateTime::fromMSecsSinceEpoch(
-            static_cast<qint64>(m_lastScan.value_or(m_figures.stats.timestamp) * 1'000));
+            static_cast<qint64>(m_lastScan.value_or(m_shown.stats.timestamp) * 1'000));
     return updatedText(time, QLocale());
 }
 
@@ -61,9 +61,9 @@ void PopoverView::openMainWindowAt(std::optional<MainSection> section)
 
 void PopoverView::openIssue(int index)
 {
-    if (index < 0 || index >= m_figures.healthIssues.size())
+    if (index < 0 || index >= m_shown.healthIssues.size())
         return;
-    const MainSection section = m_figures.healthIssues.at(index).section;
+    const MainSection section = m_shown.healthIssues.at(index).section;
     setShowHealthDetail(false);
     openMainWindowAt(section);
 }

@@ -3,8 +3,8 @@
 #include "health/HealthRules.h"
 #include "ui/presentation/HealthText.h"
 #include "ui/presentation/MenuText.h"
-#include "ui/qmltypes/Figures.h"
 #include "ui/qmltypes/RowModel.h"
+#include "ui/qmltypes/ShownState.h"
 #include "ui/qmltypes/WindowContext.h"
 
 #include <QtCore/QObject>
@@ -34,16 +34,16 @@ class PopoverView : public QObject {
 public:
     explicit PopoverView(const UserInterfaceContext &context);
 
-    /// Draws those figures; the last check's time is in seconds since 1970.
-    void show(const Figures &figures, const std::optional<double> &lastScan);
+    /// Draws that; the last check's time is in seconds since 1970.
+    void show(const ShownState &shown, const std::optional<double> &lastScan);
 
-    bool isKnown() const { return m_figures.isKnown; }
-    bool isHealthy() const { return m_figures.health == HealthLevel::green; }
+    bool isKnown() const { return m_shown.isKnown; }
+    bool isHealthy() const { return m_shown.health == HealthLevel::green; }
     /// Whether the introduction was never read to its end.
     bool isFirstRun() const { return m_isFirstRun; }
     bool isRefreshing() const { return m_isRefreshing; }
-    QString healthWord() const { return swabby::healthWord(m_figures.health); }
-    int healthTint() const { return static_cast<int>(tintOf(m_figures.health)); }
+    QString healthWord() const { return swabby::healthWord(m_shown.health); }
+    int healthTint() const { return static_cast<int>(tintOf(m_shown.health)); }
     /// When the figures are from, in a sentence.
     QString updated() const;
     RowModel *issues() { return &m_issues; }
@@ -76,7 +76,7 @@ private:
     void openMainWindowAt(std::optional<MainSection> section);
 
     UserInterfaceContext m_context;
-    Figures m_figures;
+    ShownState m_shown;
     std::optional<double> m_lastScan;
     RowModel m_issues{this};
     RowModel m_chips{this};

@@ -22,34 +22,34 @@ QString issueIdOf(const IssueCard &card)
 
 } // namespace
 
-void StateView::show(const Figures &figures, bool isCompact)
+void StateView::show(const ShownState &shown, bool isCompact)
 {
-    m_figures = figures;
+    m_shown = shown;
     m_isCompact = isCompact;
-    m_gauges.show(figures.isKnown ? overviewGauges(figures.stats, figures.speedIsKnown) : gaugesToCome(),
+    m_gauges.show(shown.isKnown ? overviewGauges(shown.stats, shown.speedIsKnown) : gaugesToCome(),
                   [](const Gauge &gauge) { return gauge.title.section(QLatin1Char(' '), 0, 0); });
-    m_issues.show(issueCards(figures.healthIssues), issueIdOf);
-    m_speedIssues.show(issueCards(figures.healthIssues, MainSection::speed), issueIdOf);
-    m_leaks.show(leakTexts(figures.leakSuspects),
+    m_issues.show(issueCards(shown.healthIssues), issueIdOf);
+    m_speedIssues.show(issueCards(shown.healthIssues, MainSection::speed), issueIdOf);
+    m_leaks.show(leakTexts(shown.leakSuspects),
                  [](const LeakText &leak) { return QString::number(leak.pid); });
-    m_browsers.show(browserRowTexts(figures.browserRollups),
+    m_browsers.show(browserRowTexts(shown.browserRollups),
                     [](const BrowserRowText &row) { return row.name; });
     const auto itemKey = [](const StartupRowText &row) { return row.id; };
-    m_startupToReview.show(startupRowTexts(figures.loginItems, true), itemKey);
-    m_startupRest.show(startupRowTexts(figures.loginItems, false), itemKey);
+    m_startupToReview.show(startupRowTexts(shown.loginItems, true), itemKey);
+    m_startupRest.show(startupRowTexts(shown.loginItems, false), itemKey);
     showProcesses();
     Q_EMIT changed();
 }
 
 void StateView::showProcesses()
 {
-    m_topProcesses.show(topProcessTexts(m_figures.processes, m_figures.pinnedNames), pidOf);
+    m_topProcesses.show(topProcessTexts(m_shown.processes, m_shown.pinnedNames), pidOf);
     const auto found = [this](const QList<ProcessSample> &processes, ProcessRowMode mode) {
-        return processRowTexts(filteredProcesses(processes, m_searchText), mode, m_figures.pinnedNames);
+        return processRowTexts(filteredProcesses(processes, m_searchText), mode, m_shown.pinnedNames);
     };
-    m_processes.show(found(m_figures.processes, ProcessRowMode::activity), pidOf);
-    m_drainers.show(found(m_figures.batteryDrainers, ProcessRowMode::battery), pidOf);
-    m_networkUsers.show(found(m_figures.networkUsers, ProcessRowMode::network), pidOf);
+    m_processes.show(found(m_shown.processes, ProcessRowMode::activity), pidOf);
+    m_drainers.show(found(m_shown.batteryDrainers, ProcessRowMode::battery), pidOf);
+    m_networkUsers.show(found(m_shown.networkUsers, ProcessRowMode::network), pidOf);
 }
 
 bool StateView::hasSpeedLine() const

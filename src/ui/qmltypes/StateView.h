@@ -5,8 +5,8 @@
 #include "ui/presentation/HealthText.h"
 #include "ui/presentation/NetworkText.h"
 #include "ui/presentation/ProcessText.h"
-#include "ui/qmltypes/Figures.h"
 #include "ui/qmltypes/RowModel.h"
+#include "ui/qmltypes/ShownState.h"
 #include "ui/qmltypes/Sparkline.h"
 
 #include <QtCore/QObject>
@@ -14,7 +14,7 @@
 
 namespace swabby {
 
-/// The published figures in the words and rows that the pages show.
+/// What is published in the words and rows that the pages show.
 class StateView : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -49,22 +49,22 @@ class StateView : public QObject {
 public:
     using QObject::QObject;
 
-    void show(const Figures &figures, bool isCompact);
-    const Figures &figures() const { return m_figures; }
+    void show(const ShownState &shown, bool isCompact);
+    const ShownState &shown() const { return m_shown; }
 
-    bool isKnown() const { return m_figures.isKnown; }
-    bool isHealthy() const { return m_figures.health == HealthLevel::green; }
-    QString healthWord() const { return swabby::healthWord(m_figures.health); }
-    int healthTint() const { return static_cast<int>(tintOf(m_figures.health)); }
+    bool isKnown() const { return m_shown.isKnown; }
+    bool isHealthy() const { return m_shown.health == HealthLevel::green; }
+    QString healthWord() const { return swabby::healthWord(m_shown.health); }
+    int healthTint() const { return static_cast<int>(tintOf(m_shown.health)); }
     QString checkInvitation() const { return checkInvitationText(isKnown(), isHealthy()); }
     QString noProcesses() const { return noProcessesText(isKnown()); }
-    SpeedDay speedDay() const { return {speedStretches(m_figures.history, m_figures.time)}; }
+    SpeedDay speedDay() const { return {speedStretches(m_shown.history, m_shown.time)}; }
     bool hasSpeedLine() const;
-    QString averageSpeed() const { return averageSpeedText(m_figures.history); }
-    QString speedSentence() const { return speedHistorySentence(m_figures.history); }
-    BatterySummary battery() const { return batterySummary(m_figures.stats); }
-    QString networkRate() const { return totalNetworkRate(m_figures.networkUsers); }
-    QString networkSentence() const { return swabby::networkSentence(m_figures.networkUsers); }
+    QString averageSpeed() const { return averageSpeedText(m_shown.history); }
+    QString speedSentence() const { return speedHistorySentence(m_shown.history); }
+    BatterySummary battery() const { return batterySummary(m_shown.stats); }
+    QString networkRate() const { return totalNetworkRate(m_shown.networkUsers); }
+    QString networkSentence() const { return swabby::networkSentence(m_shown.networkUsers); }
     bool isCompact() const { return m_isCompact; }
     QString searchText() const { return m_searchText; }
     void setSearchText(const QString &text);
@@ -88,7 +88,7 @@ Q_SIGNALS:
 private:
     void showProcesses();
 
-    Figures m_figures;
+    ShownState m_shown;
     bool m_isCompact = false;
     QString m_searchText;
     // QML deletes what it is handed without a parent.
