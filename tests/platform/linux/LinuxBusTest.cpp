@@ -18,15 +18,18 @@ using namespace std::chrono_literals;
 namespace {
 
 struct UnitRow {
-    QString name, description, loadState, activeState, subState, followed;
-    QDBusObjectPath path;
+    QString name, state;
 };
+
+const QString unitPath = u"/org/freedesktop/systemd1/unit/"_qs;
 
 QDBusArgument &operator<<(QDBusArgument &argument, const UnitRow &row)
 {
     argument.beginStructure();
-    argument << row.name << row.description << row.loadState << row.activeState << row.subState
-             << row.followed << row.path << uint{0} << QString() << QDBusObjectPath(u"/"_qs);
+    argument << row.name << QString::fromUtf8("Ein Dienst für alles")
+             << (row.state == u"unknown" ? u"not-found"_qs : u"loaded"_qs) << row.state << u"x"_qs
+             << QString() << QDBusObjectPath(unitPath + row.state) << uint{0} << QString()
+             << QDBusObjectPath(u"/"_qs);
     argument.endStructure();
     return argument;
 }
@@ -43,19 +46,10 @@ public:
 
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
     {
-        const QString path = u"/org/freedesktop/systemd1/unit/"_qs;
         if (message.member() == u"ListUnitsByNames") {
             QList<UnitRow> rows;
-            for (const QString &name : message.arguments().value(0).toStringList()) {
-                const QString state = name.section(u'.', 0, 0);
-                rows += UnitRow{name,
-                                QString::fromUtf8("Ein Dienst für alles"),
-                                state == u"unknown" ? u"not-found"_qs : u"loaded"_qs,
-                                state,
-                                u"x"_qs,
-                                QString(),
-                                QDBusObjectPath(path + state)};
-            }
+            for (const QString &name : message.arguments().value(0).toStringList())
+                rows += UnitRow{name, name.section(u'.', 0, 0)};
             return connection.send(message.createReply(QVariant::fromValue(rows)));
         }
         if (message.member() == u"Get" && message.arguments().value(1) == u"MainPID"_qs) {

@@ -45,30 +45,17 @@ public:
     {
         return QString::fromStdString(path).remove(QString::fromStdString(files.path() + '/'));
     }
-    void entry(const std::string &id, const std::string &name, const std::string &exec,
-               const std::string &more = {}) const
+    /// Files that occupy so many kibibytes.
+    void fill(std::initializer_list<std::pair<const char *, std::size_t>> sizes) const
     {
-        files.write("home/.local/share/applications/" + id + ".desktop",
-                    "[Desktop Entry]\nType=Application\nName=" + name + "\nExec=" + exec + '\n' + more);
-    }
-    /// A file that occupies so many kibibytes.
-    void fill(const std::string &file, std::size_t kib) const
-    {
-        files.write(file, std::string(kib * 1024, 'x'));
+        for (const auto &[file, kib] : sizes)
+            files.write(file, std::string(kib * 1024, 'x'));
     }
 
     StandIn files;
     UserFolders folders;
     ProgramFolders programs;
 };
-
-QString named(const Home &home, const std::vector<FoundApplication> &applications)
-{
-    return lines(applications, [&](const FoundApplication &found) {
-        return home.shortened(found.path) + u'|' + found.name + u'|' + found.bundleId + u'|' +
-               home.shortened(found.foundIn);
-    });
-}
 
 } // namespace
 
@@ -102,14 +89,14 @@ private Q_SLOTS:
     void caches()
     {
         const Home home("elsewhere/cache");
-        home.fill("elsewhere/cache/pip/http/a", 1'200);
-        home.fill("elsewhere/cache/mozilla/firefox/b", 2'000);
-        home.fill("elsewhere/cache/yarn/c", 900);
-        home.fill("home/.cache/pip/d", 3'000); // not where caches are
-        home.fill("elsewhere/cache/caf\xe9/e", 21'000);
-        home.fill("elsewhere/cache/thumbnails/f", 20'100);
-        home.fill("elsewhere/cache/small/g", 19'000);
-        home.fill("home/.local/share/Trash/files/h", 4'000);
+        home.fill({{"elsewhere/cache/pip/http/a", 1'200},
+                   {"elsewhere/cache/mozilla/firefox/b", 2'000},
+                   {"elsewhere/cache/yarn/c", 900},
+                   {"home/.cache/pip/d", 3'000}, // not where caches are
+                   {"elsewhere/cache/caf\xe9/e", 21'000},
+                   {"elsewhere/cache/thumbnails/f", 20'100},
+                   {"elsewhere/cache/small/g", 19'000},
+                   {"home/.local/share/Trash/files/h", 4'000}});
         const auto machine = home.machine();
         const auto wordsOf = [](const CacheEntry &entry) {
             return entry.description + u'=' + QString::number(entry.sizeBytes / 1'000'000);
@@ -125,8 +112,8 @@ private Q_SLOTS:
     {
         const Home home;
         home.files.write("home/.config/user-dirs.dirs", "XDG_DOWNLOAD_DIR=\"$HOME/Telechargements\"\n");
-        home.fill("home/Projects/Loom/node_modules/x", 50'000);
-        home.fill("home/Projects/Weft/node_modules/x", 50'000);
+        home.fill(
+            {{"home/Projects/Loom/node_modules/x", 50'000}, {"home/Projects/Weft/node_modules/x", 50'000}});
         home.files.write("home/Telechargements/system.iso", "");
         fs::resize_file(home.files.path("home/Telechargements/system.iso"), 30'000'000);
         const auto longAgo = fs::file_time_type::clock::now() - std::chrono::hours(24 * 31 + 1);
@@ -144,52 +131,19 @@ private Q_SLOTS:
     void applications()
     {
         const Home home;
-        for (const char *program :
-             {"opt/loom-4.2/bin/loom", ".local/bin/weft", ".local/lib/tide/tide", "work/run",
-              "src/anchor/anchor", "Applications/Chart.AppImage", "bin/Lone-1.2.appimage",
-              "boats-and-photos/boats", "Apps/Named/start", "opt/us/us", "opt/hidden/hidden"})
-            home.files.writeProgram(std::string("home/") + program);
-        const std::string at = home.files.path("home/");
-        home.entry("org.example.Loom", "Loom", at + "opt/loom-4.2/bin/loom %U");
-        home.entry("org.example.Loom-page", "Loom, a page", at + "opt/loom-4.2/bin/loom --page");
-        home.entry("weft", "Weft Board", "weft");
-        home.entry("tide", "Tide", "env LANG=C \"" + at + ".local/lib/tide/tide\"");
-        home.entry("chart", "Chart Room", at + "Applications/Chart.AppImage");
-        home.entry("named", "Named", at + "Apps/Named/start");
-        // Not plainly theirs, not ours, not here.
-        home.entry("work", "Runner", at + "work/run");
-        home.entry("boats", "Boats", at + "boats-and-photos/boats");
-        home.files.write("home/src/anchor/.git/HEAD", "ref");
-        home.entry("anchor", "Anchor", at + "src/anchor/anchor");
-        home.entry("com.swabby.app", "Swabby", at + "opt/us/us");
-        home.entry("hidden", "Hidden", at + "opt/hidden/hidden", "NoDisplay=true\n");
-        home.entry("gone", "Gone", at + "opt/gone/gone");
-        home.files.writeProgram("usr/bin/python3");
-        home.entry("script", "Script", "python3 " + at + "work/run");
-        home.files.writeProgram("usr/bin/system");
-        home.entry("system", "System", "system");
-        home.files.write("home/Applications/plain.AppImage", "not executable");
-        home.files.writeProgram("home/Applications/notes.txt");
-        home.files.write("home/Applications/folder.AppImage/x", "");
-        QCOMPARE(named(home, home.source().applications()),
-                 u"home/Applications/Chart.AppImage|Chart Room|chart|home/Applications\n"
-                 "home/Apps/Named|Named|named|home/Apps\n"
-                 "home/opt/loom-4.2|Loom|org.example.Loom|home/opt\n"
-                 "home/.local/lib/tide|Tide|tide|home/.local/lib\n"
-                 "home/.local/bin/weft|Weft Board|weft|home/.local/bin\n"
-                 "home/bin/Lone-1.2.appimage|Lone-1.2|Lone-1.2|home/bin"_qs);
+        home.files.plant(fixture(u"linux/applications_at_home.txt"_qs));
+        QCOMPARE(lines(home.source().applications(),
+                       [&](const FoundApplication &found) {
+                           return home.shortened(found.path) + u'|' + found.name + u'|' + found.bundleId +
+                                  u'|' + home.shortened(found.foundIn);
+                       }),
+                 QString::fromUtf8(fixture(u"linux/applications_at_home.expected"_qs)).trimmed());
     }
 
     void leftovers()
     {
         const Home home;
-        for (const char *place :
-             {".cache/org.example.Loom", ".cache/Loom", ".local/share/Loom", ".config/Loom", ".config/loom",
-              ".config/Loom 2", ".local/state/Loom", ".var/app/org.example.Loom", ".var/app/Loom",
-              ".local/share/Trash", ".config/autostart"})
-            home.files.write("home/" + std::string(place) + "/x", "x");
-        home.files.writeProgram("home/.local/share/Loom/loom");
-        home.entry("org.example.Loom", "Loom", "x");
+        home.files.plant(fixture(u"linux/leftovers.txt"_qs));
         const auto machine = home.machine();
         const auto listed = [&](const InstalledApp &app) {
             return lines(AppUninstaller::scanLeftovers({*machine, {}, {}}, app),
@@ -197,11 +151,7 @@ private Q_SLOTS:
                              return home.shortened(leftover.path) + u'|' + leftover.description;
                          });
         };
-        const QString all = u"home/.cache/org.example.Loom|Cached data\nhome/.cache/Loom|Cached data\n"
-                            "home/.local/share/Loom|Support files\nhome/.config/Loom|Preferences\n"
-                            "home/.local/state/Loom|Saved state\n"
-                            "home/.var/app/org.example.Loom|Sandboxed app data\n"
-                            "home/.local/share/applications/org.example.Loom.desktop|Menu entry"_qs;
+        const QString all = QString::fromUtf8(fixture(u"linux/leftovers.expected"_qs)).trimmed();
         QCOMPARE(listed({home.files.path("home/opt/loom"), u"Loom"_qs, u"org.example.Loom"_qs, 1}), all);
         // What goes as the application, or with it, is no leftover.
         const QString less = QString(all).remove(u"home/.local/share/Loom|Support files\n"_qs);
@@ -219,7 +169,7 @@ private Q_SLOTS:
         machine->disposal = std::make_unique<LinuxDisposal>(home.folders.data, *machine->clock);
         const auto isThere = [&](const char *path) { return fs::exists(home.files.path(path)); };
 
-        home.fill("home/Projects/Loom/node_modules/x", 50'000);
+        home.fill({{"home/Projects/Loom/node_modules/x", 50'000}});
         fs::last_write_time(home.files.path("home/Projects/Loom"),
                             fs::file_time_type::clock::now() - std::chrono::hours(24 * 40));
         const auto items = DeepScanner::scan({*machine, {}, {}});
@@ -227,9 +177,9 @@ private Q_SLOTS:
         QVERIFY(isThere("home/Projects/Loom") && !isThere("home/Projects/Loom/node_modules"));
         QVERIFY(isThere("home/.local/share/Trash/files/node_modules/x"));
 
-        home.files.writeProgram("home/.local/lib/tide/tide");
-        home.files.write("home/.config/Tide/settings", "kept");
-        home.entry("tide", "Tide", home.files.path("home/.local/lib/tide/tide"));
+        home.files.plant(
+            "home/.local/lib/tide/tide | *\nhome/.config/Tide/settings | kept\n"
+            "home/.local/share/applications/tide.desktop | Tide | ROOT/home/.local/lib/tide/tide");
         const InstalledApp app = AppUninstaller::scanInstalledApps({*machine, {}, {}}).at(0);
         const auto leftovers = AppUninstaller::scanLeftovers({*machine, {}, {}}, app);
         const auto uninstalled =
@@ -239,8 +189,7 @@ private Q_SLOTS:
                 !isThere("home/.local/share/applications/tide.desktop"));
         QVERIFY(AppUninstaller::scanInstalledApps({*machine, {}, {}}).empty());
 
-        home.fill("home/.cache/pip/x", 1'200);
-        home.fill("home/.cache/yarn/x", 1'100);
+        home.fill({{"home/.cache/pip/x", 1'200}, {"home/.cache/yarn/x", 1'100}});
         const ExcludeList excludes({home.files.path("home/.local/share/Trash/files/Tide")});
         const auto entries = CacheCleaner::scan({*machine, {}, excludes});
         QCOMPARE(entries.size(), 3U); // the Trash, pip's and yarn's

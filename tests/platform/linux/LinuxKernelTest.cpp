@@ -36,11 +36,6 @@ QString numbers(std::initializer_list<std::optional<quint64>> values)
     return words.join(u' ');
 }
 
-LinuxKernelCounters counters(const StandIn &machine)
-{
-    return LinuxKernelCounters({machine.path("proc"), machine.path("sys"), machine.path("nowhere")});
-}
-
 } // namespace
 
 class LinuxKernelTest : public QObject {
@@ -60,47 +55,27 @@ private Q_SLOTS:
     {
         // The text with "kB" at each line's end, the compressed swap; active, wired and compressed pages in
         // KiB.
-        compareTable(R"(
-            locked memory counted once | MemTotal: 8000, MemFree: 100, MemAvailable: 3000, Unevictable: 60, Mlocked: 60, SUnreclaim: 300, KernelStack: 20, PageTables: 40, Zswap: 80 | 524288 | 3988 420 592
-            parts larger than the whole | MemTotal: 1000, MemAvailable: 900, SUnreclaim: 150, Zswap: 30 | 0 | 0 70 30
-            more available than there is | MemTotal: 1000, MemAvailable: 1200, SUnreclaim: 5 | 0 | 0 0 0
-            no available memory told | MemTotal: 1000 | 0 | none
-            garbled | MemTotal 1000, MemAvailable: many | 0 | none)",
-                     [](const Cells &row) {
-                         const QByteArray text = row[1].replace(", ", " kB\n") + " kB\n";
-                         const auto info = memoryInfoFrom(text.toStdString());
-                         if (!info)
-                             return u"none"_qs;
-                         const MemoryPages pages = memoryPagesFrom(*info, quint64(row.number(2)));
-                         return numbers({pages.active, pages.wired, pages.compressed}) +
-                                (pages.pageSize == 1024 ? u""_qs : u" of another size"_qs);
-                     });
+        compareTable(fixture(u"linux/memory.txt"_qs), [](const Cells &row) {
+            const QByteArray text = row[1].replace(", ", " kB\n") + " kB\n";
+            const auto info = memoryInfoFrom(text.toStdString());
+            if (!info)
+                return u"none"_qs;
+            const MemoryPages pages = memoryPagesFrom(*info, quint64(row.number(2)));
+            return numbers({pages.active, pages.wired, pages.compressed}) +
+                   (pages.pageSize == 1024 ? u""_qs : u" of another size"_qs);
+        });
     }
 
-    void compressedSwapDevicesAreAddedUp()
+    void counters()
     {
-        const StandIn machine;
-        machine.write("proc/meminfo",
-                      "MemTotal: 9000 kB\nMemAvailable: 1000 kB\nSwapTotal: 700 kB\nSwapFree: 100 kB\n");
-        machine.write("sys/block/zram0/mm_stat", " 900000  300000   204800   0  1 2 3\n");
-        machine.write("sys/block/zram1/mm_stat", "1 2 102400 0\n");
-        machine.write("sys/block/vda/mm_stat", "1 2 999999 0\n");
-        QCOMPARE(counters(machine).memoryPages()->compressed, quint64{300});
-        QCOMPARE(counters(machine).swapUsedBytes(), quint64{600 * 1024});
-        QCOMPARE(counters(machine).physicalMemory(), quint64{9000 * 1024});
-    }
-
-    void nothingToReadIsNeutral()
-    {
-        const StandIn machine;
-        auto kernel = counters(machine);
-        QVERIFY(!kernel.cpuTicks());
-        QVERIFY(!kernel.memoryPages());
-        QCOMPARE(kernel.physicalMemory(), quint64{0});
-        QCOMPARE(kernel.swapUsedBytes(), quint64{0});
-        QCOMPARE(kernel.startupVolume().totalBytes, qint64{0});
-        QCOMPARE(kernel.thermalState(), ThermalState::nominal);
-        QVERIFY(!LinuxBootClock(machine.path()).bootEpoch());
+        compareScenes(u"linux/kernel_counters.txt"_qs, [](const StandIn &files) {
+            LinuxKernelCounters kernel({files.path("proc"), files.path("sys"), files.path("nowhere")});
+            const auto pages = kernel.memoryPages();
+            return numbers({kernel.cpuTicks() ? kernel.cpuTicks()->user : std::optional<quint64>(),
+                            pages ? pages->compressed : std::optional<quint64>(), kernel.swapUsedBytes(),
+                            kernel.physicalMemory(), kernel.startupVolume().totalBytes,
+                            quint64(kernel.thermalState()), LinuxBootClock(files.path("proc")).bootEpoch()});
+        });
     }
 
     void thermalState()
@@ -131,15 +106,11 @@ private Q_SLOTS:
                    numbers({source->timeToEmpty, source->timeToFullCharge});
         });
         // Health and cycles.
-        compareTable(R"(
-            rounded up | type=Battery energy_full=43750 energy_full_design=50000 cycle_count=312 | 88 312
-            better than new | type=Battery charge_full=51 charge_full_design=50 cycle_count=0 | 100 -
-            design unknown | type=Battery charge_full=51 charge_full_design=0 cycle_count=-1 | - -)",
-                     [](const Cells &row) {
-                         const FilesOf files(row[1], "BAT0");
-                         const BatteryHealth health = LinuxPowerSupply(files.path()).healthAndCycles();
-                         return numbers({health.healthPercent, health.cycles});
-                     });
+        compareTable(fixture(u"linux/battery_health.txt"_qs), [](const Cells &row) {
+            const FilesOf files(row[1], "BAT0");
+            const BatteryHealth health = LinuxPowerSupply(files.path()).healthAndCycles();
+            return numbers({health.healthPercent, health.cycles});
+        });
     }
 
     void bootAndStartTimes()

@@ -11,7 +11,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <thread>
+#include <map>
 
 using namespace swabby;
 
@@ -41,24 +41,11 @@ struct Loopback {
     /// Moves the bytes to the far side and takes them out there.
     void move(std::size_t count) const
     {
-        std::string bytes(count, 'x');
-        std::size_t left = count;
-        std::thread reader([&] {
-            std::array<char, 65536> buffer;
-            while (left > 0) {
-                const ssize_t got = ::read(far.number(), buffer.data(), buffer.size());
-                if (got <= 0)
-                    return;
-                left -= static_cast<std::size_t>(got);
-            }
-        });
-        for (std::size_t sent = 0; sent < count;) {
-            const ssize_t part = ::write(near.number(), bytes.data() + sent, count - sent);
-            if (part <= 0)
-                break;
-            sent += static_cast<std::size_t>(part);
-        }
-        reader.join();
+        std::string part(20'000, 'x');
+        for (std::size_t moved = 0; moved < count; moved += part.size())
+            if (::send(near.number(), part.data(), part.size(), 0) != ssize_t(part.size()) ||
+                ::recv(far.number(), part.data(), part.size(), MSG_WAITALL) != ssize_t(part.size()))
+                return;
     }
 
     Descriptor near;
@@ -87,41 +74,33 @@ private Q_SLOTS:
     void energy()
     {
         // Milliseconds it ran, wake-ups and seconds.
-        compareTable(R"(
-            asleep | 0 | 0 | 1 | 0
-            one processor busy | 1000 | 0 | 1 | 100
-            only waking up | 0 | 500 | 1 | 10
-            both, over two seconds | 500 | 1000 | 2 | 35
-            no time passed | 500 | 1000 | 0 | 0)",
-                     [](const Cells &row) {
-                         const auto half = static_cast<quint64>(row.number(1) * 500'000);
-                         const auto wakeUps = static_cast<quint64>(row.number(2)) / 2;
-                         // Half of it in a thread that began meanwhile; 3 ended, 4 is another under its
-                         // number.
-                         const ProcessRun before = {
-                             {1, {5'000'000'000, 70}}, {3, {9'000'000'000, 9}}, {4, {9'000'000'000, 9}}};
-                         const ProcessRun after = {
-                             {1, {5'000'000'000 + half, 70 + wakeUps}}, {2, {half, wakeUps}}, {4, {1, 1}}};
-                         return QString::number(energyImpact(before, after, row.number(3)));
-                     });
+        compareTable(fixture(u"linux/energy.txt"_qs), [](const Cells &row) {
+            const auto half = static_cast<quint64>(row.number(1) * 500'000);
+            const auto wakeUps = static_cast<quint64>(row.number(2)) / 2;
+            // Half of it in a thread that began meanwhile; 3 ended, 4 is another under its
+            // number.
+            const ProcessRun before = {
+                {1, {5'000'000'000, 70}}, {3, {9'000'000'000, 9}}, {4, {9'000'000'000, 9}}};
+            const ProcessRun after = {
+                {1, {5'000'000'000 + half, 70 + wakeUps}}, {2, {half, wakeUps}}, {4, {1, 1}}};
+            return QString::number(energyImpact(before, after, row.number(3)));
+        });
     }
 
     void threadsAreReadWhereThereAreSeveral()
     {
         const StandIn proc;
-        proc.write("7/schedstat", "1000 2 3\n");
-        proc.write("8/schedstat", "1 1 1\n");
-        proc.write("8/task/8/schedstat", "10 0 1\n");
-        proc.write("8/task/9/schedstat", "20 0 2\n");
-        proc.write("10/schedstat", "0 0 0\n"); // a kernel that does not count
+        // 10 is of a kernel that does not count, 11 has ended.
+        proc.plant("7/schedstat | 1000 2 3\\n\n8/schedstat | 1 1 1\\n\n8/task/8/schedstat | 10 0 1\\n\n"
+                   "8/task/9/schedstat | 20 0 2\\n\n10/schedstat | 0 0 0\\n");
         const std::vector<MeasuredProcess> processes = {{7, 1}, {8, 2}, {10, 1}, {11, 1}};
-        const std::vector<ProcessRun> runs = readRuns(proc.path(), processes);
-        QCOMPARE(runs.size(), std::size_t{4});
-        QCOMPARE(runs[0].at(7).nanoseconds, std::uint64_t{1000});
-        QCOMPARE(runs[0].at(7).starts, std::uint64_t{3});
-        QCOMPARE(runs[1].size(), std::size_t{2});
-        QCOMPARE(runs[1].at(9).nanoseconds, std::uint64_t{20});
-        QVERIFY(runs[2].empty() && runs[3].empty());
+        QStringList words;
+        for (const ProcessRun &run : readRuns(proc.path(), processes)) {
+            words.append(u"-"_qs);
+            for (const auto &[thread, counts] : std::map(run.begin(), run.end()))
+                words.append(u"%1: %2 %3"_qs.arg(thread).arg(counts.nanoseconds).arg(counts.starts));
+        }
+        QCOMPARE(words.join(u' '), u"- 7: 1000 3 - 8: 10 1 9: 20 2 - -"_qs);
     }
 
     void onlyThoseThatRanAreMeasured()
@@ -180,10 +159,8 @@ private Q_SLOTS:
         ProcessMachine machine;
         for (const int pid : {5, 6})
             StandInProcess{.pid = pid, .command = "p"}.writeTo(machine.proc);
-        machine.proc.link("5/fd/3", "socket:[101]");
-        machine.proc.link("5/fd/4", "/dev/null");
-        machine.proc.link("6/fd/7", "socket:[102]");
-        machine.proc.link("6/fd/8", "socket:[103]");
+        machine.proc.plant("5/fd/3 | -> socket:[101]\n5/fd/4 | -> /dev/null\n"
+                           "6/fd/7 | -> socket:[102]\n6/fd/8 | -> socket:[103]");
         const std::uint32_t user = ::getuid();
         std::vector<SocketBytes> sockets = {
             {1, 101, user, 1000, 50}, {2, 102, user, 7, 7}, {9, 104, user, 0, 0}};

@@ -3,8 +3,8 @@
 
 #include <QtTest/QTest>
 
+#include <csignal>
 #include <sys/prctl.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <thread>
@@ -17,25 +17,6 @@ unsigned long seconds(double count)
 {
     return static_cast<unsigned long>(count * ticksPerSecond());
 }
-
-/// An idle child of this test, gone with it.
-class Child {
-public:
-    Child() : pid(::fork())
-    {
-        if (pid == 0) {
-            ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-            while (true)
-                ::pause();
-        }
-    }
-    ~Child()
-    {
-        ::kill(pid, SIGKILL);
-        ::waitpid(pid, nullptr, 0);
-    }
-    const pid_t pid;
-};
 
 } // namespace
 
@@ -62,98 +43,40 @@ private Q_SLOTS:
         });
     }
 
-    void shareIsThatSinceThePreviousListing()
+    void listings()
     {
-        ProcessMachine machine;
-        StandInProcess process{
-            .pid = 9, .command = "worker", .runTicks = seconds(100), .startTicks = seconds(800)};
-        process.writeTo(machine.proc);
-        QCOMPARE(machine.percent(9), 50); // 100 of its 200 seconds
-        QVERIFY(machine.row(9)->hasRun);
-
-        machine.setTime(1060);
-        QCOMPARE(machine.percent(9), 0);
-        QVERIFY(!machine.row(9)->hasRun);
-
-        machine.setTime(1120);
-        process.runTicks += seconds(90); // on two processors
-        process.writeTo(machine.proc);
-        QCOMPARE(machine.percent(9), 150);
-
-        machine.setTime(1180);
-        process.runTicks -= seconds(1); // counters of a garbled file never give a negative share
-        process.writeTo(machine.proc);
-        QCOMPARE(machine.percent(9), 0);
-    }
-
-    void newProcessCountsOverItsLife()
-    {
-        ProcessMachine machine;
-        StandInProcess{.pid = 1, .command = "init"}.writeTo(machine.proc);
-        machine.row(1);
-        machine.setTime(1060);
-        StandInProcess{.pid = 9, .command = "a", .runTicks = seconds(5), .startTicks = seconds(1050)}.writeTo(
-            machine.proc);
-        // One tick of a process that is one tick old is no full load.
-        StandInProcess{.pid = 10, .command = "b", .runTicks = seconds(0.1), .startTicks = seconds(1059.9)}
-            .writeTo(machine.proc);
-        QCOMPARE(machine.percent(9), 50);
-        QCOMPARE(machine.percent(10), 20);
-    }
-
-    void closeListingsCompareWithTheOneBefore()
-    {
-        ProcessMachine machine;
-        StandInProcess process{.pid = 9, .command = "worker"};
-        const auto run = [&](double now, double runSeconds) {
-            machine.setTime(now);
-            process.runTicks = seconds(runSeconds);
-            process.writeTo(machine.proc);
-            return machine.percent(9);
-        };
-        run(1000, 0);
-        QCOMPARE(run(1010, 5), 50);
-        QCOMPARE(run(1010.1, 5.1), 50); // since 1000, not 100 since 1010
-        QCOMPARE(run(1010.4, 5.1), 49);
-        QCOMPARE(run(1020, 5.1), 1); // since 1010: the close ones were no baselines
-    }
-
-    void reusedPidIsAnotherProcess()
-    {
-        ProcessMachine machine;
-        StandInProcess{
-            .pid = 9, .command = "old", .program = "/usr/bin/old", .runTicks = seconds(500), .startTicks = 1}
-            .writeTo(machine.proc);
-        QCOMPARE(machine.row(9)->program->name, "old");
-
-        machine.setTime(1010);
-        StandInProcess{.pid = 9,
-                       .command = "new",
-                       .program = "/usr/bin/new",
-                       .runTicks = seconds(1),
-                       .startTicks = seconds(1008)}
-            .writeTo(machine.proc);
-        QCOMPARE(machine.percent(9), 50);
-        QCOMPARE(machine.row(9)->program->name, "new");
-
-        machine.proc.remove("9");
-        QVERIFY(!machine.table->list()); // nothing at all is no listing
-    }
-
-    void processBecomingAnotherProgramIsLookedUpAgain()
-    {
-        ProcessMachine machine;
-        StandInProcess process{.pid = 9, .command = "starter", .program = "/usr/bin/dash"};
-        process.writeTo(machine.proc);
-        QCOMPARE(machine.row(9)->program->path, "/usr/bin/dash");
-        process.program = "/usr/lib/thing/starter"; // exec under the same short name
-        process.codeStart += 4096;
-        process.writeTo(machine.proc);
-        QCOMPARE(machine.row(9)->program->path, "/usr/lib/thing/starter");
-        process.program = "/usr/bin/other";
-        process.command = "other";
-        process.writeTo(machine.proc);
-        QCOMPARE(machine.row(9)->program->path, "/usr/bin/other");
+        // The time, from 1000 on a new machine's; the processes that changed, each "pid command program,
+        // seconds run, second of the start, code's start", only a pid when it ended; percent and program.
+        std::optional<ProcessMachine> machine;
+        compareTable(fixture(u"linux/listings.txt"_qs), [&](const Cells &row) {
+            if (row[1] == "1000")
+                machine.emplace();
+            machine->setTime(row.number(1));
+            for (const QByteArray &words : row[2].split(',')) {
+                const QList<QByteArray> word = words.simplified().split(' ');
+                if (word.size() < 6)
+                    machine->proc.remove(word[0].isEmpty() ? "none" : word[0].toStdString());
+                else
+                    StandInProcess{.pid = word[0].toInt(),
+                                   .command = word[1].toStdString(),
+                                   .program = word[2] == "-" ? "" : word[2].toStdString(),
+                                   .runTicks = seconds(word[3].toDouble()),
+                                   .startTicks = seconds(word[4].toDouble()),
+                                   .codeStart = word[5].toULong()}
+                        .writeTo(machine->proc);
+            }
+            const auto listing = machine->table->list();
+            if (!listing)
+                return u"none"_qs;
+            return lines(listing->rows,
+                         [](const TableRow &process) {
+                             return u"%1 %2 %3%4"_qs.arg(process.pid)
+                                 .arg(std::lround(process.cpuPercent))
+                                 .arg(QString::fromStdString(process.program->path),
+                                      process.hasRun ? QString() : u" idle"_qs);
+                         })
+                .replace(u'\n', u", "_qs);
+        });
     }
 
     void descriptorsStayWithinTheBudget()
@@ -218,16 +141,20 @@ private Q_SLOTS:
 
     void realProcesses()
     {
-        const Child child;
+        const pid_t child = ::fork();
+        if (child == 0) {
+            ::prctl(PR_SET_PDEATHSIG, SIGKILL); // it goes with this test
+            while (true)
+                ::pause();
+        }
         ProcessMachine machine(descriptorBudget(), "/proc");
-        const TableRow *row = machine.row(child.pid);
+        const TableRow *row = machine.row(child);
         QVERIFY(row);
         QCOMPARE(row->parentPid, ::getpid());
         QCOMPARE(row->program->name, "linux_processes_test");
         QCOMPARE(row->program->path, linkTarget("/proc/self/exe"));
         QVERIFY(machine.row(::getpid())->residentBytes > 1'000'000);
-        QCOMPARE(machine.table->pidRunning(linkTarget("/proc/self/exe"), {}),
-                 std::min(::getpid(), child.pid));
+        QCOMPARE(machine.table->pidRunning(linkTarget("/proc/self/exe"), {}), std::min(::getpid(), child));
         const TableRow *kernelThread = machine.row(2);
         if (kernelThread && kernelThread->program->name == "kthreadd") {
             QCOMPARE(kernelThread->program->path, "[kthreadd]");

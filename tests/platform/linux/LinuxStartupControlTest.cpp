@@ -63,7 +63,7 @@ private Q_SLOTS:
     void anEntryIsSetAsideAndPutBack()
     {
         const StandIn files;
-        files.write("user/mill.desktop", "[Desktop Entry]\nType=Application\nName=The Mill\nExec=mill\n");
+        files.plant("user/mill.desktop | The Mill | mill");
         LinuxStartupControl control = controlOf(files);
         const QString path = pathIn(files, "user/mill.desktop");
         const QString before = textOfFile(files, "user/mill.desktop");
@@ -88,8 +88,7 @@ private Q_SLOTS:
     void aSystemTwinDoesNotStartInItsPlace()
     {
         const StandIn files;
-        files.write("system/mill.desktop", "[Desktop Entry]\nType=Application\nExec=/usr/bin/mill\n");
-        files.write("user/mill.desktop", "[Desktop Entry]\nType=Application\nExec=mill\n");
+        files.plant("system/mill.desktop | Mill | /usr/bin/mill\nuser/mill.desktop | Mill | mill");
         LinuxStartupControl control = controlOf(files);
         const QString path = pathIn(files, "user/mill.desktop");
         const QString before = textOfFile(files, "user/mill.desktop");
@@ -104,19 +103,19 @@ private Q_SLOTS:
     void aUnitGoesOutOfEveryTarget()
     {
         const StandIn files;
-        files.write("mill.service", "[Service]\nExecStart=/usr/bin/mill\n");
-        for (const char *target : {"default.target.wants", "graphical.target.requires"})
-            files.link(std::string("units/") + target + "/mill.service", files.path("mill.service"));
-        files.link("units/default.target.wants/gone.timer", files.path("gone"));
-        LinuxStartupControl control = controlOf(files);
         const std::string link = "units/default.target.wants/mill.service";
         const std::string other = "units/graphical.target.requires/mill.service";
+        files.plant(R"(mill.service | [Service]\nExecStart=/usr/bin/mill\n
+                       units/default.target.wants/mill.service | -> ROOT/mill.service
+                       units/graphical.target.requires/mill.service | -> ROOT/mill.service
+                       units/default.target.wants/gone.timer | -> ROOT/gone)");
+        LinuxStartupControl control = controlOf(files);
         QVERIFY(control.setAside(pathIn(files, link)));
         QVERIFY(!isLink(files, link) && !isLink(files, other));
         QVERIFY(control.setAside(pathIn(files, "units/default.target.wants/gone.timer")));
-        QStringList labels;
-        for (const StartupEntry &entry : control.setAsideEntries())
-            labels.append(entry.label);
+        QStringList labels = lines(control.setAsideEntries(), [](const StartupEntry &entry) {
+                                 return entry.label;
+                             }).split(u'\n');
         labels.sort();
         QCOMPARE(labels, QStringList({u"gone.timer"_qs, u"mill.service"_qs}));
         QVERIFY(control.putBack(pathIn(files, link)));

@@ -1,17 +1,12 @@
 #include "platform/Utf8.h"
-#include "platform/linux/LinuxDisposal.h"
+#include "platform/linux/RemovalScene.h"
 #include "platform/posix/PosixShell.h"
-#include "support/RandomTree.h"
 
 #include <QtTest/QTest>
-
-#include <set>
 
 using namespace swabby;
 
 namespace {
-
-namespace fs = std::filesystem;
 
 /// Names that others print as they are.
 bool isPrintable(const std::string &name)
@@ -31,15 +26,13 @@ std::string printed(const std::string &name)
 }
 
 /// The Trash as others read it: programs of two makers that know nothing of this one.
-struct Scene {
-    Scene()
+struct ReadTrash : Scene {
+    ReadTrash() : Scene(false)
     {
-        fs::create_directory(home());
         ::setenv("HOME", home().c_str(), 1);
-        ::setenv("XDG_DATA_HOME", (home() / ".local/share").c_str(), 1);
+        ::setenv("XDG_DATA_HOME", (home() / "data").c_str(), 1);
     }
 
-    fs::path home() const { return ground / "home"; }
     /// What a tool prints, whatever bytes that is.
     std::string run(const std::string &script) const
     {
@@ -48,10 +41,6 @@ struct Scene {
         shell.run("/bin/sh", {"-c", "exec >\"$0\" 2>&1; cd \"$HOME\"; " + script, output});
         return bytesOf(output);
     }
-
-    Ground ground;
-    SystemClock clock;
-    LinuxDisposal disposal{home() / ".local/share", clock};
 };
 
 const std::vector<std::string> names = {"plain.txt",  "with space",         "100%_done",    "caf\xC3\xA9",
@@ -71,28 +60,28 @@ private Q_SLOTS:
             if (!isUtf8(name))
                 continue;
             // One at a time: its restore asks for the number of a line, and a name may have several lines.
-            Scene scene;
+            ReadTrash scene;
             const fs::path file = scene.home() / name;
             writeBytes(file, name);
-            QVERIFY(scene.disposal.moveToTrash(targetAt(file, scene.home())));
+            QVERIFY(scene.disposal->moveToTrash(targetAt(file, scene.home())));
             const std::string listed = scene.run("trash-list");
             if (isPrintable(name))
                 QVERIFY2(listed.find(' ' + file.native()) != std::string::npos, listed.c_str());
             const std::string answer = scene.run("echo 0 | trash-restore");
             QVERIFY2(bytesOf(file) == name, answer.c_str());
-            QVERIFY(fs::is_empty(scene.home() / ".local/share/Trash/files"));
-            QVERIFY(fs::is_empty(scene.home() / ".local/share/Trash/info"));
+            QVERIFY(fs::is_empty(scene.home() / "data/Trash/files"));
+            QVERIFY(fs::is_empty(scene.home() / "data/Trash/info"));
         }
     }
 
     void theDesktopListsAndRestores()
     {
-        Scene scene;
+        ReadTrash scene;
         writeBytes(scene.home() / "folder/inner/file", "deep");
-        QVERIFY(scene.disposal.moveToTrash(targetAt(scene.home() / "folder", scene.home())));
+        QVERIFY(scene.disposal->moveToTrash(targetAt(scene.home() / "folder", scene.home())));
         for (const std::string &name : names) {
             writeBytes(scene.home() / name, name);
-            QVERIFY(scene.disposal.moveToTrash(targetAt(scene.home() / name, scene.home())));
+            QVERIFY(scene.disposal->moveToTrash(targetAt(scene.home() / name, scene.home())));
         }
         const std::string listed = scene.run("export XDG_RUNTIME_DIR=\"$HOME\"; dbus-run-session -- sh -c '"
                                              "gio trash --list | tee list; "
@@ -104,7 +93,7 @@ private Q_SLOTS:
             QVERIFY2(bytesOf(shown) == name, name.c_str());
         }
         QCOMPARE(bytesOf(scene.home() / "folder/inner/file"), std::string("deep"));
-        QVERIFY(fs::is_empty(scene.home() / ".local/share/Trash/files"));
+        QVERIFY(fs::is_empty(scene.home() / "data/Trash/files"));
     }
 };
 

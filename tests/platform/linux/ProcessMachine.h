@@ -40,13 +40,6 @@ public:
                                         [pid](const TableRow &row) { return row.pid == pid; });
         return found == listing->rows.end() ? nullptr : &*found;
     }
-    /// In whole percent of one processor; -1 for a process that is not listed.
-    int percent(std::int32_t pid)
-    {
-        const TableRow *found = row(pid);
-        return found ? static_cast<int>(std::lround(found->cpuPercent)) : -1;
-    }
-
     StandIn proc;
     const std::string root;
     double now = 0;

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "support/Table.h"
+
 #include <QtCore/QTemporaryDir>
+#include <QtTest/QTest>
 
 #include <filesystem>
 #include <fstream>
@@ -38,6 +41,26 @@ public:
         std::filesystem::create_symlink(target, path(file));
     }
 
+    /// Puts in what a text names, a row each: PATH | CONTENT of a file, PATH | * for a program, PATH | ->
+    /// TARGET for a link, PATH | NAME | EXEC | MORE for a desktop entry. ROOT stands for the folder itself.
+    void plant(QByteArray tree) const
+    {
+        for (const QByteArray &line : tree.replace("ROOT", path().c_str()).split('\n')) {
+            const Cells row(line);
+            const std::string file = row.string(0), text = row.string(1);
+            if (row.size() > 2)
+                write(file, "[Desktop Entry]\nType=Application\nName=" + text +
+                                "\nName[de]=Anders\nExec=" + row.string(2) + '\n' + row.string(3) +
+                                "\n[Desktop Action new]\nName=New Window\nExec=other --new\n");
+            else if (text == "*")
+                writeProgram(file);
+            else if (text.starts_with("-> "))
+                link(file, text.substr(3));
+            else if (row.size() == 2)
+                write(file, text);
+        }
+    }
+
     void remove(const std::string &file) const { std::filesystem::remove_all(path(file)); }
 
 private:
@@ -48,6 +71,19 @@ private:
 
     QTemporaryDir m_folder;
 };
+
+/// Makes a check fail unless the reading makes of every scene of that file of tests/fixtures what stands
+/// below its line "gives". Scenes have a title each, and an empty line between them.
+inline void compareScenes(const QString &name, const std::function<QString(const StandIn &files)> &reading)
+{
+    for (const QString &scene : QString::fromUtf8(fixture(name)).trimmed().split(QStringLiteral("\n\n"))) {
+        const StandIn files;
+        const QString tree = scene.section(QStringLiteral("\ngives"), 0, 0);
+        files.plant(tree.toUtf8());
+        QCOMPARE(tree + u'\n' + reading(files).remove(QString::fromStdString(files.path() + '/')),
+                 tree + u'\n' + scene.section(QStringLiteral("\ngives"), 1).trimmed());
+    }
+}
 
 /// One process of a stand-in /proc.
 struct StandInProcess {

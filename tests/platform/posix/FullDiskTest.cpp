@@ -43,35 +43,32 @@ QByteArray contentOf(const QString &path)
 using namespace Qt::StringLiterals;
 
 /// Writes the file FOLDER/name, and says whether that worked.
-struct Writer {
-    const char *name;
-    bool (*write)(const QString &folder);
-};
+using Writer = bool (*)(const QString &folder);
 
 constexpr double now = 1'700'000'000;
 
-const Writer writers[] = {
-    {"plain.txt",
+const std::pair<QString, Writer> writers[] = {
+    {u"plain.txt"_s,
      [](const QString &folder) { return saveWholeFile(folder + u"/plain.txt"_s, "new").isEmpty(); }},
-    {"settings.json",
+    {u"settings.json"_s,
      [](const QString &folder) {
          return FileSettingsStore(folder + u"/settings.json"_s).change(u"neverRemove"_s, [](auto &) {
              return 1;
          });
      }},
-    {"history.json",
+    {u"history.json"_s,
      [](const QString &folder) {
          return HistoryStore::save(folder, {{now, 1, 1}}, now).isEmpty();
      }},
-    {"put-back.json",
+    {u"put-back.json"_s,
      [](const QString &folder) {
          return PutBackRecord(folder).store({{"/a", "/b", FileIdentity()}});
      }},
-    {"com.swabby.app.desktop",
+    {u"com.swabby.app.desktop"_s,
      [](const QString &folder) {
          return LinuxLoginService(folder.toStdString(), {}, "/bin/x").registerAtLogin().isEmpty();
      }},
-    {"keychain.json",
+    {u"keychain.json"_s,
      [](const QString &folder) {
          return FolderSecretStore(folder + u"/keychain.json"_s).write(u"key"_s, u"account"_s);
      }},
@@ -83,30 +80,22 @@ class FullDiskTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void nothingIsLost_data()
-    {
-        QTest::addColumn<int>("writer");
-        for (int index = 0; index < static_cast<int>(std::size(writers)); ++index)
-            QTest::newRow(writers[index].name) << index;
-    }
-
     void nothingIsLost()
     {
-        QFETCH(int, writer);
-        const Writer &tried = writers[writer];
-        const QTemporaryDir folder;
-        const QString path = folder.filePath(QString::fromLatin1(tried.name));
-        QVERIFY(tried.write(folder.path()));
-        const QByteArray before = contentOf(path);
-        QVERIFY(!before.isEmpty());
-        {
-            const FullDisk full;
-            QVERIFY(!tried.write(folder.path()));
+        for (const auto &[name, write] : writers) {
+            const QTemporaryDir folder;
+            const QString path = folder.filePath(name);
+            QVERIFY2(write(folder.path()), qPrintable(name));
+            const QByteArray before = contentOf(path);
+            QVERIFY(!before.isEmpty());
+            {
+                const FullDisk full;
+                QVERIFY2(!write(folder.path()), qPrintable(name));
+            }
+            QCOMPARE(contentOf(path), before);
+            QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList(name));
+            QVERIFY(write(folder.path()));
         }
-        QCOMPARE(contentOf(path), before);
-        QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
-                 QStringList(QString::fromLatin1(tried.name)));
-        QVERIFY(tried.write(folder.path()));
     }
 
     void aStartupItemStaysOnOrComesBack()

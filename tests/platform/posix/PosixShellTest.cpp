@@ -30,12 +30,14 @@ private Q_SLOTS:
         });
     }
 
-    void passesArgumentsUntouched()
+    void argumentsAndTextsOfAnySize()
     {
         PosixShell shell{StopToken()};
         const std::vector<std::string> arguments = {
             "-c", "printf '<%s>' \"$@\"", "sh", "a b", "*", "$HOME", "", "\n", "'\""};
         QCOMPARE(shell.run("/bin/sh", arguments), "<a b><*><$HOME><><\n><'\">");
+        const auto text = shell.run("/bin/sh", {"-c", "head -c 20000000 /dev/zero | tr '\\0' x"});
+        QCOMPARE(text->size(), std::size_t(20'000'000));
     }
 
     void whatCannotBeStartedGivesNoText()
@@ -48,14 +50,9 @@ private Q_SLOTS:
         QCOMPARE(shell.run(plain.fileName().toStdString(), {}), std::nullopt);
         QCOMPARE(shell.run("/nonexistent/tool", {}), std::nullopt);
         QCOMPARE(shell.run("sh", {"-c", "echo found by the PATH"}), std::nullopt);
-    }
-
-    void readsTwentyMegabytes()
-    {
-        PosixShell shell{StopToken()};
-        const auto text = shell.run("/bin/sh", {"-c", "head -c 20000000 /dev/zero | tr '\\0' x"});
-        QVERIFY(text);
-        QCOMPARE(text->size(), std::size_t(20'000'000));
+        StopSource stop;
+        stop.requestStop();
+        QCOMPARE(PosixShell(stop.token()).run("/bin/echo", {"late"}), std::nullopt);
     }
 
     void stoppingEndsTheToolAndItsChildren()
@@ -80,14 +77,6 @@ private Q_SLOTS:
             for (const QByteArray &pid : file.readAll().simplified().split(' '))
                 QVERIFY(QTest::qWaitFor([&] { return isGone(pid); }, 30'000));
         }
-    }
-
-    void aStoppedShellStartsNothing()
-    {
-        StopSource stop;
-        stop.requestStop();
-        PosixShell shell{stop.token()};
-        QCOMPARE(shell.run("/bin/echo", {"late"}), std::nullopt);
     }
 
 private:

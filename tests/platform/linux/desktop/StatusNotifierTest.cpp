@@ -170,7 +170,7 @@ private Q_SLOTS:
         QCOMPARE(m_panel->items.size(), 1); // a new picture is no new item
     }
 
-    void clicksSayWhere()
+    void clicksSayWhereAndTheMenuWhat()
     {
         m_panel->come();
         const auto item = shownItem(pictureOf(Qt::red, {}));
@@ -179,24 +179,15 @@ private Q_SLOTS:
         connect(item.get(), &TrayItem::activated, this, [&](const QRect &where) { activated += where; });
         connect(item.get(), &TrayItem::menuWanted, this, [&](const QRect &where) { menuWanted += where; });
         const QRect there(640, 12, 1, 1);
-        for (const auto &[method, where] : {std::pair{u"Activate"_qs, there},
-                                            {u"SecondaryActivate"_qs, there},
-                                            {u"ContextMenu"_qs, there},
-                                            {u"Activate"_qs, QRect()}}) { // that one does not know
-            const int x = where.isEmpty() ? 0 : where.x();
-            const int y = where.isEmpty() ? 0 : where.y();
-            QCOMPARE(m_panel->ask(itemPath, itemInterface, method, {x, y}).type(),
+        for (const auto &[method, place] : {std::pair{u"Activate"_qs, there.topLeft()},
+                                            {u"SecondaryActivate"_qs, there.topLeft()},
+                                            {u"ContextMenu"_qs, there.topLeft()},
+                                            {u"Activate"_qs, QPoint()}}) // that one does not know
+            QCOMPARE(m_panel->ask(itemPath, itemInterface, method, {place.x(), place.y()}).type(),
                      QDBusMessage::ReplyMessage);
-        }
         QCOMPARE(activated, (QList{there, there, QRect()}));
         QCOMPARE(menuWanted, QList{there});
-    }
 
-    void thePanelShowsTheMenu()
-    {
-        m_panel->come();
-        const auto item = shownItem(pictureOf(Qt::red, {}));
-        QVERIFY(item);
         QList<TrayCommand> chosen;
         connect(item.get(), &TrayItem::commanded, this, [&](TrayCommand command) { chosen += command; });
         const auto report = [&](int line, const QString &event) {
@@ -227,29 +218,34 @@ private Q_SLOTS:
     void theItemFollowsThePanel()
     {
         const auto item = makeItem(30s);
+        const auto isAt = [&](TrayItem::Place place) {
+            return waitUntil([&] { return item->place() == place; });
+        };
+        const auto isTakenIn = [&](int times) {
+            return waitUntil([&] { return m_panel->items.size() == times; }) &&
+                   item->place() == TrayItem::Place::there;
+        };
         item->show(pictureOf(Qt::red, {}));
-        QVERIFY(waitUntil([&] { return item->place() == TrayItem::Place::none; }));
+        QVERIFY(isAt(TrayItem::Place::none));
         m_panel->hasHost = false; // somebody keeps the list, but nobody shows it
         m_panel->come();
         m_panel->announceHost();
-        QVERIFY(waitUntil([&] { return m_panel->items.size() == 1; }));
-        QVERIFY(item->place() == TrayItem::Place::there);
+        QVERIFY(isTakenIn(1));
 
         m_panel->go();
-        QVERIFY(waitUntil([&] { return item->place() == TrayItem::Place::none; }));
+        QVERIFY(isAt(TrayItem::Place::none));
         m_panel->come();
-        QVERIFY(waitUntil([&] { return m_panel->items.size() == 2; }));
-        QVERIFY(item->place() == TrayItem::Place::there);
+        QVERIFY(isTakenIn(2));
 
         m_panel->go();
-        QVERIFY(waitUntil([&] { return item->place() == TrayItem::Place::none; }));
+        QVERIFY(isAt(TrayItem::Place::none));
         item->hide();
         m_panel->come();
-        QVERIFY(waitUntil([&] { return item->place() == TrayItem::Place::there; }));
+        QVERIFY(isAt(TrayItem::Place::there));
         m_panel->properties();              // by when it would have been here
         QCOMPARE(m_panel->items.size(), 2); // a hidden one does not come back by itself
         item->show(pictureOf(Qt::red, {}));
-        QVERIFY(waitUntil([&] { return m_panel->items.size() == 3; }));
+        QVERIFY(isTakenIn(3));
     }
 
     void aSilentPanelIsNoneUntilItSpeaks()
