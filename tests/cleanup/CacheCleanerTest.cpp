@@ -51,37 +51,28 @@ private Q_SLOTS:
 
     void whatCounts()
     {
-        const Clutter mac;
-        mac.addFolder(u".Trash"_qs, 976);                       // a megabyte not quite
-        mac.writeFile(u"home/Library/Caches/pip"_qs, "4000\n"); // a file counts as existing
-        mac.addFolder(u"Library/Caches/Yarn"_qs, 5000);
+        const ClutterScene mac(u"cleanup/what_counts.txt"_qs);
         QVERIFY(QFile::link(u"/nonexistent"_qs, mac.home() + u"/Library/Caches/Cypress"_qs));
-        QCOMPARE(found(mac, CacheCleaner::scan({*mac.machine, {}, {}})),
-                 u"~/Library/Caches/Yarn|Coding tool cache (Yarn)|5120000\n"
-                 "~/Library/Caches/pip|Coding tool cache (pip)|4096000"_qs);
+        QCOMPARE(found(mac, CacheCleaner::scan({*mac.machine, {}, {}})), mac.expected);
         QCOMPARE(mac.runs().count(u"/usr/bin/du -sk ~/"_qs), 3); // none for what is not there
     }
 
     void unknownPlaces()
     {
-        const Clutter mac;
-        QVERIFY(CacheCleaner::scanUnknownCaches({*mac.machine, {}, {}}).empty()); // no folder of caches
-        for (int size = 1; size <= 8; ++size)
-            mac.addFolder(u"Library/Caches/maker %1"_qs.arg(size), 30'000 + size);
-        mac.addFolder(u"Library/Caches/.hidden"_qs, 90'000);
-        mac.addFolder(u"Library/Caches/Google/Chrome"_qs, 50'000);
-        mac.addFolder(u"Library/Caches/Google"_qs, 60'000); // holds a known one, is none
-        mac.addFolder(u"Library/Caches/com.apple.Safari"_qs, 99'000);
-        mac.addFolder(u"Library/Caches/below"_qs, 19'531);
-        mac.writeFile(u"home/Library/Caches/file"_qs, "95000\n");
-        const auto found = CacheCleaner::scanUnknownCaches({*mac.machine, {}, {}});
-        QCOMPARE(lines(found, [](const CacheEntry &entry) { return entry.description; }),
-                 u".hidden\nGoogle\nmaker 8\nmaker 7\nmaker 6\nmaker 5\nmaker 4\nmaker 3"_qs);
-        mac.addFolder(u"Library/Caches/Google"_qs, 19'532); // just above
-        const auto less = CacheCleaner::scanUnknownCaches(
-            {*mac.machine, {}, mac.excluding({"Library/Caches/maker 7", "Library/Caches/maker 8"})});
-        QCOMPARE(less.back().description, u"Google"_qs);
-        QCOMPARE(less.back().sizeBytes, 20'000'768);
+        QVERIFY(CacheCleaner::scanUnknownCaches({*Clutter().machine, {}, {}}).empty()); // no folder of caches
+        for (const auto &[name, places] :
+             {std::pair("unknown_places", 10), std::pair("fewer_unknown_places", 4)}) {
+            const ClutterScene mac(u"cleanup/%1.txt"_qs.arg(QLatin1String(name)));
+            std::vector<ScanProgress> heard;
+            const auto hear = [&](const ScanProgress &now) { heard.push_back(now); };
+            const auto entries = CacheCleaner::scanUnknownCaches(
+                {*mac.machine, {.stop = {}, .progress = hear}, mac.excludes()});
+            QCOMPARE(found(mac, entries), mac.expected);
+            QCOMPARE(heard.size(), std::size_t(places));
+            for (std::size_t index = 0; index < heard.size(); ++index)
+                QVERIFY(heard[index].done == std::int64_t(index + 1) && heard[index].total == places &&
+                        !heard[index].what.isEmpty());
+        }
     }
 
     void whatMustStayIsNotOffered()
@@ -103,54 +94,19 @@ private Q_SLOTS:
 
     void cleaning()
     {
-        const Clutter mac;
-        mac.addTool(u"/usr/bin/env"_qs, "exit 1");
-        for (const char *name :
-             {".Trash", "Library/Caches/Yarn", "Library/Caches/pip", "Library/Caches/x/.Trash"})
-            mac.addFolder(QString::fromLatin1(name), 2'000);
+        const ClutterScene mac(u"cleanup/cleaning.txt"_qs);
         std::vector<CacheEntry> entries = CacheCleaner::scan({*mac.machine, {}, {}});
         const auto trash = mac.homePath("Library/Caches/x/.Trash");
         entries.push_back({trash, u"x"_qs, 1, *FileIdentity::of(trash)});
-        mac.disposal().refused = {mac.homePath("Library/Caches/pip")};
-        QCOMPARE(CacheCleaner::clean(*mac.machine, entries, {}),
-                 (std::vector<bool>{true, false, true, true}));
-        QCOMPARE(mac.asked(), u"empty trash ~/.Trash in ~\n"
-                              "delete ~/Library/Caches/pip in ~/Library/Caches\n"
-                              "delete ~/Library/Caches/Yarn in ~/Library/Caches\n"
-                              "empty ~/Library/Caches/x/.Trash in ~/Library/Caches"_qs);
-        QVERIFY(mac.runs().endsWith(u"\n/usr/bin/env brew cleanup -q\n/usr/bin/env pip cache purge"_qs));
-    }
-
-    void whatMustStayByNowStays()
-    {
-        const Clutter mac;
-        for (const char *name :
-             {"Library/Caches/Yarn", "Library/Caches/composer", "Library/Caches/x/.Trash/mine"})
-            mac.addFolder(QString::fromLatin1(name), 2'000);
-        std::vector<CacheEntry> entries = CacheCleaner::scan({*mac.machine, {}, {}});
-        const auto trash = mac.homePath("Library/Caches/x/.Trash");
-        entries.push_back({trash, u"x"_qs, 1, *FileIdentity::of(trash)});
-        const auto gone = CacheCleaner::clean(
-            *mac.machine, entries, mac.excluding({"Library/Caches/Yarn/v6", "Library/Caches/x/.Trash/mine"}));
-        QCOMPARE(mac.asked(), u"delete ~/Library/Caches/composer in ~/Library/Caches\n"
-                              "empty ~/Library/Caches/x/.Trash in ~/Library/Caches\n"
-                              "keep ~/Library/Caches/x/.Trash/mine"_qs);
-        QCOMPARE(gone, (std::vector<bool>{true, false, true}));
-    }
-
-    void aStopLeavesWhatFollows()
-    {
-        const Clutter mac;
-        mac.addTool(u"/usr/bin/env"_qs, ":");
-        mac.addFolder(u"Library/Caches/pip"_qs, 2'000);
-        mac.addFolder(u"Library/Caches/Yarn"_qs, 1'000);
-        const auto entries = CacheCleaner::scan({*mac.machine, {}, {}});
         StopSource stop;
         stop.requestStop();
-        QCOMPARE(CacheCleaner::clean(*mac.machine, entries, {}, stop.token()),
-                 (std::vector<bool>{false, false}));
-        QCOMPARE(mac.asked(), QString());
-        QVERIFY(!mac.runs().contains(u"/usr/bin/env"_qs));
+        QCOMPARE(CacheCleaner::clean(*mac.machine, entries, {}, stop.token()), std::vector<bool>(5));
+        QVERIFY(mac.asked().isEmpty() && !mac.runs().contains(u"/usr/bin/env"_qs));
+        mac.disposal().refused = {mac.homePath("Library/Caches/pip")};
+        QCOMPARE(CacheCleaner::clean(*mac.machine, entries, mac.excludes()),
+                 (std::vector<bool>{true, false, false, true, true}));
+        QCOMPARE(mac.asked(), mac.expected);
+        QVERIFY(mac.runs().endsWith(u"\n/usr/bin/env brew cleanup -q\n/usr/bin/env pip cache purge"_qs));
     }
 
     void packageManagers()
@@ -206,23 +162,6 @@ private Q_SLOTS:
         QVERIFY(pids().size() <= int(std::max(1U, std::thread::hardware_concurrency()))); // no more begun
         for (const QString &name : pids())
             QVERIFY(::kill(name.mid(4).toInt(), 0) != 0);
-    }
-
-    void progress()
-    {
-        const Clutter mac;
-        for (int number = 0; number < 30; ++number)
-            mac.addFolder(u"Library/Caches/maker %1"_qs.arg(number), 30'000);
-        std::vector<ScanProgress> heard;
-        CacheCleaner::scanUnknownCaches(
-            {*mac.machine,
-             {.stop = {}, .progress = [&](const ScanProgress &now) { heard.push_back(now); }},
-             {}});
-        QCOMPARE(heard.size(), 30U);
-        for (std::size_t index = 0; index < heard.size(); ++index) {
-            QCOMPARE(heard[index].done, std::int64_t(index + 1));
-            QVERIFY(heard[index].total == 30 && heard[index].what.startsWith(u"maker "_qs));
-        }
     }
 
     void sideBySideIsSideBySide()

@@ -2,6 +2,7 @@
 
 #include "cleanup/ExcludeList.h"
 #include "platform/ScanControl.h"
+#include "support/Table.h"
 #include "support/TemporaryMachine.h"
 
 #include <QtCore/QFile>
@@ -20,6 +21,7 @@ public:
     {
         if (!record("trash", target))
             return std::nullopt;
+        afterEach();
         return TrashedItem{target.path, "/trash" / target.path.filename(), target.identity};
     }
     bool putBack(const TrashedItem &) override { return false; }
@@ -34,6 +36,7 @@ public:
     }
 
     QStringList asked;
+    std::function<void()> afterEach = [] {};
     std::set<std::filesystem::path> refused;
 
 private:
@@ -79,17 +82,23 @@ public:
         return below.empty() ? path : path / below;
     }
     /// A folder in the home folder that du finds so large.
-    void addFolder(const QString &below, std::int64_t kib, std::int64_t daysOld = 0) const
+    void addFolder(const QString &below, std::int64_t kib, double daysOld = 0) const
     {
         writeFile(u"home/"_qs + below + u"/.kib"_qs, QByteArray::number(qlonglong(kib)) + '\n');
-        age(below, daysOld * day);
+        age(below, std::int64_t(daysOld * day));
+    }
+    /// A project of that age whose dependency folder is so large.
+    void addProject(const QString &below, std::int64_t kib, double daysOld) const
+    {
+        addFolder(below + u"/node_modules"_qs, kib);
+        age(below, std::int64_t(daysOld * day));
     }
     /// A file in the home folder of that length, with no content.
-    void addFile(const QString &below, std::int64_t bytes, std::int64_t daysOld = 0) const
+    void addFile(const QString &below, std::int64_t bytes, double daysOld = 0) const
     {
         writeFile(u"home/"_qs + below, {});
         QFile(home() + u'/' + below).resize(bytes);
-        age(below, daysOld * day);
+        age(below, std::int64_t(daysOld * day));
     }
     void age(const QString &below, std::int64_t seconds) const
     {
@@ -113,6 +122,51 @@ public:
     QString runs() const { return shortened(TemporaryMachine::runs()); }
 
     const std::shared_ptr<Machine> machine;
+};
+
+/// The Mac that a file of tests/fixtures describes up to its "=>", and what is expected of it: the text that
+/// follows. Each row names what to put there, the place, what it is made of, and its age in days.
+class ClutterScene : public Clutter {
+public:
+    explicit ClutterScene(const QString &name, const QJsonObject &facts = {}) : Clutter(facts)
+    {
+        const QByteArray text = fixture(name);
+        const qsizetype end = text.indexOf("=>");
+        for (const QByteArray &line : text.first(end).trimmed().split('\n'))
+            put(Cells(line));
+        expected = QString::fromUtf8(text.mid(end + 2)).trimmed();
+    }
+
+    ExcludeList excludes() const { return ExcludeList(m_kept); }
+
+    QString expected;
+
+private:
+    void put(const Cells &row)
+    {
+        const QString place = row.text(1);
+        if (row[0] == "folder") {
+            addFolder(place, row[2].toLongLong(), row.number(3));
+        } else if (row[0] == "project") {
+            addProject(place, row[2].toLongLong(), row.number(3));
+        } else if (row[0] == "file") {
+            addFile(place, row[2].toLongLong(), row.number(3));
+        } else if (row[0] == "text") {
+            writeFile(place, row[2]);
+        } else if (row[0] == "tool") {
+            addTool(place, row[2]);
+        } else if (row[0] == "bundle") {
+            writeFile(place + u"/.kib"_qs, row[2]);
+            writeFile(place + u"/Contents/Info.plist"_qs,
+                      "<plist version=\"1.0\"><dict>" + row[3] + "</dict></plist>");
+        } else if (row[0] == "keep") {
+            m_kept.push_back(homePath(row.string(1)));
+        } else {
+            qFatal("cannot put a %s", row[0].constData());
+        }
+    }
+
+    std::vector<std::filesystem::path> m_kept;
 };
 
 } // namespace swabby

@@ -22,13 +22,6 @@ QString found(const Clutter &mac, const ExcludeList &excludes = {})
     });
 }
 
-/// A project of that age whose dependency folder is so large.
-void addProject(const Clutter &mac, const QString &path, std::int64_t kib, std::int64_t secondsOld)
-{
-    mac.addFolder(path + u"/node_modules"_qs, kib);
-    mac.age(path, secondsOld);
-}
-
 } // namespace
 
 class DeepScannerTest : public QObject {
@@ -43,13 +36,7 @@ private Q_SLOTS:
                 words.append(QString::fromStdString(path));
             return words.join(u',');
         };
-        compareTable(R"(
-            nothing | |
-            usual | /r/a/node_modules\n\n/r/b c/node_modules | /r/a/node_modules,/r/b c/node_modules
-            the root's own | /r/node_modules\n | /r/node_modules
-            elsewhere | /s/a/node_modules\n/ra/node_modules\n/r/../s/node_modules\n/r/./a/node_modules\na/node_modules\n//r/a/node_modules\n |
-            something else | /r/a/node_modules/\n/r/a/node_modules2\n/r/mynode_modules\nfind: '/r/x': refused\n |)",
-                     reading);
+        compareTable(fixture(u"cleanup/project_search.txt"_qs), reading);
         // Only twenty, and noise does not count.
         const QByteArray one = "noise\\n/r/a/node_modules\\n";
         compareTable("| " + one.repeated(30) + " | " +
@@ -57,32 +44,12 @@ private Q_SLOTS:
                      reading);
     }
 
-    void oldProjects()
+    void findings()
     {
-        const Clutter mac;
-        addProject(mac, u"Documents/Loom"_qs, 48'829, 30 * Clutter::day);
-        addProject(mac, u"Documents/young"_qs, 90'000, 30 * Clutter::day - 1);
-        addProject(mac, u"Documents/small"_qs, 48'828, 90 * Clutter::day);
-        addProject(mac, u"Documents/1/2/3/4"_qs, 60'000, 40 * Clutter::day);
-        addProject(mac, u"Documents/1/2/3/4/5"_qs, 90'000, 40 * Clutter::day); // too deep
-        mac.age(u"Documents/1/2/3/4"_qs, 40 * Clutter::day);
-        mac.addFolder(u"Documents/1/2/3/4/node_modules/x/node_modules"_qs, 90'000);
-        for (const char *root : {"Sites", "Desktop", "Developer", "Projects", "GitHub", "dev", "code"})
-            addProject(mac, QString::fromLatin1(root) + u"/p"_qs, 50'000, 100 * Clutter::day);
-        addProject(mac, u"Music/p"_qs, 90'000, 100 * Clutter::day); // nobody keeps projects there
-        // Of equal sizes the earlier root's comes first.
-        QCOMPARE(found(mac), u"0|~/Documents/1/2/3/4/node_modules|4/node_modules|61440000|40\n"
-                             "0|~/Desktop/p/node_modules|p/node_modules|51200000|100\n"
-                             "0|~/Developer/p/node_modules|p/node_modules|51200000|100\n"
-                             "0|~/Projects/p/node_modules|p/node_modules|51200000|100\n"
-                             "0|~/GitHub/p/node_modules|p/node_modules|51200000|100\n"
-                             "0|~/dev/p/node_modules|p/node_modules|51200000|100\n"
-                             "0|~/code/p/node_modules|p/node_modules|51200000|100\n"
-                             "0|~/Sites/p/node_modules|p/node_modules|51200000|100\n"
-                             "0|~/Documents/Loom/node_modules|Loom/node_modules|50000896|30"_qs);
-        QVERIFY(mac.runs().contains(
-            u"/usr/bin/find ~/Documents -maxdepth 5 -type d -name node_modules -prune -print"_qs));
-        QVERIFY(!found(mac, mac.excluding({"Documents/1"})).contains(u"Documents/1/"_qs));
+        for (const char *name : {"old_projects", "installers", "old_downloads"}) {
+            const ClutterScene mac(u"cleanup/%1.txt"_qs.arg(QLatin1String(name)));
+            QCOMPARE(found(mac, mac.excludes()), mac.expected);
+        }
     }
 
     void theTwentyFirstProject()
@@ -90,67 +57,26 @@ private Q_SLOTS:
         const Clutter mac;
         QByteArray script;
         for (int number = 1; number <= 21; ++number) {
-            addProject(mac, u"code/p%1"_qs.arg(number), 50'000 + number, 50 * Clutter::day);
+            mac.addProject(u"code/p%1"_qs.arg(number), 50'000 + number, 50);
             script += "echo \"$1/p" + QByteArray::number(number) + "/node_modules\"\n";
         }
         mac.addTool(u"/usr/bin/find"_qs, script);
         const QString text = found(mac);
         QCOMPARE(text.count(u'\n'), 19);
         QVERIFY(text.startsWith(u"0|~/code/p20/"_qs) && !text.contains(u"/p21/"_qs));
-    }
-
-    void installers()
-    {
-        const Clutter mac;
-        mac.addFile(u"Desktop/Setup.DMG"_qs, 25'000'000);
-        mac.addFile(u"Desktop/just.iso"_qs, 20'000'001, 1);
-        mac.addFile(u"Desktop/not.iso"_qs, 20'000'000, 1);
-        mac.addFile(u"Downloads/.hidden.pkg"_qs, 21'000'000);
-        mac.addFile(u"Downloads/.dmg"_qs, 40'000'000); // a hidden file of that name, no extension
-        mac.addFile(u"Downloads/film.mov"_qs, 40'000'000);
-        mac.addFile(u"Documents/far.dmg"_qs, 40'000'000);
-        mac.addFolder(u"Downloads/bundle.pkg"_qs, 90'000); // a folder's own length is short
-        mac.addFile(u"Downloads/ahead.pkg"_qs, 22'000'000, -3);
-        QCOMPARE(found(mac), u"1|~/Desktop/Setup.DMG|Setup.DMG|25000000|0\n"
-                             "1|~/Downloads/ahead.pkg|ahead.pkg|22000000|-3\n"
-                             "1|~/Downloads/.hidden.pkg|.hidden.pkg|21000000|0\n"
-                             "1|~/Desktop/just.iso|just.iso|20000001|1"_qs);
-    }
-
-    void oldDownloads()
-    {
-        const Clutter mac;
-        mac.addFolder(u"Downloads/Photos"_qs, 60'000, 100);
-        mac.addFolder(u"Downloads/small"_qs, 48'828, 100);
-        mac.addFile(u"Downloads/just.mov"_qs, 50'000'001, 90);
-        mac.addFile(u"Downloads/not.mov"_qs, 50'000'000, 90);
-        mac.addFile(u"Downloads/young.mov"_qs, 60'000'000);
-        mac.age(u"Downloads/young.mov"_qs, 90 * Clutter::day - 1);
-        mac.addFile(u"Downloads/old.dmg"_qs, 30'000'000, 200);
-        mac.addFile(u"Downloads/large.dmg"_qs, 80'000'000, 200);
-        mac.addFile(u"Desktop/old.mov"_qs, 90'000'000, 200);
-        const QString large = u"|~/Downloads/large.dmg|large.dmg|80000000|200\n"_qs;
-        QCOMPARE(found(mac), u"1"_qs + large + u"2"_qs + large +
-                                 u"2|~/Downloads/Photos|Photos|61440000|100\n"
-                                 "2|~/Downloads/just.mov|just.mov|50000001|90\n"
-                                 "1|~/Downloads/old.dmg|old.dmg|30000000|200"_qs);
-        QVERIFY(!found(mac, mac.excluding({"Downloads/Photos/mine"})).contains(u"Photos"_qs));
+        QVERIFY(mac.runs().contains(
+            u"/usr/bin/find ~/code -maxdepth 5 -type d -name node_modules -prune -print"_qs));
     }
 
     void removing()
     {
-        const Clutter mac;
-        addProject(mac, u"dev/p"_qs, 90'000, 100 * Clutter::day);
-        mac.addFile(u"Desktop/a.dmg"_qs, 80'000'000);
-        mac.addFile(u"Downloads/b.dmg"_qs, 70'000'000, 100);
+        const ClutterScene mac(u"cleanup/removing.txt"_qs);
         const auto items = DeepScanner::scan({*mac.machine, {}, {}});
         mac.disposal().refused = {mac.homePath("Desktop/a.dmg")};
         std::vector<RemovableItem> all;
         std::transform(items.begin(), items.end(), std::back_inserter(all), RemovableItem::of);
-        const auto outcome = removeItems(all, mac.excluding({"dev/p/node_modules/x"}), *mac.machine, {});
-        QCOMPARE(mac.asked(), u"trash ~/Desktop/a.dmg in ~/Desktop\n"
-                              "trash ~/Downloads/b.dmg in ~/Downloads\n"
-                              "trash ~/Downloads/b.dmg in ~/Downloads"_qs);
+        const auto outcome = removeItems(all, mac.excludes(), *mac.machine, {});
+        QCOMPARE(mac.asked(), mac.expected);
         QCOMPARE(outcome.left, std::vector({all[0], all[1]}));
         QCOMPARE(outcome.trashed.at(0).from, mac.homePath("Downloads/b.dmg"));
         removeItems({all[0]}, {}, *mac.machine, {});
@@ -161,8 +87,8 @@ private Q_SLOTS:
     {
         const Clutter mac;
         const std::string name = "caf\xe9";
-        addProject(mac, u"dev/odd"_qs, 60'000, 100 * Clutter::day);
-        addProject(mac, u"dev/plain"_qs, 50'000, 100 * Clutter::day);
+        mac.addProject(u"dev/odd"_qs, 60'000, 100);
+        mac.addProject(u"dev/plain"_qs, 50'000, 100);
         std::filesystem::rename(mac.homePath("dev/odd"), mac.homePath("dev/" + name));
         mac.addFile(u"Downloads/plain.iso"_qs, 30'000'000);
         std::filesystem::rename(mac.homePath("Downloads/plain.iso"),
@@ -179,7 +105,7 @@ private Q_SLOTS:
     void toolsThatDoNotAnswer()
     {
         const Clutter mac;
-        addProject(mac, u"dev/p"_qs, 90'000, 100 * Clutter::day);
+        mac.addProject(u"dev/p"_qs, 90'000, 100);
         mac.addFile(u"Desktop/a.dmg"_qs, 80'000'000);
         const QString rest = u"1|~/Desktop/a.dmg|a.dmg|80000000|0"_qs;
         for (const char *script :

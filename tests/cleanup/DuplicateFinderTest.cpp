@@ -8,9 +8,7 @@
 #include <map>
 #include <random>
 #include <sys/mount.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
-#include <sys/un.h>
 #include <unistd.h>
 
 using namespace swabby;
@@ -30,42 +28,6 @@ std::set<PathSet> setsOf(const std::vector<DuplicateGroup> &groups, const Path &
         sets.insert(paths);
     }
     return sets;
-}
-
-void makeSocket(const Path &path)
-{
-    sockaddr_un address = {};
-    address.sun_family = AF_UNIX;
-    path.native().copy(address.sun_path, sizeof address.sun_path - 1);
-    const int number = ::socket(AF_UNIX, SOCK_STREAM, 0);
-    QCOMPARE(::bind(number, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
-    ::close(number);
-}
-
-/// Makes what the words name: a file, FOLDER/, LINK->TARGET, SECOND=FIRST for a hard link, a pipe! or a
-/// socket?; -PLACE goes again.
-void build(const Path &top, const QByteArray &words, const std::string &content)
-{
-    namespace fs = std::filesystem;
-    for (const QByteArray &word : words.split(' ')) {
-        const std::string name = word.toStdString();
-        const std::size_t arrow = name.find("->"), equals = name.find('=');
-        const Path place = top / name.substr(0, name.size() - 1);
-        if (arrow != std::string::npos)
-            fs::create_symlink(name.substr(arrow + 2), top / name.substr(0, arrow));
-        else if (equals != std::string::npos)
-            fs::create_hard_link(top / name.substr(equals + 1), top / name.substr(0, equals));
-        else if (name.ends_with('/'))
-            fs::create_directory(place);
-        else if (name.ends_with('!'))
-            QCOMPARE(::mkfifo(place.c_str(), 0600), 0);
-        else if (name.ends_with('?'))
-            makeSocket(place);
-        else if (name.starts_with('-'))
-            fs::remove_all(top / name.substr(1));
-        else
-            writeBytes(top / name, content);
-    }
 }
 
 } // namespace
@@ -90,23 +52,15 @@ private Q_SLOTS:
         for (const std::size_t place : {0, 4'095, 4'096, 131'072, 200'000, 395'903, 395'904, 399'999})
             QVERIFY2(!areFound(large, changedAt(large, place)), qPrintable(QString::number(place)));
         QVERIFY(!areFound(contentOf(4'097), changedAt(contentOf(4'097), 4'096)));
-        compareTable(R"(
-            in a folder below | Downloads/below/ Downloads/below/a Downloads/a |
-            beside what is no file | Downloads/a Downloads/b Downloads/p! Downloads/s? Downloads/d->/dev/zero Downloads/n->nowhere | Downloads/a Downloads/b
-            a link to the file | Downloads/a Desktop/a->../Downloads/a |
-            a second name of the file | Downloads/a Desktop/a=Downloads/a |
-            a second name of a file that has a copy | Downloads/a Downloads/b Desktop/b=Downloads/b | Downloads/a Downloads/b
-            one folder linked to the other | Downloads/a Downloads/b -Desktop Desktop->Downloads | Downloads/a Downloads/b
-            one folder missing | Downloads/a Downloads/b -Desktop | Downloads/a Downloads/b)",
-                     [](const Cells &row) {
-                         const DuplicateFolders folders;
-                         build(folders.top(), row[1], contentOf(5'000));
-                         QStringList words;
-                         for (const PathSet &paths : setsOf(folders.scan(), folders.top()))
-                             for (const Path &path : paths)
-                                 words.append(QString::fromStdString(path));
-                         return words.join(u' ');
-                     });
+        compareTable(fixture(u"cleanup/duplicates.txt"_qs), [](const Cells &row) {
+            const DuplicateFolders folders;
+            build(folders.top(), row[1], contentOf(5'000));
+            QStringList words;
+            for (const PathSet &paths : setsOf(folders.scan(), folders.top()))
+                for (const Path &path : paths)
+                    words.append(QString::fromStdString(path));
+            return words.join(u' ');
+        });
         const DuplicateFolders folders;
         const PathSet odd = {"Desktop/line\nbreak", "Desktop/\xff\xfe", "Desktop/" + std::string(255, 'x'),
                              "Desktop/ "};

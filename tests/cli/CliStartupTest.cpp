@@ -45,9 +45,7 @@ private Q_SLOTS:
             if (!launchctl.isEmpty())
                 machine.addTool(u"/bin/launchctl"_qs, launchctl);
             const QString id = idOf(machine, "com.mill");
-            const Answer off = runOn(machine, {u"startup"_qs, u"disable"_qs, id, u"--json"_qs});
-            QCOMPARE(off.status, 0);
-            QCOMPARE(off.json().toObject(), (QJsonObject{{u"disabled"_qs, true}}));
+            compareTranscript(machine, u"cli/startup_off.txt"_qs);
             QVERIFY(!has(machine, agents + u"mill.plist"_qs) &&
                     has(machine, agents + u"mill.plist.disabled"_qs));
             QCOMPARE(idOf(machine, "com.mill"), u"none"_qs);
@@ -55,8 +53,7 @@ private Q_SLOTS:
             const QJsonArray bootout = {u"/bin/launchctl"_qs, u"bootout"_qs, u"gui/502/com.mill"_qs};
             QCOMPARE(machine.events(u"run"_qs).contains(bootout), !launchctl.isEmpty());
 
-            QCOMPARE(runOn(machine, {u"startup"_qs, u"enable"_qs, id, u"--json"_qs}).json()[u"enabled"_qs],
-                     true);
+            compareTranscript(machine, u"cli/startup_on.txt"_qs);
             QVERIFY(has(machine, agents + u"mill.plist"_qs) &&
                     !has(machine, agents + u"mill.plist.disabled"_qs));
             const QJsonArray bootstrap = {u"/bin/launchctl"_qs, u"bootstrap"_qs, u"gui/502"_qs,
@@ -70,15 +67,11 @@ private Q_SLOTS:
         TemporaryMachine machine;
         machine.writeFile(agents + u"mill.plist"_qs, job("com.mill"));
         machine.writeFile(agents + u"mill.plist.disabled"_qs, job("com.old"));
-        const Answer off =
-            runOn(machine, {u"startup"_qs, u"disable"_qs, idOf(machine, "com.mill"), u"--json"_qs});
-        QCOMPARE(off.status, 1);
-        QCOMPARE(off.json().toObject(), (QJsonObject{{u"disabled"_qs, false}}));
-        const QJsonValue old = runOn(machine, "startup disabled --json").json()[0];
-        QCOMPARE(old[u"label"_qs], u"com.old"_qs);
-        QCOMPARE(runOn(machine, {u"startup"_qs, u"enable"_qs, old[u"id"_qs].toString()}).status, 1);
+        const QJsonValue old = runOn(machine, "startup disabled --json").json();
+        QCOMPARE(old[0][u"label"_qs], u"com.old"_qs);
+        compareTranscript(machine, u"cli/startup_in_the_way.txt"_qs);
         QVERIFY(idOf(machine, "com.mill") != u"none");
-        QCOMPARE(runOn(machine, "startup disabled --json").json()[0], old);
+        QCOMPARE(runOn(machine, "startup disabled --json").json(), old);
     }
 
     void onlyAgentsOfTheUserAreTouched()
@@ -88,17 +81,7 @@ private Q_SLOTS:
         machine.addTool(u"/usr/bin/osascript"_qs, "echo Classic");
         machine.writeFile(u"root/Library/LaunchAgents/a.plist"_qs, job("com.global"));
         machine.writeFile(u"root/Library/LaunchDaemons/d.plist"_qs, job("com.daemon"));
-        for (const char *label : {"com.global", "com.daemon", "Classic"}) {
-            const QString id = idOf(machine, label);
-            QVERIFY2(id != u"none", label);
-            const Answer off = runOn(machine, {u"startup"_qs, u"disable"_qs, id, u"--json"_qs});
-            QCOMPARE(off.status, 1);
-            QCOMPARE(off.json().toObject(), (QJsonObject{{u"disabled"_qs, false}}));
-            const Answer shown = runOn(machine, {u"startup"_qs, u"reveal"_qs, id, u"--json"_qs});
-            const bool hasFile = QLatin1String(label) != u"Classic";
-            QCOMPARE(shown.json().toObject(), (QJsonObject{{u"revealed"_qs, hasFile}}));
-            QCOMPARE(shown.status, hasFile ? 0 : 1);
-        }
+        compareTranscript(machine, u"cli/startup_of_others.txt"_qs);
         QVERIFY(has(machine, u"root/Library/LaunchAgents/a.plist"_qs) &&
                 has(machine, u"root/Library/LaunchDaemons/d.plist"_qs));
         for (const QJsonValue run : machine.events(u"run"_qs))
@@ -110,17 +93,7 @@ private Q_SLOTS:
 
     void whatIsNotThereIsNotDone()
     {
-        TemporaryMachine machine;
-        using Row = std::pair<const char *, const char *>;
-        for (const auto &[word, key] :
-             {Row{"disable", "disabled"}, Row{"enable", "enabled"}, Row{"reveal", "revealed"}}) {
-            const Answer answer =
-                runOn(machine, {u"startup"_qs, QLatin1String(word), u"userAgent:x"_qs, u"--json"_qs});
-            QCOMPARE(answer.status, 1);
-            QCOMPARE(answer.json().toObject(), (QJsonObject{{QLatin1String(key), false}}));
-            QCOMPARE(runOn(machine, {u"startup"_qs, QLatin1String(word)}).status, 2);
-        }
-        QCOMPARE(runOn(machine, "startup frob x").status, 2);
+        compareTranscript(TemporaryMachine(), u"cli/startup_without_the_item.txt"_qs);
     }
 
     void openingAtLoginIsRegisteredOnce()

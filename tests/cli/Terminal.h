@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/Table.h"
 #include "support/TemporaryMachine.h"
 
 #include <QtCore/QJsonDocument>
@@ -55,6 +56,23 @@ inline Answer runOn(const TemporaryMachine &machine, const QStringList &argument
 inline Answer runOn(const TemporaryMachine &machine, const char *arguments, const QByteArray &input = {})
 {
     return runOn(machine, words(arguments), input);
+}
+
+/// Runs every row of a file of tests/fixtures on the machine, whose home folder is "~" in it: the arguments,
+/// with "_" for a blank in one of them, then the status and what is printed. Wrong usage says so in one line,
+/// and nothing else.
+inline void compareTranscript(const TemporaryMachine &machine, const QString &name)
+{
+    compareTable(fixture(name), [&](const Cells &row) {
+        QStringList arguments = words(row[0]).replaceInStrings(u"_"_qs, u" "_qs);
+        const Answer answer = runOn(machine, arguments.replaceInStrings(u"~"_qs, machine.home()));
+        const QString shown = QString::fromUtf8(answer.output.trimmed()).replace(machine.home(), u"~"_qs);
+        const bool isInOneLine = answer.status != 2 || answer.problems.count('\n') == 1;
+        return QString(u"%1 %2"_qs)
+            .arg(answer.status)
+            .arg(isInOneLine ? shown : u"in other lines"_qs)
+            .trimmed();
+    });
 }
 
 } // namespace swabby

@@ -1,4 +1,5 @@
 #include "engine/Samplers.h"
+#include "support/Table.h"
 
 #include <QtTest/QTest>
 
@@ -51,20 +52,15 @@ class SamplersTest : public QObject {
 private Q_SLOTS:
     void exclusion()
     {
-        const auto excluded = [](std::int32_t pid, std::int32_t parent, const QString &command) {
-            return ProcessSampler::isExcluded(
-                {.pid = pid, .parentPid = parent, .path = command, .name = command.section(u'/', -1)},
-                ownPid);
-        };
-        QVERIFY(excluded(0, 0, u"kernel_task"_qs));
-        QVERIFY(excluded(ownPid, 1, u"/opt/renamed"_qs));
-        QVERIFY(excluded(9, ownPid, u"/opt/mill"_qs));
-        QVERIFY(excluded(9, 1, u"SWABBY"_qs));
-        QVERIFY(excluded(9, 1, u"/Users/mara/Swabby.APP/Contents/MacOS/x"_qs));
-        QVERIFY(excluded(9, 1, u"/opt/SwabbyTools/x"_qs));
-        QVERIFY(!excluded(9, 1, u"/bin/ps"_qs)); // somebody else's
-        QVERIFY(!excluded(9, 1, u"/opt/notswabby/x"_qs));
-        QVERIFY(!excluded(9, 1, u"swabbyish"_qs));
+        // Number, parent and command.
+        compareTable(fixture(u"engine/exclusion.txt"_qs), [](const Cells &row) {
+            const QString path = row.text(2);
+            const ProcessRow process = {.pid = row[0].toInt(),
+                                        .parentPid = row[1].toInt(),
+                                        .path = path,
+                                        .name = path.section(u'/', -1)};
+            return ProcessSampler::isExcluded(process, ownPid) ? u"excluded"_qs : u"listed"_qs;
+        });
     }
 
     void topListIsTheUnionByTheSum()
@@ -104,15 +100,9 @@ private Q_SLOTS:
 
     void browserNames()
     {
-        QStringList browsers;
-        for (const QString &name :
-             {u"Google Chrome Helper (Renderer)"_qs, u"SAFARI Web Content"_qs, u"unsafariable"_qs,
-              u"firefox-bin"_qs, u"Microsoft Edge"_qs, u"Brave Browser Helper"_qs,
-              u"Firefox for Google Chrome"_qs, u"com.apple.WebKit.WebContent"_qs})
-            browsers.append(BrowserRollup::groupName(name).value_or(u"none"_qs));
-        QCOMPARE(browsers.join(u", "_qs),
-                 u"Google Chrome, Safari, Safari, Firefox, Microsoft Edge, Brave Browser, "
-                 "Google Chrome, none"_qs);
+        compareTable(fixture(u"engine/browser_names.txt"_qs), [](const Cells &row) {
+            return BrowserRollup::groupName(row.text(0)).value_or(u"none"_qs);
+        });
     }
 
     void browsersAreSummed()

@@ -37,6 +37,19 @@ public:
                             more + "</dict></plist>");
     }
 
+    /// The jobs of a file of tests/fixtures: place, label, program below opt, and more of the list; "-" for a
+    /// key that is not there.
+    void addJobs(const QString &name) const
+    {
+        const auto given = [](const QString &text) { return text == u"-" ? QString() : text; };
+        for (const QByteArray &line : fixture(name).trimmed().split('\n')) {
+            const Cells row(line);
+            const QString file =
+                row[2].isEmpty() || row[2] == "-" ? given(row.text(2)) : program(row.text(2));
+            addJob(row.text(0), given(row.text(1)), file, row[3].replace("OPT", folder().toUtf8() + "/opt"));
+        }
+    }
+
     QList<LoginItem> scan() const
     {
         const auto machine = open();
@@ -50,7 +63,6 @@ QString labelsOf(const QList<LoginItem> &items)
 }
 
 const QString agents = u"home/Library/LaunchAgents/"_qs;
-const QString globalAgents = u"root/Library/LaunchAgents/"_qs;
 const QString daemons = u"root/Library/LaunchDaemons/"_qs;
 
 } // namespace
@@ -91,9 +103,7 @@ private Q_SLOTS:
     void scopes()
     {
         const StartupFolder folder;
-        folder.addJob(agents + u"a.plist"_qs, u"same"_qs, folder.program());
-        folder.addJob(globalAgents + u"b.plist"_qs, u"same"_qs, folder.program());
-        folder.addJob(daemons + u"c.plist"_qs, u"same"_qs, folder.program());
+        folder.addJobs(u"startup/scopes.txt"_qs);
         folder.addTool(u"/usr/bin/osascript"_qs, "echo 'same, other,'; echo refused >&2");
         folder.addTool(u"/bin/launchctl"_qs,
                        "[ $2 = system/same ] && echo known || echo 'Could not find service'");
@@ -111,17 +121,11 @@ private Q_SLOTS:
     void whatIsNotListed()
     {
         const StartupFolder folder;
-        folder.addJob(agents + u"mine.plist"_qs, u"com.apple.mine"_qs, folder.program());
-        folder.addJob(agents + u"com.apple.nameless.plist"_qs, {}, folder.program());
-        folder.addJob(agents + u"case.PLIST"_qs, u"case"_qs, folder.program());
-        folder.addJob(agents + u"backup.plist.old"_qs, u"old"_qs, folder.program());
-        folder.addJob(agents + u"below/deep.plist"_qs, u"deep"_qs, folder.program());
-        folder.addJob(agents + u"folder.plist/inside"_qs, u"inside"_qs, folder.program());
+        folder.addJobs(u"startup/not_listed.txt"_qs);
         folder.writeFile(agents + u"broken.plist"_qs, "<plist><dict><key>Label");
         folder.writeFile(agents + u"list.plist"_qs, "<plist version=\"1.0\"><array/></plist>");
         QVERIFY(QFile::link(u"/nonexistent/x.plist"_qs, folder.folder() + u'/' + agents + u"gone.plist"_qs));
         folder.writeFile(u"root/Library/LaunchDaemons"_qs, "a file in place of the folder");
-        folder.addJob(agents + u"com.applejuice.plist"_qs, u"com.applejuice"_qs, folder.program());
         QCOMPARE(labelsOf(folder.scan()), u"com.applejuice"_qs);
         QCOMPARE(folder.events(u"run"_qs).size(), 2); // none for what is not listed, and osascript is missing
     }
@@ -129,16 +133,8 @@ private Q_SLOTS:
     void programsAndOrder()
     {
         const StartupFolder folder;
-        folder.addJob(agents + u"1.plist"_qs, u"b gone though signed"_qs, folder.program(u"loom/gone"_qs));
-        folder.addJob(agents + u"2.plist"_qs, u"a signed"_qs, folder.program(u"loom"_qs));
+        folder.addJobs(u"startup/programs.txt"_qs);
         folder.writeFile(u"opt/loom"_qs, "program");
-        folder.addJob(agents + u"no label.plist"_qs, {}, folder.program());
-        folder.addJob(agents + u"3.plist"_qs, u"Z unsigned"_qs, u""_qs,
-                      "<key>ProgramArguments</key><array><string>" + folder.program().toUtf8() +
-                          "</string><string>--daemon</string></array>");
-        folder.addJob(agents + u"4.plist"_qs, u"B nothing known"_qs, {});
-        folder.addJob(agents + u"5.plist"_qs, u"\U0001F9F5 beyond"_qs, folder.program());
-        folder.addJob(agents + u"6.plist"_qs, u"\uFFEE below"_qs, folder.program());
         const QList<LoginItem> items = folder.scan();
         QCOMPARE(labelsOf(items),
                  u"Z unsigned\nb gone though signed\nno label.plist\n\uFFEE below\n\U0001F9F5 beyond\n"
