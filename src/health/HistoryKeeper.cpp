@@ -27,12 +27,6 @@ void HistoryKeeper::keep(const History &points, double now)
     });
 }
 
-QString HistoryKeeper::problem() const
-{
-    const std::scoped_lock guard(m_mutex);
-    return m_problem;
-}
-
 void HistoryKeeper::write(const Save &save)
 {
     if (!m_lock) {
@@ -45,9 +39,7 @@ void HistoryKeeper::write(const Save &save)
     // Both sides begin with what the file held when they started.
     std::set_union(m_inherited.begin(), m_inherited.end(), save.points.begin(), save.points.end(),
                    std::back_inserter(points), [](const auto &a, const auto &b) { return a.date < b.date; });
-    const QString problem = HistoryStore::save(m_applicationData, points, save.now);
-    const std::scoped_lock guard(m_mutex);
-    m_problem = problem;
+    HistoryStore::save(m_applicationData, points, save.now);
 }
 
 bool HistoryKeeper::takeTurn()

@@ -18,8 +18,6 @@ public:
     explicit HistoryKeeper(QString applicationData);
     /// Has the history saved. Returns at once; when saves come faster than the disk, only the newest counts.
     void keep(const History &points, double now);
-    /// Why the last history to be saved was not; empty when it was. Any thread.
-    QString problem() const;
 
 private:
     struct Save {
@@ -35,9 +33,8 @@ private:
     std::optional<FolderLock> m_lock;
     History m_inherited; ///< what a program left that had its turn before this one
 
-    mutable std::mutex m_mutex;
+    std::mutex m_mutex;
     std::optional<Save> m_waiting;
-    QString m_problem;
     BackgroundWork m_writing; // last, so that it ends while everything it uses still stands
 };
 
