@@ -23,6 +23,12 @@ bool isTitledWindow(const QWindow *window)
            !window->flags().testFlag(Qt::FramelessWindowHint);
 }
 
+// The windows are not asked: without a place in the panel the last one refuses to close.
+void endProgram()
+{
+    QCoreApplication::exit();
+}
+
 } // namespace
 
 AppDelegate::AppDelegate(AppState &state, ApplicationFlows &flows, ThemeChoice theme)
@@ -51,7 +57,7 @@ void AppDelegate::applicationDidFinishLaunching()
         .openSettingsWindow = inWindows(&UserInterface::openSettingsWindow),
         .togglePopover = inWindows(&UserInterface::togglePopover),
         .toggleItemMenu = inWindows(&UserInterface::toggleItemMenu),
-        .quit = [] { QCoreApplication::quit(); }};
+        .quit = endProgram};
     m_statusItemController = std::make_unique<StatusItemController>(m_state, actions, makeTrayItems());
     QCoreApplication::instance()->installEventFilter(this);
 }
@@ -92,7 +98,7 @@ UserInterface *AppDelegate::userInterface()
         return m_userInterface.get();
     UserInterfaceContext context = m_flows.windowContext(m_state, m_theme);
     context.staysWithoutWindow = [this] { return staysWithoutWindow(); };
-    context.quit = [] { QCoreApplication::quit(); };
+    context.quit = endProgram;
     context.dockChoiceChanged = [this] { syncActivationPolicy(); };
     if (const auto make = lateFunction<UserInterfaceEntry>(userInterfaceLibrary, userInterfaceEntryName))
         m_userInterface.reset(make(context));
@@ -115,7 +121,7 @@ bool AppDelegate::eventFilter(QObject *watched, QEvent *event)
 bool AppDelegate::press(const QKeyEvent &key)
 {
     if (key.keyCombination() == (Qt::CTRL | Qt::Key_Q))
-        QCoreApplication::quit();
+        endProgram();
     else if (key.keyCombination() == (Qt::CTRL | Qt::Key_Comma))
         openSettingsWindow();
     else

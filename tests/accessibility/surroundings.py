@@ -26,13 +26,18 @@ class StatusPlace:
         bus.call_sync(self.items[-1], "/StatusNotifierItem", "org.kde.StatusNotifierItem", "Activate",
                       GLib.Variant("(ii)", (0, 0)), None, Gio.DBusCallFlags.NONE, 10_000, None)
 
+    def give_up(self):
+        """As when the panel ends: what starts from now on finds no place."""
+        self._bus.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "ReleaseName",
+                            GLib.Variant("(s)", (WATCHER,)), None, Gio.DBusCallFlags.NONE, 10_000, None)
+
     def _serve(self):
         context = GLib.MainContext()
         context.push_thread_default()
         address = Gio.dbus_address_get_for_bus_sync(Gio.BusType.SESSION)
         flags = (Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT
                  | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
-        bus = Gio.DBusConnection.new_for_address_sync(address, flags)
+        bus = self._bus = Gio.DBusConnection.new_for_address_sync(address, flags)
         description = pathlib.Path(__file__).with_name("status_notifier_watcher.xml").read_text(encoding="utf-8")
         interface = Gio.DBusNodeInfo.new_for_xml(description).interfaces[0]
         bus.register_object("/StatusNotifierWatcher", interface, self._take, self._tell, None)

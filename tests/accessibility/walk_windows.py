@@ -19,15 +19,23 @@ class Walk:
     def __init__(self, program, machine, symbols, trees):
         self.status_place = StatusPlace()
         address = Model(CULPRIT).address
-        environment = dict(os.environ, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", QT_QPA_PLATFORM="xcb",
-                           SWABBY_AI_DIRECT_URL=address, SWABBY_AI_PROXY_URL=address)
-        self.swabby = subprocess.Popen([program, "--machine", machine, "--theme", "light"], env=environment)
-        self.reader = Reader("swabby")
+        self.environment = dict(os.environ, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", QT_QPA_PLATFORM="xcb",
+                                SWABBY_AI_DIRECT_URL=address, SWABBY_AI_PROXY_URL=address)
+        self.command = [program, "--machine", machine, "--theme", "light"]
+        self.start()
         self.symbols = symbols
         self.trees = trees
-        self.window = "Overview"
         self.problems = []
         self.views = self.controls = 0
+
+    def start(self):
+        self.swabby = subprocess.Popen(self.command, env=self.environment)
+        self.reader = Reader("swabby")
+        self.window = "Overview"
+
+    def ends(self):
+        if self.swabby.wait(30) != 0:
+            self.problems.append(f"it ended with {self.swabby.returncode}")
 
     def look(self, view, window=None):
         """Writes down what shows, and what is wrong with it."""
@@ -58,6 +66,11 @@ class Walk:
         command = ["xdotool", "search", "--onlyvisible", "--name", f"^{window}$", "windowsize", "--sync",
                    "1200", "5000"]
         subprocess.run(command, check=True)
+
+    def type(self, keys):
+        window = ["search", "--onlyvisible", "--name", f"^{self.window}$", "windowfocus", "--sync"]
+        for command in (window, ["key", keys]):
+            subprocess.run(["xdotool", *command], check=True)
 
     def go_to(self, section):
         self.press(section, "list item")
@@ -175,8 +188,19 @@ class Walk:
         self.see("Battery", "heading")
         self.status_place.press()
         self.press("Quit Swabby", window=PANEL)
-        if self.swabby.wait(30) != 0:
-            self.problems.append(f"it ended with {self.swabby.returncode}")
+        self.ends()
+
+    def without_a_panel(self):
+        """Where nothing would be left of Swabby, its last window asks, and can be left."""
+        self.status_place.give_up()
+        for leave in (lambda: self.type("ctrl+q"), lambda: self.press("Quit Swabby")):
+            self.start()
+            self.see("Overview", "heading")
+            self.type("ctrl+w")
+            self.sheet_is(True)
+            self.look("The last window")
+            leave()
+            self.ends()
 
 
 def main():
@@ -185,7 +209,7 @@ def main():
         walk = Walk(program, machine, set(open(symbols, encoding="utf-8").read().split()), file)
         try:
             for part in (walk.main_window, walk.speed, walk.cleaning, walk.startup, walk.asking, walk.settings,
-                         walk.panel):
+                         walk.panel, walk.without_a_panel):
                 part()
         except AssertionError as problem:
             walk.problems.append(str(problem))
