@@ -99,7 +99,7 @@ std::optional<std::int64_t> parseIsoTime(const QString &text)
     const std::optional<int> offset = offsetOf(text.mid(zoneBegin));
     if (year < 0 || !date.isValid() || !time.isValid() || !offset)
         return std::nullopt;
-    return QDateTime(date, time, Qt::UTC).toSecsSinceEpoch() - *offset;
+    return QDateTime(date, time, QTimeZone::utc()).toSecsSinceEpoch() - *offset;
 }
 
 std::vector<SimulatorRuntimeInfo> parseSimulatorRuntimes(const QByteArray &json, double now)

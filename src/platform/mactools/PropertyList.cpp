@@ -1,14 +1,30 @@
 #include "platform/mactools/PropertyList.h"
 
+#include <type_traits>
+
 namespace swabby {
+namespace {
+
+// A fourth argument, the format found, came with libplist 2.3.
+template <typename Read>
+plist_t parsedBy(Read *read, const QByteArray &text)
+{
+    plist_t parsed = nullptr;
+    const auto length = static_cast<std::uint32_t>(text.size());
+    if constexpr (std::is_invocable_v<Read *, const char *, std::uint32_t, plist_t *>)
+        read(text.constData(), length, &parsed);
+    else
+        read(text.constData(), length, &parsed, nullptr);
+    return parsed;
+}
+
+} // namespace
 
 PlistNode plistDictionary(const QByteArray &propertyList)
 {
     if (propertyList.isEmpty() || propertyList.size() > largestPropertyList)
         return nullptr;
-    plist_t parsed = nullptr;
-    plist_from_memory(propertyList.constData(), static_cast<std::uint32_t>(propertyList.size()), &parsed);
-    PlistNode top(parsed);
+    PlistNode top(parsedBy(plist_from_memory, propertyList));
     if (!top || plist_get_node_type(top.get()) != PLIST_DICT)
         return nullptr;
     return top;
