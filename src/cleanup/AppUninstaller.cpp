@@ -1,6 +1,7 @@
 #include "cleanup/AppUninstaller.h"
 
 #include "cleanup/DiskUsage.h"
+#include "cleanup/MoreThanAnApplication.h"
 #include "platform/FolderListing.h"
 
 #include <algorithm>
@@ -30,7 +31,8 @@ std::vector<InstalledApp> scanInstalledApps(const Search &search)
     std::vector<InstalledApp> apps;
     for (const FoundApplication &found : search.machine.applications->applications())
         if (const auto identity = FileIdentity::of(found.path);
-            identity && !search.excludes.covers(found.path))
+            identity && !search.excludes.covers(found.path) &&
+            !isMoreThanAnApplication(found.path, search.machine.cleanup.home))
             apps.push_back({.path = found.path,
                             .name = found.name,
                             .bundleID = found.bundleId,
@@ -44,13 +46,15 @@ std::vector<InstalledApp> scanInstalledApps(const Search &search)
 std::vector<AppLeftover> scanLeftovers(const Search &search, const InstalledApp &app)
 {
     std::vector<AppLeftover> leftovers;
-    for (const LeftoverPlace &place : search.machine.applications->leftoverPlaces(app.name, app.bundleID)) {
+    for (const LeftoverPlace &place :
+         search.machine.applications->leftoverPlaces({app.path, app.name, app.bundleID, app.foundIn})) {
         const fs::path path = place.folder / place.name;
         std::error_code problem;
         const auto identity = FileIdentity::of(path);
         // An application that lives in such a folder goes with it once, as itself.
         if (!identity || !fs::exists(path, problem) || search.excludes.covers(path) ||
-            isAtOrUnder(path, app.path) || isAtOrUnder(app.path, path))
+            isAtOrUnder(path, app.path) || isAtOrUnder(app.path, path) ||
+            isMoreThanAnApplication(path, search.machine.cleanup.home))
             continue;
         leftovers.push_back(
             {.path = path, .description = place.description, .foundIn = place.folder, .identity = *identity});

@@ -1,5 +1,6 @@
 #include "cleanup/RemovalRun.h"
 
+#include "cleanup/AppUninstaller.h"
 #include "cleanup/CacheCleaner.h"
 #include "cleanup/DeveloperCleanup.h"
 #include "cleanup/DuplicateFinder.h"
@@ -102,6 +103,9 @@ private:
 
     bool remove(const AppUninstall &uninstall)
     {
+        // It may have been started since it was agreed to.
+        if (AppUninstaller::isRunning(m_machine, uninstall.app.bundleID))
+            return false;
         bool isWhole = moveToTrash(uninstall.app);
         for (const AppLeftover &leftover : uninstall.leftovers)
             isWhole = moveToTrash(leftover) && isWhole;

@@ -30,9 +30,9 @@ public:
     /// In the order found, without Swabby itself. Blocks for the disk: background work only.
     virtual std::vector<FoundApplication> applications() = 0;
 
-    /// By exact names only, in the order shown. A name that could reach past its folder has no places. Does
-    /// not look at the disk.
-    virtual std::vector<LeftoverPlace> leftoverPlaces(const QString &name, const QString &bundleId) const = 0;
+    /// By exact names only, in the order shown. A name that could reach past its folder has no places.
+    /// Without those that something else installed may use. Blocks for the disk: background work only.
+    virtual std::vector<LeftoverPlace> leftoverPlaces(const FoundApplication &application) const = 0;
 };
 
 /// Whether a name that somebody else chose can stand as one file in a folder: it is not empty, no way to

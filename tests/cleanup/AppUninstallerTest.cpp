@@ -61,7 +61,7 @@ private Q_SLOTS:
         for (const QString &name : {u""_qs, u"."_qs, u".."_qs, u"../Caches"_qs, u"a/b"_qs, u"/"_qs,
                                     QString(u"Lo\uFFFDom"_qs), QString::fromUtf8("Loom\0x", 6)}) {
             QCOMPARE(leftoversOf(mac, {"/Applications/x.app", name, name, 5}), QString());
-            QVERIFY(mac.machine->applications->leftoverPlaces(name, name).empty());
+            QVERIFY(mac.machine->applications->leftoverPlaces({{}, name, name, {}}).empty());
         }
     }
 
@@ -97,6 +97,14 @@ private Q_SLOTS:
         QCOMPARE(mac.asked(), mac.expected);
         QCOMPARE(outcome.trashed.size(), 1U);
         QCOMPARE(outcome.left.size(), 1U);
+        // One that was started meanwhile keeps everything.
+        const ClutterScene busy(u"cleanup/uninstalling.txt"_qs,
+                                {{u"runningApplications"_qs,
+                                  QJsonArray{QJsonObject{{u"pid"_qs, 7}, {u"bundleID"_qs, app.bundleID}}}}});
+        const auto refused =
+            removeItems({RemovableItem::of(AppUninstall{app, leftovers})}, {}, *busy.machine, {});
+        QCOMPARE(refused.left.size(), 1U);
+        QCOMPARE(busy.asked(), QString());
     }
 };
 

@@ -2,6 +2,7 @@
 
 #include "platform/FolderListing.h"
 #include "platform/Utf8.h"
+#include "platform/linux/ApplicationNames.h"
 #include "platform/linux/KernelFile.h"
 
 #include <algorithm>
@@ -29,41 +30,48 @@ constexpr std::array sharedNames = {
     "Trash",         "xdg-desktop-portal",
 };
 
-char lowered(char letter)
-{
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
+/// Where the user keeps application images.
+constexpr std::array imageFolders = {"Applications", ".local/bin", "bin"};
 
-std::string lowered(std::string text)
+InstalledNames installedNames(const UserFolders &folders, const ProgramFolders &programs,
+                              const std::vector<std::string> &entryFolders)
 {
-    std::transform(text.begin(), text.end(), text.begin(), [](char letter) { return lowered(letter); });
-    return text;
-}
-
-bool isImageName(const fs::path &path)
-{
-    return lowered(path.extension().native()) == ".appimage";
-}
-
-/// "blender", "blender4" and "blender-4.0" are called after "blender", "blender-pictures" is not.
-bool isCalledAfter(const std::string &folder, const std::string &name)
-{
-    if (name.empty() || !lowered(folder).starts_with(lowered(name)))
-        return false;
-    std::string_view version = std::string_view(folder).substr(name.size());
-    if (!version.empty() && std::string_view("-_. ").find(version.front()) != std::string_view::npos)
-        version.remove_prefix(1);
-    return version.empty() ? folder.size() == name.size() : version.front() >= '0' && version.front() <= '9';
+    const CleanupPlaces places = linuxCleanupPlaces(folders);
+    InstalledNames installed = {.entryFolders = {entryFolders.begin(), entryFolders.end()},
+                                .imageFolders = {places.downloads, places.desktop},
+                                .packageFolders = {folders.data / "flatpak/app"},
+                                .searched = programs.searched};
+    for (const char *folder : imageFolders)
+        installed.imageFolders.push_back(folders.home / folder);
+    for (const char *folder : {"/var/lib/dpkg/info", "/var/lib/flatpak/app", "/snap"})
+        installed.packageFolders.emplace_back(programs.root + folder);
+    return installed;
 }
 
 } // namespace
 
 std::vector<FoundApplication> LinuxApplicationSource::applications()
 {
+    std::vector<std::string> own = m_own.programs;
+    const fs::path ownEntry = m_folders.data / "applications" / (m_own.id + std::string(entrySuffix));
+    own.push_back(programOf(desktopEntryFrom(fileText(ownEntry.native()))));
+    std::ranges::transform(own, own.begin(), withoutLinks);
+    const auto isSwabby = [&](const fs::path &application) {
+        const std::string name = application.filename().native();
+        return beginsWithName(name, m_own.name) || beginsWithName(name, m_own.id) ||
+               std::ranges::any_of(
+                   own, [&](const std::string &program) { return isAtOrUnder(program, application); });
+    };
     std::vector<FoundApplication> found;
     for (Started &started : startedApplications())
-        found.push_back(std::move(started.application));
+        if (!isSwabby(started.application.path))
+            found.push_back(std::move(started.application));
     return found;
+}
+
+std::string LinuxApplicationSource::programOf(const DesktopEntry &entry) const
+{
+    return startedProgram(execArguments(entry.exec), m_programs.searched);
 }
 
 std::vector<LinuxApplicationSource::Started> LinuxApplicationSource::startedApplications() const
@@ -88,7 +96,7 @@ std::vector<LinuxApplicationSource::Started> LinuxApplicationSource::startedAppl
         else if (started->words < same->words)
             *same = std::move(*started);
     }
-    for (const char *folder : {"Applications", ".local/bin", "bin"})
+    for (const char *folder : imageFolders)
         addImages(m_folders.home / folder, found);
     return found;
 }
@@ -96,10 +104,9 @@ std::vector<LinuxApplicationSource::Started> LinuxApplicationSource::startedAppl
 std::optional<LinuxApplicationSource::Started>
 LinuxApplicationSource::fromEntry(const std::string &id, const DesktopEntry &entry) const
 {
-    if (entry.type != "Application" || entry.isHidden || !entry.isForDisplay || textOf(id) == m_ownId)
+    if (entry.type != "Application" || entry.isHidden || !entry.isForDisplay || id == m_own.id)
         return std::nullopt;
-    const std::vector<std::string> words = execArguments(entry.exec);
-    const std::string started = startedProgram(words, m_programs.searched);
+    const std::string started = programOf(entry);
     const fs::path program = withoutLinks(started);
     const fs::path home = withoutLinks(m_folders.home.native());
     if (!isThere(started) || isInterpreter(program.native()) || !isUnder(program, home))
@@ -112,17 +119,17 @@ LinuxApplicationSource::fromEntry(const std::string &id, const DesktopEntry &ent
                                     .bundleId = textOf(id),
                                     .foundIn = program.parent_path()};
     if (!isSharedFolder(program.parent_path().native(), resolvedPrograms) && !isImageName(program)) {
-        // A program in a folder that is not plainly its own may lie among somebody's work: that is
-        // not ours to judge, and neither is a folder somebody develops it in.
+        // A program in a folder that is not plainly its own may lie among somebody's work, and a folder
+        // directly in home may be somebody's whatever it is called: that is not ours to judge.
         const fs::path folder = privateFolder(program.native(), resolvedPrograms);
         const std::string name = folder.filename().native();
         const bool isItsOwn = isCalledAfter(name, program.stem().native()) || isCalledAfter(name, entry.name);
-        if (!isItsOwn || !isUnder(folder, home) || isThere((folder / ".git").native()))
+        if (!isItsOwn || !isUnder(folder, home) || folder.parent_path() == home)
             return std::nullopt;
         application.path = folder;
         application.foundIn = folder.parent_path();
     }
-    return Started{std::move(application), program, words.size()};
+    return Started{std::move(application), program, execArguments(entry.exec).size()};
 }
 
 void LinuxApplicationSource::addImages(const fs::path &folder, std::vector<Started> &found) const
@@ -135,7 +142,7 @@ void LinuxApplicationSource::addImages(const fs::path &folder, std::vector<Start
         const fs::file_status status = fs::symlink_status(file, problem);
         const bool isProgram = !problem && fs::is_regular_file(status) &&
                                (status.permissions() & fs::perms::owner_exec) != fs::perms::none;
-        if (!isImageName(file) || !isProgram || name == m_ownId ||
+        if (!isImageName(file) || !isProgram ||
             std::any_of(found.begin(), found.end(),
                         [&](const Started &other) { return other.program == file; }))
             continue;
@@ -145,16 +152,17 @@ void LinuxApplicationSource::addImages(const fs::path &folder, std::vector<Start
     }
 }
 
-std::vector<LeftoverPlace> LinuxApplicationSource::leftoverPlaces(const QString &name,
-                                                                  const QString &bundleId) const
+std::vector<LeftoverPlace> LinuxApplicationSource::leftoverPlaces(const FoundApplication &application) const
 {
+    const QString &bundleId = application.bundleId;
     std::vector<std::string> names;
-    for (const QString &word : {bundleId, name}) {
+    const bool isShared = hasNamesake(application, installedNames(m_folders, m_programs, m_entryFolders));
+    for (const QString &word : {bundleId, application.name}) {
         const std::string text = word.toStdString();
-        const bool isShared = std::any_of(sharedNames.begin(), sharedNames.end(), [&](const char *shared) {
-            return lowered(text) == lowered(std::string(shared));
+        const bool isEverybodys = std::ranges::any_of(sharedNames, [&](const char *shared) {
+            return word.compare(QLatin1String(shared), Qt::CaseInsensitive) == 0;
         });
-        if (isOneFileName(word) && !isShared && std::find(names.begin(), names.end(), text) == names.end())
+        if (!isShared && isOneFileName(word) && !isEverybodys && std::ranges::count(names, text) == 0)
             names.push_back(text);
     }
     std::vector<LeftoverPlace> places;
@@ -166,12 +174,14 @@ std::vector<LeftoverPlace> LinuxApplicationSource::leftoverPlaces(const QString 
     add(m_folders.data, "Support files");
     add(m_folders.config, "Preferences");
     add(m_folders.state, "Saved state");
-    if (isOneFileName(bundleId)) {
+    if (isOneFileName(bundleId) && !isShared)
         places.push_back(
             {m_folders.home / ".var/app", bundleId.toStdString(), QStringLiteral("Sandboxed app data")});
-        places.push_back({m_folders.data / "applications", bundleId.toStdString() + std::string(entrySuffix),
-                          QStringLiteral("Menu entry")});
-    }
+    const fs::path entries = m_folders.data / "applications";
+    const std::string entry = bundleId.toStdString() + std::string(entrySuffix);
+    // Whatever else goes by its name, this one would start nothing any more.
+    if (isOneFileName(bundleId) && startsFrom(application.path, entries / entry, m_programs.searched))
+        places.push_back({entries, entry, QStringLiteral("Menu entry")});
     return places;
 }
 

@@ -10,16 +10,29 @@
 namespace swabby {
 
 /// The applications that the user installed in the home folder: those on the user's own part of the menu
-/// whose program lies there, and application images. What the system's packages installed is theirs.
+/// whose program lies there, and application images. What the system's packages installed is theirs, and a
+/// folder directly in home is the user's.
 class LinuxApplicationSource final : public ApplicationSource {
 public:
-    LinuxApplicationSource(UserFolders folders, ProgramFolders programs, QString ownId)
-        : m_folders(std::move(folders)), m_programs(std::move(programs)), m_ownId(std::move(ownId))
+    /// What it takes to tell Swabby itself.
+    struct Own {
+        std::string id;                    ///< of its entry on the menu
+        std::string name;                  ///< how the names of its files begin
+        std::vector<std::string> programs; ///< what this run of it was started by
+    };
+
+    /// The entry folders are the user's own and everybody's.
+    LinuxApplicationSource(UserFolders folders, ProgramFolders programs,
+                           std::vector<std::string> entryFolders, Own own)
+        : m_folders(std::move(folders)),
+          m_programs(std::move(programs)),
+          m_entryFolders(std::move(entryFolders)),
+          m_own(std::move(own))
     {
     }
 
     std::vector<FoundApplication> applications() override;
-    std::vector<LeftoverPlace> leftoverPlaces(const QString &name, const QString &bundleId) const override;
+    std::vector<LeftoverPlace> leftoverPlaces(const FoundApplication &application) const override;
 
     struct Started {
         FoundApplication application;
@@ -31,11 +44,13 @@ public:
 
 private:
     std::optional<Started> fromEntry(const std::string &id, const DesktopEntry &entry) const;
+    std::string programOf(const DesktopEntry &entry) const;
     void addImages(const std::filesystem::path &folder, std::vector<Started> &found) const;
 
     const UserFolders m_folders;
     const ProgramFolders m_programs;
-    const QString m_ownId;
+    const std::vector<std::string> m_entryFolders;
+    const Own m_own;
 };
 
 } // namespace swabby

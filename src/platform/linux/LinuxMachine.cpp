@@ -1,5 +1,6 @@
 #include "platform/ThisComputer.h"
 #include "platform/Utf8.h"
+#include "platform/linux/KernelFile.h"
 #include "platform/linux/LinuxApplicationSource.h"
 #include "platform/linux/LinuxBootClock.h"
 #include "platform/linux/LinuxDisposal.h"
@@ -63,7 +64,8 @@ void addFigures(Machine &machine)
 /// Gives how to find out which process runs a program.
 PidRunning addPrograms(Machine &machine, const Session &session)
 {
-    const DesktopApplications entries(withEnding(session.sharedData, "/applications"), session.programs);
+    const std::vector<std::string> entryFolders = withEnding(session.sharedData, "/applications");
+    const DesktopApplications entries(entryFolders, session.programs);
     std::vector<std::string> themeFolders = withEnding(session.sharedData, "/icons");
     themeFolders.insert(themeFolders.begin(), session.folders.home.string() + "/.icons");
     machine.icons = std::make_unique<LinuxProgramIcons>(
@@ -79,8 +81,9 @@ PidRunning addPrograms(Machine &machine, const Session &session)
     machine.processes = std::make_unique<LinuxProcessSurveyor>(
         LinuxProcessSurveyor::Sources{procRoot, table, steadySeconds, tcpSocketBytes, machine.stop.token()});
     machine.processControl = std::make_unique<LinuxProcessControl>(procRoot);
-    const LinuxApplicationSource applications(session.folders, session.programs,
-                                              QStringLiteral("com.swabby.app"));
+    const LinuxApplicationSource applications(
+        session.folders, session.programs, entryFolders,
+        {"com.swabby.app", "swabby", {session.ownProgram, linkTarget("/proc/self/exe")}});
     machine.applications = std::make_unique<LinuxApplicationSource>(applications);
     machine.runningApplications = std::make_unique<LinuxRunningApplications>(
         applications, LinuxRunningApplications::Sources{[table] { table->list(); }, pidRunning});

@@ -51,8 +51,7 @@ void MacApplicationSource::addFolder(const std::filesystem::path &folder,
     }
 }
 
-std::vector<LeftoverPlace> MacApplicationSource::leftoverPlaces(const QString &name,
-                                                                const QString &bundleId) const
+std::vector<LeftoverPlace> MacApplicationSource::leftoverPlaces(const FoundApplication &application) const
 {
     enum class By { name, bundleId };
     static constexpr struct {
@@ -72,7 +71,8 @@ std::vector<LeftoverPlace> MacApplicationSource::leftoverPlaces(const QString &n
     };
     std::vector<LeftoverPlace> places;
     for (const auto &row : table)
-        if (const QString &word = row.by == By::name ? name : bundleId; isOneFileName(word))
+        if (const QString &word = row.by == By::name ? application.name : application.bundleId;
+            isOneFileName(word))
             places.push_back({.folder = m_home / "Library" / row.folder,
                               .name = word.toStdString() + row.ending,
                               .description = QString::fromLatin1(row.description)});

@@ -14,7 +14,7 @@ public:
     }
 
     std::vector<FoundApplication> applications() override;
-    std::vector<LeftoverPlace> leftoverPlaces(const QString &name, const QString &bundleId) const override;
+    std::vector<LeftoverPlace> leftoverPlaces(const FoundApplication &application) const override;
 
 private:
     void addFolder(const std::filesystem::path &folder, std::vector<FoundApplication> &found) const;

@@ -30,7 +30,13 @@ public:
         fs::create_directories(folders.home);
     }
 
-    LinuxApplicationSource source() const { return {folders, programs, u"com.swabby.app"_qs}; }
+    LinuxApplicationSource source() const
+    {
+        return {folders,
+                programs,
+                {files.path("home/.local/share/applications"), files.path("usr/share/applications")},
+                {"com.swabby.app", "swabby", {files.path("home/Applications/Cleaner.AppImage")}}};
+    }
     std::unique_ptr<Machine> machine() const
     {
         auto machine = std::make_unique<Machine>();
@@ -38,6 +44,8 @@ public:
         machine->shell = std::make_unique<PosixShell>(machine->stop.token());
         machine->cleanup = linuxCleanupPlaces(folders);
         machine->applications = std::make_unique<LinuxApplicationSource>(source());
+        machine->runningApplications = std::make_unique<LinuxRunningApplications>(
+            source(), LinuxRunningApplications::Sources{[] {}, [](const auto &, const auto &) { return 0; }});
         return machine;
     }
     /// The path without the temporary folder in front.
@@ -132,11 +140,13 @@ private Q_SLOTS:
     {
         const Home home;
         home.files.plant(fixture(u"linux/applications_at_home.txt"_qs));
-        QCOMPARE(lines(home.source().applications(),
-                       [&](const FoundApplication &found) {
-                           return home.shortened(found.path) + u'|' + found.name + u'|' + found.bundleId +
-                                  u'|' + home.shortened(found.foundIn);
-                       }),
+        const auto machine = home.machine();
+        QStringList offered;
+        for (const InstalledApp &app : AppUninstaller::scanInstalledApps({*machine, {}, {}}))
+            offered.append(home.shortened(app.path) + u'|' + app.name + u'|' + app.bundleID + u'|' +
+                           home.shortened(app.foundIn));
+        offered.sort();
+        QCOMPARE(offered.join(u'\n'),
                  QString::fromUtf8(fixture(u"linux/applications_at_home.expected"_qs)).trimmed());
     }
 
@@ -146,6 +156,8 @@ private Q_SLOTS:
         home.files.plant(fixture(u"linux/leftovers.txt"_qs));
         const auto machine = home.machine();
         const auto listed = [&](const InstalledApp &app) {
+            home.files.plant("home/.local/share/applications/org.example.Loom.desktop | Loom | " +
+                             QByteArray::fromStdString(app.path));
             return lines(AppUninstaller::scanLeftovers({*machine, {}, {}}, app),
                          [&](const AppLeftover &leftover) {
                              return home.shortened(leftover.path) + u'|' + leftover.description;
@@ -160,6 +172,25 @@ private Q_SLOTS:
         // Folders that belong to everybody, and names that lead elsewhere.
         for (const QString &name : {u"trash"_qs, u"autostart"_qs, u".."_qs, u""_qs, u"../Loom"_qs})
             QCOMPARE(listed({home.files.path("home/opt/x"), name, name, 1}), QString());
+    }
+
+    void whatANamesakeMayUseStays()
+    {
+        compareTable(fixture(u"linux/namesakes.txt"_qs), [](const Cells &row) {
+            const Home home;
+            home.files.plant("home/opt/loom/loom | *\nhome/.config/Loom/settings | x\n"
+                             "home/.local/share/applications/org.example.Loom.desktop | Loom | "
+                             "ROOT/home/opt/loom/loom");
+            QByteArray other = row[0];
+            for (qsizetype cell = 1; cell < row.size() - 1; ++cell)
+                other += " | " + row[cell];
+            home.files.plant(other);
+            const auto machine = home.machine();
+            const InstalledApp app = AppUninstaller::scanInstalledApps({*machine, {}, {}}).at(0);
+            const auto leftovers = AppUninstaller::scanLeftovers({*machine, {}, {}}, app);
+            const bool goes = leftovers.front().description == u"Preferences";
+            return leftovers.back().description == u"Menu entry" && goes ? u"goes"_qs : u"stays"_qs;
+        });
     }
 
     void whatIsFoundGoes()
