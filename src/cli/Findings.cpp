@@ -26,11 +26,6 @@ struct Findings {
     int status = done;
 };
 
-QString pathText(const std::filesystem::path &path)
-{
-    return harmless(textOf(path.native()));
-}
-
 void printFindings(const Arguments &arguments, const Findings &findings)
 {
     if (arguments.json)

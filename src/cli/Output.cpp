@@ -1,5 +1,7 @@
 #include "cli/Output.h"
 
+#include "platform/Utf8.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <unistd.h>
@@ -87,6 +89,11 @@ QString harmlessText(const QString &text)
     for (const QString &line : text.split(QLatin1Char('\n')))
         lines.append(harmless(line));
     return lines.join(QLatin1Char('\n'));
+}
+
+QString pathText(const std::filesystem::path &path)
+{
+    return harmless(textOf(path.native()));
 }
 
 } // namespace swabby

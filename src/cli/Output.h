@@ -5,6 +5,7 @@
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 
+#include <filesystem>
 #include <vector>
 
 namespace swabby {
@@ -26,5 +27,7 @@ QString table(const std::vector<QStringList> &rows, const std::vector<int> &righ
 QString harmless(QString text);
 /// The same for a text of several lines, which stay lines.
 QString harmlessText(const QString &text);
+/// The whole path, harmless; bytes that are no text show as such.
+QString pathText(const std::filesystem::path &path);
 
 } // namespace swabby

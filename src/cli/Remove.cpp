@@ -1,3 +1,4 @@
+#include "cleanup/AppUninstaller.h"
 #include "cleanup/PutBackRecord.h"
 #include "cleanup/RemovalRun.h"
 #include "cleanup/Search.h"
@@ -43,6 +44,32 @@ bool areAllKnown(const QStringList &ids, const std::vector<RemovableItem> &items
     return areKnown;
 }
 
+/// The applications among the items that have to be quit first. Blocks for the list of what runs.
+QStringList runningAmong(const std::vector<RemovableItem> &items, const Machine &machine)
+{
+    QStringList names;
+    for (const RemovableItem &item : items)
+        if (const auto *uninstall = std::get_if<AppUninstall>(&item.kind);
+            uninstall != nullptr && AppUninstaller::isRunning(machine, uninstall->app.bundleID))
+            names.append(uninstall->app.name);
+    return names;
+}
+
+/// What becomes of which path, a line each: as many as leave the question on the screen, the others counted.
+QString effectsText(const std::vector<RemovableItem> &items)
+{
+    constexpr std::size_t mostLines = 20;
+    std::vector<QStringList> rows;
+    std::size_t count = 0;
+    for (const RemovableItem &item : items)
+        for (const RemovalEffect &effect : removalEffects(item.kind))
+            if (++count <= mostLines)
+                rows.push_back({harmless(effect.fate),
+                                effect.path.empty() ? harmless(effect.name) : pathText(effect.path)});
+    return table(rows) +
+           (count > mostLines ? QStringLiteral("  and %1 more\n").arg(count - mostLines) : QString());
+}
+
 /// What came of the question; report is absent when it was not agreed to.
 void printRun(const Arguments &arguments, const ConfirmationInfo &info,
               const std::vector<RemovableItem> &items, const std::optional<CleanupReport> &report)
@@ -69,10 +96,20 @@ void printRun(const Arguments &arguments, const ConfirmationInfo &info,
     QCoreApplication::exit(report ? done : notDone);
 }
 
-void askAndRemove(const Arguments &arguments, const std::vector<RemovableItem> &items, CleanupFlow &flow)
+/// What the ids stand for.
+struct Chosen {
+    std::vector<RemovableItem> items;
+    QStringList running; ///< what of it has to be quit first
+};
+
+void askAndRemove(const Arguments &arguments, const Chosen &chosen, CleanupFlow &flow)
 {
+    const std::vector<RemovableItem> &items = chosen.items;
     const ConfirmationInfo info = ConfirmationBuilder::remove(items, flow);
-    if (!areAllKnown(arguments.operands, items) || !isAgreed(arguments, info)) {
+    for (const QString &name : chosen.running)
+        printProblem(QStringLiteral("swabbyctl: %1 is running: quit it first").arg(name));
+    if (!areAllKnown(arguments.operands, items) || !chosen.running.isEmpty() ||
+        !isAgreed(arguments, info, effectsText(items))) {
         printRun(arguments, info, items, std::nullopt);
         return;
     }
@@ -88,10 +125,13 @@ int runRemove(const Arguments &arguments, const std::shared_ptr<Machine> &machin
     AppState state(machine, Record::nothing);
     CleanupFlow flow(state);
     const ScanControl control = terminalControl(*machine);
-    const auto scan = [&] { return findNamed(arguments.operands, Search::on(*machine, control)); };
-    return runInBackground(*machine, scan, [&](const std::vector<RemovableItem> &all) {
-        askAndRemove(arguments, itemsOf(arguments.operands, all), flow);
-    });
+    const auto choose = [&] {
+        const auto all = findNamed(arguments.operands, Search::on(*machine, control));
+        const auto items = itemsOf(arguments.operands, all);
+        return Chosen{items, runningAmong(items, *machine)};
+    };
+    return runInBackground(*machine, choose,
+                           [&](const Chosen &chosen) { askAndRemove(arguments, chosen, flow); });
 }
 
 int runPutBack(const Arguments &arguments, const std::shared_ptr<Machine> &machine)

@@ -71,14 +71,14 @@ void clearProgress()
         std::fprintf(stderr, "\r\x1b[K");
 }
 
-bool isAgreed(const Arguments &arguments, const ConfirmationInfo &info)
+bool isAgreed(const Arguments &arguments, const ConfirmationInfo &info, const QString &details)
 {
     if (arguments.yes)
         return true;
     if (::isatty(STDIN_FILENO) != 1)
         return false;
     const QByteArray question = (harmless(info.title) + QLatin1Char('\n') + harmless(info.message) +
-                                 QLatin1Char('\n') + info.confirmLabel + QStringLiteral("? [y/N] "))
+                                 QLatin1Char('\n') + details + info.confirmLabel + QStringLiteral("? [y/N] "))
                                     .toUtf8();
     std::fputs(question.constData(), stderr);
     const QString answer = typedLine().toLower();

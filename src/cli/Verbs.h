@@ -56,10 +56,10 @@ int statusOfWriting(bool isWritten);
 /// ended with.
 int runRefreshed(AppState &state, int refreshes, const std::function<void()> &then);
 
-/// Asks a question on the terminal, beside the output, and runs the event loop until it is answered. True for
-/// "y" and "yes" in any case, and when the arguments say yes; false when interrupted, and without asking when
-/// there is no terminal.
-bool isAgreed(const Arguments &arguments, const ConfirmationInfo &info);
+/// Asks a question on the terminal, beside the output, and runs the event loop until it is answered; the
+/// details are whole lines below its message. True for "y" and "yes" in any case, and when the arguments say
+/// yes; false when interrupted, and without asking when there is no terminal.
+bool isAgreed(const Arguments &arguments, const ConfirmationInfo &info, const QString &details = {});
 
 /// The program of that id among the published ones, else as the system knows it now; none when there is none.
 std::optional<ProcessSample> findProcess(std::int32_t pid, const AppState &state);

@@ -177,6 +177,30 @@ private Q_SLOTS:
         }
     }
 
+    void theQuestionNamesWhatGoes()
+    {
+        const FullMac mac;
+        {
+            Session session(mac, QStringList{u"remove"_qs} + mac.allIds());
+            session.sees("? [y/N] ");
+            session.type("\n");
+            const QString shown = QString::fromUtf8(session.end().problems)
+                                      .remove(u'\r')
+                                      .replace(mac.folder(), u"MAC"_qs)
+                                      .replace(u"? [y/N] "_qs, u"?"_qs);
+            QCOMPARE(shown.mid(shown.indexOf(u"Remove 1"_qs)),
+                     QString::fromUtf8(fixture(u"cli/what_goes.txt"_qs)));
+        }
+        for (int number = 10; number < 24; ++number)
+            QFile::copy(mac.home() + u"/Downloads/report.pdf"_qs,
+                        mac.home() + u"/Desktop/report \x1b]0;x"_qs + QString::number(number));
+        Session session(mac, QStringList{u"remove"_qs} + mac.allIds());
+        QVERIFY(session.sees("  and 7 more\r\nRemove All? [y/N] "));
+        session.type("\n");
+        QVERIFY(!session.end().problems.contains("\x1b]0"));
+        QCOMPARE(effectsOf(mac), QStringList());
+    }
+
     void anInterruptionEndsTheScanAndItsTools()
     {
         const FullMac mac;
@@ -230,6 +254,17 @@ private Q_SLOTS:
         QCOMPARE(answer.json()[u"left"_qs], 1);
         QCOMPARE(answer.json()[u"banner"_qs], u"Removed 1 item — freed 30 MB"_qs);
         QVERIFY(QFile::exists(dmg));
+    }
+
+    void aRunningApplicationStays()
+    {
+        const QJsonObject loom = {{u"pid"_qs, 7}, {u"bundleID"_qs, u"org.example.loom"_qs}};
+        const FullMac mac({{u"runningApplications"_qs, QJsonArray{loom}}});
+        const Answer answer = runOn(mac, "remove derived-data app:org.example.loom --yes --json");
+        QCOMPARE(answer.status, 1);
+        QCOMPARE(answer.problems, QByteArray("swabbyctl: Loom is running: quit it first\n"));
+        QCOMPARE(answer.json()[u"confirmed"_qs], false);
+        QCOMPARE(effectsOf(mac), QStringList());
     }
 
     void anyRunningProgramCanBeQuit()
