@@ -15,19 +15,14 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view entrySuffix = ".desktop";
 
-/// In the XDG folders these belong to everybody, whatever an application is called.
+/// In the XDG folders these belong to everybody or to Swabby, whatever an application is called.
 constexpr std::array sharedNames = {
-    "applications",  "autostart",
-    "dconf",         "desktop-directories",
-    "environment.d", "flatpak",
-    "fontconfig",    "fonts",
-    "gtk-2.0",       "gtk-3.0",
-    "gtk-4.0",       "icons",
-    "keyrings",      "mime",
-    "menus",         "pulse",
-    "sounds",        "systemd",
-    "themes",        "thumbnails",
-    "Trash",         "xdg-desktop-portal",
+    "applications",  "autostart",  "dconf",      "desktop-directories",
+    "environment.d", "flatpak",    "fontconfig", "fonts",
+    "glib-2.0",      "gtk-2.0",    "gtk-3.0",    "gtk-4.0",
+    "icons",         "keyrings",   "mime",       "menus",
+    "pulse",         "sounds",     "Swabby",     "systemd",
+    "themes",        "thumbnails", "Trash",      "xdg-desktop-portal",
 };
 
 /// Where the user keeps application images.

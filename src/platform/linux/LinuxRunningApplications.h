@@ -13,7 +13,7 @@ class LinuxRunningApplications final : public RunningApplications {
 public:
     struct Sources {
         std::function<void()> listProcesses;
-        /// The process that runs a program, or one in its private folder; 0 when none does.
+        /// The process that runs a program or script, or one in its private folder; 0 when none does.
         std::function<std::int32_t(const std::string &program, const std::string &folder)> pidRunning;
     };
 

@@ -57,9 +57,11 @@ std::int32_t ProcessTable::pidRunning(const std::string &program, const std::str
     if (m_records.empty())
         listLocked();
     const auto found = std::find_if(m_records.begin(), m_records.end(), [&](const Record &record) {
-        const std::string &path = record.program->path;
-        const bool isInside = !folder.empty() && path.starts_with(folder) && path[folder.size()] == '/';
-        return isInside || path == program || record.program->script == program;
+        const auto isIt = [&](const std::string &path) {
+            const bool isInside = !folder.empty() && path.starts_with(folder) && path[folder.size()] == '/';
+            return isInside || path == program;
+        };
+        return isIt(record.program->path) || isIt(record.program->script);
     });
     return found == m_records.end() ? 0 : found->pid;
 }

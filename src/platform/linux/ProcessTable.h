@@ -48,8 +48,8 @@ public:
     /// compares with the one before: so short a time says nothing. No value when /proc cannot be read.
     std::optional<Listing> list();
 
-    /// The lowest pid running this program file or script, or a program under the folder when it is not
-    /// empty, as of the last listing (which is made first when there was none); 0 when none does.
+    /// The lowest pid running this program file or script, or one under the folder when that is not empty, as
+    /// of the last listing (which is made first when there was none); 0 when none does.
     std::int32_t pidRunning(const std::string &program, const std::string &folder);
 
 private:

@@ -256,6 +256,14 @@ private Q_SLOTS:
         process.kill();
         QVERIFY(process.waitForFinished());
         QVERIFY(applications.list().empty());
+        // What its starter leads to runs from its folder, in somebody else's program.
+        home.files.plant("home/opt/loom/loom | *\nhome/opt/loom/lib/main | read line\n"
+                         "home/.local/share/applications/loom.desktop | Loom | ROOT/home/opt/loom/loom");
+        process.start(u"/bin/sh"_qs, {QString::fromStdString(home.files.path("home/opt/loom/lib/main"))});
+        QVERIFY(process.waitForStarted());
+        QTRY_COMPARE(applications.list().size(), 1U);
+        process.closeWriteChannel();
+        QVERIFY(process.waitForFinished());
     }
 };
 
