@@ -134,7 +134,8 @@ DuplicateGroup groupOf(const Candidates &candidates, const CandidateSet &set)
 } // namespace
 
 std::vector<DuplicateGroup> DuplicateFinder::scan(const std::vector<std::filesystem::path> &folders,
-                                                  const ExcludeList &excludes, const ScanControl &control)
+                                                  const ExcludeList &excludes, const ScanControl &control,
+                                                  FirstBy firstBy)
 {
     const Candidates candidates(folders, control.stop);
     Sets few = candidates.ofSameSize(excludes, control.stop);
@@ -151,7 +152,7 @@ std::vector<DuplicateGroup> DuplicateFinder::scan(const std::vector<std::filesys
     std::vector<DuplicateGroup> groups;
     groups.reserve(equal.size());
     for (const CandidateSet &set : equal)
-        groups.push_back(groupOf(candidates, set));
+        groups.push_back(groupOf(candidates, withKeptFirst(candidates, set, firstBy)));
     std::ranges::stable_sort(groups, std::ranges::greater(), &DuplicateGroup::wastedBytes);
     return groups;
 }

@@ -2,6 +2,7 @@
 
 #include "cleanup/DuplicateGroup.h"
 #include "cleanup/ExcludeList.h"
+#include "cleanup/duplicates/KeptCopy.h"
 #include "platform/Disposal.h"
 #include "platform/ScanControl.h"
 
@@ -23,9 +24,11 @@ namespace DuplicateFinder {
 /// The regular files of 4,097 bytes and more that lie directly in the folders, grouped by their bytes, the
 /// groups that waste most first. Folders are absolute; one that cannot be listed is skipped, and so is a file
 /// that cannot be read, that changes meanwhile or that has to stay. A file with several ways to it is one
-/// file, known by the first. Nothing when stopped.
+/// file, known by the first. The first of a group is the one to keep: of the folders the one given first, in
+/// it the file that is no copy by its name, then by its age. Nothing when stopped.
 std::vector<DuplicateGroup> scan(const std::vector<std::filesystem::path> &folders,
-                                 const ExcludeList &excludes, const ScanControl &control);
+                                 const ExcludeList &excludes, const ScanControl &control,
+                                 FirstBy firstBy = FirstBy::birth);
 
 /// The digest of a whole regular file as 64 lower-case hexadecimal digits. No value when it is a link or
 /// anything else, cannot be read to its end or the stop came before.

@@ -10,7 +10,7 @@
 
 namespace swabby {
 
-/// Files with exactly the same contents, in the order found; the first one is kept.
+/// Files with exactly the same contents: the one that is kept, then the others in the order found.
 struct DuplicateGroup {
     std::vector<std::filesystem::path> paths;
     std::int64_t sizeBytes = 0; ///< of one copy

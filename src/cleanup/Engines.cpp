@@ -150,7 +150,7 @@ Effects effectsOf(const AppUninstall &uninstall)
 
 std::vector<DuplicateGroup> duplicates(const Search &search)
 {
-    return DuplicateFinder::scan(duplicateFolders(search.machine), search.excludes, search.control);
+    return duplicatesIn(duplicateFolders(search.machine), search);
 }
 
 std::vector<DerivedData> buildCache(const Search &search)
@@ -222,6 +222,14 @@ std::vector<std::filesystem::path> duplicateFolders(const Machine &machine)
         if (!folder.empty())
             folders.push_back(folder);
     return folders;
+}
+
+std::vector<DuplicateGroup> duplicatesIn(const std::vector<std::filesystem::path> &folders,
+                                         const Search &search)
+{
+    const bool isDescribed = !search.machine.cleanup.root.empty();
+    return DuplicateFinder::scan(folders, search.excludes, search.control,
+                                 isDescribed ? FirstBy::modification : FirstBy::birth);
 }
 
 RemovableItem RemovableItem::of(const RemovableItemKind &found)

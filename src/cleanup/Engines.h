@@ -24,5 +24,8 @@ std::span<const CleanupEngineRow> cleanupEngines();
 
 /// Downloads, then Desktop: where copies are looked for.
 std::vector<std::filesystem::path> duplicateFolders(const Machine &machine);
+/// The copies in these folders. Blocks for as long as it reads.
+std::vector<DuplicateGroup> duplicatesIn(const std::vector<std::filesystem::path> &folders,
+                                         const Search &search);
 
 } // namespace swabby

@@ -1,7 +1,6 @@
 #include "cleanup/AppUninstaller.h"
 #include "cleanup/DeepScanner.h"
 #include "cleanup/DeveloperCleanup.h"
-#include "cleanup/DuplicateFinder.h"
 #include "cleanup/Engines.h"
 #include "cli/Background.h"
 #include "cli/CleanupJson.h"
@@ -73,7 +72,7 @@ Findings duplicateFindings(const Arguments &arguments, const Search &search)
         folders.push_back(std::filesystem::absolute(QFile::encodeName(folder).toStdString()));
     if (folders.empty())
         folders = duplicateFolders(search.machine);
-    const auto groups = DuplicateFinder::scan(folders, search.excludes, search.control);
+    const auto groups = duplicatesIn(folders, search);
     Findings findings = {arrayOf(groups), {}, QStringLiteral("No duplicates found.")};
     for (const DuplicateGroup &group : groups)
         for (const std::filesystem::path &path : group.paths) {

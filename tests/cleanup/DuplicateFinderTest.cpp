@@ -69,7 +69,30 @@ private Q_SLOTS:
         QCOMPARE(setsOf(folders.scan(), folders.top()), std::set<PathSet>{odd});
     }
 
-    void theFirstFoundIsKeptAndTheMostWastefulComesFirst()
+    /// Made in the order given, then found by their births, and by their times, which are all the same then.
+    void whichCopyIsKept()
+    {
+        compareTable(fixture(u"cleanup/kept_copies.txt"_qs), [](const Cells &row) {
+            const DuplicateFolders folders;
+            const auto timeOf = [](const Path &path) { return std::filesystem::last_write_time(path); };
+            Path before;
+            for (const QString &name : row.text(0).split(u", "_qs)) {
+                const Path path = folders.downloads() / name.toStdString();
+                do { // until the disk's clock has moved on
+                    std::filesystem::remove(path);
+                    folders.write(path, contentOf(5'000));
+                } while (!before.empty() && timeOf(path) <= timeOf(before));
+                before = path;
+            }
+            const DuplicateGroup byBirth = folders.scan().at(0);
+            for (const Path &path : byBirth.paths)
+                std::filesystem::last_write_time(path, std::filesystem::file_time_type());
+            const auto groups = DuplicateFinder::scan(folders.both(), {}, {}, FirstBy::modification);
+            return byBirth.name() + u' ' + groups.at(0).name();
+        });
+    }
+
+    void theFirstFolderIsKeptAndTheMostWastefulComesFirst()
     {
         const DuplicateFolders folders;
         build(folders.top(), "Desktop/m1 Downloads/m2 Downloads/m3", contentOf(6'000, 1));

@@ -33,6 +33,8 @@ public:
     const FileIdentity &identity(CandidateIndex index) const { return m_files[index].identity; }
     const std::string &name(CandidateIndex index) const { return m_files[index].name; }
     std::filesystem::path path(CandidateIndex index) const;
+    /// The number of the folder it lies in, in the order they were given.
+    std::uint32_t folder(CandidateIndex index) const { return m_files[index].folder; }
     /// No value when it cannot be read or is no longer what was listed.
     std::optional<RegularFile> open(CandidateIndex index) const;
 
