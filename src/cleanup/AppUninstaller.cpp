@@ -1,6 +1,7 @@
 #include "cleanup/AppUninstaller.h"
 
 #include "cleanup/DiskUsage.h"
+#include "cleanup/MoreThanACache.h"
 #include "cleanup/MoreThanAnApplication.h"
 #include "platform/FolderListing.h"
 
@@ -53,8 +54,8 @@ std::vector<AppLeftover> scanLeftovers(const Search &search, const InstalledApp 
         const auto identity = FileIdentity::of(path);
         // An application that lives in such a folder goes with it once, as itself.
         if (!identity || !fs::exists(path, problem) || search.excludes.covers(path) ||
-            isAtOrUnder(path, app.path) || isAtOrUnder(app.path, path) ||
-            isMoreThanAnApplication(path, search.machine.cleanup.home))
+            isMoreThanACache(search.machine.cleanup, path) || isAtOrUnder(path, app.path) ||
+            isAtOrUnder(app.path, path) || isMoreThanAnApplication(path, search.machine.cleanup.home))
             continue;
         leftovers.push_back(
             {.path = path, .description = place.description, .foundIn = place.folder, .identity = *identity});

@@ -1,6 +1,7 @@
 #include "cleanup/CacheCleaner.h"
 
 #include "cleanup/DiskUsage.h"
+#include "cleanup/MoreThanACache.h"
 #include "engine/SaturatedBytes.h"
 #include "platform/FolderListing.h"
 #include "platform/Utf8.h"
@@ -59,7 +60,8 @@ bool cleanOne(const Machine &machine, const CacheEntry &entry, const ExcludeList
     const RemovalTarget target = {entry.path, places.cachesRoot, entry.identity};
     if (isCalledTrash(entry.path))
         return machine.disposal->emptyFolder(target, mustStay);
-    return !excludes.covers(entry.path) && machine.disposal->deleteOutright(target);
+    return !excludes.covers(entry.path) && !isMoreThanACache(places, entry.path) &&
+           machine.disposal->deleteOutright(target);
 }
 
 } // namespace
@@ -70,7 +72,8 @@ std::vector<CacheEntry> scan(const Search &search)
     for (const KnownCache &known : search.machine.cleanup.knownCaches) {
         std::error_code problem;
         const auto identity = FileIdentity::of(known.path);
-        if (!identity || !fs::exists(known.path, problem))
+        if (!identity || !fs::exists(known.path, problem) ||
+            isMoreThanACache(search.machine.cleanup, known.path))
             continue;
         std::vector<fs::path> parts = {known.path};
         if (search.excludes.covers(known.path))
@@ -93,6 +96,7 @@ std::vector<CacheEntry> scanUnknownCaches(const Search &search)
         std::error_code problem;
         const auto identity = FileIdentity::of(path);
         if (!identity || !fs::is_directory(path, problem) || search.excludes.covers(path) ||
+            isMoreThanACache(search.machine.cleanup, path) ||
             std::any_of(known.begin(), known.end(), [&](const auto &row) { return row.path == path; }))
             continue;
         candidates.push_back(
@@ -112,9 +116,10 @@ std::vector<bool> clean(const Machine &machine, const std::vector<CacheEntry> &e
     });
 
     for (const PackageCleanup &cleanup : machine.cleanup.packageCleanups) {
-        const bool isChosen = std::any_of(entries.begin(), entries.end(), [&](const CacheEntry &entry) {
-            return entry.path == cleanup.cacheFolder;
-        });
+        const auto chosen = std::ranges::find(entries, cleanup.cacheFolder, &CacheEntry::path);
+        // What stayed is not what was shown.
+        const bool isChosen =
+            chosen != entries.end() && gone[static_cast<std::size_t>(chosen - entries.begin())];
         if ((isChosen || !cleanup.onlyWhenChosen) && !excludes.covers(cleanup.cacheFolder) &&
             !stop.stopRequested())
             machine.shell->run("/usr/bin/env", cleanup.words);

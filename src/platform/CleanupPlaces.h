@@ -3,6 +3,7 @@
 #include <QtCore/QString>
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,7 +19,7 @@ struct KnownCache {
 
 /// A package manager's own way to drop what it keeps.
 struct PackageCleanup {
-    std::vector<std::string> words;    ///< the command and its arguments
+    std::vector<std::string> words;    ///< what /usr/bin/env is given: settings, the command, its arguments
     std::filesystem::path cacheFolder; ///< what it clears: while that must stay, it does not run
     /// Whether it runs only when that folder was among what somebody agreed to remove.
     bool onlyWhenChosen = true;
@@ -28,13 +29,16 @@ struct PackageCleanup {
 /// that is empty does not exist on this kind of machine, and neither does what would lie there.
 struct CleanupPlaces {
     std::filesystem::path home;
-    std::filesystem::path root; ///< what stands for "/"; empty on a real machine
-    std::filesystem::path cachesRoot;
+    std::filesystem::path root;       ///< what stands for "/"; empty on a real machine
+    std::filesystem::path cachesRoot; ///< empty too when nothing is known to hold caches only
     std::filesystem::path trash;
     std::filesystem::path trashItems; ///< the folder whose children were thrown away; may be the Trash itself
     std::filesystem::path downloads;
     std::filesystem::path desktop;
     std::vector<KnownCache> knownCaches; ///< the Trash first; of equal sizes the earlier one comes first
+    /// What lies in the folder of caches and is more than one, "*" standing for any letters: a folder that is
+    /// or holds one of them is never offered.
+    std::vector<std::filesystem::path> moreThanCaches;
     std::vector<PackageCleanup> packageCleanups;
     std::vector<std::filesystem::path> projectRoots; ///< those that exist are searched, in this order
     std::filesystem::path buildCache;

@@ -75,6 +75,18 @@ private Q_SLOTS:
         }
     }
 
+    void whatIsMoreThanACacheIsNotOffered()
+    {
+        const ClutterScene mac(u"cleanup/more_than_caches.txt"_qs);
+        CacheEntry pip{mac.homePath("Library/Caches/pip"), u"pip"_qs};
+        mac.machine->cleanup.moreThanCaches = {"editor*", "Notes/*/unsaved*", "pip/mcp-*"};
+        QCOMPARE(found(mac, CacheCleaner::scan({*mac.machine, {}, {}})) + u'\n' +
+                     found(mac, CacheCleaner::scanUnknownCaches({*mac.machine, {}, {}})),
+                 mac.expected);
+        QCOMPARE(CacheCleaner::clean(*mac.machine, {pip}, {}), std::vector<bool>{false});
+        QCOMPARE(mac.asked(), QString()); // it was offered before it became more
+    }
+
     void whatMustStayIsNotOffered()
     {
         const Clutter mac;
@@ -116,8 +128,10 @@ private Q_SLOTS:
             const Clutter mac;
             mac.addTool(u"/usr/bin/env"_qs, ":");
             for (PackageCleanup &cleanup : mac.machine->cleanup.packageCleanups)
-                cleanup.onlyWhenChosen = row[2] == "chosen";
+                cleanup.onlyWhenChosen = row[2] != "always";
             const auto caches = mac.homePath("Library/Caches");
+            if (row[2] == "refused")
+                mac.disposal().refused = {caches / row.string(0)};
             std::vector<CacheEntry> entries;
             if (!row[0].isEmpty())
                 entries.push_back({caches / row.string(0), row.text(0)});

@@ -165,7 +165,8 @@ std::vector<LeftoverPlace> LinuxApplicationSource::leftoverPlaces(const FoundApp
         for (const std::string &text : names)
             places.push_back({folder, text, QString::fromLatin1(description)});
     };
-    add(m_folders.cache, "Cached data");
+    if (!m_folders.cache.empty())
+        add(m_folders.cache, "Cached data");
     add(m_folders.data, "Support files");
     add(m_folders.config, "Preferences");
     add(m_folders.state, "Saved state");

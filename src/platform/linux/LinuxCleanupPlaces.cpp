@@ -28,14 +28,39 @@ constexpr struct {
     {"puppeteer", "Coding tool cache (Puppeteer)"},
 };
 
-/// The path with every link followed, as far as it is there, and without a slash at its end.
-fs::path resolved(const fs::path &path)
-{
-    std::error_code problem;
-    const fs::path whole = fs::weakly_canonical(path, problem);
-    const fs::path plain = (problem ? path : whole).lexically_normal();
-    return plain.has_filename() ? plain : plain.parent_path();
-}
+/// In the folder of caches, with what there is to lose.
+constexpr const char *moreThanCaches[] = {
+    "Google/AndroidStudio*",   // the editor's local history
+    "JetBrains",               // the editors' local history
+    "emacs",                   // backups and what was not saved
+    "*vim",                    // backups, undo and what was not saved
+    "audacity",                // recordings that were not saved
+    "inkscape",                // drawings that were not saved
+    "mypaint",                 // paintings that were not saved
+    "xournalpp",               // notes that were not saved
+    "simple-scan",             // scans that were not saved
+    "ART",                     // how photos were edited
+    "RawTherapee*",            // how photos were edited
+    "evolution",               // changes the server has not heard of
+    "gdfuse",                  // writes the cloud has not received
+    "onedriver",               // writes the cloud has not received, and its token
+    "rclone",                  // writes the cloud has not received
+    "obexd",                   // files received over Bluetooth
+    "winetricks",              // files only a person can download again
+    "R/renv",                  // packages that projects link to
+    "pypoetry",                // virtual environments
+    "*venv*",                  // virtual environments
+    "*virtualenv*",            // virtual environments
+    "deno/location_data",      // what programs have stored
+    "google-vscode-extension", // a token
+    "huggingface",             // a token
+    "keyring*",                // keys
+    "nheko",                   // keys of encrypted messages
+    "*credential*",            // passwords and tokens
+    "*oauth*",                 // tokens
+    "ms-playwright/mcp-*",     // browsers that are signed in
+    "mozilla",                 // nothing, but the known one in it is offered by itself
+};
 
 /// The text between the quotes, its escapes undone; no value when the quotes are missing.
 std::optional<std::string> quotedText(std::string_view value)
@@ -53,7 +78,28 @@ std::optional<std::string> quotedText(std::string_view value)
     return std::nullopt;
 }
 
+void addCaches(CleanupPlaces &places)
+{
+    const fs::path &root = places.cachesRoot;
+    for (const auto &row : knownCaches)
+        places.knownCaches.push_back({root / row.path, QString::fromUtf8(row.description)});
+    places.moreThanCaches.assign(std::begin(moreThanCaches), std::end(moreThanCaches));
+    // Their own settings may name another folder than the one that was shown.
+    const fs::path brew = root / "Homebrew", pip = root / "pip";
+    places.packageCleanups = {
+        {.words = {"HOMEBREW_CACHE=" + brew.native(), "brew", "cleanup", "-q"}, .cacheFolder = brew},
+        {.words = {"PIP_CACHE_DIR=" + pip.native(), "pip", "cache", "purge"}, .cacheFolder = pip}};
+}
+
 } // namespace
+
+fs::path resolved(const fs::path &path)
+{
+    std::error_code problem;
+    const fs::path whole = fs::weakly_canonical(path, problem);
+    const fs::path plain = (problem ? path : whole).lexically_normal();
+    return plain.has_filename() ? plain : plain.parent_path();
+}
 
 fs::path userFolderIn(std::string_view text, std::string_view name, const fs::path &home)
 {
@@ -96,10 +142,8 @@ CleanupPlaces linuxCleanupPlaces(const UserFolders &folders)
     places.desktop = named("DESKTOP", "Desktop");
 
     places.knownCaches.push_back({places.trash, QStringLiteral("Trash \u2014 stuff you already deleted")});
-    for (const auto &row : knownCaches)
-        places.knownCaches.push_back({folders.cache / row.path, QString::fromUtf8(row.description)});
-    places.packageCleanups = {{.words = {"brew", "cleanup", "-q"}, .cacheFolder = folders.cache / "Homebrew"},
-                              {.words = {"pip", "cache", "purge"}, .cacheFolder = folders.cache / "pip"}};
+    if (!folders.cache.empty())
+        addCaches(places);
     for (const char *name :
          {"Documents", "Desktop", "Developer", "Projects", "GitHub", "dev", "code", "Sites"})
         places.projectRoots.push_back(folders.home / name);

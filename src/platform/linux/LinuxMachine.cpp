@@ -1,5 +1,6 @@
 #include "platform/ThisComputer.h"
 #include "platform/Utf8.h"
+#include "platform/linux/CacheFolder.h"
 #include "platform/linux/KernelFile.h"
 #include "platform/linux/LinuxApplicationSource.h"
 #include "platform/linux/LinuxBootClock.h"
@@ -139,7 +140,8 @@ QLocale localeOfTimes()
 
 std::shared_ptr<Machine> makeThisComputer()
 {
-    const Session session = sessionFromEnvironment();
+    Session session = sessionFromEnvironment();
+    session.folders.cache = believedCacheFolder(session.folders);
     const auto machine = std::make_shared<Machine>();
     machine->ownProcessId = ::getpid();
     machine->clock = std::make_unique<SystemClock>();

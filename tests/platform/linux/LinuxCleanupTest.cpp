@@ -4,6 +4,7 @@
 #include "cleanup/DeepScanner.h"
 #include "cleanup/DeveloperCleanup.h"
 #include "cleanup/RemovalRun.h"
+#include "platform/linux/CacheFolder.h"
 #include "platform/linux/LinuxDisposal.h"
 #include "platform/linux/LinuxRunningApplications.h"
 #include "platform/linux/ProcessTable.h"
@@ -78,6 +79,29 @@ private Q_SLOTS:
         });
     }
 
+    void cacheFolders()
+    {
+        // What the variable names, or where the usual folder leads, for a home folder at /h.
+        compareTable(fixture(u"linux/cache_folders.txt"_qs), [](const Cells &row) {
+            const StandIn files;
+            const std::string said = row.string(1);
+            const bool isLink = said.starts_with("->");
+            const std::string home = isLink ? files.path("h") : "/h";
+            files.write("h/Documents/x", {});
+            files.write("h/.local/cache/x", {});
+            if (isLink)
+                files.link("h/.cache",
+                           said.starts_with("->/h") ? files.path(said.substr(3)) : said.substr(2));
+            files.write("config/user-dirs.dirs", "XDG_DOCUMENTS_DIR=\"/mnt/papers\"\n");
+            return QString::fromStdString(believedCacheFolder({.home = home,
+                                                               .cache = isLink ? home + "/.cache" : said,
+                                                               .config = files.path("config"),
+                                                               .data = home + "/.local/share",
+                                                               .state = home + "/.local/state"}))
+                .remove(QString::fromStdString(files.path()));
+        });
+    }
+
     void places()
     {
         const Home home;
@@ -90,8 +114,15 @@ private Q_SLOTS:
         QCOMPARE(home.shortened(places.knownCaches.front().path), u"home/.local/share/Trash"_qs);
         QCOMPARE(places.containerTools.back(), "/usr/bin/docker");
         QVERIFY(places.buildCache.empty() && places.simulatorTool.empty());
-        for (const PackageCleanup &cleanup : places.packageCleanups)
-            QVERIFY(cleanup.onlyWhenChosen && cleanup.cacheFolder.parent_path() == home.folders.cache);
+        QCOMPARE(lines(places.packageCleanups,
+                       [&](const PackageCleanup &cleanup) {
+                           QStringList words = {cleanup.onlyWhenChosen ? u"chosen"_qs : u"always"_qs};
+                           for (const std::string &word : cleanup.words)
+                               words.append(home.shortened(word));
+                           return words.join(u' ');
+                       }),
+                 u"chosen HOMEBREW_CACHE=home/.cache/Homebrew brew cleanup -q\n"
+                 "chosen PIP_CACHE_DIR=home/.cache/pip pip cache purge"_qs);
     }
 
     void caches()
@@ -104,6 +135,8 @@ private Q_SLOTS:
                    {"elsewhere/cache/caf\xe9/e", 21'000},
                    {"elsewhere/cache/thumbnails/f", 20'100},
                    {"elsewhere/cache/small/g", 19'000},
+                   {"elsewhere/cache/rclone/vfs/i", 20'100},
+                   {"elsewhere/cache/mozilla/other/j", 20'100},
                    {"home/.local/share/Trash/files/h", 4'000}});
         const auto machine = home.machine();
         const auto wordsOf = [](const CacheEntry &entry) {
