@@ -1,9 +1,25 @@
 #include "cleanup/DeveloperCleanup.h"
 
+#include "cleanup/ContainerEngine.h"
 #include "cleanup/DiskUsage.h"
 #include "engine/SaturatedBytes.h"
 
 namespace swabby::DeveloperCleanup {
+namespace {
+
+/// Runs the container tool for that engine and no other, whatever its settings say by now; where there is
+/// none to name, for the one it finds.
+std::optional<std::string> runDocker(Shell &shell, const std::string &docker, const std::string &engine,
+                                     std::vector<std::string> words, const StopToken &stop = {})
+{
+    if (engine.empty())
+        return shell.run(docker, words, ToolOutput::bothStreams, stop);
+    words.insert(words.begin(),
+                 {"DOCKER_HOST=" + engine, "DOCKER_CONTEXT=", "DOCKER_TLS=", "DOCKER_TLS_VERIFY=", docker});
+    return shell.run("/usr/bin/env", words, ToolOutput::bothStreams, stop);
+}
+
+} // namespace
 
 std::int64_t derivedDataSize(const Search &search)
 {
@@ -60,16 +76,20 @@ std::optional<std::string> findDocker(const Machine &machine)
 
 DockerStatus dockerStatus(const Search &search)
 {
+    const std::optional<ContainerSettings> &settings = search.machine.cleanup.containers;
+    const auto engine = settings ? localContainerEngine(*settings) : std::string();
     const auto docker = findDocker(search.machine);
-    if (!docker)
-        return {.state = DockerState::notInstalled, .rows = {}};
+    if (!engine || !docker)
+        return {};
+    DockerStatus status = {.state = DockerState::notRunning, .engine = *engine};
     const auto text =
-        search.machine.shell->run(*docker, {"system", "df", "--format", "{{.Type}}\t{{.Reclaimable}}"},
-                                  ToolOutput::bothStreams, search.control.stop);
-    std::vector<DockerRow> rows = text ? parseDockerUsage(*text) : std::vector<DockerRow>();
-    if (rows.empty())
-        return {.state = DockerState::notRunning, .rows = {}};
-    return {.state = DockerState::available, .rows = std::move(rows)};
+        runDocker(*search.machine.shell, *docker, *engine,
+                  {"system", "df", "--format", "{{.Type}}\t{{.Reclaimable}}"}, search.control.stop);
+    if (text)
+        status.rows = parseDockerUsage(*text);
+    if (!status.rows.empty())
+        status.state = DockerState::available;
+    return status;
 }
 
 std::int64_t estimatedReclaimableBytes(const std::vector<DockerRow> &rows)
@@ -80,12 +100,18 @@ std::int64_t estimatedReclaimableBytes(const std::vector<DockerRow> &rows)
     return bytes;
 }
 
-bool prune(const Machine &machine)
+DockerPrune clutterOf(const DockerStatus &status)
+{
+    return {estimatedReclaimableBytes(status.rows), status.engine};
+}
+
+bool prune(const Machine &machine, const std::string &engine)
 {
     const auto docker = findDocker(machine);
-    if (docker)
-        machine.shell->run(*docker, {"system", "prune", "-af"});
-    return docker.has_value();
+    if (!docker || (machine.cleanup.containers && engine.empty()))
+        return false;
+    runDocker(*machine.shell, *docker, engine, {"system", "prune", "-af"});
+    return true;
 }
 
 } // namespace swabby::DeveloperCleanup

@@ -15,7 +15,8 @@ enum class DockerState { available, notInstalled, notRunning };
 
 struct DockerStatus {
     DockerState state = DockerState::notInstalled;
-    std::vector<DockerRow> rows; ///< some when available, else none
+    std::vector<DockerRow> rows{}; ///< some when available, else none
+    std::string engine{};          ///< the address of the one asked; empty when the tool finds it by itself
 
     bool operator==(const DockerStatus &) const = default;
 };
@@ -35,12 +36,16 @@ void deleteSimulatorRuntimes(const Machine &machine, const std::vector<QString> 
 /// The container engine's program as the machine knows it.
 std::optional<std::string> findDocker(const Machine &machine);
 
+/// Not installed too when the tool works with an engine of another computer: that one is not asked.
 DockerStatus dockerStatus(const Search &search);
 
 /// The sum of what the rows say; what does not fit becomes the largest number.
 std::int64_t estimatedReclaimableBytes(const std::vector<DockerRow> &rows);
 
-/// Lets the container engine drop what it can do without. False when there is no engine.
-bool prune(const Machine &machine);
+/// What an engine that is available could do without.
+DockerPrune clutterOf(const DockerStatus &status);
+
+/// Lets the container engine of that address drop what it can do without. False when there is no engine.
+bool prune(const Machine &machine, const std::string &engine);
 
 } // namespace swabby::DeveloperCleanup

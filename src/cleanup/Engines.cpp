@@ -164,7 +164,7 @@ std::vector<DockerPrune> docker(const Search &search)
     const auto status = DeveloperCleanup::dockerStatus(search);
     if (status.state != DeveloperCleanup::DockerState::available)
         return {};
-    return {DockerPrune{DeveloperCleanup::estimatedReclaimableBytes(status.rows)}};
+    return {DeveloperCleanup::clutterOf(status)};
 }
 
 std::vector<AppUninstall> applications(const Search &search)

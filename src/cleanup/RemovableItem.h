@@ -6,6 +6,7 @@
 #include "cleanup/InstalledApp.h"
 #include "cleanup/SimulatorRuntimeInfo.h"
 
+#include <string>
 #include <variant>
 #include <vector>
 
@@ -29,6 +30,7 @@ struct DerivedData {
 /// Everything the container engine can do without.
 struct DockerPrune {
     std::int64_t sizeBytes = 0; ///< as the engine estimates it
+    std::string engine{};       ///< the address of the one that was asked
 
     bool operator==(const DockerPrune &) const = default;
 };

@@ -92,10 +92,10 @@ private:
         return *m_isBuildCacheClear;
     }
 
-    bool remove(const DockerPrune & /*docker*/)
+    bool remove(const DockerPrune &docker)
     {
         if (!m_isDockerPruned)
-            m_isDockerPruned = DeveloperCleanup::prune(m_machine);
+            m_isDockerPruned = DeveloperCleanup::prune(m_machine, docker.engine);
         return *m_isDockerPruned;
     }
 

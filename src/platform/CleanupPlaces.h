@@ -25,6 +25,13 @@ struct PackageCleanup {
     bool onlyWhenChosen = true;
 };
 
+/// What decides which engine the person's container tool speaks with.
+struct ContainerSettings {
+    std::string host;             ///< the value of DOCKER_HOST
+    std::string context;          ///< the value of DOCKER_CONTEXT
+    std::filesystem::path folder; ///< where the tool keeps its own settings
+};
+
 /// Where clutter lies on the machine looked after. Paths are absolute and without a trailing slash; one
 /// that is empty does not exist on this kind of machine, and neither does what would lie there.
 struct CleanupPlaces {
@@ -44,6 +51,8 @@ struct CleanupPlaces {
     std::filesystem::path buildCache;
     std::string simulatorTool;
     std::vector<std::string> containerTools; ///< as the machine knows them; the first that is there is used
+    /// Where the container tool is held to an engine of this computer; no value where it finds one by itself.
+    std::optional<ContainerSettings> containers;
 };
 
 } // namespace swabby

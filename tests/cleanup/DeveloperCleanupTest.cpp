@@ -1,5 +1,6 @@
 #include "Clutter.h"
 
+#include "cleanup/ContainerEngine.h"
 #include "cleanup/DeveloperCleanup.h"
 #include "support/Table.h"
 
@@ -119,13 +120,46 @@ private Q_SLOTS:
     {
         const Clutter mac;
         QCOMPARE(dockerWords(DeveloperCleanup::dockerStatus({*mac.machine, {}, {}})), u"not installed"_qs);
-        QVERIFY(!DeveloperCleanup::prune(*mac.machine));
+        QVERIFY(!DeveloperCleanup::prune(*mac.machine, {}));
         QCOMPARE(mac.runs(), QString());
         mac.addTool(u"/opt/homebrew/bin/docker"_qs, "printf 'a\\tb'");
         QCOMPARE(dockerWords(DeveloperCleanup::dockerStatus({*mac.machine, {}, {}})), u"a=b"_qs);
         mac.addTool(u"/usr/local/bin/docker"_qs, ":");
-        QVERIFY(DeveloperCleanup::prune(*mac.machine));
+        QVERIFY(DeveloperCleanup::prune(*mac.machine, {}));
         QVERIFY(mac.runs().endsWith(u"\n/usr/local/bin/docker system prune -af"_qs));
+    }
+
+    void whichEngine()
+    {
+        // DOCKER_HOST, DOCKER_CONTEXT, the tool's settings, and the context called "near".
+        compareTable(fixture(u"cleanup/container_engines.txt"_qs), [](const Cells &row) {
+            const Clutter mac;
+            mac.writeFile(u"config.json"_qs, row[3]);
+            mac.writeFile(u"contexts/meta/46ba34770bccfde756708d47d83fb7c8257fe8a4b3a35f25d385a8284021f476"
+                          "/meta.json"_qs,
+                          row[4]);
+            const auto engine =
+                localContainerEngine({row.string(1), row.string(2), mac.folder().toStdString()});
+            return QString::fromStdString(engine.value_or("none"));
+        });
+    }
+
+    void theEngineOfThisComputer()
+    {
+        const Clutter mac;
+        mac.addTool(u"/usr/local/bin/docker"_qs, ":");
+        mac.addTool(u"/usr/bin/env"_qs, "printf 'Images\t5kB'");
+        const auto item = [&] {
+            return DeveloperCleanup::clutterOf(DeveloperCleanup::dockerStatus({*mac.machine, {}, {}}));
+        };
+        mac.machine->cleanup.containers = ContainerSettings{"unix:///d.sock", {}, {}};
+        const DockerPrune found = item();
+        mac.machine->cleanup.containers->host = "tcp://far";
+        QVERIFY(!DeveloperCleanup::prune(*mac.machine, item().engine));
+        QVERIFY(DeveloperCleanup::prune(*mac.machine, found.engine)); // the one that was shown
+        const QString run = u"/usr/bin/env DOCKER_HOST=unix:///d.sock DOCKER_CONTEXT= DOCKER_TLS= "
+                            "DOCKER_TLS_VERIFY= /usr/local/bin/docker system "_qs;
+        QCOMPARE(mac.runs(), run + u"df --format {{.Type}}\t{{.Reclaimable}}\n"_qs + run + u"prune -af"_qs);
     }
 
     void deletingRuntimes()

@@ -58,8 +58,7 @@ Findings developerClutter(const swabby::Search &search)
         found.items.push_back(std::move(item));
     found.docker = DeveloperCleanup::dockerStatus(search);
     if (found.docker.state == DeveloperCleanup::DockerState::available)
-        found.items.push_back(
-            RemovableItem::of(DockerPrune{DeveloperCleanup::estimatedReclaimableBytes(found.docker.rows)}));
+        found.items.push_back(RemovableItem::of(DeveloperCleanup::clutterOf(found.docker)));
     return found;
 }
 

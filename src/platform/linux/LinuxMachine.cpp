@@ -50,6 +50,7 @@ void addPlaces(Machine &machine, const Session &session)
     machine.places.preferences = textOf(preferences);
     machine.places.userId = ::getuid();
     machine.cleanup = linuxCleanupPlaces(folders);
+    machine.cleanup.containers = session.containers;
     machine.settings = std::make_unique<FileSettingsStore>(textOf(preferences + "/settings.json"));
     machine.disposal = std::make_unique<LinuxDisposal>(folders.data, *machine.clock);
 }

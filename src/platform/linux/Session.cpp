@@ -109,6 +109,8 @@ Session sessionFromEnvironment()
             .busAddress = busAddress(),
             .systemBusAddress = variable("DBUS_SYSTEM_BUS_ADDRESS",
                                          hasManager ? "unix:path=/run/dbus/system_bus_socket" : ""),
+            .containers = {variable("DOCKER_HOST", {}), variable("DOCKER_CONTEXT", {}),
+                           folderVariable("DOCKER_CONFIG", home + "/.docker")},
             .ownProgram = ownProgram()};
 }
 

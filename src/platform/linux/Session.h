@@ -17,6 +17,7 @@ struct Session {
     AutostartFolders autostart;
     std::string busAddress;       ///< of the session's message bus
     std::string systemBusAddress; ///< empty when no service manager runs this machine
+    ContainerSettings containers;
     /// Swabby's own program for a window; the path an AppImage was started by, since what lies inside is gone
     /// with it.
     std::string ownProgram;
