@@ -1,8 +1,9 @@
 #include "cleanup/DeepScanner.h"
 
 #include "cleanup/DiskUsage.h"
+#include "cleanup/ProjectFolder.h"
 #include "cleanup/SideBySide.h"
-#include "engine/WholeNumber.h"
+#include "cleanup/Untouched.h"
 #include "platform/FolderListing.h"
 #include "platform/TextScan.h"
 #include "platform/Utf8.h"
@@ -38,16 +39,6 @@ constexpr std::int64_t oldProjectDays = 30;
 constexpr std::int64_t oldDownloadDays = 90;
 constexpr std::int64_t smallestImage = 20'000'001;
 constexpr std::int64_t smallestFolder = 50'000'001;
-
-std::int64_t daysSince(const FileIdentity &facts, double now)
-{
-    constexpr std::int64_t nanoseconds = 1'000'000'000;
-    constexpr double secondsOfADay = 86'400;
-    // The whole seconds apart: together they have more digits than a double.
-    const std::int64_t seconds = facts.modifiedNanoseconds / nanoseconds;
-    const auto rest = static_cast<double>(facts.modifiedNanoseconds % nanoseconds) / nanoseconds;
-    return wholeNumber((now - static_cast<double>(seconds) - rest) / secondsOfADay);
-}
 
 /// The dependency folders of every root, those of the first root first.
 std::vector<std::vector<fs::path>> searchRoots(const Search &search, const std::vector<fs::path> &roots)
@@ -110,8 +101,9 @@ std::vector<DeepScanItem> oldProjects(const Search &search)
             const auto identity = FileIdentity::of(path);
             if (!projectFacts || !identity || search.excludes.covers(path))
                 continue;
-            const std::int64_t days = daysSince(*projectFacts, search.machine.clock->now());
-            if (days >= oldProjectDays)
+            const std::int64_t days =
+                daysBetween(projectFacts->modifiedNanoseconds, search.machine.clock->now());
+            if (days >= oldProjectDays && isProject(project, roots[index]))
                 items.push_back(
                     {.path = path,
                      .category = DeepScanCategory::nodeModules,
@@ -121,7 +113,7 @@ std::vector<DeepScanItem> oldProjects(const Search &search)
                      .identity = *identity});
         }
     }
-    return measured(search, items);
+    return measured(search, untouched(search, std::move(items), oldProjectDays));
 }
 
 /// What lies directly in a folder, as this category, whatever its size; a file with its length.
@@ -131,13 +123,14 @@ std::vector<DeepScanItem> itemsIn(const Search &search, const fs::path &folder, 
     for (const fs::path &path : childrenOf(folder)) {
         const auto identity = FileIdentity::of(path);
         if (identity && !search.excludes.covers(path))
-            items.push_back({.path = path,
-                             .category = category,
-                             .description = textOf(path.filename().native()),
-                             .sizeBytes = identity->size,
-                             .daysOld = daysSince(*identity, search.machine.clock->now()),
-                             .foundIn = folder,
-                             .identity = *identity});
+            items.push_back(
+                {.path = path,
+                 .category = category,
+                 .description = textOf(path.filename().native()),
+                 .sizeBytes = identity->size,
+                 .daysOld = daysBetween(identity->modifiedNanoseconds, search.machine.clock->now()),
+                 .foundIn = folder,
+                 .identity = *identity});
     }
     return items;
 }
@@ -154,15 +147,17 @@ std::vector<DeepScanItem> installers(const Search &search)
             if (item.sizeBytes >= smallestImage &&
                 extensions.contains(textOf(item.path.extension().native()).toLower()))
                 images.push_back(std::move(item));
-    return images;
+    return untouched(search, std::move(images), anyAge);
 }
 
 std::vector<DeepScanItem> oldDownloads(const Search &search)
 {
     std::vector<DeepScanItem> items =
         itemsIn(search, search.machine.cleanup.downloads, DeepScanCategory::oldDownload);
-    std::erase_if(items, [](const DeepScanItem &item) { return item.daysOld < oldDownloadDays; });
-    return measured(search, items);
+    std::erase_if(items, [](const DeepScanItem &item) {
+        return item.identity.kind == FileKind::file && item.sizeBytes < smallestFolder;
+    });
+    return measured(search, untouched(search, std::move(items), oldDownloadDays));
 }
 
 } // namespace

@@ -9,6 +9,10 @@
 
 namespace swabby {
 
+/// What the age of something counts from: when it was last modified, or the last that was done to it and to
+/// everything in it, its making included.
+enum class AgeFrom { modification, lastTouch };
+
 /// A folder that is known to be made again when it is missed.
 struct KnownCache {
     std::filesystem::path path;
@@ -48,6 +52,7 @@ struct CleanupPlaces {
     std::vector<std::filesystem::path> moreThanCaches;
     std::vector<PackageCleanup> packageCleanups;
     std::vector<std::filesystem::path> projectRoots; ///< those that exist are searched, in this order
+    AgeFrom ageFrom = AgeFrom::modification;
     std::filesystem::path buildCache;
     std::string simulatorTool;
     std::vector<std::string> containerTools; ///< as the machine knows them; the first that is there is used

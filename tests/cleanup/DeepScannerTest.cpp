@@ -1,6 +1,7 @@
 #include "Clutter.h"
 
 #include "cleanup/DeepScanner.h"
+#include "cleanup/ProjectFolder.h"
 #include "cleanup/RemovalRun.h"
 #include "support/Table.h"
 
@@ -50,6 +51,22 @@ private Q_SLOTS:
             const ClutterScene mac(u"cleanup/%1.txt"_qs.arg(QLatin1String(name)));
             QCOMPARE(found(mac, mac.excludes()), mac.expected);
         }
+    }
+
+    void whoseDependencies()
+    {
+        // The files there are, what the first of them begins with, and the folder that holds dependencies.
+        compareTable(fixture(u"cleanup/whose_dependencies.txt"_qs), [](const Cells &row) {
+            const Clutter mac;
+            const QStringList files = row.text(1).split(u';');
+            for (const QString &file : files)
+                mac.writeFile(u"home/code/"_qs + file, "{}");
+            mac.writeFile(u"home/code/"_qs + files[0], row[2]);
+            std::filesystem::permissions(mac.homePath("code/" + files[0].toStdString()),
+                                         std::filesystem::perms::owner_all);
+            return isProject(mac.homePath("code/" + row.string(3)), mac.homePath("code")) ? u"yes"_qs
+                                                                                          : u"no"_qs;
+        });
     }
 
     void theTwentyFirstProject()

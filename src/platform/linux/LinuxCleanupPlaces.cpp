@@ -147,6 +147,7 @@ CleanupPlaces linuxCleanupPlaces(const UserFolders &folders)
     for (const char *name :
          {"Documents", "Desktop", "Developer", "Projects", "GitHub", "dev", "code", "Sites"})
         places.projectRoots.push_back(folders.home / name);
+    places.ageFrom = AgeFrom::lastTouch;
     places.containerTools = {"/usr/local/bin/docker", "/opt/homebrew/bin/docker", "/usr/bin/docker"};
     return places;
 }

@@ -8,11 +8,15 @@
 #include "platform/linux/LinuxDisposal.h"
 #include "platform/linux/LinuxRunningApplications.h"
 #include "platform/linux/ProcessTable.h"
+#include "platform/machinefolder/FolderClock.h"
+#include "platform/posix/LastTouch.h"
 #include "platform/posix/PosixShell.h"
 #include "support/Table.h"
 
 #include <QtCore/QProcess>
 #include <QtTest/QTest>
+
+#include <unistd.h>
 
 using namespace swabby;
 
@@ -59,6 +63,14 @@ public:
     {
         for (const auto &[file, kib] : sizes)
             files.write(file, std::string(kib * 1024, 'x'));
+    }
+
+    /// As if somebody had worked on them so many days from now.
+    void touch(std::initializer_list<const char *> paths, int days) const
+    {
+        for (const char *path : paths)
+            fs::last_write_time(files.path(path),
+                                fs::file_time_type::clock::now() + std::chrono::hours(24 * days));
     }
 
     StandIn files;
@@ -153,20 +165,52 @@ private Q_SLOTS:
     {
         const Home home;
         home.files.write("home/.config/user-dirs.dirs", "XDG_DOWNLOAD_DIR=\"$HOME/Telechargements\"\n");
-        home.fill(
-            {{"home/Projects/Loom/node_modules/x", 50'000}, {"home/Projects/Weft/node_modules/x", 50'000}});
+        home.fill({{"home/Projects/Loom/node_modules/x", 49'500},
+                   {"home/Projects/Weft/web/node_modules/x", 50'000},
+                   {"home/Projects/Weft/packages/a/index.js", 1},
+                   {"home/Projects/Weft/.git/HEAD", 1},
+                   {"home/Telechargements/Machines/disk", 50'100}});
+        home.files.write("home/Telechargements/film.mov", "");
+        fs::resize_file(home.files.path("home/Telechargements/film.mov"), 60'000'000);
         home.files.write("home/Telechargements/system.iso", "");
         fs::resize_file(home.files.path("home/Telechargements/system.iso"), 30'000'000);
-        const auto longAgo = fs::file_time_type::clock::now() - std::chrono::hours(24 * 31 + 1);
-        fs::last_write_time(home.files.path("home/Projects/Loom"), longAgo);
         const auto machine = home.machine();
-        const auto wordsOf = [](const DeepScanItem &item) {
-            return item.description + u'|' + QString::number(item.daysOld);
+        machine->clock = std::make_unique<FolderClock>(SystemClock().now());
+        const auto found = [&] {
+            return lines(DeepScanner::scan({*machine, {}, {}}), [](const DeepScanItem &item) {
+                return item.description + u'|' + QString::number(item.daysOld);
+            });
         };
-        QCOMPARE(lines(DeepScanner::scan({*machine, {}, {}}), wordsOf),
-                 u"Loom/node_modules|31\nsystem.iso|0"_qs);
+        // An old time of modification says nothing of what was put there just now.
+        home.touch({"home/Projects/Loom", "home/Telechargements/film.mov", "home/Telechargements/Machines"},
+                   -300);
+        QCOMPARE(found(), u"system.iso|0"_qs);
+        machine->clock->advance(100.5 * 86'400);
+        QCOMPARE(found(), u"film.mov|100\nMachines|100\nweb/node_modules|100\nLoom/node_modules|100\n"
+                          "system.iso|100"_qs);
+        home.touch({"home/Telechargements/Machines/disk", "home/Projects/Weft/packages/a/index.js"}, 99);
+        QCOMPARE(found(), u"film.mov|100\nLoom/node_modules|100\nsystem.iso|100"_qs);
         QVERIFY(DeveloperCleanup::scanSimulatorRuntimes({*machine, {}, {}}).empty());
         QCOMPARE(DeveloperCleanup::derivedDataSize({*machine, {}, {}}), 0);
+    }
+
+    void howFarALookGoes()
+    {
+        const Home home;
+        home.fill({{"home/a", 1}, {"home/b/c", 1}});
+        const auto look = [&](std::size_t most, const StopToken &stop = {}) {
+            return lastTouch(home.folders.home, {.mostEntries = most}, stop).has_value();
+        };
+        QVERIFY(look(3) && !look(2));
+        StopSource stop;
+        stop.requestStop();
+        QVERIFY(!look(3, stop.token()));
+        QVERIFY(!lastTouch(home.files.path("nothing"), {}, {}));
+        if (::geteuid() == 0)
+            return; // may look everywhere
+        fs::permissions(home.files.path("home/b"), fs::perms::none);
+        QVERIFY(!look(3));
+        fs::permissions(home.files.path("home/b"), fs::perms::owner_all);
     }
 
     void applications()
@@ -230,12 +274,12 @@ private Q_SLOTS:
     {
         const Home home;
         const auto machine = home.machine();
+        machine->clock = std::make_unique<FolderClock>(SystemClock().now());
         machine->disposal = std::make_unique<LinuxDisposal>(home.folders.data, *machine->clock);
         const auto isThere = [&](const char *path) { return fs::exists(home.files.path(path)); };
 
         home.fill({{"home/Projects/Loom/node_modules/x", 50'000}});
-        fs::last_write_time(home.files.path("home/Projects/Loom"),
-                            fs::file_time_type::clock::now() - std::chrono::hours(24 * 40));
+        machine->clock->advance(40.0 * 86'400);
         const auto items = DeepScanner::scan({*machine, {}, {}});
         QVERIFY(removeItems({RemovableItem::of(items.at(0))}, {}, *machine, {}).left.empty());
         QVERIFY(isThere("home/Projects/Loom") && !isThere("home/Projects/Loom/node_modules"));
