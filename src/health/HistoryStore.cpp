@@ -1,6 +1,7 @@
 #include "health/HistoryStore.h"
 
 #include "platform/posix/FolderLock.h"
+#include "platform/posix/SmallFile.h"
 #include "platform/posix/WholeFile.h"
 
 #include <QtCore/QDir>
@@ -87,10 +88,9 @@ History HistoryStore::load(const QString &applicationData, double now)
     // Nobody saves while the folder can be locked, so what looks like a torn save is one.
     if (const auto lock = FolderLock::tryLock(applicationData))
         sweep(applicationData);
-    QFile file(fileIn(applicationData));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return lastDay(pointsOf(file.readAll()).value_or(History()), now);
+    constexpr std::int64_t largestFile = 64'000'000;
+    const QByteArray text = smallFile(QFile::encodeName(fileIn(applicationData)).toStdString(), largestFile);
+    return lastDay(pointsOf(text).value_or(History()), now);
 }
 
 void HistoryStore::sweep(const QString &applicationData)

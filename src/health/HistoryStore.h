@@ -9,8 +9,9 @@ namespace swabby::HistoryStore {
 /// Swabby's data folder, made when it is missing. Empty when it cannot be made.
 QString ensureFolder(const QString &applicationData);
 
-/// The points of the last day, oldest first as stored. Empty when the file is missing, unreadable or no
-/// history; the file is neither repaired nor deleted. now in seconds since 1970. Reads the disk.
+/// The points of the last day, oldest first as stored. Empty when the file is missing, unreadable, no
+/// regular file or no history; the file is neither repaired nor deleted. now in seconds since 1970. Reads the
+/// disk.
 History load(const QString &applicationData, double now);
 
 /// Deletes what killed saves have left beside the file. Hold the folder's lock: another program's save in

@@ -18,6 +18,8 @@ std::optional<RegularFile> RegularFile::openIn(int folder, const char *name)
 {
     // Should a pipe have taken its place meanwhile, opening it does not wait.
     Descriptor file(::openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+    if (!file.isOpen())
+        return std::nullopt;
     const auto facts = factsOf(file.number());
     if (!facts || facts->identity.kind != FileKind::file)
         return std::nullopt;

@@ -14,7 +14,7 @@ namespace swabby {
 /// for anything else, since a pipe, a socket or a device is not opened and a link is not followed.
 class RegularFile {
 public:
-    /// No value when it is no regular file or may not be read.
+    /// No value when it is no regular file or may not be read, which errno tells of then.
     static std::optional<RegularFile> open(const std::filesystem::path &path);
     /// The same of a name in a folder that is open under this descriptor, which was a regular file a moment
     /// ago: opening it is the first that is done with it.

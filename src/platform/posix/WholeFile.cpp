@@ -1,6 +1,7 @@
 #include "platform/posix/WholeFile.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QSaveFile>
 
 #include <cerrno>
@@ -25,6 +26,9 @@ bool isOnDisk(int descriptor)
 
 QString saveWholeFile(const QString &path, const QByteArray &content, FileAudience audience)
 {
+    // A pipe or a device that somebody put there is not replaced by a file.
+    if (const QFileInfo there(path); there.exists() && !there.isFile())
+        return QStringLiteral("%1 is no regular file").arg(path);
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return file.errorString();

@@ -12,6 +12,7 @@
 
 #include <csignal>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 using namespace swabby;
 
@@ -96,6 +97,16 @@ private Q_SLOTS:
             QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList(name));
             QVERIFY(write(folder.path()));
         }
+    }
+
+    void aPipeIsNotReplaced()
+    {
+        const QTemporaryDir folder;
+        const QString pipe = folder.filePath(u"history.json"_s);
+        QCOMPARE(::mkfifo(qPrintable(pipe), 0600), 0);
+        QVERIFY(HistoryStore::load(folder.path(), now).isEmpty());
+        QVERIFY(!HistoryStore::save(folder.path(), {{now, 1, 1}}, now).isEmpty());
+        QVERIFY(!QFileInfo(pipe).isFile() && QFileInfo::exists(pipe));
     }
 
     void aStartupItemStaysOnOrComesBack()
