@@ -10,6 +10,8 @@ namespace swabby {
 
 QString bannerText(const CleanupReport &report)
 {
+    if (!report.problem.isEmpty())
+        return QStringLiteral("Nothing was removed");
     return QStringLiteral("Removed ") + QString::number(report.itemCount) + QStringLiteral(" item") +
            (report.itemCount == 1 ? QString() : QStringLiteral("s")) + QStringLiteral(" — freed ") +
            fileByteCount(report.freedBytes);
@@ -17,6 +19,8 @@ QString bannerText(const CleanupReport &report)
 
 QString leftText(const CleanupReport &report)
 {
+    if (!report.problem.isEmpty())
+        return report.problem + QLatin1Char('.');
     constexpr std::size_t mostNames = 3;
     const std::size_t count = report.left.size();
     if (count == 0)

@@ -16,6 +16,7 @@ struct CleanupReport {
     qint64 freedBytes = 0;
     std::vector<RemovableItem> left = {}; ///< items of which something stayed
     qint64 canBePutBack = 0;              ///< things that lie in the Trash now
+    QString problem = {};                 ///< why nothing was removed at all, without a full stop; else empty
 
     bool operator==(const CleanupReport &) const = default;
 };
@@ -23,7 +24,7 @@ struct CleanupReport {
 /// "Removed 3 items — freed 1.2 GB".
 QString bannerText(const CleanupReport &report);
 
-/// The quiet line beside it, which names what stayed; empty when everything went.
+/// The quiet line beside it, which names what stayed or says why nothing went; empty when everything did.
 QString leftText(const CleanupReport &report);
 
 } // namespace swabby

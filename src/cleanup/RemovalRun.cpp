@@ -168,6 +168,8 @@ private:
 RemovalOutcome removeItems(const std::vector<RemovableItem> &items, const ExcludeList &excludes,
                            Machine &machine, const StopToken &stop)
 {
+    if (!excludes.problem().isEmpty())
+        return {.trashed = {}, .left = items, .problem = excludes.problem()};
     Run run(excludes, machine, stop);
     run.remove(items, std::type_identity<RemovableItemKind>());
     return std::move(run).outcome();

@@ -13,6 +13,7 @@ namespace swabby {
 struct RemovalOutcome {
     std::vector<TrashedItem> trashed; ///< what lies in the Trash now
     std::vector<RemovableItem> left;  ///< items of which something stayed
+    QString problem;                  ///< why nothing was removed at all; else empty
 };
 
 /// Removes the items kind by kind, in the product's order, whatever fails on the way, and keeps a record of

@@ -17,6 +17,8 @@ using Items = std::vector<RemovableItem>;
 
 Items findSideBySide(const std::vector<CleanupEngineRow> &engines, const Search &search)
 {
+    if (!search.problem().isEmpty())
+        return {};
     std::vector<Items> offers(engines.size());
     sideBySide(engines.size(), [&](std::size_t number) { offers[number] = engines[number].find(search); });
     Items all;
@@ -27,22 +29,26 @@ Items findSideBySide(const std::vector<CleanupEngineRow> &engines, const Search 
 
 } // namespace
 
-ExcludeList excludeListFrom(SettingsStore &store)
+ExcludeList excludeListFrom(const Machine &machine)
 {
+    const auto [stored, problem] = Settings(*machine.settings).neverRemove(machine.places.home);
+    if (!problem.isEmpty())
+        return ExcludeList::everything(problem);
     std::vector<std::filesystem::path> paths;
-    for (const QString &path : Settings(store).value(setting<"neverRemove">))
+    for (const QString &path : stored)
         paths.emplace_back(QFile::encodeName(path).toStdString());
     return ExcludeList(paths);
 }
 
 Search Search::on(const Machine &machine, const ScanControl &control)
 {
-    return {machine, control, excludeListFrom(*machine.settings)};
+    return {machine, control, excludeListFrom(machine)};
 }
 
 Items find(CleanupEngine engine, const Search &search)
 {
-    return cleanupEngines()[static_cast<std::size_t>(engine)].find(search);
+    return search.problem().isEmpty() ? cleanupEngines()[static_cast<std::size_t>(engine)].find(search)
+                                      : Items();
 }
 
 Items findEverything(const Search &search)
@@ -60,9 +66,11 @@ Items findNamed(const QStringList &ids, const Search &search)
     return findSideBySide(wanted, search);
 }
 
-std::int64_t reclaimableStorage(const Machine &machine, const ScanControl &control)
+std::optional<std::int64_t> reclaimableStorage(const Machine &machine, const ScanControl &control)
 {
     const Search search = Search::on(machine, control);
+    if (!search.problem().isEmpty())
+        return std::nullopt;
     return saturatedSum(totalBytes(find(CleanupEngine::knownCaches, search)),
                         totalBytes(find(CleanupEngine::duplicates, search)));
 }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "cleanup/Search.h"
+#include "cli/Output.h"
+#include "cli/Verbs.h"
 #include "platform/BackgroundWork.h"
 #include "platform/Machine.h"
 #include "platform/ScanControl.h"
@@ -8,6 +11,8 @@
 #include <QtCore/QFutureWatcher>
 
 #include <memory>
+#include <optional>
+#include <type_traits>
 #include <utility>
 
 namespace swabby {
@@ -33,6 +38,30 @@ int runInBackground(Machine &machine, Work work, Then then)
     const int status = QCoreApplication::exec();
     machine.stop.requestStop();
     return status;
+}
+
+/// The same for a search. When nothing may be searched it says why, hands on nothing and ends with that.
+template <typename Work, typename Then>
+int searchInBackground(Machine &machine, Work work, Then then)
+{
+    struct Found {
+        std::optional<std::invoke_result_t<Work, const Search &>> result;
+        QString problem;
+    };
+    const auto searching = [&, control = terminalControl(machine)]() -> Found {
+        const Search search = Search::on(machine, control);
+        if (!search.problem().isEmpty())
+            return {std::nullopt, search.problem()};
+        return {work(search), {}};
+    };
+    return runInBackground(machine, searching, [&](const Found &found) {
+        if (found.result) {
+            then(*found.result);
+            return;
+        }
+        printProblem(QStringLiteral("swabbyctl: ") + found.problem);
+        QCoreApplication::exit(notDone);
+    });
 }
 
 } // namespace swabby

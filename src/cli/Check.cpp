@@ -57,6 +57,11 @@ int runCheck(const Arguments &arguments, const std::shared_ptr<Machine> &machine
             print(inColor(QStringLiteral("✓ "), HealthLevel::green) + step + QLatin1Char('\n'));
         });
     QObject::connect(&check, &FullCheck::finished, &check, [&] {
+        if (!check.result().problem.isEmpty()) {
+            printProblem(QStringLiteral("swabbyctl: ") + check.result().problem);
+            QCoreApplication::exit(notDone);
+            return;
+        }
         print(arguments.json ? jsonText(checkJson(check)) + '\n' : checkText(check.result()).toUtf8());
         QCoreApplication::exit(done);
     });

@@ -165,11 +165,9 @@ using Find = Findings (*)(const Arguments &arguments, const Search &search);
 
 int run(Find find, const Arguments &arguments, const std::shared_ptr<Machine> &machine)
 {
-    const auto searching = [&, control = terminalControl(*machine)] {
-        return find(arguments, Search::on(*machine, control));
-    };
-    return runInBackground(*machine, searching,
-                           [&](const Findings &findings) { printFindings(arguments, findings); });
+    return searchInBackground(
+        *machine, [&](const Search &search) { return find(arguments, search); },
+        [&](const Findings &findings) { printFindings(arguments, findings); });
 }
 
 } // namespace
@@ -177,12 +175,10 @@ int run(Find find, const Arguments &arguments, const std::shared_ptr<Machine> &m
 int runCaches(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
 {
     CloudAI ai(machine, modelAddressesFromEnvironment());
-    const auto searching = [&, control = terminalControl(*machine)] {
-        return find(arguments.unknown || arguments.vet ? CleanupEngine::unknownCaches
-                                                       : CleanupEngine::knownCaches,
-                    Search::on(*machine, control));
-    };
-    return runInBackground(*machine, searching, [&](const std::vector<RemovableItem> &caches) {
+    const CleanupEngine engine =
+        arguments.unknown || arguments.vet ? CleanupEngine::unknownCaches : CleanupEngine::knownCaches;
+    const auto searching = [&](const Search &search) { return find(engine, search); };
+    return searchInBackground(*machine, searching, [&](const std::vector<RemovableItem> &caches) {
         if (arguments.vet)
             vet(ai, caches, arguments);
         else

@@ -113,8 +113,12 @@ void askAndRemove(const Arguments &arguments, const Chosen &chosen, CleanupFlow 
         printRun(arguments, info, items, std::nullopt);
         return;
     }
-    QObject::connect(&flow, &CleanupFlow::removed, &flow,
-                     [=](const CleanupReport &report) { printRun(arguments, info, items, report); });
+    QObject::connect(&flow, &CleanupFlow::removed, &flow, [=](const CleanupReport &report) {
+        const bool isRefused = !report.problem.isEmpty();
+        if (isRefused)
+            printProblem(QStringLiteral("swabbyctl: ") + report.problem);
+        printRun(arguments, info, items, isRefused ? std::nullopt : std::optional(report));
+    });
     info.onConfirm();
 }
 
@@ -124,14 +128,13 @@ int runRemove(const Arguments &arguments, const std::shared_ptr<Machine> &machin
 {
     AppState state(machine, Record::nothing);
     CleanupFlow flow(state);
-    const ScanControl control = terminalControl(*machine);
-    const auto choose = [&] {
-        const auto all = findNamed(arguments.operands, Search::on(*machine, control));
+    const auto choose = [&](const Search &search) {
+        const auto all = findNamed(arguments.operands, search);
         const auto items = itemsOf(arguments.operands, all);
         return Chosen{items, runningAmong(items, *machine)};
     };
-    return runInBackground(*machine, choose,
-                           [&](const Chosen &chosen) { askAndRemove(arguments, chosen, flow); });
+    return searchInBackground(*machine, choose,
+                              [&](const Chosen &chosen) { askAndRemove(arguments, chosen, flow); });
 }
 
 int runPutBack(const Arguments &arguments, const std::shared_ptr<Machine> &machine)

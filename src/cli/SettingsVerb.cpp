@@ -3,6 +3,8 @@
 #include "cli/Verbs.h"
 #include "settings/Settings.h"
 
+#include <QtCore/QFile>
+
 namespace swabby {
 namespace {
 
@@ -30,6 +32,15 @@ void printAll(const Arguments &arguments, const Settings &settings)
     print(arguments.json ? jsonText(all) + '\n' : table(rows).toUtf8());
 }
 
+/// Says of paths to keep that nothing is there yet: one may be misspelt.
+void hintAtMissing(const QStringList &paths)
+{
+    for (const QString &path : paths)
+        if (!FileIdentity::of(QFile::encodeName(path).toStdString()))
+            printProblem(
+                QStringLiteral("swabbyctl: nothing is at %1 yet; what comes there will be kept").arg(path));
+}
+
 int wrong(const QString &line)
 {
     printProblem(line);
@@ -43,6 +54,7 @@ int runSettings(const Arguments &arguments, const std::shared_ptr<Machine> &mach
     Settings settings(*machine->settings);
     if (arguments.operands.isEmpty()) {
         printAll(arguments, settings);
+        printSettingsProblem(*machine);
         return done;
     }
     const SettingKey *key = Settings::find(arguments.operands.first());
@@ -61,7 +73,12 @@ int runSettings(const Arguments &arguments, const std::shared_ptr<Machine> &mach
         changed = settings.store(*key, value);
     }
     printValue(arguments, settings.effective(*key));
-    return statusOfWriting(changed);
+    if (!changed)
+        return statusOfWriting(changed, *machine);
+    printSettingsProblem(*machine);
+    if (arguments.operands.size() > 1 && *key == setting<"neverRemove">)
+        hintAtMissing(settings.neverRemove(machine->places.home).paths);
+    return done;
 }
 
 } // namespace swabby

@@ -49,7 +49,7 @@ int runPin(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
         text += QStringLiteral("  ") + harmless(name) + QLatin1Char('\n');
     print(arguments.json ? jsonText(QJsonObject{{QStringLiteral("pinnedNames"), toJson(names)}}) + '\n'
                          : text.toUtf8());
-    return statusOfWriting(isStored);
+    return statusOfWriting(isStored, *machine);
 }
 
 constexpr std::array verbTable = {
@@ -89,11 +89,35 @@ bool Verb::knows(const char *option) const
            std::string_view(usage).find("--" + std::string(name)) != std::string_view::npos;
 }
 
-int statusOfWriting(bool isWritten)
+int statusOfWriting(bool isWritten, const Machine &machine)
 {
+    const QString problem = isWritten ? QString() : Settings(*machine.settings).problem();
     if (!isWritten)
-        printProblem(QStringLiteral("swabbyctl: the settings could not be written"));
+        printProblem(QStringLiteral("swabbyctl: ") +
+                     (problem.isEmpty() ? QStringLiteral("the settings could not be written") : problem));
     return isWritten ? done : notDone;
+}
+
+void printSettingsProblem(const Machine &machine)
+{
+    const QString problem = Settings(*machine.settings).neverRemove(machine.places.home).problem;
+    if (!problem.isEmpty())
+        printProblem(QStringLiteral("swabbyctl: ") + problem);
+}
+
+bool storesOrRemoves(const Arguments &arguments)
+{
+    const QString verb = arguments.row->name();
+    const QString what = arguments.operands.value(0);
+    if (verb == QLatin1String("settings"))
+        return arguments.unset || arguments.operands.size() > 1;
+    if (verb == QLatin1String("startup"))
+        return what == QLatin1String("disable") || what == QLatin1String("enable");
+    if (verb == QLatin1String("key"))
+        return what != QLatin1String("status");
+    return QStringList{QStringLiteral("watch"), QStringLiteral("remove"), QStringLiteral("put-back"),
+                       QStringLiteral("pin")}
+        .contains(verb);
 }
 
 std::span<const Verb> verbs()

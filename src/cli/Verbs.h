@@ -49,8 +49,14 @@ int runQuit(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
 int runCheck(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
 int runKey(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
 
-/// What to end with once a setting was written or not, which is said then.
-int statusOfWriting(bool isWritten);
+/// What to end with once a setting of that machine was written or not, which is said then.
+int statusOfWriting(bool isWritten, const Machine &machine);
+
+/// Says when the values of that machine's settings are not what is stored, or nothing may go until they are.
+void printSettingsProblem(const Machine &machine);
+
+/// Whether the verb as it was called keeps something on the disk or takes something off it.
+bool storesOrRemoves(const Arguments &arguments);
 
 /// Refreshes that many times, calls, and runs the event loop until somebody ends it. Gives the status it was
 /// ended with.

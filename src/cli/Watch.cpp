@@ -30,6 +30,7 @@ QString watchText(const AppState &state, const QList<Notification> &posted)
 // get applied.
 int runWatch(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
 {
+    printSettingsProblem(*machine);
     AppState state(machine, Record::everything);
     CloudAI ai(machine, modelAddressesFromEnvironment());
     NotificationFlow notifications(

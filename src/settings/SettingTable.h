@@ -10,7 +10,8 @@ namespace swabby {
 
 enum class RowDensity { comfortable, compact };
 
-/// A path from nowhere in particular would protect nothing.
+/// Whether that is a list of paths that lead somewhere whoever reads them: absolute ones, or "~/…" for the
+/// home folder. A path from nowhere in particular would protect nothing.
 bool areAbsolutePaths(const QJsonValue &paths);
 
 /// Every preference, in the order people are shown them. What is not in this table does not exist.

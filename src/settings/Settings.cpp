@@ -77,13 +77,6 @@ QJsonValue parseAs(Type type, const QString &text)
 
 } // namespace
 
-bool areAbsolutePaths(const QJsonValue &paths)
-{
-    const QJsonArray list = paths.toArray();
-    return std::all_of(list.begin(), list.end(),
-                       [](const QJsonValue &path) { return path.toString().startsWith(QLatin1Char('/')); });
-}
-
 QJsonValue SettingKey::defaultValue() const
 {
     switch (type) {
@@ -121,6 +114,11 @@ QJsonValue Settings::effective(const SettingKey &key) const
 {
     const QJsonValue value = readAs(key, stored(key));
     return value.isUndefined() ? key.defaultValue() : value;
+}
+
+bool Settings::isFirstRun() const
+{
+    return !value(setting<"hasCompletedOnboarding">) && m_store.read({}).problem.isEmpty();
 }
 
 bool Settings::store(const SettingKey &key, const QJsonValue &value)

@@ -7,6 +7,9 @@
 
 namespace swabby {
 
+/// The path with "~" at its beginning as that folder.
+QString withHome(const QString &path, const QString &home);
+
 /// The user's preferences by the rows of settingTable. Every read goes to the store, so nothing caches a
 /// stale value; a missing or malformed value gives the default. Whatever changes something waits while
 /// another program does: background work, or a terminal. It gives false when it could not be written.
@@ -22,6 +25,10 @@ public:
     /// The stored value as it is; undefined when nothing is stored.
     QJsonValue stored(const SettingKey &key) const { return m_store.value(QLatin1String(key.name)); }
 
+    /// Where and why what is stored cannot be read, and what comes of that, in words that leave out the full
+    /// stop; empty when it can.
+    QString problem() const;
+
     /// An undefined value removes.
     bool store(const SettingKey &key, const QJsonValue &value);
     bool unset(const SettingKey &key) { return store(key, QJsonValue::Undefined); }
@@ -29,6 +36,18 @@ public:
     bool replace(const SettingKey &key, const QJsonValue &seen, const QJsonValue &value);
     /// So that two programs' sums both count.
     bool add(const Setting<qint64> &key, qint64 amount);
+    /// Whether nobody has been welcomed yet. Settings that cannot be read are somebody's.
+    bool isFirstRun() const;
+    /// What has to stay whatever is found there: absolute paths, and in such words why they cannot be told,
+    /// which is when nothing may go. home is what "~" stands for.
+    struct NeverRemove {
+        QStringList paths;
+        QString problem;
+    };
+    NeverRemove neverRemove(const QString &home) const;
+    /// Keeps what lies there from removal or no longer does, and leaves the other paths as they are stored.
+    /// False also when those cannot be told.
+    bool setNeverRemoved(const QString &path, bool isKept);
     /// Pins that program or unpins it, and leaves the other pins as they are stored.
     bool setPinned(const QString &name, bool isPinned);
 

@@ -156,6 +156,35 @@ private Q_SLOTS:
         QCOMPARE(effectsOf(mac), QStringList());
     }
 
+    void unreadableSettingsLetNothingGo()
+    {
+        const FullMac mac;
+        const QString settings = u"home/Library/Preferences/com.swabby.app.json"_qs;
+        for (const QByteArray content :
+             {"{\"neverRemove\": [\"/x\"],}", "{\"neverRemove\": [\"/x\", null]}"}) {
+            mac.writeFile(settings, content);
+            for (const char *verb :
+                 {"caches", "caches --unknown", "duplicates", "deep-scan", "apps", "developer", "items",
+                  "remove derived-data docker-prune --yes", "check --json"}) {
+                const Answer answer = runOn(mac, verb);
+                QVERIFY2(answer.status == 1 && answer.output.isEmpty(), verb);
+                QVERIFY2(answer.problems.contains(settings.toUtf8()) && answer.problems.count('\n') == 1,
+                         verb);
+            }
+        }
+        QCOMPARE(effectsOf(mac), QStringList());
+        QCOMPARE(mac.runs(), QString());
+        // The person mends the list, with a place that is there and one that is not.
+        const Answer mended =
+            runOn(mac, {u"settings"_qs, u"neverRemove"_qs, u"[\"~/Downloads\",\"/not/there\"]"_qs});
+        QCOMPARE(mended.output, QByteArray("[\"~/Downloads\",\"/not/there\"]\n"));
+        QCOMPARE(mended.problems,
+                 QByteArray("swabbyctl: nothing is at /not/there yet; what comes there will be kept\n"));
+        const Answer items = runOn(mac, "items");
+        QVERIFY(items.status == 0 && items.output.contains("derived-data") &&
+                !items.output.contains("/Downloads/"));
+    }
+
     void answersAtATerminal()
     {
         for (const auto &[typed, agrees] :

@@ -31,8 +31,9 @@ namespace {
 struct OneValueStore final : SettingsStore {
     QJsonValue stored;
 
-    QJsonValue value(const QString &) const override { return stored; }
+    Reading read(const QString &) const override { return {stored, {}}; }
     bool change(const QString &, const Edit &) override { return true; }
+    QString place() const override { return {}; }
 };
 
 void require(bool holds)
@@ -46,6 +47,7 @@ void readSettings(const QByteArray &bytes)
     OneValueStore store;
     store.stored = QJsonDocument::fromJson(bytes).array().first();
     const Settings settings(store);
+    settings.neverRemove({});
     for (const SettingKey *key : Settings::keys()) {
         settings.effective(*key);
         Settings::parse(*key, QString::fromUtf8(bytes));

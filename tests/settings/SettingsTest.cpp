@@ -3,10 +3,13 @@
 #include "support/Table.h"
 #include "support/TemporaryMachine.h"
 
+#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 #include <QtTest/QTest>
+
+#include <sys/stat.h>
 
 #include <thread>
 
@@ -100,18 +103,44 @@ private Q_SLOTS:
         }
     }
 
-    void whatIsNoSettingsFileIsPutAside()
+    void whatHasToStayIsKnownOrNothingGoes()
     {
-        for (const QByteArray content : {"bplist00\xff", "{\"cpuRed\": 70, \"cpu", "[1]"}) {
+        // The file's text, or what is there in its place; then the paths, or why nobody knows them.
+        compareTable(fixture(u"settings/what_has_to_stay.txt"_qs), [](const Cells &row) {
             const TemporaryMachine folder;
-            folder.writeFile(fileName, content);
+            folder.writeFile(fileName, row[0]);
+            const QString path = folder.folder() + u'/' + fileName;
+            const bool isReplaced = row[0].startsWith("a ") && QFile::remove(path);
+            if (row[0] == "a pipe")
+                ::mkfifo(qPrintable(path), 0600);
+            else if (row[0] == "a folder")
+                QDir().mkdir(path);
+            else if (row[0] == "a device" || row[0] == "a dead link")
+                QFile::link(row[0] == "a device" ? u"/dev/zero"_qs : u"/nowhere/at/all"_qs, path);
+            else if (row[0] == "a large file")
+                folder.writeFile(fileName, '"' + QByteArray(4'000'000, ' '));
             const auto machine = folder.open();
             Settings settings(*machine->settings);
-            QCOMPARE(settings.value(setting<"cpuRed">), 85.0);
-            QCOMPARE(contentOf(folder), content); // reading changes nothing
-            QVERIFY(settings.store(setting<"cpuRed">, 50));
-            QCOMPARE(contentOf(folder, u".unreadable"_qs), content);
-            QCOMPARE(settings.value(setting<"cpuRed">), 50.0);
+            const auto [paths, problem] = settings.neverRemove(u"/home/me"_qs);
+            // What cannot be read takes nothing, and neither does a list that is none.
+            const bool isRight = settings.problem().isEmpty() == settings.store(setting<"cpuRed">, 50) &&
+                                 problem.isEmpty() == settings.setNeverRemoved(u"/more"_qs, true) &&
+                                 (settings.problem().isEmpty() || isReplaced || contentOf(folder) == row[0]);
+            const QString said = QString(problem).replace(path, u"FILE"_qs).section(u';', 0, 0);
+            return isRight ? paths.join(u' ') + said : u"wrong"_qs;
+        });
+    }
+
+    void whatIsMendedIsReadAgain()
+    {
+        const TemporaryMachine folder;
+        const auto machine = folder.open();
+        const Settings settings(*machine->settings);
+        for (const bool isMended : {false, true, false, true}) {
+            folder.writeFile(fileName,
+                             isMended ? R"({"neverRemove": ["/x"]} )" : R"({"neverRemove": ["/x"],})");
+            QCOMPARE(settings.neverRemove({}).problem.isEmpty(), isMended);
+            QCOMPARE(settings.neverRemove({}).paths, isMended ? QStringList(u"/x"_qs) : QStringList());
         }
     }
 

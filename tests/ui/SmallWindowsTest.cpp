@@ -157,7 +157,7 @@ private Q_SLOTS:
         const QString file = machine.places.preferences + u"/com.swabby.app.json"_qs;
         QVERIFY(QFile::remove(file) && QDir().mkdir(file));
         press(*open->window, u"Show Swabby in the Dock"_qs);
-        QVERIFY(waitUntil([&] { return textOf(*open->window).contains(u"could not be kept"_qs); }));
+        QVERIFY(waitUntil([&] { return textOf(*open->window).contains(u"(it is no regular file)"_qs); }));
     }
 
     void theKeyIsKeptAndTakenAway()

@@ -15,8 +15,8 @@ constexpr int runsAtOnce = 8;
 /// The whole background half of a removal.
 CleanupReport carryOut(const std::vector<RemovableItem> &items, Machine &machine, const StopToken &stop)
 {
-    const RemovalOutcome outcome = removeItems(items, excludeListFrom(*machine.settings), machine, stop);
-    const std::int64_t freed = totalBytes(items);
+    const RemovalOutcome outcome = removeItems(items, excludeListFrom(machine), machine, stop);
+    const std::int64_t freed = outcome.problem.isEmpty() ? totalBytes(items) : 0;
     // A run that was ended with the program is reported nowhere, the week included.
     if (freed >= 1 && !stop.stopRequested() && !machine.stop.token().stopRequested())
         Settings(*machine.settings).add(setting<"weeklyBytesFreed">, freed);
@@ -24,7 +24,8 @@ CleanupReport carryOut(const std::vector<RemovableItem> &items, Machine &machine
             .itemCount = static_cast<qint64>(items.size()),
             .freedBytes = freed,
             .left = outcome.left,
-            .canBePutBack = static_cast<qint64>(outcome.trashed.size())};
+            .canBePutBack = static_cast<qint64>(outcome.trashed.size()),
+            .problem = outcome.problem};
 }
 
 } // namespace
@@ -65,7 +66,8 @@ void CleanupFlow::remove(const std::vector<RemovableItem> &items)
 void CleanupFlow::finish(const CleanupReport &report)
 {
     --m_runs;
-    m_canPutBack = report.canBePutBack > 0 || (m_runs > 0 && m_canPutBack);
+    const bool isOlderKept = m_runs > 0 || !report.problem.isEmpty();
+    m_canPutBack = report.canBePutBack > 0 || (isOlderKept && m_canPutBack);
     m_state.setRemoving(false);
     showBanner(report);
     Q_EMIT removed(report);

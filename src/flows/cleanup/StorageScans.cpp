@@ -62,9 +62,42 @@ Findings developerClutter(const swabby::Search &search)
     return found;
 }
 
+Findings knownCaches(const swabby::Search &search)
+{
+    return {.items = foundOnce(CleanupEngine::knownCaches, search)};
+}
+
+Findings unknownCaches(const swabby::Search &search)
+{
+    return {.items = foundOnce(CleanupEngine::unknownCaches, search)};
+}
+
+using Finder = Findings (*)(const swabby::Search &);
+
 /// The searches in one step, in the order of the kinds.
-constexpr std::array<Findings (*)(const swabby::Search &), 5> finders = {nullptr, duplicates, forgottenFiles,
-                                                                         applications, developerClutter};
+constexpr std::array<Finder, 5> finders = {nullptr, duplicates, forgottenFiles, applications,
+                                           developerClutter};
+
+Findings searched(const Machine &machine, const ScanControl &control, Finder finder)
+{
+    const auto search = swabby::Search::on(machine, control);
+    return search.problem().isEmpty() ? finder(search) : Findings{.problem = search.problem()};
+}
+
+/// What an application leaves behind, and whether it can be told.
+struct Leftovers {
+    bool isRunning = false;
+    std::vector<AppLeftover> found = {};
+    QString problem = {};
+};
+
+Leftovers leftoversOf(const InstalledApp &app, const Machine &machine, const StopToken &stop)
+{
+    if (AppUninstaller::isRunning(machine, app.bundleID))
+        return {.isRunning = true};
+    const auto search = swabby::Search::on(machine, {.stop = stop, .progress = {}});
+    return {.found = AppUninstaller::scanLeftovers(search, app), .problem = search.problem()};
+}
 
 } // namespace
 
@@ -106,9 +139,8 @@ void StorageScans::begin(ClutterKind kind)
         quickClean(control);
         return;
     }
-    const auto searching = m_work.ask([machine = m_state.sharedMachine(), control, finder] {
-        return finder(swabby::Search::on(*machine, control));
-    });
+    const auto searching = m_work.ask(
+        [machine = m_state.sharedMachine(), control, finder] { return searched(*machine, control, finder); });
     search.run.whenDone(searching, [this, kind](Findings found) { finish(kind, std::move(found)); });
 }
 
@@ -133,28 +165,31 @@ void StorageScans::finish(ClutterKind kind, Findings findings)
 QCoro::Task<> StorageScans::quickClean(ScanControl control)
 {
     const auto machine = m_state.sharedMachine();
-    const auto ask = [&](CleanupEngine engine) {
-        return m_work.ask(
-            [machine, control, engine] { return foundOnce(engine, swabby::Search::on(*machine, control)); });
+    const auto ask = [&](Finder finder) {
+        return m_work.ask([machine, control, finder] { return searched(*machine, control, finder); });
     };
-    const auto scanning = ask(CleanupEngine::knownCaches);
-    const auto known = co_await scanning;
+    const auto scanning = ask(knownCaches);
+    const Findings known = co_await scanning;
     if (control.stop.stopRequested())
         co_return;
     Search &search = searchFor(ClutterKind::quickClean);
-    search.findings.items = known;
+    search.findings.items = known.items;
     search.findings.suggestions.clear();
     Q_EMIT changed();
 
-    const auto looking = ask(CleanupEngine::unknownCaches);
-    const auto unknown = co_await looking;
+    const auto looking = ask(unknownCaches);
+    const Findings unknown = co_await looking;
     if (control.stop.stopRequested())
         co_return;
+    if (!unknown.problem.isEmpty()) {
+        finish(ClutterKind::quickClean, unknown);
+        co_return;
+    }
     const ScanControl vetting = {.stop = control.stop, .progress = [&](const ScanProgress &progress) {
                                      search.progress = progress;
                                      Q_EMIT changed();
                                  }};
-    const VettedCaches vetted = co_await vetCaches(m_ai, unknown, vetting);
+    const VettedCaches vetted = co_await vetCaches(m_ai, unknown.items, vetting);
     if (control.stop.stopRequested())
         co_return;
     finish(ClutterKind::quickClean,
@@ -170,24 +205,23 @@ void StorageScans::prepare(const QString &id)
         Q_EMIT changed();
         const auto looking =
             m_work.ask([machine = m_state.sharedMachine(), app = uninstall->app,
-                        stop = m_preparations.join()]() -> std::optional<std::vector<AppLeftover>> {
-                if (AppUninstaller::isRunning(*machine, app.bundleID))
-                    return std::nullopt;
-                return AppUninstaller::scanLeftovers(
-                    swabby::Search::on(*machine, {.stop = stop, .progress = {}}), app);
-            });
-        m_preparations.whenDone(looking, [this, app = uninstall->app, id](const auto &leftovers) {
-            Findings &found = searchFor(ClutterKind::applications).findings;
+                        stop = m_preparations.join()] { return leftoversOf(app, *machine, stop); });
+        m_preparations.whenDone(looking, [this, app = uninstall->app, id](const Leftovers &leftovers) {
             m_preparing.erase(id);
-            if (leftovers)
-                found.running.erase(id);
-            else
+            if (!leftovers.problem.isEmpty()) {
+                finish(ClutterKind::applications, {.problem = leftovers.problem});
+                return;
+            }
+            Findings &found = searchFor(ClutterKind::applications).findings;
+            if (leftovers.isRunning)
                 found.running.insert(id);
-            Q_EMIT changed();
-            if (leftovers)
-                Q_EMIT prepared(RemovableItem::of(AppUninstall{app, *leftovers}));
             else
+                found.running.erase(id);
+            Q_EMIT changed();
+            if (leftovers.isRunning)
                 Q_EMIT stillRuns(app.name);
+            else
+                Q_EMIT prepared(RemovableItem::of(AppUninstall{app, leftovers.found}));
         });
         return;
     }

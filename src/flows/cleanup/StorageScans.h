@@ -34,6 +34,7 @@ public:
         bool wasSent = false;                       ///< whether names and sizes left this computer for those
         std::set<QString> running = {};             ///< the ids of applications that run
         DeveloperCleanup::DockerStatus docker = {}; ///< its rows stay when its item was removed
+        QString problem = {}; ///< why nothing was searched, without a full stop; else empty
 
         /// The items and the suggestions as such.
         std::vector<RemovableItem> offers() const;

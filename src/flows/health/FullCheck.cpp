@@ -90,10 +90,18 @@ void FullCheck::cancel()
     Q_EMIT changed();
 }
 
-QFuture<std::vector<RemovableItem>> FullCheck::begin(CleanupEngine engine, const ScanControl &control)
+/// What an engine offers, or why nothing is searched.
+struct FullCheck::Found {
+    std::vector<RemovableItem> items;
+    QString problem;
+};
+
+QFuture<FullCheck::Found> FullCheck::begin(CleanupEngine engine, const ScanControl &control)
 {
-    return m_work.ask(
-        [=, machine = m_state.sharedMachine()] { return find(engine, Search::on(*machine, control)); });
+    return m_work.ask([=, machine = m_state.sharedMachine()] {
+        const Search search = Search::on(*machine, control);
+        return Found{find(engine, search), search.problem()};
+    });
 }
 
 // Every wait may see this check left or begun anew, or this object gone: then nothing more is done.
@@ -107,12 +115,23 @@ QCoro::Task<> FullCheck::check(ScanControl control)
     const auto docker = begin(CleanupEngine::docker, control);
     SwabbyCheckResult result;
     std::vector<RemovableItem> &candidates = result.removalCandidates;
-    const auto add = [&](const std::vector<RemovableItem> &items) {
-        candidates.insert(candidates.end(), items.begin(), items.end());
+    const auto add = [&](const Found &found) {
+        candidates.insert(candidates.end(), found.items.begin(), found.items.end());
+        if (result.problem.isEmpty())
+            result.problem = found.problem;
+    };
+    // A check that left something out would call it clear.
+    const auto isOver = [&] {
+        if (control.stop.stopRequested() || result.problem.isEmpty())
+            return control.stop.stopRequested();
+        SwabbyCheckResult none;
+        none.problem = result.problem;
+        finish(std::move(none));
+        return true;
     };
 
     add(co_await knownCaches);
-    if (control.stop.stopRequested())
+    if (isOver())
         co_return;
     complete(storageStep);
 
@@ -124,22 +143,23 @@ QCoro::Task<> FullCheck::check(ScanControl control)
     complete(appsStep);
 
     add(co_await duplicates);
-    if (control.stop.stopRequested())
+    if (isOver())
         co_return;
     complete(duplicatesStep);
 
     add(co_await simulators);
     add(co_await buildCache);
     add(co_await docker);
-    if (control.stop.stopRequested())
+    if (isOver())
         co_return;
     complete(developerStep);
 
-    const auto unvetted = co_await unknownCaches;
-    if (control.stop.stopRequested())
+    const Found unvetted = co_await unknownCaches;
+    result.problem = unvetted.problem;
+    if (isOver())
         co_return;
     const ScanControl vetting = {.stop = control.stop, .progress = {}};
-    const VettedCaches vetted = co_await vetCaches(m_ai, unvetted, vetting);
+    const VettedCaches vetted = co_await vetCaches(m_ai, unvetted.items, vetting);
     if (control.stop.stopRequested())
         co_return;
     result.wasSent = vetted.wasSent;
@@ -160,11 +180,17 @@ QCoro::Task<> FullCheck::check(ScanControl control)
     result.summary = summary.value.summary;
     result.wasSent = result.wasSent || summary.wasSent;
 
+    finish(std::move(result));
+}
+
+void FullCheck::finish(SwabbyCheckResult result)
+{
     m_result = std::move(result);
     for (const RemovableItem &candidate : m_result.removalCandidates)
         m_selectedRemovalIDs.insert(candidate.id);
     m_run.end();
-    m_state.setLastScan(m_state.machine().clock->now());
+    if (m_result.problem.isEmpty())
+        m_state.setLastScan(m_state.machine().clock->now());
     m_state.setScanning(false);
     Q_EMIT changed();
     Q_EMIT finished();

@@ -21,6 +21,7 @@ struct SwabbyCheckResult {
     std::optional<ProcessSample> processToWatch;
     QString headline;
     QString summary;
+    QString problem; ///< why there is no result, without a full stop; else empty
     /// Whether counts and sizes left this computer for the summary.
     bool wasSent = false;
 
@@ -85,7 +86,9 @@ Q_SIGNALS:
 
 private:
     QCoro::Task<> check(ScanControl control);
-    QFuture<std::vector<RemovableItem>> begin(CleanupEngine engine, const ScanControl &control);
+    struct Found;
+    QFuture<Found> begin(CleanupEngine engine, const ScanControl &control);
+    void finish(SwabbyCheckResult result);
     void complete(const QString &step);
 
     AppState &m_state;

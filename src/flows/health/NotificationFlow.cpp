@@ -146,14 +146,16 @@ QCoro::Task<std::optional<Notification>> NotificationFlow::checkStorageCleanupNo
         [machine] { return dueStorageCheck(*machine->settings, machine->clock->now()); });
     const std::optional<QJsonValue> seen = co_await check;
     bool isWorthIt = false;
-    std::int64_t total = 0;
+    std::optional<std::int64_t> total;
     if (!control.stop.stopRequested() && seen) {
         const auto scanning = m_scans.ask([scan = m_scan, control] { return scan(control); });
         total = co_await scanning;
         if (control.stop.stopRequested())
             co_return std::nullopt;
+    }
+    if (total) {
         const auto finishing = m_state.bookkeeping().ask([machine, seen, total] {
-            return finishStorageCheck(*machine->settings, *seen, machine->clock->now(), total);
+            return finishStorageCheck(*machine->settings, *seen, machine->clock->now(), *total);
         });
         isWorthIt = co_await finishing;
     }
@@ -163,7 +165,7 @@ QCoro::Task<std::optional<Notification>> NotificationFlow::checkStorageCleanupNo
     if (!isWorthIt)
         co_return std::nullopt;
     co_return postNotification(QStringLiteral("Your Mac could use a cleanup"),
-                               QStringLiteral("You could free up about ") + fileByteCount(total) +
+                               QStringLiteral("You could free up about ") + fileByteCount(*total) +
                                    QStringLiteral(" of space. Open Swabby's Storage tab to clean up."),
                                MainSection::storage);
 }

@@ -11,11 +11,13 @@
 #include <QtCore/QObject>
 
 #include <functional>
+#include <optional>
 
 namespace swabby {
 
-/// The bytes that a cleanup could free. Blocks for as long as it looks.
-using StorageTotal = std::function<std::int64_t(const ScanControl &control)>;
+/// The bytes that a cleanup could free; no value when that cannot be told now. Blocks for as long as it
+/// looks.
+using StorageTotal = std::function<std::optional<std::int64_t>(const ScanControl &control)>;
 
 /// Tells the person without being asked: that the health has just turned red, that a lot could be cleaned,
 /// and once a week how it went. Follows every refresh of the state, which it listens to. Main thread.

@@ -1,6 +1,7 @@
 #include "platform/posix/FileSettingsStore.h"
 
 #include "platform/posix/FolderLock.h"
+#include "platform/posix/SmallFile.h"
 #include "platform/posix/WholeFile.h"
 
 #include <QtCore/QDir>
@@ -13,33 +14,23 @@
 namespace swabby {
 namespace {
 
-std::pair<qint64, qint64> stampOf(const QString &path)
+constexpr std::int64_t largestFile = 4'000'000;
+
+qint64 nanosecondsOf(const timespec &time)
 {
-    struct stat facts = {};
-    if (::stat(QFile::encodeName(path).constData(), &facts) != 0)
-        return {-1, -1};
-    return {static_cast<qint64>(facts.st_ino),
-            facts.st_mtim.tv_sec * 1'000'000'000LL + facts.st_mtim.tv_nsec};
+    return time.tv_sec * 1'000'000'000LL + time.tv_nsec;
 }
 
-std::optional<QJsonObject> readObject(const QString &path)
+/// Why that is no JSON object, for the person who wrote it.
+QString problemOf(const QByteArray &content, const QJsonParseError &error)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll());
-    if (!document.isObject())
-        return std::nullopt;
-    return document.object();
-}
-
-/// Copies a file that is no JSON object to a name nothing has yet. False when it cannot be copied.
-bool putAside(const QString &path)
-{
-    QString aside = path + QStringLiteral(".unreadable");
-    for (int number = 2; QFileInfo::exists(aside); ++number)
-        aside = path + QStringLiteral(".unreadable.%1").arg(number);
-    return QFile::copy(path, aside);
+    if (content.trimmed().isEmpty())
+        return QStringLiteral("it is empty");
+    if (error.error == QJsonParseError::NoError)
+        return QStringLiteral("it is no JSON object");
+    return QStringLiteral("line %1: %2")
+        .arg(content.left(error.offset).count('\n') + 1)
+        .arg(error.errorString());
 }
 
 } // namespace
@@ -51,32 +42,56 @@ FileSettingsStore::FileSettingsStore(QString filePath) : m_filePath(std::move(fi
         sweepStrays(m_filePath);
 }
 
-QJsonValue FileSettingsStore::value(const QString &key) const
+std::optional<FileSettingsStore::Stamp> FileSettingsStore::stamp() const
+{
+    struct stat facts = {};
+    if (::stat(QFile::encodeName(m_filePath).constData(), &facts) != 0)
+        return std::nullopt;
+    return Stamp{static_cast<qint64>(facts.st_dev), static_cast<qint64>(facts.st_ino),
+                 static_cast<qint64>(facts.st_size), nanosecondsOf(facts.st_mtim),
+                 nanosecondsOf(facts.st_ctim)};
+}
+
+FileSettingsStore::Contents FileSettingsStore::contents() const
+{
+    const SmallFile file = readSmallFile(QFile::encodeName(m_filePath).toStdString(), largestFile);
+    if (!file.isThere)
+        return {};
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(file.content, &error);
+    QString problem = file.problem;
+    if (problem.isEmpty() && !document.isObject())
+        problem = problemOf(file.content, error);
+    if (!problem.isEmpty())
+        problem = QStringLiteral("%1 cannot be read (%2)").arg(m_filePath, problem);
+    return {document.object(), true, problem};
+}
+
+SettingsStore::Reading FileSettingsStore::read(const QString &key) const
 {
     const std::scoped_lock guard(m_mutex);
-    if (const auto stamp = stampOf(m_filePath); stamp != m_readStamp) {
-        m_values = readObject(m_filePath).value_or(QJsonObject());
-        m_readStamp = stamp;
+    if (const auto now = stamp(); !now || now != m_readStamp) {
+        m_read = contents();
+        m_readStamp = now;
     }
-    return m_values.value(key);
+    return {m_read.values.value(key), m_read.problem};
 }
 
 bool FileSettingsStore::change(const QString &key, const Edit &edit)
 {
-    const QFileInfo file(m_filePath);
-    if (!file.exists() && edit(QJsonValue::Undefined).isUndefined())
+    const QString folder = QFileInfo(m_filePath).absolutePath();
+    if (edit(QJsonValue::Undefined).isUndefined() && !contents().isThere)
         return true;
-    if (!QDir().mkpath(file.absolutePath()))
+    if (!QDir().mkpath(folder))
         return false;
-    const auto lock = FolderLock::lock(file.absolutePath());
+    const auto lock = FolderLock::lock(folder);
     if (!lock)
         return false;
-    const std::optional<QJsonObject> values = readObject(m_filePath);
-    if (!values && QFileInfo(m_filePath).size() > 0 && !putAside(m_filePath))
+    Contents stored = contents();
+    if (!stored.problem.isEmpty())
         return false;
-    QJsonObject changed = values.value_or(QJsonObject());
-    changed.insert(key, edit(changed.value(key))); // an undefined value takes the key away
-    return saveWholeFile(m_filePath, QJsonDocument(changed).toJson()).isEmpty();
+    stored.values.insert(key, edit(stored.values.value(key))); // an undefined value takes the key away
+    return saveWholeFile(m_filePath, QJsonDocument(stored.values).toJson()).isEmpty();
 }
 
 } // namespace swabby

@@ -44,6 +44,7 @@ Card {
         topPadding: 8
         bottomPadding: 4
         text: card.list.text.empty
+        wrapMode: Text.Wrap
         visible: text !== ""
     }
 

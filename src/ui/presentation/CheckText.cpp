@@ -62,6 +62,13 @@ QString namesSentText(bool usesAssistant)
                          : QStringLiteral("The assistant is turned off, so nothing is sent this time.");
 }
 
+QString noResultText(const SwabbyCheckResult &result, bool isStopped)
+{
+    if (isStopped)
+        return QStringLiteral("The check was stopped before it was done.");
+    return result.problem.isEmpty() ? QString() : sentence(result.problem);
+}
+
 QString summaryText(const SwabbyCheckResult &result)
 {
     return result.findings() == 0 && result.summary == nothingToDoText() ? QString() : result.summary;

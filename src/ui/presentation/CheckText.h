@@ -40,6 +40,9 @@ QString lookingAtText(const FullCheck &check);
 /// What goes by name beside the counts and sizes while a check runs, or that nothing goes at all.
 QString namesSentText(bool usesAssistant);
 
+/// Why there is no result; empty when there is one.
+QString noResultText(const SwabbyCheckResult &result, bool isStopped);
+
 /// The result in a sentence or two; empty where nothing was found and that would only be said again.
 QString summaryText(const SwabbyCheckResult &result);
 

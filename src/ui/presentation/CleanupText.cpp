@@ -99,7 +99,8 @@ ScanText scanText(const StorageScans &scans, ClutterKind kind)
     text.title = QString::fromUtf8(card.title);
     text.subtitle = QString::fromUtf8(card.subtitle);
     if (scans.isDone(kind) && !scans.isScanning(kind) && scans.findings(kind).isEmpty())
-        text.empty = QString::fromUtf8(card.empty);
+        text.empty = scans.findings(kind).problem.isEmpty() ? QString::fromUtf8(card.empty)
+                                                            : sentence(scans.findings(kind).problem);
     return text;
 }
 

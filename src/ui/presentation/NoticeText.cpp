@@ -13,6 +13,9 @@ QString noticeText(Notice notice, const QString &name)
         return QStringLiteral("That could not be changed on this computer.");
     case Notice::notAPath:
         return QStringLiteral("Write the whole path of a file or folder, beginning with / or ~.");
+    case Notice::notThere:
+        return QStringLiteral("Nothing is at ") + oneLine(name) +
+               QStringLiteral(" yet. What comes there will be kept.");
     case Notice::nothingToShowWith:
         return QStringLiteral("There is nothing here to show that with.");
     case Notice::notQuit:

@@ -9,6 +9,7 @@ enum class Notice {
     notStored,         ///< a setting
     notFollowed,       ///< by the system, of a setting that it keeps
     notAPath,          ///< what was typed
+    notThere,          ///< at the named path
     nothingToShowWith, ///< a file or the system's settings
     notQuit,           ///< the named program
     isGone,            ///< the named program, before it was quit

@@ -31,6 +31,11 @@ QString oneLine(const QString &name)
     return line;
 }
 
+QString sentence(const QString &words)
+{
+    return oneLine(words) + QLatin1Char('.');
+}
+
 QString wholeNumberText(double value)
 {
     if (!std::isfinite(value))

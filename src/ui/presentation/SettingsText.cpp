@@ -157,8 +157,7 @@ std::optional<QString> excludedPath(const QString &typed, const QString &home)
     QString path = typed.trimmed();
     if (path.startsWith(QLatin1String("file:")))
         path = QUrl(path).toLocalFile();
-    if (path == QLatin1String("~") || path.startsWith(QLatin1String("~/")))
-        path.replace(0, 1, home);
+    path = withHome(path, home);
     if (!path.startsWith(QLatin1Char('/')))
         return std::nullopt;
     path = QDir::cleanPath(path);

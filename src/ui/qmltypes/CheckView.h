@@ -20,7 +20,7 @@ class CheckView : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made with the window")
     Q_PROPERTY(bool isScanning READ isScanning NOTIFY changed)
-    Q_PROPERTY(bool isStopped READ isStopped NOTIFY changed)
+    Q_PROPERTY(QString noResult READ noResult NOTIFY changed)
     Q_PROPERTY(QList<swabby::CheckStep> steps READ steps NOTIFY changed)
     Q_PROPERTY(QString lookingAt READ lookingAt NOTIFY lookingAtChanged)
     Q_PROPERTY(QString namesNote READ namesNote NOTIFY changed)
@@ -56,8 +56,8 @@ public:
     Q_INVOKABLE void quit();
 
     bool isScanning() const { return m_isBeginning || m_check.phase() == FullCheck::Phase::scanning; }
-    /// Whether the last check was ended before it had a result.
-    bool isStopped() const { return m_isStopped; }
+    /// Why the last check has no result; empty when it has.
+    QString noResult() const { return noResultText(m_check.result(), m_isStopped); }
     QList<CheckStep> steps() const { return checkSteps(m_check.completedSteps()); }
     QString lookingAt() const { return isScanning() ? lookingAtText(m_check) : QString(); }
     QString namesNote() const
@@ -99,8 +99,8 @@ private:
     RowModel m_startupItems{this};
     int m_visit = 0;
     bool m_isBeginning = false; ///< the page has just appeared
-    bool m_isStopped = false;
-    bool m_hasQuit = false; ///< the program to watch was told to end
+    bool m_isStopped = false;   ///< the last check, before it had a result
+    bool m_hasQuit = false;     ///< the program to watch was told to end
     FullCheck m_check;
 };
 

@@ -16,7 +16,7 @@ MainWindowView::MainWindowView(const UserInterfaceContext &context)
       m_developer(context, m_coordinator, this)
 {
     AppState &state = m_context.state;
-    m_showWelcome = !Settings(*state.machine().settings).value(setting<"hasCompletedOnboarding">);
+    m_showWelcome = Settings(*state.machine().settings).isFirstRun();
     m_isRefreshing = state.refreshesApplied() == 0;
     connect(&state, &AppState::changed, this, &MainWindowView::followState);
     connect(&state, &AppState::applied, this, [this] { setRefreshing(false); });

@@ -20,7 +20,7 @@ PopoverView::PopoverView(const UserInterfaceContext &context) : m_context(contex
 void PopoverView::followState()
 {
     const AppState &state = m_context.state;
-    m_isFirstRun = !Settings(*state.machine().settings).value(setting<"hasCompletedOnboarding">);
+    m_isFirstRun = Settings(*state.machine().settings).isFirstRun();
     show(shownStateOf(state), state.lastScan());
 }
 

@@ -1,12 +1,23 @@
 #include "ui/qmltypes/SettingsView.h"
 
+#include "platform/FileIdentity.h"
 #include "platform/WhenDone.h"
 #include "startup/LoginAtLogin.h"
 #include "ui/presentation/NoticeText.h"
+#include "ui/presentation/PlainWords.h"
 
-#include <QtCore/QJsonArray>
+#include <QtCore/QFile>
 
 namespace swabby {
+namespace {
+
+QString notStoredText(const Settings &settings)
+{
+    const QString problem = settings.problem();
+    return problem.isEmpty() ? noticeText(Notice::notStored) : sentence(problem);
+}
+
+} // namespace
 
 SettingsView::SettingsView(const UserInterfaceContext &context)
     : m_context(context), m_key(context.state.sharedMachine(), context.systemCalls, this)
@@ -38,6 +49,8 @@ void SettingsView::read()
     m_assistant = assistantSetting(settings);
     m_isCompact = settings.value(setting<"rowDensity">) == RowDensity::compact;
     m_neverRemove = settings.value(setting<"neverRemove">);
+    const QString problem = settings.neverRemove(m_context.state.machine().places.home).problem;
+    m_problem = problem.isEmpty() ? QString() : sentence(problem);
     Q_EMIT changed();
 }
 
@@ -49,17 +62,29 @@ void SettingsView::reload()
 
 void SettingsView::write(const SettingKey &key, const QJsonValue &value)
 {
+    const auto store = [&key, value](Settings &settings) {
+        return settings.store(key, value) ? QString() : notStoredText(settings);
+    };
+    change(store, [this, &key] {
+        if (key == setting<"showInDock">)
+            m_context.dockChoiceChanged();
+    });
+}
+
+void SettingsView::change(const std::function<QString(Settings &settings)> &work,
+                          const std::function<void()> &onStored)
+{
     Q_EMIT changed();
     ++m_pendingWrites;
-    const auto writing =
-        m_context.state.bookkeeping().ask([machine = m_context.state.sharedMachine(), &key, value] {
-            return Settings(*machine->settings).store(key, value);
-        });
-    whenDone(this, writing, [this, &key](bool isWritten) {
+    const auto writing = m_context.state.bookkeeping().ask([machine = m_context.state.sharedMachine(), work] {
+        Settings settings(*machine->settings);
+        return work(settings);
+    });
+    whenDone(this, writing, [this, onStored](const QString &notice) {
         --m_pendingWrites;
-        m_notice = isWritten ? QString() : noticeText(Notice::notStored);
-        if (isWritten && key == setting<"showInDock">)
-            m_context.dockChoiceChanged();
+        m_notice = notice;
+        if (notice.isEmpty())
+            onStored();
         reload();
         m_context.state.noteStoredSetting();
     });
@@ -125,7 +150,7 @@ bool SettingsView::addExcluded(const QString &typed)
     m_notice = path ? QString() : noticeText(Notice::notAPath);
     if (path && !m_neverRemove.contains(*path)) {
         m_neverRemove.append(*path);
-        storeExcluded();
+        setExcluded(*path, true);
     }
     Q_EMIT changed();
     return path.has_value();
@@ -142,13 +167,17 @@ void SettingsView::removeExcluded(int index)
 {
     if (index < 0 || index >= m_neverRemove.size())
         return;
-    m_neverRemove.removeAt(index);
-    storeExcluded();
+    setExcluded(m_neverRemove.takeAt(index), false);
 }
 
-void SettingsView::storeExcluded()
+void SettingsView::setExcluded(const QString &path, bool isKept)
 {
-    write(setting<"neverRemove">, QJsonArray::fromStringList(m_neverRemove));
+    change([path, isKept](Settings &settings) {
+        if (!settings.setNeverRemoved(path, isKept))
+            return notStoredText(settings);
+        const bool isThere = FileIdentity::of(QFile::encodeName(path).toStdString()).has_value();
+        return isKept && !isThere ? noticeText(Notice::notThere, path) : QString();
+    });
 }
 
 } // namespace swabby

@@ -12,6 +12,7 @@
 #include <QtCore/QUrl>
 #include <QtQml/qqmlregistration.h>
 
+#include <functional>
 #include <memory>
 
 namespace swabby {
@@ -30,7 +31,7 @@ class SettingsView : public QObject {
     Q_PROPERTY(swabby::SwitchSetting assistant MEMBER m_assistant NOTIFY changed)
     Q_PROPERTY(swabby::SliderSetting reminder MEMBER m_reminder NOTIFY changed)
     Q_PROPERTY(QStringList neverRemove MEMBER m_neverRemove NOTIFY changed)
-    Q_PROPERTY(QString notice MEMBER m_notice NOTIFY changed)
+    Q_PROPERTY(QString notice READ notice NOTIFY changed)
     Q_PROPERTY(bool isSnoozed READ isSnoozed NOTIFY changed)
     Q_PROPERTY(QString snoozed READ snoozed NOTIFY changed)
     Q_PROPERTY(QString about READ about CONSTANT)
@@ -52,6 +53,8 @@ public:
         return snoozeSentence(m_context.state.snoozedUntil(), m_context.state.machine().clock->now(),
                               QLocale());
     }
+    /// What became of the last change, else why nothing can be stored or removed; empty when all is well.
+    QString notice() const { return m_notice.isEmpty() ? m_problem : m_notice; }
     QString about() const { return aboutText(QCoreApplication::applicationVersion()); }
 
     /// Stores the other position of the switch with that key.
@@ -81,7 +84,11 @@ private:
     void read();
     /// Stores, or removes for an undefined value.
     void write(const SettingKey &key, const QJsonValue &value);
-    void storeExcluded();
+    /// Does the work behind the window, shows what it says, and calls on when that is nothing.
+    void change(
+        const std::function<QString(Settings &settings)> &work,
+        const std::function<void()> &onStored = [] {});
+    void setExcluded(const QString &path, bool isKept);
 
     UserInterfaceContext m_context;
     KeyView m_key;
@@ -90,6 +97,7 @@ private:
     SliderSetting m_reminder;
     QStringList m_neverRemove;
     QString m_notice;
+    QString m_problem;
     int m_tab = 0;
     int m_pendingWrites = 0;
     bool m_isCompact = false;

@@ -23,17 +23,18 @@ ScrollPage {
     Card {
         width: parent.width
         spacing: 12
-        visible: page.check.isStopped && !page.check.isScanning
+        visible: page.check.noResult !== "" && !page.check.isScanning
 
         CenteredLabel {
-            text: "The check was stopped before it was done."
+            text: page.check.noResult
+            wrapMode: Text.Wrap
         }
     }
 
     CheckSummary {
         width: parent.width
         check: page.check
-        visible: !page.check.isScanning && !page.check.isStopped
+        visible: !page.check.isScanning && page.check.noResult === ""
     }
 
     Card {

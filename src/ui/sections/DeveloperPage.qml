@@ -146,6 +146,7 @@ ScrollPage {
             topPadding: 8
             bottomPadding: 8
             text: page.developer.text.empty
+            wrapMode: Text.Wrap
         }
     }
 }

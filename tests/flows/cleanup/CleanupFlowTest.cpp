@@ -175,6 +175,20 @@ private Q_SLOTS:
                 QVERIFY(!item.id.contains(path));
     }
 
+    void nothingGoesWhenNobodyKnowsWhatMustStay()
+    {
+        Scene scene;
+        const auto all = scene.items(scene.mac.allIds());
+        QCOMPARE(scene.remove(scene.items({scene.mac.allIds()[8]})).canBePutBack, 1);
+        const QString runs = scene.mac.runs();
+        scene.mac.writeFile(u"home/Library/Preferences/com.swabby.app.json"_qs, {});
+        const CleanupReport report = scene.remove(all);
+        QCOMPARE(report.left, all);
+        QVERIFY(report.freedBytes == 0 && leftText(report).contains(u"(it is empty)"_qs));
+        QCOMPARE(scene.mac.runs(), runs);
+        QVERIFY(scene.mac.has(u"Library/Caches/pip"_qs) && scene.flow.canPutBack());
+    }
+
     void whatWentWithSomethingElseIsNotLeft()
     {
         Scene scene;

@@ -72,6 +72,17 @@ class FullCheckTest : public QObject {
 private Q_SLOTS:
     void init() { qunsetenv("ANTHROPIC_API_KEY"); }
 
+    void noResultWhenNothingIsSearched()
+    {
+        const FullMac mac;
+        mac.writeFile(u"home/Library/Preferences/com.swabby.app.json"_qs, "{\"neverRemove\": null}");
+        Scene scene(mac);
+        QVERIFY(scene.run());
+        const SwabbyCheckResult &result = scene.check->result();
+        QVERIFY(result.problem.startsWith(u"neverRemove in "_qs) && result.headline.isEmpty());
+        QVERIFY(scene.check->completedSteps().isEmpty() && !scene.state.lastScan());
+    }
+
     void theStepsTickInTheirOrder()
     {
         const FullMac mac;
