@@ -6,6 +6,7 @@
 #include "app/TitleImage.h"
 #include "machine/MachineChoice.h"
 #include "platform/desktop/Display.h"
+#include "platform/posix/ForeignHome.h"
 #include "platform/posix/TerminationSignals.h"
 #include "state/AppState.h"
 
@@ -111,6 +112,9 @@ int main(int argc, char *argv[])
         AppState state(machine, Record::nothing);
         return runScreenshots(state, *commandLine);
     }
+    problem = commandLine->machineFolder ? QString() : foreignHome(machine->places);
+    if (!problem.isEmpty())
+        return complain(problem, 1);
     SingleInstance instance(instancePath(commandLine->machineFolder));
     switch (instance.claim({!commandLine->isBackground, commandLine->section})) {
     case SingleInstance::Standing::handedOver:

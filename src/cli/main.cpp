@@ -1,6 +1,7 @@
 #include "cli/Output.h"
 #include "cli/Verbs.h"
 #include "machine/MachineChoice.h"
+#include "platform/posix/ForeignHome.h"
 #include "platform/posix/TerminationSignals.h"
 
 #include <QtCore/QCoreApplication>
@@ -28,6 +29,11 @@ int main(int argc, char *argv[])
     if (!machine) {
         printProblem(QStringLiteral("swabbyctl: ") + problem);
         return wrongUsage;
+    }
+    problem = arguments.machineFolder ? QString() : foreignHome(machine->places);
+    if (!problem.isEmpty() && storesOrRemoves(arguments)) {
+        printProblem(QStringLiteral("swabbyctl: ") + problem);
+        return notDone;
     }
     return arguments.row->run(arguments, machine);
 }

@@ -4,7 +4,10 @@
 #include <QtCore/QDir>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QProcess>
+#include <QtCore/QTemporaryDir>
 #include <QtTest/QTest>
+
+#include <unistd.h>
 
 using namespace swabby;
 
@@ -118,6 +121,26 @@ private Q_SLOTS:
         const Answer refused = runOn(machine, "settings cpuRed 5");
         QVERIFY(refused.status == 1 && refused.output == "85\n");
         QCOMPARE(refused.problems, QByteArray("swabbyctl: the settings could not be written\n"));
+    }
+
+    void rootLeavesAnotherPersonsHomeAlone()
+    {
+        const QTemporaryDir home;
+        if (::geteuid() != 0 || ::chown(qPrintable(home.path()), 65'534, 65'534) != 0)
+            QSKIP("root only");
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"HOME"_qs, home.path());
+        for (const char *folder : {"XDG_CONFIG_HOME", "XDG_DATA_HOME"})
+            environment.remove(QLatin1String(folder));
+        for (const char *verb :
+             {"settings cpuRed 5", "settings cpuRed --unset", "pin x", "remove docker-prune --yes",
+              "put-back", "startup disable x", "key delete", "watch --refreshes 1"}) {
+            const Answer answer = run(words(verb), {}, environment);
+            QVERIFY2(answer.status == 1 && answer.output.isEmpty() && answer.problems.count('\n') == 1, verb);
+            QVERIFY(answer.problems.contains(home.path().toUtf8()));
+        }
+        QCOMPARE(run(words("settings cpuRed"), {}, environment).output, QByteArray("85\n"));
+        QVERIFY(QDir(home.path()).isEmpty());
     }
 
     void aBadToolGivesTheNeutralValue()
