@@ -3,8 +3,6 @@
 #include "cli/Verbs.h"
 #include "settings/Settings.h"
 
-#include <QtCore/QFile>
-
 namespace swabby {
 namespace {
 
@@ -36,7 +34,7 @@ void printAll(const Arguments &arguments, const Settings &settings)
 void hintAtMissing(const QStringList &paths)
 {
     for (const QString &path : paths)
-        if (!FileIdentity::of(QFile::encodeName(path).toStdString()))
+        if (isMissing(path))
             printProblem(
                 QStringLiteral("swabbyctl: nothing is at %1 yet; what comes there will be kept").arg(path));
 }

@@ -1,8 +1,10 @@
 #include "settings/Settings.h"
 
+#include <QtCore/QFile>
 #include <QtCore/QJsonArray>
 
 #include <algorithm>
+#include <filesystem>
 
 namespace swabby {
 namespace {
@@ -26,6 +28,13 @@ bool areAbsolutePaths(const QJsonValue &paths)
                const QString path = withHome(element.toString(), QStringLiteral("/"));
                return path.startsWith(QLatin1Char('/')) && !path.contains(QChar(0));
            });
+}
+
+bool isMissing(const QString &path)
+{
+    std::error_code ignored;
+    return std::filesystem::symlink_status(QFile::encodeName(path).toStdString(), ignored).type() ==
+           std::filesystem::file_type::not_found;
 }
 
 QString withHome(const QString &path, const QString &home)

@@ -7,6 +7,8 @@
 
 namespace swabby {
 
+/// Whether it is certain that nothing goes by that path. Asks the disk.
+bool isMissing(const QString &path);
 /// The path with "~" at its beginning as that folder.
 QString withHome(const QString &path, const QString &home);
 

@@ -1,19 +1,16 @@
 #include "ui/qmltypes/SettingsView.h"
 
-#include "platform/FileIdentity.h"
 #include "platform/WhenDone.h"
 #include "startup/LoginAtLogin.h"
 #include "ui/presentation/NoticeText.h"
 #include "ui/presentation/PlainWords.h"
 
-#include <QtCore/QFile>
-
 namespace swabby {
 namespace {
 
-QString notStoredText(const Settings &settings)
+/// The problem as a sentence; for none, the one that is left.
+QString notStoredText(const QString &problem)
 {
-    const QString problem = settings.problem();
     return problem.isEmpty() ? noticeText(Notice::notStored) : sentence(problem);
 }
 
@@ -63,7 +60,7 @@ void SettingsView::reload()
 void SettingsView::write(const SettingKey &key, const QJsonValue &value)
 {
     const auto store = [&key, value](Settings &settings) {
-        return settings.store(key, value) ? QString() : notStoredText(settings);
+        return settings.store(key, value) ? QString() : notStoredText(settings.problem());
     };
     change(store, [this, &key] {
         if (key == setting<"showInDock">)
@@ -174,9 +171,8 @@ void SettingsView::setExcluded(const QString &path, bool isKept)
 {
     change([path, isKept](Settings &settings) {
         if (!settings.setNeverRemoved(path, isKept))
-            return notStoredText(settings);
-        const bool isThere = FileIdentity::of(QFile::encodeName(path).toStdString()).has_value();
-        return isKept && !isThere ? noticeText(Notice::notThere, path) : QString();
+            return notStoredText(settings.neverRemove({}).problem);
+        return isKept && isMissing(path) ? noticeText(Notice::notThere, path) : QString();
     });
 }
 
