@@ -50,13 +50,21 @@ bool isCalledTrash(const fs::path &path)
     return path.filename() == ".Trash";
 }
 
+MustStay mustStayFrom(const ExcludeList &excludes)
+{
+    if (excludes.isEmpty())
+        return {};
+    return [&excludes](const fs::path &path) { return excludes.covers(path); };
+}
+
 bool cleanOne(const Machine &machine, const CacheEntry &entry, const ExcludeList &excludes)
 {
     const CleanupPlaces &places = machine.cleanup;
-    const auto mustStay = [&](const fs::path &path) { return excludes.covers(path); };
+    const MustStay mustStay = mustStayFrom(excludes);
     if (entry.path == places.trash)
-        return machine.disposal->emptyTrash({entry.path, places.trash.parent_path(), entry.identity},
-                                            mustStay);
+        return entry.trash &&
+               machine.disposal->emptyTrash({entry.path, places.trash.parent_path(), entry.identity},
+                                            *entry.trash, mustStay);
     const RemovalTarget target = {entry.path, places.cachesRoot, entry.identity};
     if (isCalledTrash(entry.path))
         return machine.disposal->emptyFolder(target, mustStay);
@@ -80,10 +88,14 @@ std::vector<CacheEntry> scan(const Search &search)
             parts = known.path == search.machine.cleanup.trash
                         ? partsThatMayGo(search.machine.cleanup.trashItems, search.excludes)
                         : std::vector<fs::path>();
-        if (!parts.empty())
-            candidates.push_back(
-                {{.path = known.path, .description = known.description, .identity = *identity},
-                 std::move(parts)});
+        if (parts.empty())
+            continue;
+        candidates.push_back({{.path = known.path, .description = known.description, .identity = *identity},
+                              std::move(parts)});
+        // Before it is measured: what comes meanwhile was not looked at.
+        if (known.path == search.machine.cleanup.trash)
+            candidates.back().entry.trash = std::make_shared<TrashListing>(
+                search.machine.disposal->listTrash(known.path, mustStayFrom(search.excludes)));
     }
     return measured(search, std::move(candidates), smallestKnownCache);
 }

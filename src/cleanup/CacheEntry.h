@@ -1,10 +1,11 @@
 #pragma once
 
-#include "platform/FileIdentity.h"
+#include "platform/Disposal.h"
 
 #include <QtCore/QString>
 
 #include <filesystem>
+#include <memory>
 
 namespace swabby {
 
@@ -14,6 +15,8 @@ struct CacheEntry {
     QString description;
     std::int64_t sizeBytes = 0; ///< on the disk
     FileIdentity identity{};    ///< what was measured; no part of what the entry says
+    /// Of the Trash, what of it goes; no part of what the entry says either.
+    std::shared_ptr<const TrashListing> trash = {};
 
     bool operator==(const CacheEntry &other) const
     {

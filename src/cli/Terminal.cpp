@@ -77,7 +77,8 @@ bool isAgreed(const Arguments &arguments, const ConfirmationInfo &info, const QS
         return true;
     if (::isatty(STDIN_FILENO) != 1)
         return false;
-    const QByteArray question = (harmless(info.title) + QLatin1Char('\n') + harmless(info.message) +
+    const QString warning = info.warning.isEmpty() ? QString() : QLatin1Char('\n') + info.warning;
+    const QByteArray question = (harmless(info.title) + QLatin1Char('\n') + harmless(info.message) + warning +
                                  QLatin1Char('\n') + details + info.confirmLabel + QStringLiteral("? [y/N] "))
                                     .toUtf8();
     std::fputs(question.constData(), stderr);

@@ -17,7 +17,7 @@ namespace swabby {
 /// Keeps what it was asked, in place of the disk: "trash PATH in FOLDER". Refuses the paths it is told to.
 class RecordingDisposal final : public Disposal {
 public:
-    std::optional<TrashedItem> moveToTrash(const RemovalTarget &target) override
+    std::optional<TrashedItem> moveToTrash(const RemovalTarget &target, const BeforeMove &) override
     {
         if (!record("trash", target))
             return std::nullopt;
@@ -30,7 +30,8 @@ public:
     {
         return record("empty", folder) && keepWhatMustStay(folder, mustStay);
     }
-    bool emptyTrash(const RemovalTarget &trash, const MustStay &mustStay) override
+    TrashListing listTrash(const std::filesystem::path &, const MustStay &) override { return {}; }
+    bool emptyTrash(const RemovalTarget &trash, const TrashListing &, const MustStay &mustStay) override
     {
         return record("empty trash", trash) && keepWhatMustStay(trash, mustStay);
     }
@@ -53,7 +54,7 @@ private:
     bool keepWhatMustStay(const RemovalTarget &folder, const MustStay &mustStay)
     {
         for (const auto &child : std::filesystem::directory_iterator(folder.path))
-            if (mustStay(child.path()))
+            if (mustStay && mustStay(child.path()))
                 asked.append(u"keep "_qs + QString::fromStdString(child.path()));
         return true;
     }

@@ -208,6 +208,11 @@ RemovalTarget targetAt(const fs::path &path, const fs::path &allowedFolder)
     return {path, allowedFolder, FileIdentity::of(path).value_or(FileIdentity())};
 }
 
+bool emptyNow(Disposal &disposal, const RemovalTarget &trash, const MustStay &mustStay)
+{
+    return disposal.emptyTrash(trash, disposal.listTrash(trash.path, mustStay), mustStay);
+}
+
 std::string inChild(const std::function<std::string()> &work)
 {
     return inChildren(1, [&](int) { return work(); });

@@ -48,6 +48,9 @@ private:
 /// What somebody who looked at the path now would agree on.
 RemovalTarget targetAt(const std::filesystem::path &path, const std::filesystem::path &allowedFolder);
 
+/// Lists the Trash and empties it at once.
+bool emptyNow(Disposal &disposal, const RemovalTarget &trash, const MustStay &mustStay = {});
+
 /// Does the work in a child process, which gives the problem it found or an empty text. For what would
 /// change the whole process.
 std::string inChild(const std::function<std::string()> &work);

@@ -17,6 +17,7 @@ namespace swabby {
 struct ConfirmationInfo {
     QString title;
     QString message;
+    QString warning; ///< beneath the message, of what no way leads back from; mostly empty
     QString confirmLabel;
     bool isDestructive = true;
     std::optional<int> trustRatio;                      ///< of the program, 5 to 99; absent for removals

@@ -8,7 +8,6 @@
 
 #include <cerrno>
 #include <fcntl.h>
-#include <set>
 
 namespace swabby {
 namespace {
@@ -43,12 +42,12 @@ bool isOfTheTrash(const TrashFolder &trash, const HeldEntry &entry, const FileId
 
 struct Moved {
     MoveResult result = MoveResult::refused;
-    std::string name;
+    std::optional<TrashedItem> item;
 };
 
 /// The record comes first and keeps the name free from other programs until the file is there.
-Moved moveInto(const TrashFolder &trash, const HeldEntry &entry, const FileIdentity &identity,
-               const std::string &recordText)
+Moved moveInto(const TrashFolder &trash, const HeldEntry &entry, const RemovalTarget &target,
+               const std::string &recordText, const BeforeMove &beforeMove)
 {
     const auto nameOf = [&](int attempt) { return numberedName(entry.name, attempt, longestTrashedName); };
     int attempt = 1;
@@ -61,10 +60,13 @@ Moved moveInto(const TrashFolder &trash, const HeldEntry &entry, const FileIdent
                 continue;
             return {};
         }
-        const MoveResult result =
-            moveEntry({entry.folder.number(), entry.name}, {trash.files.number(), name}, identity);
+        const TrashedItem item = {target.path, trash.path / "files" / name, target.identity};
+        const MoveResult result = !beforeMove || beforeMove(item)
+                                      ? moveEntry({entry.folder.number(), entry.name},
+                                                  {trash.files.number(), name}, target.identity)
+                                      : MoveResult::refused;
         if (result == MoveResult::moved)
-            return {result, name};
+            return {result, item};
         removeRecord(trash, name);
         if (result != MoveResult::nameTaken)
             return {result, {}};
@@ -72,23 +74,19 @@ Moved moveInto(const TrashFolder &trash, const HeldEntry &entry, const FileIdent
     return {};
 }
 
-std::optional<TrashedItem> trashed(const TrashFolder &trash, const HeldEntry &entry,
-                                   const RemovalTarget &target, double now, MoveResult *result)
+Moved trashed(const TrashFolder &trash, const HeldEntry &entry, const RemovalTarget &target, double now,
+              const BeforeMove &beforeMove)
 {
     if (isOfTheTrash(trash, entry, target.identity))
-        return std::nullopt;
+        return {};
     std::string recordPath = target.path.native();
     if (!trash.topFolder.empty()) {
         const Path folder = pathOf(entry.folder.number());
         if (folder.empty())
-            return std::nullopt;
+            return {};
         recordPath = (folder / entry.name).lexically_relative(trash.topFolder).native();
     }
-    const Moved moved = moveInto(trash, entry, target.identity, trashRecordText(recordPath, now));
-    *result = moved.result;
-    if (moved.result != MoveResult::moved)
-        return std::nullopt;
-    return TrashedItem{target.path, trash.path / "files" / moved.name, target.identity};
+    return moveInto(trash, entry, target, trashRecordText(recordPath, now), beforeMove);
 }
 
 /// Where the thing of that record was, as an absolute path; empty when the record does not say.
@@ -98,29 +96,39 @@ Path originOf(const TrashFolder &trash, const std::string &recordName)
     return path ? trash.topFolder / *path : Path();
 }
 
-/// Records of nothing.
-std::set<std::string> strayRecords(const TrashFolder &trash)
+bool isRecordOfSomething(const TrashFolder &trash, const std::string &record)
 {
-    std::set<std::string> strays;
-    for (const std::string &record : namesIn(trash.info.number())) {
-        const bool isRecord = record.ends_with(trashRecordEnding);
-        if (!isRecord ||
-            !identityIn(trash.files.number(), record.substr(0, record.size() - trashRecordEnding.size())))
-            strays.insert(record);
-    }
-    return strays;
+    return record.ends_with(trashRecordEnding) &&
+           identityIn(trash.files.number(), record.substr(0, record.size() - trashRecordEnding.size()));
+}
+
+/// Where other programs keep what they have begun to delete.
+Descriptor expungedIn(const TrashFolder &trash)
+{
+    return holdFolder(trash.folder.number(), "expunged", Links::refuse);
+}
+
+/// The same for things in the Trash, by where they are and where they were.
+MustStay mustStayFrom(const TrashFolder &trash, const MustStay &mustStay)
+{
+    if (!mustStay)
+        return {};
+    return [&trash, &mustStay](const Path &path) {
+        const Path origin = originOf(trash, recordNameOf(path.filename().native()));
+        return mustStay(path) || (!origin.empty() && mustStay(origin));
+    };
 }
 
 } // namespace
 
-std::optional<TrashedItem> LinuxDisposal::moveToTrash(const RemovalTarget &target)
+std::optional<TrashedItem> LinuxDisposal::moveToTrash(const RemovalTarget &target,
+                                                      const BeforeMove &beforeMove)
 {
-    const auto entry = passGuard(target);
+    const auto entry = passTrashGuard(target);
     const auto folder = entry ? identityOf(entry->folder.number()) : std::nullopt;
     // A mount point is not moved, and no Trash has to be made for it.
     if (!folder || mountOf(entry->folder.number()) != mountOf(entry->folder.number(), entry->name))
         return std::nullopt;
-    MoveResult result = MoveResult::refused;
     const auto home = homeTrash(m_dataHome);
     const auto homeDisk = identityOf(home ? home->folder.number() : holdFolder(m_dataHome).number());
     if (!homeDisk)
@@ -128,13 +136,13 @@ std::optional<TrashedItem> LinuxDisposal::moveToTrash(const RemovalTarget &targe
     if (homeDisk->device == folder->device) {
         if (!home)
             return std::nullopt;
-        const auto item = trashed(*home, *entry, target, m_clock.now(), &result);
+        const Moved moved = trashed(*home, *entry, target, m_clock.now(), beforeMove);
         // Two views of one disk are two disks for a move.
-        if (item || result != MoveResult::otherDisk)
-            return item;
+        if (moved.result != MoveResult::otherDisk)
+            return moved.item;
     }
     const auto trash = trashOfMount(entry->folder.number());
-    return trash ? trashed(*trash, *entry, target, m_clock.now(), &result) : std::nullopt;
+    return trash ? trashed(*trash, *entry, target, m_clock.now(), beforeMove).item : std::nullopt;
 }
 
 bool LinuxDisposal::putBack(const TrashedItem &item)
@@ -172,7 +180,22 @@ bool LinuxDisposal::emptyFolder(const RemovalTarget &folder, const MustStay &mus
     return entry && emptyGuarded(*entry, folder, mustStay);
 }
 
-bool LinuxDisposal::emptyTrash(const RemovalTarget &target, const MustStay &mustStay)
+TrashListing LinuxDisposal::listTrash(const Path &path, const MustStay &mustStay)
+{
+    const auto trash = existingTrash(path, m_dataHome);
+    if (!trash || !canBeListed(trash->files.number()))
+        return {.isWhole = false};
+    TrashListing listing = {.items = entriesIn(trash->files.number()),
+                            .strays = entriesIn(trash->info.number()),
+                            .remains = entriesIn(expungedIn(*trash).number())};
+    std::erase_if(listing.strays,
+                  [&](const ListedEntry &record) { return isRecordOfSomething(*trash, record.name); });
+    leaveOut(listing, path / "files", mustStayFrom(*trash, mustStay));
+    return listing;
+}
+
+bool LinuxDisposal::emptyTrash(const RemovalTarget &target, const TrashListing &listed,
+                               const MustStay &mustStay)
 {
     const auto entry = passGuard(target);
     const auto trash = entry ? existingTrash(target.path, m_dataHome) : std::nullopt;
@@ -180,23 +203,19 @@ bool LinuxDisposal::emptyTrash(const RemovalTarget &target, const MustStay &must
     if (!identity || !identity->isSameThing(target.identity))
         return false;
 
-    const std::set<std::string> straysBefore = strayRecords(*trash);
-    const auto hasToStay = [&](const Path &path) {
-        const Path origin = originOf(*trash, recordNameOf(path.filename().native()));
-        return mustStay && (mustStay(path) || (!origin.empty() && mustStay(origin)));
-    };
-    bool isEmpty = removeChildren(trash->files.number(), target.path / "files", hasToStay,
-                                  [&](const std::string &name) { removeRecord(*trash, name); });
-    // Another program's record may wait for its file: it waited both times only if nobody comes.
-    for (const std::string &record : strayRecords(*trash))
-        if (straysBefore.count(record) != 0)
-            isEmpty = removeEntry(trash->info.number(), record) && isEmpty;
-    // What other programs keep here while they empty it themselves, and their sums of it.
-    if (const Descriptor expunged = holdFolder(trash->folder.number(), "expunged", Links::refuse);
-        expunged.isOpen())
-        isEmpty = removeChildren(expunged.number(), target.path / "expunged", mustStay) && isEmpty;
+    const bool areItemsGone = removeListed(trash->files.number(), target.path / "files", listed.items,
+                                           mustStayFrom(*trash, mustStay),
+                                           [&](const std::string &name) { removeRecord(*trash, name); });
+    std::vector<ListedEntry> strays = listed.strays;
+    // What one of them told of may have come meanwhile.
+    std::erase_if(strays,
+                  [&](const ListedEntry &record) { return isRecordOfSomething(*trash, record.name); });
+    const bool areStraysGone = removeListed(trash->info.number(), target.path / "info", strays, {});
+    const bool areRemainsGone =
+        removeListed(expungedIn(*trash).number(), target.path / "expunged", listed.remains, mustStay);
+    // Other programs' sums of what they saw there.
     ::unlinkat(trash->folder.number(), "directorysizes", 0);
-    return isEmpty;
+    return listed.isWhole && areItemsGone && areStraysGone && areRemainsGone;
 }
 
 } // namespace swabby

@@ -17,11 +17,14 @@ public:
     {
     }
 
-    std::optional<TrashedItem> moveToTrash(const RemovalTarget &target) override;
+    std::optional<TrashedItem> moveToTrash(const RemovalTarget &target,
+                                           const BeforeMove &beforeMove) override;
     bool putBack(const TrashedItem &item) override;
     bool deleteOutright(const RemovalTarget &target) override;
     bool emptyFolder(const RemovalTarget &folder, const MustStay &mustStay) override;
-    bool emptyTrash(const RemovalTarget &trash, const MustStay &mustStay) override;
+    TrashListing listTrash(const std::filesystem::path &path, const MustStay &mustStay) override;
+    bool emptyTrash(const RemovalTarget &target, const TrashListing &listed,
+                    const MustStay &mustStay) override;
 
 private:
     std::filesystem::path m_dataHome;

@@ -4,7 +4,6 @@
 #include "platform/Utf8.h"
 #include "platform/posix/EntryMove.h"
 #include "platform/posix/HeldFolder.h"
-#include "platform/posix/TreeRemoval.h"
 
 #include <algorithm>
 #include <fcntl.h>
@@ -51,9 +50,10 @@ bool FolderDisposal::isRefused(const Path &path) const
     });
 }
 
-std::optional<TrashedItem> FolderDisposal::moveToTrash(const RemovalTarget &target)
+std::optional<TrashedItem> FolderDisposal::moveToTrash(const RemovalTarget &target,
+                                                       const BeforeMove &beforeMove)
 {
-    const auto entry = passGuard(target);
+    const auto entry = passTrashGuard(target);
     if (!entry || !isInside(entry->folder.number()) || isRefused(target.path))
         return std::nullopt;
     const Descriptor home = holdFolder(m_folder / "home");
@@ -70,13 +70,15 @@ std::optional<TrashedItem> FolderDisposal::moveToTrash(const RemovalTarget &targ
     int attempt = isTaken(1) ? firstFreeAttempt(isTaken) : 1;
     MoveResult result = MoveResult::nameTaken;
     for (; result == MoveResult::nameTaken; ++attempt) {
+        const TrashedItem item = {target.path, trashPath() / nameOf(attempt), target.identity};
+        if (beforeMove && !beforeMove(item))
+            return std::nullopt;
         result = moveEntry({entry->folder.number(), entry->name}, {trash.number(), nameOf(attempt)},
                            target.identity);
         if (result != MoveResult::moved)
             continue;
-        const Path to = trashPath() / nameOf(attempt);
-        m_events.write(QStringLiteral("trash"), fromTo(target.path, to));
-        return TrashedItem{target.path, to, target.identity};
+        m_events.write(QStringLiteral("trash"), fromTo(item.from, item.trashed));
+        return item;
     }
     return std::nullopt;
 }
@@ -111,18 +113,41 @@ bool FolderDisposal::deleteOutright(const RemovalTarget &target)
     return true;
 }
 
+ChildGone FolderDisposal::deleted(const Path &folder) const
+{
+    return [this, folder](const std::string &name) {
+        m_events.write(QStringLiteral("delete"), textOf((folder / name).native()));
+    };
+}
+
 bool FolderDisposal::emptyFolder(const RemovalTarget &target, const MustStay &mustStay)
 {
     const auto entry = passGuard(target);
     return entry && isInside(entry->folder.number()) &&
-           emptyGuarded(*entry, target, mustStay, [&](const std::string &name) {
-               m_events.write(QStringLiteral("delete"), textOf((target.path / name).native()));
-           });
+           emptyGuarded(*entry, target, mustStay, deleted(target.path));
 }
 
-bool FolderDisposal::emptyTrash(const RemovalTarget &trash, const MustStay &mustStay)
+TrashListing FolderDisposal::listTrash(const Path &trash, const MustStay &mustStay)
 {
-    return emptyFolder(trash, mustStay);
+    const Descriptor folder = holdFolder(AT_FDCWD, trash.native(), Links::refuse);
+    if (!isInside(folder.number()) || !canBeListed(folder.number()))
+        return {.isWhole = false};
+    TrashListing listing = {.items = entriesIn(folder.number())};
+    leaveOut(listing, trash, mustStay);
+    return listing;
+}
+
+bool FolderDisposal::emptyTrash(const RemovalTarget &target, const TrashListing &listed,
+                                const MustStay &mustStay)
+{
+    const auto entry = passGuard(target);
+    if (!entry || !isInside(entry->folder.number()))
+        return false;
+    const Descriptor folder = holdFolder(entry->folder.number(), entry->name, Links::refuse);
+    const auto identity = identityOf(folder.number());
+    return identity && identity->isSameThing(target.identity) &&
+           removeListed(folder.number(), target.path, listed.items, mustStay, deleted(target.path)) &&
+           listed.isWhole;
 }
 
 } // namespace swabby

@@ -2,6 +2,7 @@
 
 #include "platform/Disposal.h"
 #include "platform/machinefolder/EventLog.h"
+#include "platform/posix/TreeRemoval.h"
 
 namespace swabby {
 
@@ -18,15 +19,19 @@ public:
     {
     }
 
-    std::optional<TrashedItem> moveToTrash(const RemovalTarget &target) override;
+    std::optional<TrashedItem> moveToTrash(const RemovalTarget &target,
+                                           const BeforeMove &beforeMove) override;
     bool putBack(const TrashedItem &item) override;
     bool deleteOutright(const RemovalTarget &target) override;
     bool emptyFolder(const RemovalTarget &folder, const MustStay &mustStay) override;
-    bool emptyTrash(const RemovalTarget &trash, const MustStay &mustStay) override;
+    TrashListing listTrash(const Path &trash, const MustStay &mustStay) override;
+    bool emptyTrash(const RemovalTarget &target, const TrashListing &listed,
+                    const MustStay &mustStay) override;
 
 private:
     Path trashPath() const { return m_folder / "home/.Trash"; }
     bool isInside(int folder) const;
+    ChildGone deleted(const Path &folder) const;
     bool isRefused(const Path &path) const;
 
     Path m_folder;

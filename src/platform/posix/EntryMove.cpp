@@ -39,6 +39,13 @@ bool isSame(const EntryAt &entry, const FileIdentity &what)
     return found && found->isSameThing(what);
 }
 
+/// The move itself may bear it anew, where one file system lies over another.
+FileIdentity withoutBirth(FileIdentity identity)
+{
+    identity.bornNanoseconds = 0;
+    return identity;
+}
+
 /// A byte that continues a character of UTF-8.
 bool continues(char byte)
 {
@@ -65,7 +72,7 @@ MoveResult moveEntry(const EntryAt &from, const EntryAt &to, const FileIdentity 
     if (result == MoveResult::refused && errno == EACCES && what.kind == FileKind::folder)
         result = renameUnlocked(from, to, what);
     // Between the look and the move something else may have taken its place.
-    if (result != MoveResult::moved || isSame(to, what))
+    if (result != MoveResult::moved || isSame(to, withoutBirth(what)))
         return result;
     // When its place is taken again by now, it is better where it is than nowhere.
     return rename(to, from) == MoveResult::moved ? MoveResult::refused : MoveResult::moved;
@@ -74,7 +81,7 @@ MoveResult moveEntry(const EntryAt &from, const EntryAt &to, const FileIdentity 
 std::optional<FileIdentity> notedThing(const EntryAt &entry, const FileIdentity &noted)
 {
     auto found = identityIn(entry.folder, entry.name);
-    FileIdentity expected = noted;
+    FileIdentity expected = withoutBirth(noted);
     if (!found)
         return found;
     expected.device = found->device;

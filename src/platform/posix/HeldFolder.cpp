@@ -70,18 +70,12 @@ void MadeFolders::undo()
 
 std::optional<FileIdentity> identityIn(int folder, const std::string &name)
 {
-    struct stat facts = {};
-    if (::fstatat(folder, name.c_str(), &facts, AT_SYMLINK_NOFOLLOW) != 0)
-        return std::nullopt;
-    return FileIdentity::from(facts);
+    return name.empty() ? std::nullopt : FileIdentity::in(folder, name.c_str());
 }
 
 std::optional<FileIdentity> identityOf(int descriptor)
 {
-    struct stat facts = {};
-    if (::fstat(descriptor, &facts) != 0)
-        return std::nullopt;
-    return FileIdentity::from(facts);
+    return descriptor < 0 ? std::nullopt : FileIdentity::in(descriptor, "");
 }
 
 std::uint64_t mountOf(int folder, const std::string &name)
@@ -109,6 +103,11 @@ bool liesAtOrUnder(int folder, const FileIdentity &above)
     return false;
 }
 
+bool canBeListed(int folder)
+{
+    return ::faccessat(folder, ".", R_OK | X_OK, AT_EACCESS) == 0;
+}
+
 std::vector<std::string> namesIn(int folder)
 {
     std::vector<std::string> names;
@@ -125,6 +124,15 @@ std::vector<std::string> namesIn(int folder)
     }
     ::closedir(listing);
     return names;
+}
+
+std::vector<ListedEntry> entriesIn(int folder)
+{
+    std::vector<ListedEntry> entries;
+    for (std::string &name : namesIn(folder))
+        if (const auto identity = identityIn(folder, name))
+            entries.push_back({std::move(name), *identity});
+    return entries;
 }
 
 std::filesystem::path pathOf(int folder)

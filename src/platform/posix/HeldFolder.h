@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileIdentity.h"
+#include "platform/Disposal.h"
 #include "platform/posix/Descriptor.h"
 
 #include <filesystem>
@@ -57,8 +57,11 @@ std::uint64_t mountOf(int folder, const std::string &name = {});
 /// Whether the folder is that one or lies in it, at any depth. False when that cannot be found out.
 bool liesAtOrUnder(int folder, const FileIdentity &above);
 
+bool canBeListed(int folder);
+
 /// The names in it, in no order; empty when it cannot be listed.
 std::vector<std::string> namesIn(int folder);
+std::vector<ListedEntry> entriesIn(int folder);
 
 /// Where a held folder lies now, without links; empty when the system does not tell.
 std::filesystem::path pathOf(int folder);

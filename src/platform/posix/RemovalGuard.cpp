@@ -29,9 +29,10 @@ std::optional<std::vector<std::string>> plainParts(std::string_view text)
     }
 }
 
-} // namespace
+/// How much has to be as it was found.
+using Agreement = bool (FileIdentity::*)(const FileIdentity &other) const;
 
-std::optional<HeldEntry> passGuard(const RemovalTarget &target)
+std::optional<HeldEntry> held(const RemovalTarget &target, Agreement agrees)
 {
     const std::string &path = target.path.native();
     std::string allowed = target.allowedFolder.native();
@@ -55,9 +56,21 @@ std::optional<HeldEntry> passGuard(const RemovalTarget &target)
     if (!entry.folder.isOpen())
         return std::nullopt;
     const auto found = identityIn(entry.folder.number(), entry.name);
-    if (!found || !found->isSameThing(target.identity))
+    if (!found || !((*found).*agrees)(target.identity))
         return std::nullopt;
     return entry;
+}
+
+} // namespace
+
+std::optional<HeldEntry> passGuard(const RemovalTarget &target)
+{
+    return held(target, &FileIdentity::isSameThing);
+}
+
+std::optional<HeldEntry> passTrashGuard(const RemovalTarget &target)
+{
+    return held(target, &FileIdentity::isUntouched);
 }
 
 } // namespace swabby

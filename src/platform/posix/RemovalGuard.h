@@ -18,4 +18,7 @@ struct HeldEntry {
 /// through links. No value when any of this fails, and for a path with empty, "." or ".." parts.
 std::optional<HeldEntry> passGuard(const RemovalTarget &target);
 
+/// The same for what goes to the Trash: a folder also stays when it has changed since it was found.
+std::optional<HeldEntry> passTrashGuard(const RemovalTarget &target);
+
 } // namespace swabby

@@ -133,7 +133,7 @@ bool removeEntry(int folder, const std::string &name, const std::optional<FileId
 bool removeChildren(int folder, const std::filesystem::path &shownAs, const MustStay &mustStay,
                     const ChildGone &gone)
 {
-    bool somethingStayed = ::faccessat(folder, ".", R_OK | X_OK, AT_EACCESS) != 0;
+    bool somethingStayed = !canBeListed(folder);
     for (const std::string &name : namesIn(folder)) {
         if ((mustStay && mustStay(shownAs / name)) || !removeEntry(folder, name))
             somethingStayed = true;
@@ -141,6 +141,31 @@ bool removeChildren(int folder, const std::filesystem::path &shownAs, const Must
             gone(name);
     }
     return !somethingStayed;
+}
+
+bool removeListed(int folder, const std::filesystem::path &shownAs, const std::vector<ListedEntry> &listed,
+                  const MustStay &mustStay, const ChildGone &gone)
+{
+    bool somethingStayed = false;
+    for (const auto &[name, identity] : listed) {
+        const auto found = identityIn(folder, name);
+        if (!found || !found->isSameEntry(identity))
+            continue;
+        if (!found->isUntouched(identity) || (mustStay && mustStay(shownAs / name)) ||
+            !removeEntry(folder, name, identity))
+            somethingStayed = true;
+        else if (gone)
+            gone(name);
+    }
+    return !somethingStayed;
+}
+
+void leaveOut(TrashListing &listing, const std::filesystem::path &shownAs, const MustStay &mustStay)
+{
+    if (mustStay)
+        listing.isWhole = std::erase_if(listing.items, [&](const ListedEntry &item) {
+                              return mustStay(shownAs / item.name);
+                          }) == 0;
 }
 
 bool deleteGuarded(const HeldEntry &entry, const RemovalTarget &target)

@@ -19,6 +19,14 @@ using ChildGone = std::function<void(const std::string &name)>;
 bool removeChildren(int folder, const std::filesystem::path &shownAs, const MustStay &mustStay,
                     const ChildGone &gone = {});
 
+/// The same for those children that were listed. One that is gone or has another thing in its place counts as
+/// gone; one that has changed stays.
+bool removeListed(int folder, const std::filesystem::path &shownAs, const std::vector<ListedEntry> &listed,
+                  const MustStay &mustStay, const ChildGone &gone = {});
+
+/// Takes the items that must stay, which are asked for as children of shownAs, out of a listing of the Trash.
+void leaveOut(TrashListing &listing, const std::filesystem::path &shownAs, const MustStay &mustStay);
+
 /// What remains of Disposal::deleteOutright and Disposal::emptyFolder once the guard is passed.
 bool deleteGuarded(const HeldEntry &entry, const RemovalTarget &target);
 bool emptyGuarded(const HeldEntry &entry, const RemovalTarget &target, const MustStay &mustStay,

@@ -41,6 +41,7 @@ ConfirmationText confirmationText(const ConfirmationInfo &info, const QString &p
     ConfirmationText text;
     text.title = oneLine(info.title);
     text.message = oneLine(info.message);
+    text.warning = info.warning;
     text.confirmLabel = info.confirmLabel;
     if (!programName.isEmpty()) {
         text.letter = tileLetter(programName);

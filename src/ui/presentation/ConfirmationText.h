@@ -36,6 +36,7 @@ struct ConfirmationText {
     QML_VALUE_TYPE(confirmationText)
     Q_PROPERTY(QString title MEMBER title)
     Q_PROPERTY(QString message MEMBER message)
+    Q_PROPERTY(QString warning MEMBER warning)
     Q_PROPERTY(QString confirmLabel MEMBER confirmLabel)
     Q_PROPERTY(QString letter MEMBER letter)
     Q_PROPERTY(int tileColor MEMBER tileColor)
@@ -46,6 +47,7 @@ struct ConfirmationText {
 public:
     QString title;
     QString message;
+    QString warning; ///< beneath it; empty when there is none
     QString confirmLabel;
     QString letter; ///< of the program's tile; empty for a removal
     int tileColor = 0;

@@ -40,6 +40,14 @@ Sheet {
         color: Theme.secondary
     }
 
+    Paragraph {
+        width: parent.width
+        horizontalAlignment: Text.AlignHCenter
+        text: sheet.question.warning
+        color: Theme.inks[Tints.red]
+        visible: text !== ""
+    }
+
     Row {
         anchors.horizontalCenter: parent.horizontalCenter
         spacing: 8

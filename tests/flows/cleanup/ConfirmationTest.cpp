@@ -55,6 +55,11 @@ private Q_SLOTS:
         for (const ConfirmationInfo &info : {quit, force, one, several})
             QVERIFY(info.isDestructive);
         QVERIFY(begun == 0 && !state.isRemoving());
+        CacheEntry trash;
+        trash.trash = std::make_shared<TrashListing>(TrashListing{.items = {{"a", {}}, {"b", {}}}});
+        QVERIFY(ConfirmationBuilder::remove({build, RemovableItem::of(trash)}, cleanup)
+                    .warning.startsWith(u"Gone for good: 2 things in the Trash."_qs));
+        QCOMPARE(several.warning, QString());
 
         const QSignalSpy removed(&cleanup, &CleanupFlow::removed);
         several.onConfirm();

@@ -7,6 +7,7 @@
 #include <atomic>
 #include <fcntl.h>
 #include <random>
+#include <set>
 #include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -152,7 +153,7 @@ private Q_SLOTS:
         const TreePicture before = pictureOf(scene.ground.path());
         compareTable(fixture(u"linux/the_guard_refuses.txt"_qs), [&](const Cells &row) {
             const RemovalTarget target = targetAt(machine + row.string(1), machine + row.string(2));
-            bool isTaken = target.identity.inode == 0 || scene.disposal->emptyTrash(target, {});
+            bool isTaken = target.identity.inode == 0 || emptyNow(*scene.disposal, target);
             for (const Way way : everyWay)
                 isTaken = scene.remove(way, target) || isTaken;
             return isTaken ? u"taken"_qs : u"refused"_qs;
@@ -228,6 +229,56 @@ private Q_SLOTS:
         fs::create_directory_symlink(scene.tree(), scene.home() / "link");
         QVERIFY(!scene.disposal->emptyFolder(targetAt(scene.home() / "link", scene.home()), {}));
         QCOMPARE(bytesOf(scene.tree() / "kept/inner"), std::string("kept/inner"));
+    }
+
+    void theTrashLosesWhatWasListed()
+    {
+        for (const bool isMachineFolder : {false, true}) {
+            Scene scene(isMachineFolder);
+            const auto throwAway = [&](const char *name) {
+                writeBytes(scene.tree() / name, name);
+                return scene.remove(Way::moveToTrash,
+                                    targetAt(scene.tree() / fs::path(name).begin()->native(), scene.tree()));
+            };
+            for (const char *name : {"gone", "folder/file", "changed", "replaced", "restored"})
+                QVERIFY(throwAway(name));
+            const fs::path trash = scene.home() / (isMachineFolder ? ".Trash" : "data/Trash");
+            const fs::path items = isMachineFolder ? trash : trash / "files";
+            const TrashListing listed = scene.disposal->listTrash(trash, {});
+            QCOMPARE(listed.items.size(), 5U);
+            // While the question waits.
+            QVERIFY(throwAway("new") && scene.disposal->putBack(scene.trashed[4]));
+            writeBytes(items / "folder/new", "x");
+            writeBytes(items / "changed", "other");
+            fs::remove(items / "replaced");
+            writeBytes(items / "replaced", "replaced");
+            QVERIFY(!scene.disposal->emptyTrash(targetAt(trash, scene.home()), listed, {}));
+            std::set<std::string> left;
+            for (const auto &entry : fs::directory_iterator(items))
+                left.insert(entry.path().filename());
+            QCOMPARE(left, (std::set<std::string>{"changed", "folder", "new", "replaced"}));
+            QVERIFY(isMachineFolder || fs::exists(trash / "info/new.trashinfo"));
+            QVERIFY(emptyNow(*scene.disposal, targetAt(trash, scene.home())));
+            QVERIFY(fs::is_empty(items) && fs::exists(scene.tree() / "restored"));
+        }
+    }
+
+    void aFolderThatChangedStays()
+    {
+        for (const bool isMachineFolder : {false, true}) {
+            Scene scene(isMachineFolder);
+            const fs::path folder = scene.tree() / "folder";
+            writeBytes(folder / "inner/file", "x");
+            const RemovalTarget before = targetAt(folder, scene.tree());
+            writeBytes(folder / "inner/new", "x"); // no change of the folder itself
+            writeBytes(folder / "new", "x");
+            QVERIFY(!scene.remove(Way::moveToTrash, before));
+            // Made again, perhaps with the same inode, and given its old times.
+            RemovalTarget again = targetAt(folder, scene.tree());
+            --again.identity.bornNanoseconds;
+            QVERIFY(!scene.remove(Way::moveToTrash, again));
+            QVERIFY(scene.remove(Way::moveToTrash, targetAt(folder, scene.tree())));
+        }
     }
 
     void aFolderSwappedForALinkLeadsNowhere()

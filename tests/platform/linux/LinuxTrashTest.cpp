@@ -23,7 +23,7 @@ struct TrashScene : Scene {
     }
     bool empty(const MustStay &mustStay = {})
     {
-        return disposal->emptyTrash(targetAt(trash(), home()), mustStay);
+        return emptyNow(*disposal, targetAt(trash(), home()), mustStay);
     }
 };
 
@@ -292,8 +292,8 @@ private Q_SLOTS:
             const auto mustStay = [&](const fs::path &path) { return path == disk / "a/b c"; };
             const auto item = scene.move(disk / "a/b c");
             const RemovalTarget trash = targetAt(shared / user, scene.home());
-            if (!item || scene.disposal->emptyTrash(trash, mustStay) || !fs::exists(item->trashed) ||
-                !scene.disposal->emptyTrash(trash, {}) || fs::exists(item->trashed))
+            if (!item || emptyNow(*scene.disposal, trash, mustStay) || !fs::exists(item->trashed) ||
+                !emptyNow(*scene.disposal, trash) || fs::exists(item->trashed))
                 problems += "emptied; ";
             ::chown((shared / user).c_str(), 1, 1);
             isWrong("shared, another's", own);

@@ -38,7 +38,7 @@ private Q_SLOTS:
         QVERIFY(!disposal.putBack(items[0]));
 
         QVERIFY(disposal.emptyFolder(targetAt(home / "cache", home), {}));
-        QVERIFY(disposal.emptyTrash(targetAt(home / ".Trash", home), {}));
+        QVERIFY(emptyNow(disposal, targetAt(home / ".Trash", home)));
         QVERIFY(disposal.deleteOutright(targetAt(home / "b", home)));
         QVERIFY(!disposal.deleteOutright(targetAt(home / "b", home)));
         // Emptying has no order of its own.
@@ -86,7 +86,7 @@ private Q_SLOTS:
         const auto everyWay = [&](const fs::path &path, const fs::path &allowed) {
             const RemovalTarget target = targetAt(path, allowed);
             return disposal.moveToTrash(target) || disposal.deleteOutright(target) ||
-                   disposal.emptyFolder(target, {}) || disposal.emptyTrash(target, {});
+                   disposal.emptyFolder(target, {}) || emptyNow(disposal, target);
         };
         QVERIFY(!everyWay(outside / "kept", outside.path()));
         QVERIFY(!everyWay(home / "Downloads/kept", home / "Downloads"));
@@ -105,7 +105,7 @@ private Q_SLOTS:
         fs::create_directory_symlink(outside.path(), home / ".Trash");
         writeBytes(home / "file", "x");
         QVERIFY(!disposal.moveToTrash(targetAt(home / "file", home)));
-        QVERIFY(!disposal.emptyTrash(targetAt(home / ".Trash", home), {}));
+        QVERIFY(!emptyNow(disposal, targetAt(home / ".Trash", home)));
         QVERIFY(difference(before, pictureOf(outside.path())).empty());
         QCOMPARE(bytesOf(home / "file"), std::string("x"));
     }
