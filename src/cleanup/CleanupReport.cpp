@@ -33,7 +33,10 @@ QString leftText(const CleanupReport &report)
     const QString all =
         names.isEmpty() ? last : names.join(QStringLiteral(", ")) + QStringLiteral(" and ") + last;
     return all + (count == 1 ? QStringLiteral(" is") : QStringLiteral(" are")) +
-           QStringLiteral(" still here, at least in part.");
+           QStringLiteral(" still here, at least in part.") +
+           (report.isRecordable ? QString()
+                                : QStringLiteral(" Nothing goes to the Trash while Swabby cannot write down "
+                                                 "where it was. Is the disk full?"));
 }
 
 } // namespace swabby

@@ -15,7 +15,9 @@ struct CleanupReport {
     qint64 itemCount = 0;
     qint64 freedBytes = 0;
     std::vector<RemovableItem> left = {}; ///< items of which something stayed
-    qint64 canBePutBack = 0;              ///< things that lie in the Trash now
+    qint64 canBePutBack = 0;              ///< things that this run moved to the Trash
+    bool isRecordable = true;             ///< false when something stayed only because its place could not
+                                          ///< be written down
     QString problem = {};                 ///< why nothing was removed at all, without a full stop; else empty
 
     bool operator==(const CleanupReport &) const = default;

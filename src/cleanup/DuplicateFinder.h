@@ -35,10 +35,12 @@ std::vector<DuplicateGroup> scan(const std::vector<std::filesystem::path> &folde
 std::optional<std::string> streamingSHA256(const std::filesystem::path &path, const StopToken &stop = {});
 
 /// Moves every copy but the first of each group to the Trash. A copy goes only while it and the kept one are
-/// what was read, hold the same bytes now, and the copy lies directly in one of the folders.
+/// what was read, hold the same bytes now, and the copy lies directly in one of the folders, and once that is
+/// told before it moves.
 DuplicateRemoval removeDuplicates(const std::vector<DuplicateGroup> &groups,
                                   const std::vector<std::filesystem::path> &allowedFolders,
-                                  Disposal &disposal, const StopToken &stop = {});
+                                  Disposal &disposal, const StopToken &stop = {},
+                                  const BeforeMove &beforeMove = {});
 
 } // namespace DuplicateFinder
 } // namespace swabby

@@ -42,7 +42,8 @@ bool isSpare(const Path &copyPath, const FileIdentity &copyRead, const Path &kep
 
 DuplicateRemoval DuplicateFinder::removeDuplicates(const std::vector<DuplicateGroup> &groups,
                                                    const std::vector<Path> &allowedFolders,
-                                                   Disposal &disposal, const StopToken &stop)
+                                                   Disposal &disposal, const StopToken &stop,
+                                                   const BeforeMove &beforeMove)
 {
     DuplicateRemoval removal;
     ReadBuffer buffer;
@@ -57,8 +58,8 @@ DuplicateRemoval DuplicateFinder::removeDuplicates(const std::vector<DuplicateGr
                                number < group.identities.size() &&
                                isSpare(copy, group.identities[number], group.paths.front(),
                                        group.identities.front(), buffer, stop);
-            auto trashed =
-                mayGo ? disposal.moveToTrash({copy, *folder, group.identities[number]}) : std::nullopt;
+            auto trashed = mayGo ? disposal.moveToTrash({copy, *folder, group.identities[number]}, beforeMove)
+                                 : std::nullopt;
             if (trashed)
                 removal.trashed.push_back(*std::move(trashed));
             else

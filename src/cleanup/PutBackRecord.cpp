@@ -1,14 +1,18 @@
 #include "cleanup/PutBackRecord.h"
 
 #include "platform/Utf8.h"
+#include "platform/posix/LockedFile.h"
+#include "platform/posix/SmallFile.h"
 #include "platform/posix/WholeFile.h"
 
-#include <QtCore/QDir>
 #include <QtCore/QFile>
 #include <QtCore/QJsonDocument>
 #include <QtCore/QJsonObject>
 
 #include <algorithm>
+#include <cerrno>
+#include <limits>
+#include <unistd.h>
 
 namespace swabby {
 namespace {
@@ -76,67 +80,103 @@ std::optional<TrashedItem> itemOf(const QJsonObject &object)
     return item;
 }
 
+/// Whether it lies in the Trash, as far as can be seen: on a disk that is not there now it may.
+bool counts(const TrashedItem &item)
+{
+    const auto found = FileIdentity::of(item.trashed);
+    if (!found)
+        return errno != ENOENT || !FileIdentity::of(item.trashed.parent_path());
+    return found->inode == item.identity.inode && found->kind == item.identity.kind;
+}
+
 } // namespace
 
 PutBackRecord::PutBackRecord(const QString &applicationData)
-    : m_filePath(applicationData + QStringLiteral("/put-back.json"))
+    : m_filePath(applicationData.isEmpty()
+                     ? Path()
+                     : Path(QFile::encodeName(applicationData).toStdString()) / "put-back.json")
 {
+}
+
+PutBackRecord::~PutBackRecord()
+{
+    // A killed program needs no more than the written line; once at the end is for a loss of power.
+    if (m_adding.isOpen())
+        ::fdatasync(m_adding.number());
+}
+
+std::vector<TrashedItem> PutBackRecord::linesThatCount(std::size_t most) const
+{
+    constexpr std::int64_t largest = 256LL << 20;
+    std::vector<TrashedItem> items;
+    const auto found = FileIdentity::of(m_filePath);
+    const QByteArray text =
+        found && found->kind == FileKind::file ? smallFile(m_filePath, largest) : QByteArray();
+    for (qsizetype begin = 0; begin < text.size() && items.size() < most;) {
+        const qsizetype end = text.indexOf('\n', begin) < 0 ? text.size() : text.indexOf('\n', begin);
+        if (auto item = itemOf(QJsonDocument::fromJson(text.mid(begin, end - begin)).object());
+            item && counts(*item))
+            items.push_back(*std::move(item));
+        begin = end + 1;
+    }
+    return items;
 }
 
 std::vector<TrashedItem> PutBackRecord::load() const
 {
-    std::vector<TrashedItem> items;
-    QFile file(m_filePath);
-    if (!file.open(QIODevice::ReadOnly))
-        return items;
-    for (const QByteArray &line : file.readAll().split('\n'))
-        if (auto item = itemOf(QJsonDocument::fromJson(line).object()))
-            items.push_back(*std::move(item));
-    return items;
+    return linesThatCount(std::numeric_limits<std::size_t>::max());
 }
 
-bool PutBackRecord::add(const TrashedItem &item) const
+bool PutBackRecord::isEmpty() const
 {
-    const QByteArray line = lineOf(item);
-    QDir().mkpath(QFileInfo(m_filePath).absolutePath());
-    QFile file(m_filePath);
-    // In one piece, so that no end of the program leaves half a line.
-    return file.open(QIODevice::Append | QIODevice::Unbuffered, QFile::ReadOwner | QFile::WriteOwner) &&
-           file.write(line) == line.size();
+    return linesThatCount(1).empty();
 }
 
-bool PutBackRecord::store(const std::vector<TrashedItem> &items) const
+void PutBackRecord::begin()
 {
-    QDir().mkpath(QFileInfo(m_filePath).absolutePath());
+    if (const Descriptor alone = lockedFile(m_filePath, Turn::alone); alone.isOpen())
+        keep({});
+}
+
+bool PutBackRecord::add(const TrashedItem &item)
+{
+    if (!m_adding.isOpen()) {
+        std::error_code problem;
+        std::filesystem::create_directories(m_filePath.parent_path(), problem);
+        m_adding = lockedFile(m_filePath, Turn::shared);
+    }
+    // A disk that was full may have torn the last line.
+    const auto size = ::lseek(m_adding.number(), 0, SEEK_END);
+    char last = '\n';
+    if (size > 0 && ::pread(m_adding.number(), &last, 1, size - 1) != 1)
+        return false;
+    const QByteArray line = (last == '\n' ? "" : "\n") + lineOf(item);
+    return ::write(m_adding.number(), line.constData(), static_cast<std::size_t>(line.size())) == line.size();
+}
+
+void PutBackRecord::keep(const std::vector<TrashedItem> &items) const
+{
     QByteArray lines;
     for (const TrashedItem &item : items)
         lines += lineOf(item);
-    return saveWholeFile(m_filePath, lines, FileAudience::owner).isEmpty();
-}
-
-void PutBackRecord::forget() const
-{
-    QFile::remove(m_filePath);
+    // What cannot be saved now still tells the truth: a line counts no longer than its thing is there.
+    if (items.empty())
+        ::unlink(m_filePath.c_str());
+    else
+        saveWholeFile(QFile::decodeName(m_filePath.c_str()), lines, FileAudience::owner);
 }
 
 PutBackResult PutBackRecord::putBackAll(Disposal &disposal) const
 {
     // A folder that was moved after something in it has to be there again before that.
-    std::vector<TrashedItem> restored;
     const std::vector<TrashedItem> items = load();
-    std::copy_if(items.rbegin(), items.rend(), std::back_inserter(restored),
-                 [&](const TrashedItem &item) { return disposal.putBack(item); });
-
-    std::vector<TrashedItem> left = load();
-    std::erase_if(left, [&](const TrashedItem &item) {
-        return std::find(restored.begin(), restored.end(), item) != restored.end();
-    });
-    if (left.empty())
-        forget();
-    else
-        store(left);
-    return {.restored = static_cast<int>(restored.size()),
-            .left = static_cast<int>(items.size() - restored.size())};
+    const auto restored = std::count_if(items.rbegin(), items.rend(),
+                                        [&](const TrashedItem &item) { return disposal.putBack(item); });
+    // While a removal adds to it the record stays as it is, and what is back counts no longer.
+    if (const Descriptor alone = lockedFile(m_filePath, Turn::alone); alone.isOpen())
+        keep(load());
+    return {.restored = static_cast<int>(restored),
+            .left = static_cast<int>(std::count_if(items.begin(), items.end(), counts))};
 }
 
 } // namespace swabby

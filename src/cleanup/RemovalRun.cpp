@@ -9,6 +9,7 @@
 #include "engine/SaturatedBytes.h"
 
 #include <algorithm>
+#include <set>
 #include <type_traits>
 
 namespace swabby {
@@ -23,16 +24,10 @@ public:
           m_stop(std::move(stop)),
           m_record(machine.places.applicationData)
     {
-        m_record.forget();
+        m_record.begin();
     }
 
-    RemovalOutcome outcome() &&
-    {
-        // A full disk takes no note of what went first, and has room by now.
-        if (!m_isRecorded)
-            m_record.store(m_outcome.trashed);
-        return std::move(m_outcome);
-    }
+    RemovalOutcome outcome() && { return std::move(m_outcome); }
 
     /// Kind by kind, in the order of the variant, the caches first and together. A kind that no overload
     /// below removes does not compile.
@@ -112,7 +107,7 @@ private:
         return isWhole;
     }
 
-    /// One copy after the other, so that each is on record before the next one goes.
+    /// One copy after the other, each held against the list of what has to stay.
     bool remove(const DuplicateGroup &group)
     {
         bool isWhole = true;
@@ -126,9 +121,9 @@ private:
                                          .sizeBytes = group.sizeBytes,
                                          .identities = {group.identities.front(), group.identities[copy]}};
             const DuplicateRemoval removal = DuplicateFinder::removeDuplicates(
-                {pair}, duplicateFolders(m_machine), *m_machine.disposal, m_stop);
+                {pair}, duplicateFolders(m_machine), *m_machine.disposal, m_stop, beforeMove());
             for (const TrashedItem &item : removal.trashed)
-                record(item);
+                note(item);
             isWhole = isWhole && removal.stayed == 0;
         }
         return isWhole && group.paths.size() == group.identities.size();
@@ -139,25 +134,43 @@ private:
     bool moveToTrash(const Found &found)
     {
         if (!m_excludes.covers(found.path))
-            if (const auto trashed =
-                    m_machine.disposal->moveToTrash({found.path, found.foundIn, found.identity})) {
-                record(*trashed);
+            if (const auto trashed = m_machine.disposal->moveToTrash(
+                    {found.path, found.foundIn, agreedOn(found)}, beforeMove())) {
+                note(*trashed);
                 return true;
             }
         return !FileIdentity::of(found.path);
     }
 
-    void record(const TrashedItem &item)
+    /// What was found there; of a folder out of which this run itself took something, as that left it.
+    template <typename Found>
+    FileIdentity agreedOn(const Found &found) const
     {
-        m_isRecorded = m_record.add(item) && m_isRecorded;
+        const auto now = m_changedFolders.contains(found.path) ? FileIdentity::of(found.path) : std::nullopt;
+        return now && now->isSameThing(found.identity) ? *now : found.identity;
+    }
+
+    /// Nothing goes to the Trash unless it is on record where it was.
+    BeforeMove beforeMove()
+    {
+        return [this](const TrashedItem &item) {
+            const bool isRecorded = m_record.add(item);
+            m_outcome.isRecordable = m_outcome.isRecordable && isRecorded;
+            return isRecorded;
+        };
+    }
+
+    void note(const TrashedItem &item)
+    {
         m_outcome.trashed.push_back(item);
+        m_changedFolders.insert(item.from.parent_path());
     }
 
     const ExcludeList &m_excludes;
     Machine &m_machine;
     const StopToken m_stop;
-    const PutBackRecord m_record;
-    bool m_isRecorded = true;
+    PutBackRecord m_record;
+    std::set<std::filesystem::path> m_changedFolders; ///< by this run
     std::optional<bool> m_isBuildCacheClear;
     std::optional<bool> m_isDockerPruned;
     RemovalOutcome m_outcome;

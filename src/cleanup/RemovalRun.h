@@ -14,10 +14,12 @@ struct RemovalOutcome {
     std::vector<TrashedItem> trashed; ///< what lies in the Trash now
     std::vector<RemovableItem> left;  ///< items of which something stayed
     QString problem;                  ///< why nothing was removed at all; else empty
+    /// False when something stayed only because where it was could not be written down.
+    bool isRecordable = true;
 };
 
 /// Removes the items kind by kind, in the product's order, whatever fails on the way, and keeps a record of
-/// what went to the Trash as it goes, in place of that of the removal before. Ends after the item at hand
+/// what goes to the Trash before it goes, in place of that of the removal before. Ends after the item at hand
 /// when stopped. Blocks for the disk and for tools: background work only.
 RemovalOutcome removeItems(const std::vector<RemovableItem> &items, const ExcludeList &excludes,
                            Machine &machine, const StopToken &stop);

@@ -12,20 +12,33 @@ namespace {
 
 constexpr int runsAtOnce = 8;
 
+bool hasSomethingToPutBack(const Machine &machine)
+{
+    return !PutBackRecord(machine.places.applicationData).isEmpty();
+}
+
+/// What a removal did, and whether there is something to put back since.
+struct Finished {
+    CleanupReport report;
+    bool canPutBack = false;
+};
+
 /// The whole background half of a removal.
-CleanupReport carryOut(const std::vector<RemovableItem> &items, Machine &machine, const StopToken &stop)
+Finished carryOut(const std::vector<RemovableItem> &items, Machine &machine, const StopToken &stop)
 {
     const RemovalOutcome outcome = removeItems(items, excludeListFrom(machine), machine, stop);
     const std::int64_t freed = outcome.problem.isEmpty() ? totalBytes(items) : 0;
     // A run that was ended with the program is reported nowhere, the week included.
     if (freed >= 1 && !stop.stopRequested() && !machine.stop.token().stopRequested())
         Settings(*machine.settings).add(setting<"weeklyBytesFreed">, freed);
-    return {.id = QUuid::createUuid(),
-            .itemCount = static_cast<qint64>(items.size()),
-            .freedBytes = freed,
-            .left = outcome.left,
-            .canBePutBack = static_cast<qint64>(outcome.trashed.size()),
-            .problem = outcome.problem};
+    return {.report = {.id = QUuid::createUuid(),
+                       .itemCount = static_cast<qint64>(items.size()),
+                       .freedBytes = freed,
+                       .left = outcome.left,
+                       .canBePutBack = static_cast<qint64>(outcome.trashed.size()),
+                       .isRecordable = outcome.isRecordable,
+                       .problem = outcome.problem},
+            .canPutBack = hasSomethingToPutBack(machine)};
 }
 
 } // namespace
@@ -38,9 +51,8 @@ CleanupFlow::CleanupFlow(AppState &state, std::chrono::milliseconds bannerTime)
 
 void CleanupFlow::lookForRecord()
 {
-    const auto looking = m_work.ask([machine = m_state.sharedMachine()] {
-        return !PutBackRecord(machine->places.applicationData).load().empty();
-    });
+    const auto looking =
+        m_work.ask([machine = m_state.sharedMachine()] { return hasSomethingToPutBack(*machine); });
     m_answers.whenDone(looking, [this](bool isThere) {
         // A removal that began meanwhile keeps a record of its own.
         if (m_hasRun)
@@ -60,17 +72,13 @@ void CleanupFlow::remove(const std::vector<RemovableItem> &items)
     const auto running = m_work.ask([items, machine = m_state.sharedMachine(), stop = m_answers.join()] {
         return carryOut(items, *machine, stop);
     });
-    m_answers.whenDone(running, [this](const CleanupReport &report) { finish(report); });
-}
-
-void CleanupFlow::finish(const CleanupReport &report)
-{
-    --m_runs;
-    const bool isOlderKept = m_runs > 0 || !report.problem.isEmpty();
-    m_canPutBack = report.canBePutBack > 0 || (isOlderKept && m_canPutBack);
-    m_state.setRemoving(false);
-    showBanner(report);
-    Q_EMIT removed(report);
+    m_answers.whenDone(running, [this](const Finished &finished) {
+        --m_runs;
+        m_canPutBack = finished.canPutBack;
+        m_state.setRemoving(false);
+        showBanner(finished.report);
+        Q_EMIT removed(finished.report);
+    });
 }
 
 void CleanupFlow::showBanner(const CleanupReport &report)
@@ -89,10 +97,13 @@ void CleanupFlow::putBack()
         return;
     m_canPutBack = false;
     const auto restoring = m_work.ask([machine = m_state.sharedMachine()] {
-        return PutBackRecord(machine->places.applicationData).putBackAll(*machine->disposal);
+        const auto outcome = PutBackRecord(machine->places.applicationData).putBackAll(*machine->disposal);
+        return std::pair(outcome, hasSomethingToPutBack(*machine));
     });
-    m_answers.whenDone(restoring, [this](const PutBackResult &outcome) {
-        m_canPutBack = outcome.left > 0;
+    m_answers.whenDone(restoring, [this](const auto &result) {
+        const auto &[outcome, canPutBack] = result;
+        // A removal that began meanwhile may have finished too.
+        m_canPutBack = canPutBack;
         m_state.setLastCleanup(std::nullopt);
         Q_EMIT restored(outcome.restored, outcome.left);
     });

@@ -38,7 +38,6 @@ Q_SIGNALS:
 
 private:
     void lookForRecord();
-    void finish(const CleanupReport &report);
     void showBanner(const CleanupReport &report);
 
     AppState &m_state;

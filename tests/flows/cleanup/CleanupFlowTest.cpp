@@ -53,6 +53,15 @@ struct Scene {
     CleanupFlow flow;
 };
 
+/// Docker prunes until something opens DIR/gate; it says that it has begun by DIR/held.
+void holdDocker(const FullMac &mac)
+{
+    mac.addTool(u"/usr/local/bin/docker"_qs, R"(printf 'Images\t1.2GB (50%%)\n'
+[ "$2" = df ] || { : >"$MACHINE_DIR/held"; read -r line <"$MACHINE_DIR/gate"; })");
+    if (::mkfifo(qPrintable(mac.folder() + u"/gate"_qs), 0600) != 0)
+        qFatal("no gate");
+}
+
 } // namespace
 
 class CleanupFlowTest : public QObject {
@@ -207,23 +216,32 @@ private Q_SLOTS:
         QDir().rename(scene.mac.home() + u"/Library/Caches/pip"_qs, scene.mac.home() + u"/pip"_qs);
         QFile::link(scene.mac.home() + u"/pip"_qs, scene.mac.home() + u"/Library/Caches/pip"_qs);
         scene.mac.writeFile(u"home/Downloads/report.pdf"_qs, QByteArray(5'000, 's'));
-        QCOMPARE(scene.remove(all).left.size(), 3U);
-        for (const char *kept :
-             {"Downloads/setup.dmg", "pip/.kib", "Downloads/report.pdf", "Desktop/report again.pdf"})
+        scene.mac.writeFile(u"home/Projects/old/node_modules/new.js"_qs, "x");
+        QCOMPARE(scene.remove(all).left.size(), 4U);
+        for (const char *kept : {"Downloads/setup.dmg", "pip/.kib", "Downloads/report.pdf",
+                                 "Desktop/report again.pdf", "Projects/old/node_modules/new.js"})
             QVERIFY2(scene.mac.has(QLatin1String(kept)), kept);
+    }
+
+    void nothingGoesToTheTrashOffTheRecord()
+    {
+        Scene scene;
+        const auto all = scene.items(scene.mac.allIds());
+        scene.mac.writeFile(u"home/Library/Application Support/Swabby/put-back.json/in the way"_qs, {});
+        const CleanupReport report = scene.remove(all);
+        QCOMPARE(report.left.size(), 4U);
+        QVERIFY(leftText(report).contains(u"cannot write down where it was"_qs));
+        QVERIFY(!scene.mac.has(u"Library/Caches/pip"_qs) && scene.mac.has(u"Downloads/setup.dmg"_qs));
     }
 
     void aRunThatIsEndedFinishesTheThingAtHand()
     {
         FullMac mac;
-        // Holds Docker's end, after the duplicate and before the download, until it is let go.
-        mac.addTool(u"/usr/local/bin/docker"_qs, R"(printf 'Images\t1.2GB (50%%)\n'
-[ "$2" = df ] || { : >"$MACHINE_DIR/held"; read -r line <"$MACHINE_DIR/gate"; })");
-        QCOMPARE(::mkfifo(qPrintable(mac.folder() + u"/gate"_qs), 0600), 0);
+        holdDocker(mac); // after the duplicate and before the download
         const auto machine = mac.open();
         const auto all = findEverything(Search::on(*machine, {}));
         const PutBackRecord record(machine->places.applicationData);
-        QVERIFY(record.add({"/a", "/b", {}}));
+        QVERIFY(PutBackRecord(machine->places.applicationData).add({"/a", "/nowhere/b", {}}));
         {
             AppState state(machine, Record::nothing);
             CleanupFlow flow(state);
@@ -238,6 +256,22 @@ private Q_SLOTS:
         QVERIFY(!mac.has(u"Library/Caches/pip"_qs) && mac.has(u"Downloads/setup.dmg"_qs));
         QCOMPARE(record.load().size(), std::size_t(1));
         QCOMPARE(Settings(*machine->settings).value(setting<"weeklyBytesFreed">), 0);
+    }
+
+    void aRunThatMovesNothingTakesNothingAway()
+    {
+        Scene scene;
+        const auto copy = scene.items({scene.mac.allIds()[3]});
+        holdDocker(scene.mac);
+        scene.flow.remove({RemovableItem::of(DockerPrune{1})});
+        QVERIFY(waitUntil([&] { return QFile::exists(scene.mac.folder() + u"/held"_qs); }));
+        QCOMPARE(scene.remove(copy).canBePutBack, 1);
+        QFile gate(scene.mac.folder() + u"/gate"_qs);
+        QSignalSpy removed(&scene.flow, &CleanupFlow::removed);
+        QVERIFY(gate.open(QIODevice::WriteOnly));
+        gate.close();
+        QVERIFY(waitUntil([&] { return !removed.isEmpty(); }));
+        QVERIFY(scene.flow.canPutBack());
     }
 
     void puttingBack()
@@ -267,7 +301,6 @@ private Q_SLOTS:
         const auto copy = scene.items({ids[3]});
         QCOMPARE(scene.remove(scene.items({ids[8]})).canBePutBack, 1);
         QCOMPARE(scene.remove(copy).canBePutBack, 1);
-        QVERIFY(scene.flow.canPutBack());
         QCOMPARE(PutBackRecord(scene.state.machine().places.applicationData).load().size(), std::size_t(1));
         scene.flow.putBack();
         QVERIFY(waitUntil([&] { return !restored.isEmpty(); }));

@@ -63,7 +63,7 @@ const std::pair<QString, Writer> writers[] = {
      }},
     {u"put-back.json"_s,
      [](const QString &folder) {
-         return PutBackRecord(folder).store({{"/a", "/b", FileIdentity()}});
+         return PutBackRecord(folder).add({"/a", "/b", FileIdentity()});
      }},
     {u"com.swabby.app.desktop"_s,
      [](const QString &folder) {
