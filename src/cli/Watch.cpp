@@ -10,6 +10,7 @@
 #include <QtCore/QTimer>
 
 #include <limits>
+#include <utility>
 
 namespace swabby {
 namespace {
@@ -37,6 +38,13 @@ int runWatch(const Arguments &arguments, const std::shared_ptr<Machine> &machine
         state, ai, [machine](const ScanControl &control) { return reclaimableStorage(*machine, control); });
     if (arguments.snooze)
         state.snoozeUntil(machine->clock->now() + *arguments.snooze);
+
+    QString told;
+    const auto tellTrouble = [&](const QString &why) {
+        if (std::exchange(told, why) != why && !why.isEmpty())
+            printProblem(QStringLiteral("swabbyctl: the history could not be stored: %1").arg(why));
+    };
+    QObject::connect(&state, &AppState::historyNotStored, &state, tellTrouble);
 
     QTimer pace;
     pace.setTimerType(Qt::PreciseTimer);
@@ -68,6 +76,7 @@ int runWatch(const Arguments &arguments, const std::shared_ptr<Machine> &machine
     pace.start();
     const int status = QCoreApplication::exec();
     machine->stop.requestStop();
+    tellTrouble(state.finishHistory());
     return status;
 }
 

@@ -2,12 +2,14 @@
 
 #include "health/HistoryStore.h"
 
+#include <QtCore/QFileInfo>
+
 #include <algorithm>
 
 namespace swabby {
 
-HistoryKeeper::HistoryKeeper(QString applicationData)
-    : m_applicationData(std::move(applicationData)), m_writing(1)
+HistoryKeeper::HistoryKeeper(QString applicationData, Trouble trouble)
+    : m_applicationData(std::move(applicationData)), m_trouble(std::move(trouble)), m_writing(1)
 {
     takeTurn();
 }
@@ -22,16 +24,31 @@ void HistoryKeeper::keep(const History &points, double now)
         std::unique_lock guard(m_mutex);
         const auto newest = std::exchange(m_waiting, std::nullopt);
         guard.unlock();
-        if (newest)
-            write(*newest);
+        if (!newest)
+            return;
+        const QString why = write(*newest);
+        if (m_trouble && why != m_lastTrouble)
+            m_trouble(why);
+        m_lastTrouble = why;
     });
 }
 
-void HistoryKeeper::write(const Save &save)
+QString HistoryKeeper::finish()
+{
+    m_writing.wait();
+    return m_lastTrouble;
+}
+
+QString HistoryKeeper::write(const Save &save)
 {
     if (!m_lock) {
-        if (!takeTurn())
-            return;
+        // Another program's turn is no trouble; a folder that cannot be had is.
+        if (!takeTurn()) {
+            const QFileInfo folder(m_applicationData);
+            return folder.isDir() && folder.isReadable()
+                       ? QString()
+                       : HistoryStore::save(m_applicationData, save.points, save.now);
+        }
         m_inherited = HistoryStore::load(m_applicationData, save.now);
     }
     History points;
@@ -39,7 +56,7 @@ void HistoryKeeper::write(const Save &save)
     // Both sides begin with what the file held when they started.
     std::set_union(m_inherited.begin(), m_inherited.end(), save.points.begin(), save.points.end(),
                    std::back_inserter(points), [](const auto &a, const auto &b) { return a.date < b.date; });
-    HistoryStore::save(m_applicationData, points, save.now);
+    return HistoryStore::save(m_applicationData, points, save.now);
 }
 
 bool HistoryKeeper::takeTurn()

@@ -21,7 +21,7 @@ constexpr double referenceDate = 978'307'200;
 
 QString fileIn(const QString &folder)
 {
-    return folder + QStringLiteral("/history.json");
+    return folder.isEmpty() ? QString() : folder + QStringLiteral("/history.json");
 }
 
 /// No value unless every element is a point: half a foreign file is no history.
@@ -102,7 +102,8 @@ QString HistoryStore::save(const QString &applicationData, const History &points
 {
     const QString folder = ensureFolder(applicationData);
     if (folder.isEmpty())
-        return QStringLiteral("%1 cannot be made").arg(applicationData);
+        return applicationData.isEmpty() ? QStringLiteral("there is no folder to keep it in")
+                                         : QStringLiteral("%1 cannot be made").arg(applicationData);
     return saveWholeFile(fileIn(folder), jsonOf(lastDay(points, now)));
 }
 

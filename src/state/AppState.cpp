@@ -47,7 +47,11 @@ AppState::AppState(std::shared_ptr<Machine> machine, Record record)
       m_refreshes(mostRefreshesAtOnce)
 {
     if (m_record == Record::everything)
-        m_historyKeeper = std::make_unique<HistoryKeeper>(m_machine->places.applicationData);
+        m_historyKeeper =
+            std::make_unique<HistoryKeeper>(m_machine->places.applicationData, [this](const QString &why) {
+                QMetaObject::invokeMethod(
+                    this, [this, why] { noteHistoryTrouble(why); }, Qt::QueuedConnection);
+            });
     m_published.pinnedNames = storedPins(*m_machine->settings);
     m_published.history = HistoryStore::load(m_machine->places.applicationData, m_machine->clock->now());
     connect(&m_timer, &QTimer::timeout, this, &AppState::refresh);
@@ -99,6 +103,13 @@ void AppState::keepHistory()
         m_historyKeeper->keep(history, now);
 }
 
+void AppState::noteHistoryTrouble(const QString &why)
+{
+    publish(&Published::historyTrouble, why);
+    if (!why.isEmpty())
+        Q_EMIT historyNotStored(why);
+}
+
 void AppState::judgeHealth()
 {
     // A pinned program is one the user knows about: it never raises an issue.
@@ -129,8 +140,10 @@ void AppState::togglePin(const QString &name)
     Q_EMIT changed();
     ++m_pinsOnTheirWay;
     m_bookkeeping.queue([this, machine = m_machine, name, isPinned] {
-        Settings(*machine->settings).setPinned(name, isPinned);
-        const auto settle = [this, stored = storedPins(*machine->settings)] {
+        const bool isStored = Settings(*machine->settings).setPinned(name, isPinned);
+        const auto settle = [this, isStored, stored = storedPins(*machine->settings)] {
+            if (!isStored)
+                Q_EMIT pinNotStored();
             if (--m_pinsOnTheirWay == 0 && stored != pinnedNames())
                 publish(&Published::pinnedNames, stored);
         };

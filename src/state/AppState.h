@@ -87,6 +87,9 @@ public:
     bool isRemoving() const { return m_published.isRemoving; }
     const std::optional<CleanupReport> &lastCleanup() const { return m_published.lastCleanup; }
     std::optional<MainSection> requestedMainSection() const { return m_published.requestedMainSection; }
+    const QString &historyTrouble() const { return m_published.historyTrouble; }
+    /// Waits until what the refreshes so far recorded is stored, and gives why it could not be.
+    QString finishHistory() { return m_historyKeeper ? m_historyKeeper->finish() : QString(); }
     int refreshesApplied() const { return m_published.refreshesApplied; }
 
 Q_SIGNALS:
@@ -94,6 +97,10 @@ Q_SIGNALS:
     void changed();
     /// A refresh was applied whole.
     void applied();
+    /// The history cannot be stored, for this reason: once when that begins, not at every refresh.
+    void historyNotStored(const QString &why);
+    /// A pin could not be stored and is none any more.
+    void pinNotStored();
     /// The health has just turned red; the processes that count towards health, busiest first.
     void turnedRed(const QList<swabby::ProcessSample> &healthInput);
 
@@ -104,6 +111,7 @@ private:
         m_published.*field = value;
         Q_EMIT changed();
     }
+    void noteHistoryTrouble(const QString &why);
     void apply(const MachineSample &sample);
     void keepHistory();
     void judgeHealth();

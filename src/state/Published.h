@@ -24,6 +24,7 @@ struct Published : MachineSample {
     bool isRemoving = false;
     std::optional<CleanupReport> lastCleanup; ///< while its banner is up
     std::optional<MainSection> requestedMainSection;
+    QString historyTrouble;   ///< why the history cannot be stored; empty while it can
     int refreshesApplied = 0; ///< 0 while the first one still runs
 
     /// The program of that id in one of the lists; none when it is in none.

@@ -81,6 +81,10 @@ private Q_SLOTS:
         // On a described machine that has moved on, the stored points still are the day's.
         QCOMPARE(runOn(machine, "history --json").json().toArray().size(), 3);
         QCOMPARE(runOn(machine, "settings weeklyAttentionCount").output, QByteArray("1\n"));
+        // What cannot be stored is said, and not at every refresh.
+        QVERIFY(QDir(QFileInfo(machine.historyFile()).path()).removeRecursively());
+        machine.writeFile(u"home/Library/Application Support/Swabby"_qs, "in the way");
+        QCOMPARE(runOn(machine, "watch --refreshes 3").problems.count("could not be stored"), 1);
     }
 
     void timesAreShownInThePersonsLocale()

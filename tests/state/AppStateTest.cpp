@@ -136,9 +136,11 @@ Mill.10,300,20,\n')");
         QCoreApplication::processEvents();
         QVERIFY(QDir().rename(preferences, preferences + u".moved"_qs));
         folder.writeFile(u"home/Library/Preferences"_qs, "in the way");
+        const QSignalSpy notStored(&state, &AppState::pinNotStored);
         state.togglePin(u"mill"_qs);
         QCOMPARE(state.pinnedNames(), std::set<QString>{u"mill"_qs});
         QVERIFY(waitUntil([&] { return state.pinnedNames().empty(); })); // what could not be stored is not so
+        QCOMPARE(notStored.size(), 1);
     }
 
     void historyOlderThanADayGoes()

@@ -9,6 +9,8 @@ QString noticeText(Notice notice, const QString &name)
     switch (notice) {
     case Notice::notStored:
         return QStringLiteral("That could not be kept. Is the disk full?");
+    case Notice::historyNotStored:
+        return QStringLiteral("The last day's history could not be kept: ") + oneLine(name);
     case Notice::notFollowed:
         return QStringLiteral("That could not be changed on this computer.");
     case Notice::notAPath:

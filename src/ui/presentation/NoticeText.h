@@ -7,6 +7,7 @@ namespace swabby {
 /// What came of something else than was asked for.
 enum class Notice {
     notStored,         ///< a setting
+    historyNotStored,  ///< for the named reason
     notFollowed,       ///< by the system, of a setting that it keeps
     notAPath,          ///< what was typed
     notThere,          ///< at the named path
@@ -16,7 +17,7 @@ enum class Notice {
     isRunning,         ///< the named application, which was to be removed
 };
 
-/// The quiet word about it; the name is made harmless.
+/// The quiet word about it; the name, or the reason, is made harmless.
 QString noticeText(Notice notice, const QString &name = {});
 
 } // namespace swabby

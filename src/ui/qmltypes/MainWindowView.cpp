@@ -3,6 +3,9 @@
 #include "platform/WhenDone.h"
 #include "settings/Settings.h"
 #include "state/AppState.h"
+#include "ui/presentation/NoticeText.h"
+
+#include <QtCore/QPointer>
 
 namespace swabby {
 
@@ -20,7 +23,17 @@ MainWindowView::MainWindowView(const UserInterfaceContext &context)
     m_isRefreshing = state.refreshesApplied() == 0;
     connect(&state, &AppState::changed, this, &MainWindowView::followState);
     connect(&state, &AppState::applied, this, [this] { setRefreshing(false); });
+    connect(&state, &AppState::historyNotStored, this, &MainWindowView::showHistoryTrouble);
+    connect(&state, &AppState::pinNotStored, this,
+            [this] { m_coordinator.setNotice(noticeText(Notice::notStored)); });
+    showHistoryTrouble(state.historyTrouble());
     followState();
+}
+
+void MainWindowView::showHistoryTrouble(const QString &why)
+{
+    if (!why.isEmpty())
+        m_coordinator.setNotice(noticeText(Notice::historyNotStored, why));
 }
 
 void MainWindowView::followState()
@@ -123,7 +136,11 @@ void MainWindowView::finishWelcome()
     const auto storing = state.bookkeeping().ask([machine = state.sharedMachine()] {
         return Settings(*machine->settings).store(setting<"hasCompletedOnboarding">, true);
     });
-    whenDone(&state, storing, [&state](bool) { state.noteStoredSetting(); });
+    whenDone(&state, storing, [&state, self = QPointer(this)](bool isStored) {
+        if (self && !isStored)
+            self->m_coordinator.setNotice(noticeText(Notice::notStored));
+        state.noteStoredSetting();
+    });
     Q_EMIT sheetChanged();
 }
 

@@ -100,6 +100,7 @@ Q_SIGNALS:
 
 private:
     void followState();
+    void showHistoryTrouble(const QString &why);
     void setRefreshing(bool isRefreshing);
     /// The listed program of that id; none when it is listed no more.
     std::optional<ProcessSample> findProcess(int pid) const;
