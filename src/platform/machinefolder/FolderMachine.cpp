@@ -7,6 +7,7 @@
 #include "platform/machinefolder/FolderServices.h"
 #include "platform/machinefolder/FolderShell.h"
 #include "platform/machinefolder/MachineDescription.h"
+#include "platform/machinefolder/OwnFiles.h"
 #include "platform/mactools/HardwareReport.h"
 #include "platform/mactools/MacApplicationSource.h"
 #include "platform/mactools/MacBootClock.h"
@@ -78,6 +79,41 @@ std::filesystem::path pathOf(const QString &name)
     return QFile::encodeName(name).toStdString();
 }
 
+/// Settings to which only a link leads, perhaps out of the folder: nobody knows them, and nothing is stored.
+class LinkedSettings final : public SettingsStore {
+public:
+    explicit LinkedSettings(QString place) : m_place(std::move(place)) {}
+
+    Reading read(const QString & /*key*/) const override
+    {
+        return {QJsonValue::Undefined, QStringLiteral("%1 cannot be read (a link leads there)").arg(m_place)};
+    }
+    bool change(const QString & /*key*/, const Edit & /*edit*/) override { return false; }
+    QString place() const override { return m_place; }
+
+private:
+    const QString m_place;
+};
+
+std::unique_ptr<SettingsStore> settingsIn(const QString &folder)
+{
+    const QString below = QStringLiteral("home/Library/Preferences/com.swabby.app.json");
+    const QString path = folder + QLatin1Char('/') + below;
+    if (!isWithoutLinks(pathOf(folder), pathOf(below)))
+        return std::make_unique<LinkedSettings>(path);
+    return std::make_unique<FileSettingsStore>(path);
+}
+
+/// Where Swabby keeps the history and what can be put back; empty when a link would lead there.
+QString applicationDataIn(const QString &folder)
+{
+    const QString below = QStringLiteral("home/Library/Application Support/Swabby");
+    for (const char *file : {"history.json", "put-back.json"})
+        if (!isWithoutLinks(pathOf(folder), pathOf(below) / file))
+            return {};
+    return folder + QLatin1Char('/') + below;
+}
+
 // The log stands as long as every service that writes to it.
 struct FolderMachine : Machine {
     explicit FolderMachine(const QString &folder) : events(folder + QStringLiteral("/events.jsonl")) {}
@@ -98,7 +134,7 @@ std::shared_ptr<Machine> makeFolderMachine(const QString &givenFolder, QString *
     const QString home = folder + QStringLiteral("/home");
     machine->places = {.home = home,
                        .root = folder + QStringLiteral("/root"),
-                       .applicationData = home + QStringLiteral("/Library/Application Support/Swabby"),
+                       .applicationData = applicationDataIn(folder),
                        .preferences = home + QStringLiteral("/Library/Preferences"),
                        .userId = description->userId()};
     machine->ownProcessId = description->ownProcessId().value_or(::getpid());
@@ -107,8 +143,7 @@ std::shared_ptr<Machine> makeFolderMachine(const QString &givenFolder, QString *
         machine->clock = std::make_unique<FolderClock>(*now);
     else
         machine->clock = std::make_unique<SystemClock>();
-    machine->settings = std::make_unique<FileSettingsStore>(machine->places.preferences +
-                                                            QStringLiteral("/com.swabby.app.json"));
+    machine->settings = settingsIn(folder);
     machine->shell =
         std::make_unique<FolderShell>(folder, *machine->clock, machine->events, machine->stop.token());
     machine->kernel = std::make_unique<FolderKernel>(description);

@@ -1,21 +1,12 @@
 #include "platform/machinefolder/FolderServices.h"
 
+#include "platform/machinefolder/OwnFiles.h"
 #include "platform/posix/WholeFile.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QJsonDocument>
 
 namespace swabby {
-namespace {
-
-QJsonObject readObject(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object() : QJsonObject();
-}
-
-} // namespace
-
 void FolderNotifier::post(const Notification &notification, std::function<void()> /*opened*/)
 {
     m_events.write(QStringLiteral("notification"), QJsonObject{{QStringLiteral("title"), notification.title},
@@ -42,6 +33,8 @@ bool FolderLoginService::isEnabled()
 
 QString FolderLoginService::registerAtLogin()
 {
+    if (!isOwnFile(m_registerFile))
+        return QStringLiteral("%1 is no regular file").arg(m_registerFile);
     if (QString problem = saveWholeFile(m_registerFile, {}); !problem.isEmpty())
         return problem;
     m_events.write(QStringLiteral("loginAtLogin"), true);
@@ -59,20 +52,21 @@ QString FolderLoginService::unregister()
 
 std::optional<QString> FolderSecretStore::read(const QString &account)
 {
-    const QJsonValue secret = readObject(m_file).value(account);
+    const QJsonValue secret = ownObject(m_file).value(account);
     return secret.isString() ? std::optional(secret.toString()) : std::nullopt;
 }
 
 bool FolderSecretStore::write(const QString &value, const QString &account)
 {
-    QJsonObject secrets = readObject(m_file);
+    QJsonObject secrets = ownObject(m_file);
     secrets.insert(account, value);
-    return saveWholeFile(m_file, QJsonDocument(secrets).toJson(), FileAudience::owner).isEmpty();
+    return isOwnFile(m_file) &&
+           saveWholeFile(m_file, QJsonDocument(secrets).toJson(), FileAudience::owner).isEmpty();
 }
 
 void FolderSecretStore::remove(const QString &account)
 {
-    QJsonObject secrets = readObject(m_file);
+    QJsonObject secrets = ownObject(m_file);
     if (!secrets.contains(account))
         return;
     secrets.remove(account);

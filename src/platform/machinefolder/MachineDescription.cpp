@@ -1,6 +1,7 @@
 #include "platform/machinefolder/MachineDescription.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 
@@ -52,7 +53,7 @@ std::optional<ThermalState> thermalStateOf(const QString &name)
 std::shared_ptr<MachineDescription> MachineDescription::read(const QString &folder, QString *problem)
 {
     QFile file(folder + QStringLiteral("/machine.json"));
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) {
         *problem =
             QStringLiteral("%1 cannot be read; a machine folder holds a machine.json").arg(file.fileName());
         return nullptr;

@@ -46,6 +46,7 @@ public:
     {
         auto machine = std::make_unique<Machine>();
         machine->clock = std::make_unique<SystemClock>();
+        machine->places.applicationData = QString::fromStdString(files.path("home/.local/share/Swabby"));
         machine->shell = std::make_unique<PosixShell>(machine->stop.token());
         machine->cleanup = linuxCleanupPlaces(folders);
         machine->applications = std::make_unique<LinuxApplicationSource>(source());

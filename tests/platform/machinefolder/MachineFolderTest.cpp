@@ -7,6 +7,8 @@
 #include <QtCore/QJsonDocument>
 #include <QtTest/QTest>
 
+#include <sys/stat.h>
+
 using namespace swabby;
 
 namespace {
@@ -92,6 +94,40 @@ private Q_SLOTS:
         QCOMPARE(QDir(folder.home() + u"/Library/Preferences"_qs).entryList(QDir::Files).size(), 1);
         machine->dock->setActivationPolicy(ActivationPolicy::accessory);
         QCOMPARE(folder.events(u"activationPolicy"_qs), QJsonArray{u"accessory"_qs});
+    }
+
+    void ownFilesLeadNowhere()
+    {
+        const QString data = u"home/Library/Application Support/Swabby"_qs;
+        const QString preferences = u"home/Library/Preferences"_qs;
+        for (const QString &place :
+             {u"keychain.json"_qs, u"events.jsonl"_qs, u"opens-at-login"_qs, data + u"/history.json"_qs,
+              data + u"/put-back.json"_qs, data, u"home/Library"_qs, preferences,
+              preferences + u"/com.swabby.app.json"_qs}) {
+            for (const bool isPipe : {false, true}) {
+                const TemporaryMachine folder;
+                const TemporaryMachine outside;
+                outside.writeFile(u"file"_qs, "kept");
+                const QString path = folder.folder() + u'/' + place;
+                QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+                const QString target = outside.folder() + (place.contains(u'.') ? u"/file"_qs : QString());
+                QVERIFY(isPipe ? ::mkfifo(qPrintable(path), 0600) == 0 : QFile::link(target, path));
+                const QStringList before = QDir(outside.folder()).entryList();
+                const auto machine = folder.open();
+                machine->dock->setActivationPolicy(ActivationPolicy::regular);
+                machine->secrets->write(u"secret"_qs, u"account"_qs);
+                QVERIFY(place != u"keychain.json"_qs || !machine->secrets->read(u"account"_qs));
+                machine->login->registerAtLogin();
+                const bool isData = place == u"home/Library"_qs || place.startsWith(data);
+                const bool isSetting = place == u"home/Library"_qs || place.startsWith(preferences);
+                QVERIFY(isPipe || machine->places.applicationData.isEmpty() == isData);
+                QCOMPARE(machine->settings->change(u"cpuRed"_qs, [](auto &) { return 1; }), !isSetting);
+                QVERIFY(isPipe || machine->settings->read(u"cpuRed"_qs).problem.isEmpty() != isSetting);
+                QCOMPARE(QDir(outside.folder()).entryList(), before);
+                QFile file(outside.folder() + u"/file"_qs);
+                QVERIFY(file.open(QIODevice::ReadOnly) && file.readAll() == "kept");
+            }
+        }
     }
 
     void asksTheToolsAsAMacKnowsThem()
