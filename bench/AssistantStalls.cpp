@@ -53,7 +53,8 @@ int main(int argc, char **argv)
     whole.start();
     {
         QString problem;
-        CloudAI ai(chooseMachine(folder.path(), &problem), {.direct = server.url(), .proxy = server.url()});
+        CloudAI ai(chooseMachine(MachineFolder{folder.path()}, &problem),
+                   {.direct = server.url(), .proxy = server.url()});
         StallMeter meter;
         meter.start();
         for (int round = 0; round < rounds; ++round) {

@@ -5,8 +5,9 @@
 namespace swabby {
 namespace {
 
-const QString usage = QStringLiteral("swabby [--machine DIR] [--section NAME] [--theme light|dark|system] "
-                                     "[--screenshots OUT] [--background]");
+const QString usage =
+    QStringLiteral("swabby [--machine DIR [--run-tools]] [--section NAME] [--theme light|dark|system] "
+                   "[--screenshots OUT] [--background]");
 
 QStringList sectionNames()
 {
@@ -28,6 +29,7 @@ std::optional<CommandLine> parseCommandLine(const QStringList &arguments, QStrin
     for (const QString &name : valued)
         parser.addOption({name, {}, name});
     parser.addOptions({{QStringLiteral("background"), {}},
+                       {QStringLiteral("run-tools"), {}},
                        {{QStringLiteral("h"), QStringLiteral("help")}, {}},
                        {QStringLiteral("version"), {}}});
     const bool isParsed = parser.parse(QStringList(QString()) + arguments);
@@ -53,6 +55,9 @@ std::optional<CommandLine> parseCommandLine(const QStringList &arguments, QStrin
     CommandLine result;
     result.machineFolder = given(QStringLiteral("machine"));
     result.screenshotsFolder = given(QStringLiteral("screenshots"));
+    result.runsTools = parser.isSet(QStringLiteral("run-tools"));
+    if (result.runsTools && !result.machineFolder)
+        return refuse(QStringLiteral("--run-tools stands beside --machine DIR; use ") + usage);
     result.isBackground = parser.isSet(QStringLiteral("background"));
     result.wantsHelp = parser.isSet(QStringLiteral("help"));
     result.wantsVersion = parser.isSet(QStringLiteral("version"));
@@ -76,6 +81,7 @@ QString commandLineHelp()
                "Watches over this computer from the menu bar and tells in plain words how it is doing.\n"
                "\n"
                "  --machine DIR       look after the machine that a folder describes\n"
+               "  --run-tools         run the programs in that folder, with your own rights\n"
                "  --section NAME      open the window at a section, such as overview or speed\n"
                "  --theme NAME        light, dark or system\n"
                "  --screenshots OUT   draw every view into PNG files in the folder OUT, and end\n"

@@ -12,6 +12,7 @@ namespace swabby {
 /// What `swabby` was asked for when it was started.
 struct CommandLine {
     std::optional<QString> machineFolder;
+    bool runsTools = false; ///< those of the machine folder
     std::optional<MainSection> section;
     ThemeChoice theme = ThemeChoice::system;
     std::optional<QString> screenshotsFolder;

@@ -88,7 +88,11 @@ int main(int argc, char *argv[])
         std::fputs(qPrintable(words), stdout);
         return 0;
     }
-    const std::shared_ptr<Machine> machine = chooseMachine(commandLine->machineFolder, &problem);
+    std::optional<MachineFolder> folder;
+    if (commandLine->machineFolder)
+        folder = {*commandLine->machineFolder, commandLine->runsTools,
+                  [](const QString &words) { complain(words, 0); }};
+    const std::shared_ptr<Machine> machine = chooseMachine(folder, &problem);
     if (machine == nullptr)
         return complain(problem, 2);
     if (commandLine->screenshotsFolder)

@@ -66,12 +66,10 @@ void deleteSimulatorRuntimes(const Machine &machine, const std::vector<QString> 
 
 std::optional<std::string> findDocker(const Machine &machine)
 {
-    for (const std::string &candidate : machine.cleanup.containerTools) {
-        std::error_code problem;
-        if (std::filesystem::exists(machine.cleanup.root.native() + candidate, problem))
-            return candidate;
-    }
-    return std::nullopt;
+    const std::vector<std::string> &known = machine.cleanup.containerTools;
+    const auto found = std::find_if(known.begin(), known.end(),
+                                    [&](const std::string &tool) { return machine.shell->has(tool); });
+    return found == known.end() ? std::nullopt : std::optional(*found);
 }
 
 DockerStatus dockerStatus(const Search &search)

@@ -63,6 +63,7 @@ constexpr Option wholeNumber(const char *name, const char *valueName, const char
 /// In the order in which they are refused to a verb that does not know them.
 constexpr std::array options = {
     text<&Arguments::machineFolder>("machine", "DIR"),
+    flag<&Arguments::runTools>("run-tools"),
     flag<&Arguments::json>("json"),
     flag<&Arguments::unset>("unset"),
     wholeNumber<&Arguments::refreshes, 1>("refreshes", "N", "a whole number from 1"),
@@ -78,10 +79,11 @@ constexpr std::array options = {
 
 QString helpText()
 {
-    QString text = QStringLiteral("swabbyctl [--machine DIR] VERB [ARGUMENT...] [--json]\n\n");
+    QString text = QStringLiteral("swabbyctl [--machine DIR [--run-tools]] VERB [ARGUMENT...] [--json]\n\n");
     for (const Verb &verb : verbs())
         text += QStringLiteral("  swabbyctl ") + QLatin1String(verb.usage) + QLatin1Char('\n');
     return text + QStringLiteral("\n  --machine DIR  look after the Mac that a folder describes\n"
+                                 "  --run-tools    run the programs in that folder, with your own rights\n"
                                  "  --json         one JSON document instead of text\n"
                                  "  --             ends the options\n");
 }
@@ -91,7 +93,8 @@ WrongUsage wrong(const QString &what)
     QStringList names;
     for (const Verb &verb : verbs())
         names.append(verb.name());
-    return {what + QStringLiteral("; usage: swabbyctl [--machine DIR] VERB [--json], VERB one of ") +
+    return {what +
+            QStringLiteral("; usage: swabbyctl [--machine DIR [--run-tools]] VERB [--json], VERB one of ") +
             names.join(QStringLiteral(", "))};
 }
 
@@ -142,6 +145,8 @@ std::variant<Arguments, WrongUsage, Information> parseArguments(const QStringLis
             return wrong(
                 QStringLiteral("--%1 takes %2").arg(QLatin1String(option.name), QLatin1String(option.takes)),
                 *verb);
+    if (arguments.runTools && !arguments.machineFolder)
+        return wrong(QStringLiteral("--run-tools stands beside --machine DIR"));
     if (arguments.unknown && arguments.vet)
         return wrong(QStringLiteral("--unknown and --vet exclude each other"), *verb);
     if (arguments.unset && arguments.operands.size() != 1)

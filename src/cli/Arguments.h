@@ -15,6 +15,7 @@ struct Arguments {
     const Verb *row = nullptr; ///< the verb's, in the table of them
     QStringList operands;      ///< what follows the verb
     std::optional<QString> machineFolder;
+    bool runTools = false; ///< those of the machine folder
     bool json = false;
     bool unset = false;
     std::optional<int> refreshes; ///< lines that watch prints; absent: no end

@@ -85,7 +85,7 @@ QString Verb::name() const
 bool Verb::knows(const char *option) const
 {
     const std::string_view name = option;
-    return name == "machine" || name == "json" ||
+    return name == "machine" || name == "run-tools" || name == "json" ||
            std::string_view(usage).find("--" + std::string(name)) != std::string_view::npos;
 }
 

@@ -6,6 +6,15 @@
 
 #include <QtCore/QCoreApplication>
 
+namespace {
+
+void complain(const QString &words)
+{
+    swabby::printProblem(QStringLiteral("swabbyctl: ") + words);
+}
+
+} // namespace
+
 int main(int argc, char *argv[])
 {
     using namespace swabby;
@@ -20,14 +29,17 @@ int main(int argc, char *argv[])
         return done;
     }
     if (const auto *wrong = std::get_if<WrongUsage>(&parsed)) {
-        printProblem(QStringLiteral("swabbyctl: ") + wrong->text);
+        complain(wrong->text);
         return wrongUsage;
     }
     const Arguments &arguments = std::get<Arguments>(parsed);
     QString problem;
-    const std::shared_ptr<Machine> machine = chooseMachine(arguments.machineFolder, &problem);
+    std::optional<MachineFolder> folder;
+    if (arguments.machineFolder)
+        folder = {*arguments.machineFolder, arguments.runTools, complain};
+    const std::shared_ptr<Machine> machine = chooseMachine(folder, &problem);
     if (!machine) {
-        printProblem(QStringLiteral("swabbyctl: ") + problem);
+        complain(problem);
         return wrongUsage;
     }
     problem = arguments.machineFolder ? QString() : foreignHome(machine->places);

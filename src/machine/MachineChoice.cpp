@@ -30,7 +30,7 @@ void prepareProcess()
     prepareForThisComputer();
 }
 
-std::shared_ptr<Machine> chooseMachine(const std::optional<QString> &folder, QString *problem)
+std::shared_ptr<Machine> chooseMachine(const std::optional<MachineFolder> &folder, QString *problem)
 {
     return folder ? makeFolderMachine(*folder, problem) : makeThisComputer();
 }

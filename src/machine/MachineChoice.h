@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Machine.h"
+#include "platform/MachineFolder.h"
 
 #include <memory>
 #include <optional>
@@ -14,6 +15,6 @@ void prepareProcess();
 
 /// The machine to look after: the one that a folder describes, else this computer. No value when the
 /// folder describes none; problem then says why in one line.
-std::shared_ptr<Machine> chooseMachine(const std::optional<QString> &folder, QString *problem);
+std::shared_ptr<Machine> chooseMachine(const std::optional<MachineFolder> &folder, QString *problem);
 
 } // namespace swabby

@@ -26,6 +26,9 @@ public:
                                            ToolOutput output = ToolOutput::bothStreams,
                                            const StopToken &stop = {}) = 0;
 
+    /// Whether there is such a tool to run. Does not wait.
+    virtual bool has(const std::string &executable) = 0;
+
     /// Starts a program of the person's, with a window of its own say, that lives on without this one. Its
     /// text goes nowhere. False when it could not be started. Does not wait.
     virtual bool launch(const std::string &executable, const std::vector<std::string> &arguments) = 0;

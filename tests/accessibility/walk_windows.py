@@ -21,7 +21,7 @@ class Walk:
         address = Model(CULPRIT).address
         self.environment = dict(os.environ, QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", QT_QPA_PLATFORM="xcb",
                                 SWABBY_AI_DIRECT_URL=address, SWABBY_AI_PROXY_URL=address)
-        self.command = [program, "--machine", machine, "--theme", "light"]
+        self.command = [program, "--machine", machine, "--run-tools", "--theme", "light"]
         self.start()
         self.symbols = symbols
         self.trees = trees

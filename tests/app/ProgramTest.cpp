@@ -41,7 +41,8 @@ private Q_SLOTS:
         machine.setProcesses({"10 1 90 1.0 1000 /Applications/Mill.app/Contents/MacOS/Mill"});
         QTemporaryDir folder;
         const QString pictures = folder.filePath(u"a/b"_qs);
-        const Run run = runProgram({u"--machine"_qs, machine.folder(), u"--screenshots"_qs, pictures});
+        const Run run =
+            runProgram({u"--machine"_qs, machine.folder(), u"--run-tools"_qs, u"--screenshots"_qs, pictures});
         QVERIFY2(run.status == 0, run.errors.constData());
         for (const char *name :
              {"overview", "health-detail", "speed", "speed-browsers", "battery", "network", "startup"}) {

@@ -45,14 +45,15 @@ private Q_SLOTS:
     void argumentsAreRead()
     {
         QString problem;
-        const auto full = parseCommandLine(
-            {u"--machine"_qs, u"/m"_qs, u"--section=speed"_qs, u"--theme"_qs, u"dark"_qs, u"--background"_qs},
-            &problem);
+        const auto full =
+            parseCommandLine({u"--machine"_qs, u"/m"_qs, u"--run-tools"_qs, u"--section=speed"_qs,
+                              u"--theme"_qs, u"dark"_qs, u"--background"_qs},
+                             &problem);
         QVERIFY2(full, qPrintable(problem));
         QCOMPARE(full->machineFolder, u"/m"_qs);
         QCOMPARE(full->section, MainSection::speed);
         QCOMPARE(full->theme, ThemeChoice::dark);
-        QVERIFY(full->isBackground && !full->screenshotsFolder);
+        QVERIFY(full->runsTools && full->isBackground && !full->screenshotsFolder);
         QCOMPARE(parseCommandLine({}, &problem)->theme, ThemeChoice::system);
     }
 

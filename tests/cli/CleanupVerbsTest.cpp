@@ -21,7 +21,7 @@ class Session {
 public:
     Session(const TemporaryMachine &machine, const QStringList &arguments)
     {
-        QList<QByteArray> words = {SWABBYCTL, "--machine", machine.folder().toUtf8()};
+        QList<QByteArray> words = {SWABBYCTL, "--machine", machine.folder().toUtf8(), "--run-tools"};
         for (const QString &argument : arguments)
             words.append(argument.toUtf8());
         std::vector<char *> pointers;

@@ -251,7 +251,8 @@ private Q_SLOTS:
             });
             if (hasKey)
                 qputenv("ANTHROPIC_API_KEY", canary);
-            program.start(QStringLiteral(SWABBYCTL), {u"--machine"_qs, machine.folder(), u"snapshot"_qs});
+            program.start(QStringLiteral(SWABBYCTL),
+                          {u"--machine"_qs, machine.folder(), u"--run-tools"_qs, u"snapshot"_qs});
             QVERIFY(program.waitForFinished());
             if (program.exitCode() != 0 && !hasKey)
                 QSKIP("somebody else cannot run the program from this folder");

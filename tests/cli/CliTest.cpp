@@ -41,6 +41,16 @@ private Q_SLOTS:
         QCOMPARE(answer.problems.count('\n'), 1);
     }
 
+    void programsOfAFolderRunOnlyWhenTold()
+    {
+        TemporaryMachine machine(fixedFacts());
+        machine.setProcesses({"10 1 95.5 60.0 100 /Applications/Mill.app/Contents/MacOS/Mill"});
+        const Answer answer = run({u"--machine"_qs, machine.folder(), u"snapshot"_qs, u"--json"_qs});
+        QCOMPARE(answer.json()[u"processes"_qs], QJsonArray());
+        QVERIFY(answer.problems.contains("--run-tools") && answer.problems.count('\n') == 1);
+        QCOMPARE(run(words("snapshot --run-tools")).status, 2);
+    }
+
     void aStateHasEveryField()
     {
         TemporaryMachine machine(fixedFacts());
@@ -92,7 +102,7 @@ private Q_SLOTS:
         TemporaryMachine machine(fixedFacts());
         // Tools still print what is parsed.
         machine.addTool(u"/usr/bin/top"_qs, "echo \"$LC_ALL|$LC_TIME|$LC_NUMERIC\" >\"$MACHINE_DIR/locale\"");
-        const QStringList onIt = {u"--machine"_qs, machine.folder()};
+        const QStringList onIt = {u"--machine"_qs, machine.folder(), u"--run-tools"_qs};
         // LC_ALL, LC_TIME and LANG.
         compareTable(fixture(u"cli/times.txt"_qs), [&](const Cells &row) {
             QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -183,8 +193,9 @@ private Q_SLOTS:
         const QDir data(QFileInfo(machine.historyFile()).absolutePath());
         for (int kill = 0; kill < 60; ++kill) {
             QProcess program;
-            program.start(QStringLiteral(SWABBYCTL), QStringList{u"--machine"_qs, machine.folder()} +
-                                                         words("watch --interval 1 --json"));
+            program.start(QStringLiteral(SWABBYCTL),
+                          QStringList{u"--machine"_qs, machine.folder(), u"--run-tools"_qs} +
+                              words("watch --interval 1 --json"));
             // Each round dies a little later in its flood of saves.
             qsizetype seen = 0;
             while (seen < 1 + kill && program.waitForReadyRead())

@@ -49,7 +49,7 @@ inline Answer run(const QStringList &arguments, const QByteArray &input = {},
 inline Answer runOn(const TemporaryMachine &machine, const QStringList &arguments,
                     const QByteArray &input = {})
 {
-    return run(QStringList{u"--machine"_qs, machine.folder()} + arguments, input);
+    return run(QStringList{u"--machine"_qs, machine.folder(), u"--run-tools"_qs} + arguments, input);
 }
 
 /// The same with arguments that have no blanks.

@@ -30,14 +30,14 @@ occupied=$(du -sm "$machine" | cut -f1)
 ((occupied < 120)) || fail "it occupies $occupied MB"
 
 # A watch of twenty minutes sees the load rise and fall, a program come and go, and one that keeps growing.
-watched=$("$swabbyctl" --machine "$machine" watch --refreshes 20 --interval 60 --json)
+watched=$("$swabbyctl" --machine "$machine" --run-tools watch --refreshes 20 --interval 60 --json)
 lines=$(grep -c . <<<"$watched")
 ((lines == 20)) || fail "$lines lines for 20 refreshes"
 # shellcheck disable=SC2034 # read by its name
 end=$(tail -n 1 <<<"$watched")
 # The startup list tells its kinds apart.
 # shellcheck disable=SC2034
-startup=$("$swabbyctl" --machine "$machine" startup --json)
+startup=$("$swabbyctl" --machine "$machine" --run-tools startup --json)
 while IFS=' ' read -r judge where pattern; do
     "$judge" "$where" "$pattern" "${!where}"
 done <"$here/demo_machine.txt"
@@ -46,9 +46,9 @@ refuse_text 'growth before a quarter of an hour' '"leakSuspects":\[\{' "$(head -
 # The other scenarios are what they are called.
 "$make_machine" "$scratch/calm" --scenario calm >/dev/null
 expect_text 'calm' '"health":"green","healthIssues":\[\]' \
-    "$("$swabbyctl" --machine "$scratch/calm" watch --refreshes 3 --json | tail -n 1)"
+    "$("$swabbyctl" --machine "$scratch/calm" --run-tools watch --refreshes 3 --json | tail -n 1)"
 "$make_machine" "$scratch/trouble" --scenario trouble >/dev/null
-trouble=$("$swabbyctl" --machine "$scratch/trouble" snapshot --json)
+trouble=$("$swabbyctl" --machine "$scratch/trouble" --run-tools snapshot --json)
 for words in 'Your Mac is overheating' 'almost out of memory' 'almost out of storage space'; do
     expect_text 'trouble' "$words" "$trouble"
 done

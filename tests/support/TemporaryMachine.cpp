@@ -52,7 +52,7 @@ void TemporaryMachine::setProcesses(const QList<QByteArray> &rows) const
 std::shared_ptr<Machine> TemporaryMachine::open() const
 {
     QString problem;
-    auto machine = makeFolderMachine(folder(), &problem);
+    auto machine = makeFolderMachine({folder(), true}, &problem);
     if (!machine)
         qFatal("%s", qPrintable(problem));
     return machine;

@@ -123,9 +123,10 @@ struct FolderMachine : Machine {
 
 } // namespace
 
-std::shared_ptr<Machine> makeFolderMachine(const QString &givenFolder, QString *problem)
+std::shared_ptr<Machine> makeFolderMachine(const MachineFolder &given, QString *problem)
 {
-    const QString folder = QDir(givenFolder).absolutePath();
+    MachineFolder tools = given;
+    const QString folder = tools.path = QDir(given.path).absolutePath();
     const std::shared_ptr<MachineDescription> description = MachineDescription::read(folder, problem);
     if (!description)
         return nullptr;
@@ -145,7 +146,7 @@ std::shared_ptr<Machine> makeFolderMachine(const QString &givenFolder, QString *
         machine->clock = std::make_unique<SystemClock>();
     machine->settings = settingsIn(folder);
     machine->shell =
-        std::make_unique<FolderShell>(folder, *machine->clock, machine->events, machine->stop.token());
+        std::make_unique<FolderShell>(tools, *machine->clock, machine->events, machine->stop.token());
     machine->kernel = std::make_unique<FolderKernel>(description);
     machine->processes = std::make_unique<MacProcessSurveyor>(*machine->shell);
     machine->power = std::make_unique<FolderPowerSupply>(description, *machine->shell);

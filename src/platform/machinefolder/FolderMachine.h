@@ -1,8 +1,7 @@
 #pragma once
 
 #include "platform/Machine.h"
-
-#include <QtCore/QString>
+#include "platform/MachineFolder.h"
 
 #include <memory>
 
@@ -11,6 +10,6 @@ namespace swabby {
 /// The Mac that a folder describes: its kernel figures come from DIR/machine.json, its tools are the
 /// stand-ins under DIR/root, and nothing outside DIR is ever written, signalled, opened or notified. No
 /// value, and one line in problem, when the folder describes no machine.
-std::shared_ptr<Machine> makeFolderMachine(const QString &folder, QString *problem);
+std::shared_ptr<Machine> makeFolderMachine(const MachineFolder &given, QString *problem);
 
 } // namespace swabby

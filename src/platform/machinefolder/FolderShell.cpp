@@ -15,8 +15,9 @@ std::string secondsText(double seconds)
 
 } // namespace
 
-FolderShell::FolderShell(const QString &folder, const Clock &clock, const EventLog &events, StopToken stop)
-    : m_folder(QFile::encodeName(folder).toStdString()),
+FolderShell::FolderShell(MachineFolder folder, const Clock &clock, const EventLog &events, StopToken stop)
+    : m_folder(std::move(folder)),
+      m_path(QFile::encodeName(m_folder.path).toStdString()),
       m_clock(clock),
       m_events(events),
       m_shell(std::move(stop))
@@ -27,14 +28,27 @@ std::optional<std::string> FolderShell::run(const std::string &executable,
                                             const std::vector<std::string> &arguments, ToolOutput output,
                                             const StopToken &stop)
 {
+    if (!has(executable))
+        return std::nullopt;
     const auto writeEvent = [&] {
         QJsonArray words = {textOf(executable)};
         for (const std::string &argument : arguments)
             words.append(textOf(argument));
         m_events.write(QStringLiteral("run"), words);
     };
-    return m_shell.runWith({{"MACHINE_DIR", m_folder}, {"MACHINE_NOW", secondsText(m_clock.now())}},
-                           m_folder + "/root" + executable, arguments, output, stop, writeEvent);
+    return m_shell.runWith({{"MACHINE_DIR", m_path}, {"MACHINE_NOW", secondsText(m_clock.now())}},
+                           m_path + "/root" + executable, arguments, output, stop, writeEvent);
+}
+
+bool FolderShell::has(const std::string &executable)
+{
+    const bool isThere = m_shell.has(m_path + "/root" + executable);
+    if (isThere && !m_folder.runsTools)
+        std::call_once(
+            m_hasRemarked, m_folder.remark,
+            QStringLiteral("the programs in this machine folder count as missing; --run-tools runs "
+                           "them, with your own rights"));
+    return isThere && m_folder.runsTools;
 }
 
 } // namespace swabby

@@ -7,6 +7,7 @@
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
+#include <filesystem>
 #include <poll.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -161,6 +162,12 @@ std::optional<std::string> PosixShell::run(const std::string &executable,
                                            const StopToken &stop)
 {
     return runWith({}, executable, arguments, output, stop, [] {});
+}
+
+bool PosixShell::has(const std::string &executable)
+{
+    std::error_code problem;
+    return std::filesystem::exists(executable, problem);
 }
 
 bool PosixShell::launch(const std::string &executable, const std::vector<std::string> &arguments)

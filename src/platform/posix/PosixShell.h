@@ -20,6 +20,7 @@ public:
     std::optional<std::string> run(const std::string &executable, const std::vector<std::string> &arguments,
                                    ToolOutput output = ToolOutput::bothStreams,
                                    const StopToken &stop = {}) override;
+    bool has(const std::string &executable) override;
     bool launch(const std::string &executable, const std::vector<std::string> &arguments) override;
 
     /// As run(), with variables; started tells whether the tool could be started.

@@ -62,10 +62,10 @@ private Q_SLOTS:
         QString problem;
         for (const QByteArray content : {"now: 5", "[]", "{\"now\": 5", ""}) {
             folder.writeFile(u"machine.json"_qs, content);
-            QVERIFY(!makeFolderMachine(folder.folder(), &problem));
+            QVERIFY(!makeFolderMachine({folder.folder()}, &problem));
             QVERIFY2(problem.contains(u"machine.json is no JSON object"_qs), qPrintable(problem));
         }
-        QVERIFY(!makeFolderMachine(folder.home(), &problem));
+        QVERIFY(!makeFolderMachine({folder.home()}, &problem));
         QVERIFY2(problem.contains(u"home/machine.json cannot be read"_qs), qPrintable(problem));
     }
 
@@ -81,12 +81,30 @@ private Q_SLOTS:
         QCOMPARE(folder.events(u"run"_qs), (QJsonArray{QJsonArray{u"/usr/bin/loom"_qs, u"a \"b\" *"_qs}}));
     }
 
+    void programsRunForWhomTrustsThem()
+    {
+        const TemporaryMachine folder;
+        folder.addTool(u"/usr/bin/loom"_qs, "echo woven");
+        QString problem;
+        QStringList remarks;
+        const auto machine = makeFolderMachine(
+            {folder.folder(), false, [&](const QString &words) { remarks.append(words); }}, &problem);
+        QCOMPARE(machine->shell->run("/usr/bin/weft", {}), std::nullopt);
+        QVERIFY(remarks.isEmpty()); // there is none
+        for (int time = 0; time < 2; ++time) {
+            QVERIFY(!machine->shell->has("/usr/bin/loom"));
+            QCOMPARE(machine->shell->run("/usr/bin/loom", {}), std::nullopt);
+            QCOMPARE(remarks.size(), 1);
+        }
+        QCOMPARE(folder.runs(), QString());
+    }
+
     void everythingLiesInTheFolder()
     {
         const TemporaryMachine folder;
         QString problem;
         const auto machine =
-            makeFolderMachine(QDir::current().relativeFilePath(folder.home()) + u"/.."_qs, &problem);
+            makeFolderMachine({QDir::current().relativeFilePath(folder.home()) + u"/.."_qs}, &problem);
         QVERIFY2(machine != nullptr, qPrintable(problem));
         QCOMPARE(machine->places.home, folder.home());
         QVERIFY(!machine->clock->isFixed());
