@@ -22,7 +22,9 @@ std::optional<ProcessIdentity> Quitting::identify(const ProcessSample &shown, Ma
     const auto found =
         ProcessSampler::processes(*machine.processes->begin(), {shown.pid}, machine.ownProcessId);
     const auto process = found.find(shown.pid);
-    const bool isThat = process != found.end() && process->second.name == shown.name;
+    // What turns out to hold the session was not asked about in these words.
+    const bool isThat = process != found.end() && process->second.name == shown.name &&
+                        (shown.holdsSession || !process->second.holdsSession);
     return isThat ? identity : std::nullopt;
 }
 

@@ -11,7 +11,8 @@ namespace swabby::Quitting {
 enum class Force { no, yes };
 
 /// Who the shown program is, to be told later whether it still is. No value when it has ended, when another
-/// program has its id by now, and for what is never ended: the system's first process and Swabby itself.
+/// program has its id by now, when only now the session is known to stand on it, and for what is never ended:
+/// the system's first process and Swabby itself.
 std::optional<ProcessIdentity> identify(const ProcessSample &shown, Machine &machine);
 
 /// Asks an application to quit, sends any other program and one that refuses the signal to terminate; by

@@ -33,6 +33,12 @@ void askAndQuit(const Arguments &arguments, const ProcessSample &process, QuitFl
 {
     const auto force = arguments.force ? Quitting::Force::yes : Quitting::Force::no;
     const ConfirmationInfo info = ConfirmationBuilder::quit(process, force, flow);
+    if (process.holdsSession && !arguments.force) {
+        printQuit(arguments, info, false, false);
+        printProblem(QStringLiteral("swabbyctl: %1 keeps your session running; --force ends it all the same")
+                         .arg(process.name));
+        return;
+    }
     if (!isAgreed(arguments, info)) {
         printQuit(arguments, info, false, false);
         return;

@@ -1,5 +1,7 @@
 #include "engine/ProcessSample.h"
 
+#include <QtCore/QStringList>
+
 #include <algorithm>
 
 namespace swabby {
@@ -54,6 +56,8 @@ bool shouldForceQuit(const ProcessSample &process)
 
 ActionRecommendation recommendation(const ProcessSample &process)
 {
+    if (process.holdsSession)
+        return ActionRecommendation::keep;
     if (shouldForceQuit(process))
         return ActionRecommendation::forceQuit;
     if (process.cpuPercent < 25 && process.memPercent < 25)

@@ -20,6 +20,7 @@ struct ProcessSample {
     bool isApp = false;
     double energyImpact = 0;
     std::int64_t networkBytesPerSec = 0;
+    bool holdsSession = false; ///< the person's session would end with it, so nobody is urged to quit it
 
     /// How safe it is to leave the program running, 5 (hardly) to 99.
     int trustRatio() const;

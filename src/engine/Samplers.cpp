@@ -27,7 +27,8 @@ ProcessSample sampleOf(const ProcessRow &row)
             .cpuPercent = row.cpuPercent,
             .memPercent = row.memPercent,
             .rssBytes = row.residentBytes,
-            .isApp = row.isApp};
+            .isApp = row.isApp,
+            .holdsSession = row.holdsSession};
 }
 
 } // namespace

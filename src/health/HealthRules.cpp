@@ -20,9 +20,27 @@ Hog findHog(const QList<ProcessSample> &processes)
     return *busiest;
 }
 
-HealthIssueAction quitOrLook(const Hog &hog)
+using Action = std::optional<HealthIssueAction>;
+
+/// Nobody is offered the end of their own session.
+Action quitAction(const ProcessSample &hog)
 {
-    return hog ? HealthIssueAction(KillProcess{*hog}) : HealthIssueAction(OpenSection{MainSection::speed});
+    return hog.holdsSession ? std::nullopt : Action(KillProcess{hog});
+}
+
+Action quitOrLook(const Hog &hog)
+{
+    return hog ? quitAction(*hog) : OpenSection{MainSection::speed};
+}
+
+/// To quit the program, as the sentence says, or what helps when the session would end with it.
+QString advice(const ProcessSample &hog, const QString &quit, const QString &who)
+{
+    return hog.holdsSession
+               ? who + QStringLiteral(" keeps your session running, so quitting it would close everything. "
+                                      "Close windows you don't need; if that isn't enough, save your work, "
+                                      "then log out and in again.")
+               : quit;
 }
 
 void judgeHeat(ThermalState state, const Hog &hog, QList<HealthIssue> &issues)
@@ -37,8 +55,10 @@ void judgeHeat(ThermalState state, const Hog &hog, QList<HealthIssue> &issues)
                            QStringLiteral(" of your Mac's power, which is enough to warm it up noticeably.")
                      : QStringLiteral("It's working harder than usual, which raises the temperature and can "
                                       "make the fans kick in."),
-             .how = hog ? QStringLiteral("Quitting ") + hog->name +
-                              QStringLiteral(" should bring the temperature back down.")
+             .how = hog ? advice(*hog,
+                                 QStringLiteral("Quitting ") + hog->name +
+                                     QStringLiteral(" should bring the temperature back down."),
+                                 hog->name)
                         : QStringLiteral("Check what's running and close anything you don't need right now."),
              .action = quitOrLook(hog)});
     } else if (state == ThermalState::critical) {
@@ -53,8 +73,10 @@ void judgeHeat(ThermalState state, const Hog &hog, QList<HealthIssue> &issues)
                                "that macOS is slowing itself down to cool off.")
                      : QStringLiteral("When a Mac runs too hot, macOS automatically slows everything down to "
                                       "protect itself — that's why it feels sluggish right now."),
-             .how = hog ? QStringLiteral("Quitting ") + hog->name +
-                              QStringLiteral(" should let it cool down and get back to full speed.")
+             .how = hog ? advice(*hog,
+                                 QStringLiteral("Quitting ") + hog->name +
+                                     QStringLiteral(" should let it cool down and get back to full speed."),
+                                 hog->name)
                         : QStringLiteral(
                               "Let it rest somewhere cool and open, make sure the vents aren't blocked, "
                               "and close anything demanding you don't need running."),
@@ -73,9 +95,10 @@ void judgeLoad(double cpu, const Hog &hog, const HealthThresholds &limits, QList
              .why =
                  QStringLiteral("When the processor is this busy, everything else — opening apps, switching "
                                 "windows, typing — feels slower than normal."),
-             .how = hog ? hog->name +
-                              QStringLiteral(" is the biggest reason why. Quitting it should free things up "
-                                             "right away.")
+             .how = hog ? advice(*hog,
+                                 hog->name + QStringLiteral(" is the biggest reason why. Quitting it should "
+                                                            "free things up right away."),
+                                 hog->name + QStringLiteral(" is the biggest reason why, but it"))
                         : QStringLiteral(
                               "Check what's running and quit anything you don't need open right now."),
              .action = quitOrLook(hog)});
@@ -135,9 +158,11 @@ void judgeProcess(const Hog &hog, const HealthThresholds &limits, QList<HealthIs
                        .what = what,
                        .why = QStringLiteral(
                            "That's high enough on its own to slow down everything else you're doing."),
-                       .how = QStringLiteral("Quitting ") + hog->name +
-                              QStringLiteral(" should give you that power back immediately."),
-                       .action = KillProcess{*hog}});
+                       .how = advice(*hog,
+                                     QStringLiteral("Quitting ") + hog->name +
+                                         QStringLiteral(" should give you that power back immediately."),
+                                     hog->name),
+                       .action = quitAction(*hog)});
     } else {
         issues.append(
             {.level = HealthLevel::yellow,
@@ -145,9 +170,11 @@ void judgeProcess(const Hog &hog, const HealthThresholds &limits, QList<HealthIs
              .what = what,
              .why = QStringLiteral("It's the busiest thing running right now — not a problem yet, but worth "
                                    "knowing about."),
-             .how = QStringLiteral("If things feel slow, quitting ") + hog->name +
-                    QStringLiteral(" is the quickest way to find out if it's the cause."),
-             .action = KillProcess{*hog}});
+             .how = advice(*hog,
+                           QStringLiteral("If things feel slow, quitting ") + hog->name +
+                               QStringLiteral(" is the quickest way to find out if it's the cause."),
+                           hog->name),
+             .action = quitAction(*hog)});
     }
 }
 

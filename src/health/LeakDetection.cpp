@@ -25,8 +25,10 @@ QList<LeakSuspect> LeakTracker::update(const QList<ProcessSample> &processes, do
 
     QList<LeakSuspect> suspects;
     for (const ProcessSample &process : processes)
-        if (const auto suspect = judge(process.pid, m_rssHistory.at(process.pid)))
+        if (auto suspect = judge(process.pid, m_rssHistory.at(process.pid))) {
+            suspect->holdsSession = process.holdsSession;
             suspects.append(*suspect);
+        }
     return suspects;
 }
 

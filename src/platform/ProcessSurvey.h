@@ -20,6 +20,8 @@ struct ProcessRow {
     QString path; ///< the whole command as the system shows it
     QString name; ///< what a person calls it
     bool isApp = false;
+    /// The person's session stands on it: without it, it ends or can hardly be used.
+    bool holdsSession = false;
 
     bool operator==(const ProcessRow &) const = default;
 };

@@ -22,6 +22,9 @@ public:
     /// May read the process list: background work only.
     virtual std::vector<RunningApplication> list() = 0;
 
+    /// Whether this kind of machine knows how to ask an application to quit. Does not wait.
+    virtual bool canAsk() const = 0;
+
     /// Asks an application to quit, so that it can still save. False when no application has this pid, it
     /// refuses, or this kind of machine knows no such question.
     virtual bool terminate(std::int32_t pid) = 0;

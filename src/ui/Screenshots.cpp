@@ -78,8 +78,10 @@ void explainTheBusiest(MainWindowView &view)
 void askToQuitTheBusiest(MainWindowView &view)
 {
     const QList<ProcessSample> &processes = view.state()->shown().processes;
-    if (!processes.isEmpty())
-        view.quitProcess(processes.first().pid);
+    const auto busiest = std::find_if(processes.begin(), processes.end(),
+                                      [](const ProcessSample &process) { return !process.holdsSession; });
+    if (busiest != processes.end())
+        view.quitProcess(busiest->pid);
 }
 
 void fillStorage(MainWindowView &view)

@@ -303,6 +303,7 @@ private Q_SLOTS:
             rows.append(QByteArray::number(pid) + " 1 9 9 9 /opt/loom");
         rows.append("300 1 0 0 9 /opt/Small");
         rows.append("301 1 0 0 9 /opt/Stuck");
+        rows.append("302 1 0 0 9 /System/Library/CoreServices/Dock.app/Contents/MacOS/Dock");
         const FullMac mac(QJsonObject{{u"unsignalablePids"_qs, QJsonArray{301}}});
         mac.setProcesses(rows);
         const Answer small = runOn(mac, "quit 300 --yes --json");
@@ -312,7 +313,13 @@ private Q_SLOTS:
         const Answer stuck = runOn(mac, "quit 301 --force --yes --json");
         QCOMPARE(stuck.status, 1);
         QCOMPARE(stuck.json()[u"confirmed"_qs], true);
+        const Answer dock = runOn(mac, "quit 302 --yes --json");
+        QCOMPARE(dock.status, 1);
+        QCOMPARE(dock.json()[u"confirmed"_qs], false);
+        QVERIFY(dock.problems.contains("Dock keeps your session running; --force"));
         QCOMPARE(mac.events(u"signal"_qs), QJsonArray({QJsonObject{{u"pid"_qs, 300}, {u"signal"_qs, 15}}}));
+        QCOMPARE(runOn(mac, "quit 302 --force --yes --json").status, 0);
+        QCOMPARE(mac.events(u"signal"_qs)[1], QJsonValue(QJsonObject{{u"pid"_qs, 302}, {u"signal"_qs, 9}}));
     }
 };
 

@@ -22,6 +22,7 @@ private Q_SLOTS:
             ProcessSample process;
             process.path = row.text(0);
             process.isApp = row[0] == "an app";
+            process.holdsSession = row[0] == "the session's";
             process.cpuPercent = row.number(1);
             process.memPercent = row.number(2);
             process.energyImpact = row.number(3);

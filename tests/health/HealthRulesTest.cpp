@@ -12,7 +12,9 @@ const QStringList heat = {u"nominal"_qs, u"fair"_qs, u"serious"_qs, u"critical"_
 
 QString actionOf(const HealthIssue &issue)
 {
-    const auto *section = std::get_if<OpenSection>(&issue.action.value());
+    if (!issue.action)
+        return u"none"_qs;
+    const auto *section = std::get_if<OpenSection>(&*issue.action);
     return section ? sectionName(section->section) : u"quit"_qs;
 }
 
@@ -42,13 +44,15 @@ class HealthRulesTest : public QObject {
 private Q_SLOTS:
     void sentences()
     {
-        // Heat, processor, memory, free storage and busiest program; then level, section, what, why, how,
-        // action.
+        // Heat, processor, memory, free storage and busiest program, starred when the session stands on it;
+        // then level, section, what, why, how, action.
         for (const QByteArray &line : fixture(u"health/sentences.txt"_qs).trimmed().split('\n')) {
             const QStringList fields = QString::fromUtf8(line).split(u'|');
             const auto stats = machineAt(fields[1].toDouble(), fields[2].toDouble(), fields[3].toDouble(),
                                          static_cast<ThermalState>(heat.indexOf(fields[0])));
-            const HealthVerdict verdict = computeHealth(stats, {mill(fields[4].toDouble())}, {});
+            ProcessSample busiest = mill(QString(fields[4]).remove(u'*').toDouble());
+            busiest.holdsSession = fields[4].endsWith(u'*');
+            const HealthVerdict verdict = computeHealth(stats, {busiest}, {});
             QStringList found = {levels[static_cast<int>(verdict.level)]};
             for (const HealthIssue &issue : verdict.issues)
                 found << sectionName(issue.section) << issue.what << issue.why << issue.how

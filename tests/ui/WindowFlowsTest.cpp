@@ -44,6 +44,30 @@ private Q_SLOTS:
         QCOMPARE(view().state()->leaks()->count(), 0);
     }
 
+    void nobodyIsOfferedTheEndOfTheirSession()
+    {
+        const QString dock = u"10 1 95 1.0 %1 /System/Library/CoreServices/Dock.app/Contents/MacOS/Dock"_qs;
+        m_desk->folder.setProcesses({dock.arg(1000).toUtf8()});
+        m_desk->refresh();
+        m_desk->state.machine().clock->advance(900);
+        m_desk->folder.setProcesses({dock.arg(90'000'000).toUtf8()});
+        for (const MainSection section :
+             {MainSection::overview, MainSection::speed, MainSection::swabbyCheck}) {
+            openAt(section);
+            QCOMPARE(view().state()->leaks()->count(), 1);
+            QVERIFY(m_desk->state.processes().first().holdsSession);
+            QVERIFY(waitUntil([&] { return !view().check()->isScanning(); }));
+            view().explainProcess(10);
+            QVERIFY(textOf(window()).contains(u"Safe to Keep Running"_qs));
+            for (const char *offer : {"Quit…", "Force Quit…", "More…"})
+                QVERIFY2(item(QString::fromUtf8(offer)) == nullptr, offer);
+        }
+        view().quitProcess(10); // as from a row of before
+        QVERIFY(!confirmation().isOpen());
+        QCOMPARE(view().coordinator()->notice(),
+                 u"Dock keeps your session running, so it is not quit here."_qs);
+    }
+
     void aFailureIsSaidInPlace_data()
     {
         QTest::addColumn<QByteArray>("line");

@@ -7,11 +7,20 @@
 namespace swabby {
 namespace {
 
-QString quitMessage(const ProcessSample &process)
+QString quitMessage(const ProcessSample &process, bool canAsk)
 {
     return QStringLiteral("Currently using ") + percentText(process.cpuPercent) +
            QStringLiteral(" of your Mac's power and ") + percentText(process.memPercent) +
-           QStringLiteral(" memory. Quits cleanly just like closing it normally.");
+           (canAsk
+                ? QStringLiteral(" memory. Quits cleanly just like closing it normally.")
+                : QStringLiteral(" memory. It is told to end right away: what you haven't saved in it may be "
+                                 "lost."));
+}
+
+QString endOfSessionWarning(const QString &name)
+{
+    return name + QStringLiteral(" keeps your session running. Quitting it ends the session: everything that "
+                                 "is open closes, and unsaved work is lost.");
 }
 
 /// What lies in the Trash goes for good; empty when none of the items is the Trash.
@@ -36,7 +45,9 @@ ConfirmationInfo ConfirmationBuilder::quit(const ProcessSample &process, Quittin
     ConfirmationInfo info;
     info.title = (isForced ? QStringLiteral("Force quit ") : QStringLiteral("Quit ")) + process.name +
                  QLatin1Char('?');
-    info.message = isForced ? forceQuitWarning() : quitMessage(process);
+    info.message = process.holdsSession ? endOfSessionWarning(process.name)
+                   : isForced           ? forceQuitWarning()
+                                        : quitMessage(process, flow.canAsk());
     info.confirmLabel = isForced ? QStringLiteral("Force Quit") : QStringLiteral("Quit");
     info.trustRatio = process.trustRatio();
     info.recommendation = recommendation(process);

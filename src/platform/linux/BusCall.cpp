@@ -13,7 +13,8 @@ std::uint64_t microsecondsUntil(Steady::time_point end)
     return static_cast<std::uint64_t>(std::max<std::int64_t>(left, 1));
 }
 
-/// Waits for the bus to introduce itself; the library itself would wait for good.
+} // namespace
+
 bool becomesReady(sd_bus *bus, Steady::time_point end, const StopToken &stop)
 {
     while (Steady::now() < end && !stop.stopRequested()) {
@@ -32,8 +33,6 @@ bool becomesReady(sd_bus *bus, Steady::time_point end, const StopToken &stop)
     }
     return false;
 }
-
-} // namespace
 
 Bus beginBus(const std::string &address)
 {

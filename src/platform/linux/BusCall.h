@@ -23,7 +23,11 @@ using BusMessage = std::unique_ptr<sd_bus_message, LetGo>;
 /// such bus. Does not wait for it to answer.
 Bus beginBus(const std::string &address);
 
-/// The same, and waits until it can be used; null when that takes longer.
+/// Waits for such a bus to introduce itself, which the library itself would do for good. False when that
+/// takes longer.
+bool becomesReady(sd_bus *bus, Steady::time_point end, const StopToken &stop);
+
+/// Begins one and waits until it can be used; null when that takes longer.
 Bus connectBus(const std::string &address, Steady::time_point end, const StopToken &stop);
 
 /// A question to a service; a service that does not run is started for it only when that is said.

@@ -80,8 +80,12 @@ PidRunning addPrograms(Machine &machine, const Session &session)
     const PidRunning pidRunning = [table](const std::string &program, const std::string &folder) {
         return table->pidRunning(program, folder);
     };
-    machine.processes = std::make_unique<LinuxProcessSurveyor>(
-        LinuxProcessSurveyor::Sources{procRoot, table, steadySeconds, tcpSocketBytes, machine.stop.token()});
+    const auto holders = [pid = machine.ownProcessId, servers = session.servers,
+                          stop = machine.stop.token()] {
+        return sessionHolders(procRoot, pid, servers, stop);
+    };
+    machine.processes = std::make_unique<LinuxProcessSurveyor>(LinuxProcessSurveyor::Sources{
+        procRoot, table, steadySeconds, tcpSocketBytes, machine.stop.token(), holders});
     machine.processControl = std::make_unique<LinuxProcessControl>(procRoot);
     const LinuxApplicationSource applications(
         session.folders, session.programs, entryFolders,

@@ -2,6 +2,8 @@
 
 #include "platform/Utf8.h"
 #include "platform/linux/EnergyMeter.h"
+#include "platform/linux/ProgramFolders.h"
+#include "platform/linux/SessionHolders.h"
 
 #include <unistd.h>
 
@@ -37,6 +39,7 @@ private:
     const LinuxProcessSurveyor::Sources &m_sources;
     SocketOwners &m_owners;
     std::optional<Listing> m_listing;
+    std::unordered_set<std::int32_t> m_sessionHolders;
 
     double m_begun = 0;
     std::vector<const TableRow *> m_measuredRows;
@@ -63,6 +66,8 @@ LinuxProcessSurvey::LinuxProcessSurvey(const LinuxProcessSurveyor::Sources &sour
     m_begun = m_sources.steadySeconds();
     m_runsBefore = readRuns(m_sources.procRoot, m_measured);
     m_socketsBefore = m_sources.socketBytes();
+    // Here the second that is measured goes on meanwhile.
+    m_sessionHolders = m_sources.sessionHolders();
 }
 
 std::optional<std::vector<ProcessRow>> LinuxProcessSurvey::busiest()
@@ -146,6 +151,8 @@ ProcessRow LinuxProcessSurvey::processRow(const TableRow &row) const
     result.path = textOf(row.program->path);
     result.name = textOf(row.program->name);
     result.isApp = row.program->isApp;
+    result.holdsSession = m_sessionHolders.contains(row.pid) || holdsSessions(fileName(row.program->path)) ||
+                          holdsSessions(fileName(row.program->script));
     return result;
 }
 

@@ -21,6 +21,10 @@ public:
         std::function<double()> steadySeconds; ///< a clock that is never set
         std::function<std::optional<std::vector<SocketBytes>>()> socketBytes;
         StopToken stop; ///< ends the wait; the figures are then empty
+        /// The processes that the person's session stands on.
+        std::function<std::unordered_set<std::int32_t>()> sessionHolders = [] {
+            return std::unordered_set<std::int32_t>();
+        };
     };
 
     explicit LinuxProcessSurveyor(Sources sources);

@@ -23,6 +23,7 @@ public:
     }
 
     std::vector<RunningApplication> list() override;
+    bool canAsk() const override { return false; }
     bool terminate(std::int32_t) override { return false; }
 
 private:

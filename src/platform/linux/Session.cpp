@@ -57,6 +57,22 @@ std::string busAddress()
     return variable("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + runtimeFolder() + "/bus");
 }
 
+/// As the libraries of the display server and the compositor find them, also where the environment is silent.
+SessionServers sessionServers()
+{
+    SessionServers servers = {{runtimeFolder() + "/systemd/private"}, busAddress()};
+    const std::string compositor = variable("WAYLAND_DISPLAY", "wayland-0");
+    servers.sockets.push_back(compositor.starts_with('/') ? compositor : runtimeFolder() + '/' + compositor);
+    const std::string display = variable("DISPLAY", ":0");
+    const std::size_t colon = display.rfind(':');
+    if (colon == 0 || display.substr(0, colon) == "unix") { // any other is another computer's
+        const std::string number = display.substr(colon + 1, display.find('.', colon) - colon - 1);
+        servers.sockets.push_back("/tmp/.X11-unix/X" + number);
+        servers.sockets.push_back('\0' + servers.sockets.back());
+    }
+    return servers;
+}
+
 std::string homeFolder()
 {
     passwd entry = {};
@@ -107,6 +123,7 @@ Session sessionFromEnvironment()
                           withEnding(folders(variable("XDG_CONFIG_DIRS", {}), {"/etc/xdg"}), "/autostart"),
                           variable("XDG_CURRENT_DESKTOP", {})},
             .busAddress = busAddress(),
+            .servers = sessionServers(),
             .systemBusAddress = variable("DBUS_SYSTEM_BUS_ADDRESS",
                                          hasManager ? "unix:path=/run/dbus/system_bus_socket" : ""),
             .containers = {variable("DOCKER_HOST", {}), variable("DOCKER_CONTEXT", {}),

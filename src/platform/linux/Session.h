@@ -2,6 +2,7 @@
 
 #include "platform/linux/AutostartEntries.h"
 #include "platform/linux/LinuxCleanupPlaces.h"
+#include "platform/linux/SessionHolders.h"
 
 #include <string>
 #include <vector>
@@ -16,6 +17,7 @@ struct Session {
     std::vector<std::string> sharedData; ///< where applications, icons and the like are described
     AutostartFolders autostart;
     std::string busAddress;       ///< of the session's message bus
+    SessionServers servers;       ///< that bus among them
     std::string systemBusAddress; ///< empty when no service manager runs this machine
     ContainerSettings containers;
     /// Swabby's own program for a window; the path an AppImage was started by, since what lies inside is gone

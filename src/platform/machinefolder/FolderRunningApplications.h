@@ -16,6 +16,7 @@ public:
     }
 
     std::vector<RunningApplication> list() override;
+    bool canAsk() const override { return true; }
     bool terminate(std::int32_t pid) override;
 
 private:

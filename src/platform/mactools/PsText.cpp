@@ -3,6 +3,8 @@
 #include "platform/TextScan.h"
 #include "platform/Utf8.h"
 
+#include <QtCore/QStringList>
+
 namespace swabby {
 namespace {
 
@@ -29,6 +31,15 @@ std::optional<std::uint64_t> bytesOf(std::string_view kibibytes)
     return bytes;
 }
 
+/// By its place too: a program from elsewhere may have the same name.
+bool holdsSession(const QString &command)
+{
+    static const QStringList names = {QStringLiteral("WindowServer"), QStringLiteral("loginwindow"),
+                                      QStringLiteral("Finder"), QStringLiteral("Dock"),
+                                      QStringLiteral("SystemUIServer")};
+    return command.startsWith(QLatin1String("/System/Library/")) && names.contains(nameOfCommand(command));
+}
+
 std::optional<ProcessRow> parseRow(std::string_view line)
 {
     const std::vector<std::string_view> pieces = piecesOf(line);
@@ -49,7 +60,8 @@ std::optional<ProcessRow> parseRow(std::string_view line)
                       .residentBytes = *residentBytes,
                       .path = command,
                       .name = nameOfCommand(command),
-                      .isApp = command.contains(QLatin1String(".app/Contents/MacOS/"))};
+                      .isApp = command.contains(QLatin1String(".app/Contents/MacOS/")),
+                      .holdsSession = holdsSession(command)};
 }
 
 } // namespace

@@ -34,6 +34,7 @@ Card {
         RowButton {
             text: "Quit"
             subject: card.process.name
+            visible: card.process.canQuit
             onActivated: card.check.quit()
         }
     }

@@ -59,6 +59,7 @@ Card {
             ActionButton {
                 text: "Quit App"
                 name: "Quit App: " + banner.entry.headline
+                visible: banner.entry.canQuit
                 onActivated: banner.quitted()
             }
         }

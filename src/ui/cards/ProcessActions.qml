@@ -15,13 +15,14 @@ Row {
     RowButton {
         text: Words.explain
         name: text + " " + actions.entry.name
-        visible: !actions.isTight
+        visible: !actions.isTight || !actions.entry.canQuit
         onActivated: actions.view.explainProcess(actions.entry.pid)
     }
 
     RowButton {
         text: "Quit"
         name: text + " " + actions.entry.name
+        visible: actions.entry.canQuit
         onActivated: actions.view.quitProcess(actions.entry.pid)
     }
 
@@ -39,6 +40,7 @@ Row {
 
     MoreMenu {
         subject: actions.entry.name
+        visible: actions.entry.canQuit
         entries: actions.isTight ? actions.view.tightProcessMenu : actions.view.processMenu
         onChosen: command => actions.view.follow(command, actions.entry.pid)
     }

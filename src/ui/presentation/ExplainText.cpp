@@ -13,7 +13,7 @@ ExplainText explainText(const ExplainRequest &request)
     text.recommendation = recommendationLabel(recommendation(request));
     text.recommendationTint = tintOf(recommendation(request));
     if (const auto *process = std::get_if<ProcessSample>(&request.kind)) {
-        const MenuEntry forceQuit = processMenu(false).first();
+        const MenuEntry forceQuit = process->holdsSession ? MenuEntry() : processMenu(false).first();
         text.name = oneLine(process->name);
         text.tile = tileOf(*process);
         text.trust = trustText(process->trustRatio());

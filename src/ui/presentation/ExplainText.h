@@ -29,7 +29,7 @@ public:
     Tint recommendationTint = Tint::green;
     QString trust;       ///< "Trust 85"; empty for a startup item
     QString figures;     ///< what it takes, in small; empty for a startup item
-    QString actionLabel; ///< "Force Quit", "Disable", or the way to the system's settings
+    QString actionLabel; ///< "Force Quit", "Disable", or the way to the system's settings; may be empty
     QString actionHint;
 
     int recommendationTintIndex() const { return static_cast<int>(recommendationTint); }

@@ -8,7 +8,8 @@ QList<LeakText> leakTexts(const QList<LeakSuspect> &suspects)
 {
     QList<LeakText> texts;
     for (const LeakSuspect &suspect : suspects)
-        texts.append({suspect.pid, oneLine(leakHeadline(suspect)), leakDetail(suspect)});
+        texts.append(
+            {suspect.pid, oneLine(leakHeadline(suspect)), leakDetail(suspect), !suspect.holdsSession});
     return texts;
 }
 

@@ -15,11 +15,13 @@ struct LeakText {
     Q_PROPERTY(int pid MEMBER pid)
     Q_PROPERTY(QString headline MEMBER headline)
     Q_PROPERTY(QString detail MEMBER detail)
+    Q_PROPERTY(bool canQuit MEMBER canQuit)
 
 public:
     int pid = 0;
     QString headline;
     QString detail;
+    bool canQuit = true;
 
     bool operator==(const LeakText &) const = default;
 };

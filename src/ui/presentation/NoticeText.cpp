@@ -24,6 +24,8 @@ QString noticeText(Notice notice, const QString &name)
         return oneLine(name) + QStringLiteral(" could not be quit. It may have ended already.");
     case Notice::isGone:
         return oneLine(name) + QStringLiteral(" is not running any more.");
+    case Notice::holdsSession:
+        return oneLine(name) + QStringLiteral(" keeps your session running, so it is not quit here.");
     case Notice::isRunning:
         return oneLine(name) + QStringLiteral(" is running — quit it first.");
     }

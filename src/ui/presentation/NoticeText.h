@@ -14,6 +14,7 @@ enum class Notice {
     nothingToShowWith, ///< a file or the system's settings
     notQuit,           ///< the named program
     isGone,            ///< the named program, before it was quit
+    holdsSession,      ///< the named program, which is not quit from here
     isRunning,         ///< the named application, which was to be removed
 };
 

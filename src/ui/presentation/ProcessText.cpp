@@ -54,6 +54,7 @@ ProcessRowText processRowText(const ProcessSample &process, ProcessRowMode mode,
     row.trust = process.trustRatio();
     row.trustSymbol = row.trust > 49 ? QStringLiteral("star.fill") : QStringLiteral("star");
     row.isPinned = isPinned;
+    row.canQuit = !process.holdsSession;
     switch (mode) {
     case ProcessRowMode::activity:
         describeActivity(row, process);

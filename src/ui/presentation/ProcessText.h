@@ -32,6 +32,7 @@ struct ProcessRowText {
     Q_PROPERTY(QString trustSymbol MEMBER trustSymbol)
     Q_PROPERTY(bool isPinned MEMBER isPinned)
     Q_PROPERTY(QString pinLabel READ pinLabel)
+    Q_PROPERTY(bool canQuit MEMBER canQuit)
 
 public:
     int pid = 0;
@@ -45,6 +46,7 @@ public:
     int trust = 0;
     QString trustSymbol;
     bool isPinned = false;
+    bool canQuit = true; ///< the session does not stand on it
 
     int tintIndex() const { return static_cast<int>(tint); }
     /// On the button that pins it, or no longer does.

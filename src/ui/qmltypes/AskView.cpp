@@ -43,14 +43,25 @@ void AskView::followFlow()
     Q_EMIT changed();
 }
 
+QString AskView::quitLabel() const
+{
+    const auto process = namedProcess();
+    return m_answer && !(process && process->holdsSession) ? quitLabelText(m_answer->appToQuit) : QString();
+}
+
+std::optional<ProcessSample> AskView::namedProcess() const
+{
+    return ConfirmationBuilder::findProcess(m_answer ? m_answer->appToQuit : QString(), m_context.state);
+}
+
 void AskView::quitApp()
 {
     if (!m_answer)
         return;
-    const auto process = ConfirmationBuilder::findProcess(m_answer->appToQuit, m_context.state);
+    const auto process = namedProcess();
+    setNotice(process ? QString() : noticeText(Notice::isGone, m_answer->appToQuit));
     if (process)
         m_confirmation.askToQuit(*process, Quitting::Force::no);
-    setNotice(process ? QString() : noticeText(Notice::isGone, m_answer->appToQuit));
 }
 
 void AskView::showAnswer(const QString &question, const ShownAnswer &answer)

@@ -49,8 +49,8 @@ public:
     bool hasAnswer() const { return m_answer.has_value(); }
     QString explanation() const { return m_answer ? m_answer->explanation : QString(); }
     QString note() const { return m_answer ? m_answer->note : QString(); }
-    /// "Quit Render Studio"; empty when the answer names no program.
-    QString quitLabel() const { return m_answer ? quitLabelText(m_answer->appToQuit) : QString(); }
+    /// "Quit Render Studio"; empty when the answer names no program, or one that the session stands on.
+    QString quitLabel() const;
     /// A quiet word about an offer that came to nothing; mostly empty.
     QString notice() const { return m_notice; }
     ConfirmationView *confirmation() { return &m_confirmation; }
@@ -69,6 +69,7 @@ Q_SIGNALS:
 
 private:
     void followFlow();
+    std::optional<ProcessSample> namedProcess() const;
     void setNotice(const QString &notice);
 
     UserInterfaceContext m_context;

@@ -21,6 +21,11 @@ ConfirmationView::ConfirmationView(const UserInterfaceContext &context, QObject 
 
 void ConfirmationView::askToQuit(const ProcessSample &process, Quitting::Force force)
 {
+    // What offers to quit may have been on the screen from before this was known.
+    if (process.holdsSession) {
+        Q_EMIT quitEnded(noticeText(Notice::holdsSession, process.name));
+        return;
+    }
     const ConfirmationInfo info = ConfirmationBuilder::quit(process, force, m_context.quitting);
     open(info, confirmationText(info, process.name));
     m_asked = process;

@@ -30,6 +30,7 @@ public:
     /// Everything that goes, and what stays of it on purpose.
     RowModel *details() { return &m_details; }
 
+    /// A program that the session stands on is not asked about: quitEnded() says why.
     void askToQuit(const ProcessSample &process, Quitting::Force force);
     /// onRemoved is called as soon as the removal has begun.
     void askToRemove(const std::vector<RemovableItem> &items, const std::function<void()> &onRemoved = {});

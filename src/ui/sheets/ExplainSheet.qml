@@ -122,6 +122,7 @@ Sheet {
             ActionButton {
                 text: sheet.subject.actionLabel
                 tip: sheet.subject.actionHint
+                visible: text !== ""
                 onActivated: sheet.explanation.act()
             }
 

@@ -35,6 +35,12 @@ private Q_SLOTS:
             ConfirmationBuilder::quit(sample(0, 0), Quitting::Force::yes, quitting);
         QCOMPARE(force.title + force.confirmLabel, u"Force quit Mill?Force Quit"_qs);
         QVERIFY(force.message.contains(u"without saving"_qs));
+        ProcessSample shell = sample(73.9, 12.99);
+        shell.holdsSession = true;
+        for (const auto how : {Quitting::Force::no, Quitting::Force::yes})
+            QVERIFY(
+                ConfirmationBuilder::quit(shell, how, quitting)
+                    .message.contains(u"ends the session: everything that is open closes, and unsaved"_qs));
         QVERIFY(folder.events(u"signal"_qs).isEmpty() && folder.events(u"terminate"_qs).isEmpty());
 
         CleanupFlow cleanup(state);

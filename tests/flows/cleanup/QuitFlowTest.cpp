@@ -139,6 +139,13 @@ private Q_SLOTS:
             for (const auto force : {Quitting::Force::no, Quitting::Force::yes})
                 QVERIFY(!Quitting::quit({pid, 0}, force, *machine));
         }
+        // Nor is what the session stands on, unless the question said so.
+        mac.setProgram("50", "/System/Library/CoreServices/Dock.app/Contents/MacOS/Dock");
+        ProcessSample dock = shownAs(50, u"Dock"_qs);
+        for (const bool isKnown : {false, true}) {
+            dock.holdsSession = isKnown;
+            QCOMPARE(Quitting::identify(dock, *machine).has_value(), isKnown);
+        }
         QCOMPARE(mac.effects(), QJsonArray());
     }
 
@@ -147,6 +154,11 @@ private Q_SLOTS:
         const Ground home;
         qputenv("HOME", home.path().c_str());
         const auto machine = makeThisComputer();
+        AppState state(machine, Record::nothing);
+        QuitFlow flow(state);
+        // Nobody here can ask an application to quit, which is no promise that it saves.
+        QVERIFY(ConfirmationBuilder::quit(shownAs(50, u"Mill"_qs), Quitting::Force::no, flow)
+                    .message.contains(u"may be lost"_qs));
         for (const auto force : {Quitting::Force::no, Quitting::Force::yes}) {
             const Stranger tail;
             const ProcessSample shown = shownAs(tail.pid(), u"tail"_qs);

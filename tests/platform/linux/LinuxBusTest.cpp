@@ -1,6 +1,8 @@
 #include "PrivateBus.h"
 #include "StandIn.h"
+#include "platform/linux/Session.h"
 #include "platform/linux/UnitStates.h"
+#include "platform/posix/LocalSocket.h"
 
 #include <QtDBus/QDBusArgument>
 #include <QtDBus/QDBusConnection>
@@ -114,6 +116,43 @@ private Q_SLOTS:
               std::string("tcp:host=localhost,port=1"), std::string("nonsense"),
               std::string(";;unix:guid=1,path=/nowhere%2"), "unix:path=/" + std::string(300, 'x')})
             QVERIFY2(unitStates(address, {"a.service"}, 100ms, {}).empty(), address.c_str());
+    }
+
+    void whereTheSessionsServersListen()
+    {
+        qputenv("XDG_RUNTIME_DIR", "/run/me");
+        // What the environment says of the display and the compositor.
+        compareTable(fixture(u"linux/session_sockets.txt"_qs), [](const Cells &row) {
+            qputenv("DISPLAY", row[0]);
+            qputenv("WAYLAND_DISPLAY", row[1]);
+            QStringList sockets;
+            for (const std::string &socket : sessionFromEnvironment().servers.sockets)
+                sockets += QString::fromStdString(socket).replace(QChar(), u'@');
+            return sockets.takeFirst() == u"/run/me/systemd/private" ? sockets.join(u' ') : u"none"_qs;
+        });
+    }
+
+    void whoHoldsTheSession()
+    {
+        const StandIn folder;
+        const std::string hidden = '\0' + folder.path("hidden");
+        const Descriptor listener = listenAt(folder.path("socket"));
+        const auto holds = [&](std::int32_t pid, const SessionServers &servers) {
+            return sessionHolders("/proc", ::getpid(), servers, {}).contains(pid);
+        };
+        const std::int32_t self = ::getpid();
+        QVERIFY(holds(::getppid(), {}) && !holds(self, {}) && !holds(0, {}));
+        QVERIFY(holds(self, {{hidden, folder.path("socket")}, {}}));
+        QVERIFY(!holds(self, {{hidden, folder.path("nobody"), std::string(300, 'x'), {}}, {}}));
+        const RudeBus silent({}, false);
+        QVERIFY(holds(self, {{}, silent.address()}));
+        if (m_bus.address.empty())
+            QSKIP("no message bus on this machine");
+        QVERIFY(holds(m_bus.processId(), {{}, m_bus.address}) && !holds(self, {{}, m_bus.address}));
+        QDBusConnection panel =
+            QDBusConnection::connectToBus(QString::fromStdString(m_bus.address), u"panel"_qs);
+        QVERIFY(panel.registerService(u"org.kde.StatusNotifierWatcher"_qs));
+        QVERIFY(holds(self, {{}, m_bus.address}));
     }
 
     void stopEndsTheConversation()

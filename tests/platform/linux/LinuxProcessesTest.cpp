@@ -139,6 +139,27 @@ private Q_SLOTS:
         QCOMPARE(survey->weights().size(), std::size_t{60});
     }
 
+    void whatTheSessionStandsOnIsMarked()
+    {
+        ProcessMachine machine;
+        int pid = 0;
+        for (const char *program :
+             {"/usr/bin/gnome-shell", "/usr/bin/shell", "/opt/i3", "/opt/i", "/usr/bin/X"})
+            StandInProcess{.pid = ++pid, .command = "p", .program = program}.writeTo(machine.proc);
+        LinuxProcessSurveyor surveyor({machine.root,
+                                       machine.table,
+                                       [&] { return machine.now; },
+                                       [] { return std::nullopt; },
+                                       {},
+                                       [] {
+                                           return std::unordered_set{4, 99};
+                                       }});
+        QString marked;
+        for (const ProcessRow &row : surveyor.begin()->matching({1, 2, 3, 4, 5}))
+            marked += row.holdsSession ? QString::number(row.pid) : u"-"_qs;
+        QCOMPARE(marked, u"1-345"_qs);
+    }
+
     void realProcesses()
     {
         const pid_t child = ::fork();

@@ -38,6 +38,8 @@ public:
         m_daemon.waitForFinished();
     }
 
+    std::int32_t processId() const { return static_cast<std::int32_t>(m_daemon.processId()); }
+
     std::string address; ///< empty when there is no bus on this machine
 
 private:

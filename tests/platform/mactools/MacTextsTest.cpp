@@ -30,7 +30,8 @@ QString processOf(const ProcessRow &row)
 {
     return numbers({double(row.pid), double(row.parentPid), row.cpuPercent, row.memPercent,
                     double(row.residentBytes)}) +
-           (row.isApp ? u" app "_qs : u" "_qs) + row.path + u'|' + row.name;
+           (row.isApp ? u" app "_qs : u" "_qs) + (row.holdsSession ? u"session "_qs : QString()) + row.path +
+           u'|' + row.name;
 }
 
 QString powerOf(const PowerRow &row)
