@@ -62,6 +62,9 @@ private Q_SLOTS:
             for (const char *offer : {"Quit…", "Force Quit…", "More…"})
                 QVERIFY2(item(QString::fromUtf8(offer)) == nullptr, offer);
         }
+        AskView ask(m_desk->context());
+        ask.showAnswer(u"Why?"_qs, {u"Dock is busy."_qs, u"dock"_qs, {}});
+        QCOMPARE(ask.quitLabel(), QString());
         view().quitProcess(10); // as from a row of before
         QVERIFY(!confirmation().isOpen());
         QCOMPARE(view().coordinator()->notice(),

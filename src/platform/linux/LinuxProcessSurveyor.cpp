@@ -2,7 +2,6 @@
 
 #include "platform/Utf8.h"
 #include "platform/linux/EnergyMeter.h"
-#include "platform/linux/ProgramFolders.h"
 #include "platform/linux/SessionHolders.h"
 
 #include <unistd.h>
@@ -151,8 +150,8 @@ ProcessRow LinuxProcessSurvey::processRow(const TableRow &row) const
     result.path = textOf(row.program->path);
     result.name = textOf(row.program->name);
     result.isApp = row.program->isApp;
-    result.holdsSession = m_sessionHolders.contains(row.pid) || holdsSessions(fileName(row.program->path)) ||
-                          holdsSessions(fileName(row.program->script));
+    result.holdsSession = m_sessionHolders.contains(row.pid) || holdsSessions(row.program->path) ||
+                          holdsSessions(row.program->script);
     return result;
 }
 

@@ -3,6 +3,7 @@
 #include "platform/linux/BusCall.h"
 #include "platform/linux/KernelFile.h"
 #include "platform/linux/ProcessStat.h"
+#include "platform/linux/ProgramFolders.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -15,22 +16,20 @@ namespace {
 
 constexpr std::chrono::milliseconds patience(250);
 
-/// Display servers, compositors and window managers; panels; session managers; the bus and the service
+/// Display servers; compositors and window managers; panels; session managers; the bus and the service
 /// manager. In words, each between two blanks.
 constexpr std::string_view programs =
-    " X Xorg Xwayland Hyprland awesome bspwm budgie-wm cinnamon compiz cosmic-comp dwm enlightenment fluxbox "
-    "fvwm "
-    "fvwm2 fvwm3 gala gnome-shell herbstluftwm i3 icewm jwm kwin_wayland kwin_wayland_wrapper kwin_x11 labwc "
-    "marco "
-    "metacity muffin mutter mwm niri openbox phoc phosh qtile sway twm wayfire weston wmaker xfwm4 xmonad "
-    "budgie-panel cosmic-panel lxpanel lxqt-panel mate-panel plasmashell polybar stalonetray tint2 trayer "
-    "waybar "
-    "wf-panel-pi xfce4-panel "
-    "budgie-session-binary cinnamon-session cinnamon-session-binary cosmic-session enlightenment_start "
-    "gdm-wayland-session gdm-x-session gnome-session gnome-session-binary gnome-session-service "
-    "icewm-session "
-    "ksmserver lxqt-session lxsession mate-session plasma_session sddm-helper startlxqt startplasma-wayland "
-    "startplasma-x11 startx xfce4-session xinit "
+    " Xorg X Xwayland Xvnc Xtigervnc "
+    "Hyprland awesome bspwm budgie-wm cinnamon compiz cosmic-comp dwm enlightenment fluxbox fvwm "
+    "fvwm2 fvwm3 gala gnome-shell herbstluftwm i3 icewm jwm kwin_wayland kwin_wayland_wrapper "
+    "kwin_x11 labwc marco metacity muffin mutter mwm niri openbox phoc phosh qtile sway twm wayfire "
+    "weston wmaker xfwm4 xmonad "
+    "budgie-panel cosmic-panel lxpanel lxqt-panel mate-panel plasmashell polybar stalonetray tint2 "
+    "trayer waybar wf-panel-pi xfce4-panel "
+    "budgie-session-binary cinnamon-session cinnamon-session-binary cosmic-session "
+    "enlightenment_start gdm-wayland-session gdm-x-session gnome-session gnome-session-binary "
+    "gnome-session-service icewm-session ksmserver lxqt-session lxsession mate-session plasma_session "
+    "sddm-helper startlxqt startplasma-wayland startplasma-x11 startx xfce4-session xinit "
     "dbus-broker dbus-broker-launch dbus-daemon dbus-run-session systemd ";
 
 /// Who listens at the other end of a connection; 0 when that cannot be seen from here.
@@ -98,10 +97,14 @@ std::unordered_set<std::int32_t> sessionHolders(const std::string &procRoot, std
     return pids;
 }
 
-bool holdsSessions(std::string_view program)
+bool holdsSessions(std::string_view path)
 {
-    const bool isWord = !program.empty() && program.find(' ') == std::string_view::npos;
-    return isWord && programs.find(' ' + std::string(program) + ' ') != std::string_view::npos;
+    for (const std::string_view temporary : {"/tmp/", "/var/tmp/", "/dev/shm/"})
+        if (path.starts_with(temporary))
+            return false;
+    const std::string_view name = fileName(path);
+    const bool isWord = !name.empty() && name.find(' ') == std::string_view::npos;
+    return isWord && programs.find(' ' + std::string(name) + ' ') != std::string_view::npos;
 }
 
 } // namespace swabby

@@ -23,8 +23,8 @@ struct SessionServers {
 std::unordered_set<std::int32_t> sessionHolders(const std::string &procRoot, std::int32_t pid,
                                                 const SessionServers &servers, const StopToken &stop);
 
-/// Whether a program of that file name is one that sessions stand on: for those that nothing above leads to,
-/// such as a window manager.
-bool holdsSessions(std::string_view program);
+/// Whether a program is by its name one that sessions stand on: for those that nothing above leads to, such
+/// as a window manager. In a folder for temporary files it only calls itself so.
+bool holdsSessions(std::string_view path);
 
 } // namespace swabby

@@ -9,6 +9,8 @@ Row {
     required property processRowText entry
     property bool hasPin: false
     property bool isTight: false
+    // What stands beside it stays in its column.
+    readonly property bool keepsRoom: !entry.canQuit && !isTight
 
     spacing: 8
 
@@ -20,10 +22,18 @@ Row {
     }
 
     RowButton {
+        id: quit
+
         text: "Quit"
         name: text + " " + actions.entry.name
         visible: actions.entry.canQuit
         onActivated: actions.view.quitProcess(actions.entry.pid)
+    }
+
+    Item {
+        width: quit.width
+        height: 1
+        visible: actions.keepsRoom
     }
 
     SymbolButton {
@@ -39,9 +49,17 @@ Row {
     }
 
     MoreMenu {
+        id: more
+
         subject: actions.entry.name
         visible: actions.entry.canQuit
         entries: actions.isTight ? actions.view.tightProcessMenu : actions.view.processMenu
         onChosen: command => actions.view.follow(command, actions.entry.pid)
+    }
+
+    Item {
+        width: more.width
+        height: 1
+        visible: actions.keepsRoom
     }
 }
