@@ -1,13 +1,14 @@
 #!/usr/bin/python3 -B
 """Fills the disk under Swabby's terminal program, kills it and sets it against itself, and counts what is lost.
 
-usage: nothing_lost.py SWABBYCTL [--short] [--seed N]
-
 Prints a line for each kind of trouble, and ends with 1 when anything was lost or claimed that is not so:
 files of its own that cannot be read or lost what they held, files that are neither at their place nor in the
-Trash, files in the Trash that "put-back" or the Trash itself knows nothing of, and changes that it said were made.
+Trash, files in the Trash that "put-back" or the Trash itself knows nothing of, and changes that it said, or let
+believe, were made.
 """
 
+import argparse
+import json
 import os
 import random
 import sys
@@ -49,21 +50,22 @@ def change_setting(scene, **limits):
 
 def refresh(scene, **limits):
     before = len(scene.stored("history.json") or [])
-    scene.run("watch", "--refreshes", "1", **limits)
-    return len(scene.stored("history.json") or []) > before, False
+    complaint = scene.run("watch", "--refreshes", "1", **limits)[1]
+    is_stored = len(scene.stored("history.json") or []) > before
+    return is_stored, not is_stored and not complaint
 
 
 def remove(scene, **limits):
     ids = scene.ids()
     printed, _, status = scene.run("remove", "--yes", "--json", *ids, **limits)
     gone = len(scene.gone())
-    is_claimed = status == 0 and '"left":0' in printed
+    is_claimed = status == 0 and json.loads(printed)["left"] == 0
     return gone == scene.copies, is_claimed and gone < scene.copies
 
 
 def fill_disk(action, scene, steps, starve):
     """With ever less hunger, until all is well three times in a row."""
-    count = Count(f"{starve.__doc__}, {action.__name__.replace('_', ' ')}, {scene.kind}")
+    count = Count(f"{starve.__doc__}: {action.__name__.replace('_', ' ')}, {scene.kind}")
     in_a_row = 0
     for step in steps:
         is_whole, is_untrue = starve(action, scene, step)
@@ -197,11 +199,16 @@ def campaign(program, place, is_short, chance):
         yield removals_at_once(many, rounds, chance)
 
 
-def main(program, is_short=False, seed=1):
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("swabbyctl", type=os.path.abspath)
+    parser.add_argument("--short", action="store_true", help="about a tenth of the tries")
+    parser.add_argument("--seed", type=int, default=1, help="of the moments to kill at and the orders")
+    given = parser.parse_args()
     with tempfile.TemporaryDirectory(prefix="swabby-campaign.") as place:
         print(f"{'':46}" + "".join(f"{head:>{len(head) + 3}}" for head in HEAD))
         is_good = True
-        for count in campaign(os.path.abspath(program), place, is_short, random.Random(seed)):
+        for count in campaign(given.swabbyctl, place, given.short, random.Random(given.seed)):
             print(count.line(), flush=True)
             is_good = is_good and not any(count.figures[1:])
         remove_disk(f"{place}/disk")
@@ -209,4 +216,4 @@ def main(program, is_short=False, seed=1):
 
 
 if __name__ == "__main__":
-    sys.exit(main(sys.argv[1], "--short" in sys.argv))
+    sys.exit(main())
