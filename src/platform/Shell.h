@@ -12,7 +12,7 @@ namespace swabby {
 /// UTF-8: file names are bytes, and one odd name must not hide all the others.
 enum class ToolOutput { bothStreams, standardOutput, fileNames };
 
-/// Runs external tools. The only place of the program that starts a process.
+/// Runs external tools: the only place of the program that starts one.
 class Shell {
 public:
     virtual ~Shell() = default;

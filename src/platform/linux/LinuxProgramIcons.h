@@ -19,7 +19,10 @@ public:
     QByteArray picture(const IconOwner &owner, const IconRequest &request) override;
 
 private:
-    std::mutex m_mutex; ///< windows of two engines may ask at once
+    /// The file, by its path; empty when there is none.
+    std::string find(const IconOwner &owner, const IconRequest &request);
+
+    std::mutex m_mutex; ///< several may ask at once
     DesktopApplications m_applications;
     IconThemes m_themes;
 };

@@ -3,12 +3,9 @@
 #include <QtCore/QtGlobal>
 
 #include <dlfcn.h>
-#include <filesystem>
 
 namespace swabby {
-namespace {
 
-// The folder of the library that holds this code.
 std::filesystem::path ownFolder()
 {
     static const char own = 0;
@@ -17,8 +14,6 @@ std::filesystem::path ownFolder()
                ? std::filesystem::path(info.dli_fname).parent_path()
                : std::filesystem::path();
 }
-
-} // namespace
 
 void *lateSymbol(const char *library, const char *name)
 {

@@ -1,6 +1,11 @@
 #pragma once
 
+#include <filesystem>
+
 namespace swabby {
+
+/// The folder of the library that holds this code: its companions lie there, wherever it is installed.
+std::filesystem::path ownFolder();
 
 /// The symbol of that name in a library beside this one, which is loaded for it when it is first asked for
 /// and stays: what few people use, and few times, takes no memory until then. Null, with a word on standard

@@ -1,6 +1,7 @@
 #include "platform/posix/PosixShell.h"
 
 #include "platform/Utf8.h"
+#include "platform/posix/ChildProcess.h"
 #include "platform/posix/Descriptor.h"
 
 #include <cerrno>
@@ -9,7 +10,6 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <poll.h>
-#include <spawn.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -47,66 +47,6 @@ std::vector<std::string> environmentFor(const PosixShell::Variables &variables)
     for (const auto &[name, value] : variables)
         result.push_back(name + '=' + value);
     return result;
-}
-
-std::vector<char *> pointersTo(const std::vector<std::string> &texts)
-{
-    std::vector<char *> pointers;
-    pointers.reserve(texts.size() + 1);
-    for (const std::string &text : texts)
-        pointers.push_back(const_cast<char *>(text.c_str()));
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
-/// Whether a child ends with this program or has a session of its own.
-enum class Bond { child, stranger };
-
-/// Where a stranger writes to: nowhere.
-constexpr int noOutput = -1;
-
-// The child starts with default signals, no blocked ones, in a group of its own.
-pid_t spawn(const std::string &executable, const std::vector<std::string> &arguments,
-            const std::vector<std::string> &environment, int outputEnd, ToolOutput output,
-            Bond bond = Bond::child)
-{
-    posix_spawn_file_actions_t actions;
-    posix_spawnattr_t attributes;
-    if (::posix_spawn_file_actions_init(&actions) != 0)
-        return -1;
-    if (::posix_spawnattr_init(&attributes) != 0) {
-        ::posix_spawn_file_actions_destroy(&actions);
-        return -1;
-    }
-    ::posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    if (outputEnd == noOutput)
-        ::posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-    else
-        ::posix_spawn_file_actions_adddup2(&actions, outputEnd, STDOUT_FILENO);
-    if (output == ToolOutput::bothStreams)
-        ::posix_spawn_file_actions_adddup2(&actions, outputEnd, STDERR_FILENO);
-    else
-        ::posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-
-    sigset_t none;
-    sigset_t all;
-    sigemptyset(&none);
-    sigfillset(&all);
-    ::posix_spawnattr_setsigmask(&attributes, &none);
-    ::posix_spawnattr_setsigdefault(&attributes, &all);
-    ::posix_spawnattr_setpgroup(&attributes, 0);
-    ::posix_spawnattr_setflags(
-        &attributes, static_cast<short>(POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF |
-                                        (bond == Bond::child ? POSIX_SPAWN_SETPGROUP : POSIX_SPAWN_SETSID)));
-
-    std::vector<std::string> words = {executable};
-    words.insert(words.end(), arguments.begin(), arguments.end());
-    pid_t child = -1;
-    const int problem = ::posix_spawn(&child, executable.c_str(), &actions, &attributes,
-                                      pointersTo(words).data(), pointersTo(environment).data());
-    ::posix_spawnattr_destroy(&attributes);
-    ::posix_spawn_file_actions_destroy(&actions);
-    return problem == 0 ? child : -1;
 }
 
 /// Reads to the end of the file; false when one of the tokens stopped first.
@@ -174,8 +114,7 @@ bool PosixShell::launch(const std::string &executable, const std::vector<std::st
 {
     if (m_stop.stopRequested())
         return false;
-    const pid_t child = spawn(executable, arguments, environmentFor({}), noOutput, ToolOutput::standardOutput,
-                              Bond::stranger);
+    const pid_t child = startChild({executable, arguments, environmentFor({})}, {}, Bond::stranger);
     if (child < 0)
         return false;
     // Somebody has to take note of its end, however much later that is.
@@ -191,7 +130,10 @@ std::optional<std::string> PosixShell::runWith(const Variables &variables, const
     Descriptor writeEnd;
     if (m_stop.stopRequested() || stop.stopRequested() || !makePipe(readEnd, writeEnd))
         return std::nullopt;
-    const pid_t child = spawn(executable, arguments, environmentFor(variables), writeEnd.number(), output);
+    const pid_t child =
+        startChild({executable, arguments, environmentFor(variables)},
+                   {.output = writeEnd.number(),
+                    .error = output == ToolOutput::bothStreams ? writeEnd.number() : nowhere});
     writeEnd.reset();
     if (child < 0)
         return std::nullopt;

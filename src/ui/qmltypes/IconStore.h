@@ -3,8 +3,10 @@
 #include "platform/Machine.h"
 
 #include <QtCore/QCache>
+#include <QtCore/QHash>
 #include <QtCore/QObject>
 #include <QtCore/QPointer>
+#include <QtCore/QTimer>
 #include <QtGui/QImage>
 
 #include <deque>
@@ -16,6 +18,7 @@ class QQmlEngine;
 namespace swabby {
 
 class BackgroundWork;
+class IconPainter;
 
 /// Whose icon, and the edge of the square it fills.
 struct IconKey {
@@ -26,14 +29,15 @@ struct IconKey {
 };
 std::size_t qHash(const IconKey &key, std::size_t seed = 0);
 
-/// The icons that the windows show, looked up in the background, one at a time, each once. Keeps a mebibyte
-/// of them.
+/// The icons that the windows show, looked up and drawn in the background, each once and several side by
+/// side. One that takes long makes way for the others and is drawn after them. Keeps a mebibyte of icons.
 class IconStore : public QObject {
     Q_OBJECT
 
 public:
-    /// Where icons are found, and where the disk is waited for.
+    /// Where icons are found, and where the disk and the painter are waited for.
     IconStore(QQmlEngine *engine, std::shared_ptr<Machine> machine, BackgroundWork &work);
+    ~IconStore() override;
     /// The engine's store; null when it has none.
     static IconStore *of(const QQmlEngine *engine);
 
@@ -41,24 +45,32 @@ public:
     /// is, unless the asker is gone by then.
     std::optional<QImage> icon(const IconKey &key, QObject *asker);
     /// Whether icons are still being looked up.
-    bool isBusy() const { return m_isLooking; }
+    bool isBusy() const { return !m_askers.isEmpty(); }
 
 Q_SIGNALS:
     void found(const swabby::IconKey &key);
 
 private:
-    struct Request {
-        IconKey key;
-        QPointer<QObject> asker;
-    };
+    /// How much an icon may take: little while others wait.
+    enum class Patience { little, much };
 
     void lookNext();
+    void look(const IconKey &key, Patience patience);
+    void take(const IconKey &key, const std::optional<QImage> &icon, Patience patience);
+    /// The next one that somebody still asks for.
+    std::optional<IconKey> next(std::deque<IconKey> &keys);
+    void letRest();
 
     std::shared_ptr<Machine> m_machine;
     BackgroundWork &m_work;
+    const std::shared_ptr<IconPainter> m_painter;
+    QTimer m_resting; ///< until the painter rests
     QCache<IconKey, QImage> m_known;
-    std::deque<Request> m_requests;
-    bool m_isLooking = false;
+    QHash<IconKey, QList<QPointer<QObject>>> m_askers;
+    std::deque<IconKey> m_waiting;
+    std::deque<IconKey> m_postponed;
+    int m_running = 0; ///< with little patience
+    bool m_isRunningLong = false;
 };
 
 } // namespace swabby
