@@ -48,10 +48,10 @@ public:
     }
 
 private:
-    template <typename Choices>
-    auto oneOf(const Choices &choices)
+    template <std::size_t Count>
+    const char *oneOf(const std::array<const char *, Count> &choices)
     {
-        return choices[m_random.bounded(static_cast<quint32>(std::size(choices)))];
+        return choices[m_random.bounded(static_cast<quint32>(Count))];
     }
 
     /// Each capital letter that stands for something is replaced by one of what it may be.

@@ -148,10 +148,11 @@ private Q_SLOTS:
         secret.write(png(16, 16));
         secret.close();
         for (const QString &address : {secret.fileName(), u"file://"_qs + secret.fileName()}) {
-            const QImage picture =
-                drawn(svg("<image width=\"16\" height=\"16\" xlink:href=\"" + address.toUtf8() + "\"/>"));
+            const QByteArray image =
+                "<image width=\"16\" height=\"8\" xlink:href=\"" + address.toUtf8() + "\"/>";
+            const QImage picture = drawn(svg("<rect y=\"8\" width=\"16\" height=\"8\"/>" + image));
             QVERIFY(!picture.isNull());
-            QCOMPARE(picture.pixelColor(16, 16).alpha(), 0);
+            QCOMPARE(picture.pixelColor(16, 4).alpha(), 0);
         }
     }
 
@@ -187,9 +188,7 @@ private Q_SLOTS:
         QStringList found;
         connect(shelf.store, &IconStore::found, this, [&](const IconKey &key) {
             found.append(QString::fromStdString(key.owner.program.filename()));
-            // Some fonts can be blown up like that.
-            if (!found.last().startsWith(u"letter"_qs))
-                QCOMPARE(shelf.store->icon(key, this)->isNull(), hostile.contains(found.last()));
+            QCOMPARE(shelf.store->icon(key, this)->isNull(), hostile.contains(found.last()));
         });
         for (const QString &name : wanted)
             QVERIFY(!shelf.store->icon({{"/" + name.toStdString(), {}}, 32}, this).has_value());
@@ -206,9 +205,10 @@ private Q_SLOTS:
     {
         Shelf shelf;
         // Each of them takes a quarter of a mebibyte.
-        for (int number = 0; number < 5; ++number)
+        for (int number = 0; number < 5; ++number) {
             shelf.store->icon({{"/" + std::to_string(number), {}}, 256}, this);
-        QVERIFY(shelf.settles());
+            QVERIFY(shelf.settles());
+        }
         QVERIFY(shelf.store->icon({{"/4", {}}, 256}, this).has_value());
         QVERIFY(!shelf.store->icon({{"/0", {}}, 256}, this).has_value());
         QVERIFY(shelf.settles());

@@ -84,6 +84,8 @@ std::string drawIcon(std::string_view request)
         if (head.pixels > 0 && head.pixels <= largestPictureEdge)
             isDrawn = file.starts_with(pngMark) ? drawPng(file, answer) : drawSvg(file, head.pixels, answer);
     }
+    // Something that cannot be seen stands for no program.
+    isDrawn = isDrawn && answer.find_first_not_of('\0', sizeof(IconDrawingAnswer)) != std::string::npos;
     return isDrawn ? answer : std::string(sizeof(IconDrawingAnswer), '\0');
 }
 

@@ -21,7 +21,7 @@ inline std::string iconDrawingRequest(int pixels, std::string_view file)
 }
 
 /// What an answer begins with; the pixels follow, premultiplied ARGB of four bytes each, row by row. Of no
-/// size when the file is no sound picture.
+/// size when the file is no sound picture, or one of nothing.
 struct IconDrawingAnswer {
     std::int32_t width = 0;
     std::int32_t height = 0;

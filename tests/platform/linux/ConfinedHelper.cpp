@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <string>
+#include <sys/mman.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -34,7 +35,8 @@ std::string attempt(std::string_view request)
                     ::open((subject + ".new").c_str(), O_RDONLY | O_CREAT | O_CLOEXEC, 0600) >= 0 ||
                     ::unlink(subject.c_str()) == 0);
     if (request.starts_with("hold"))
-        return went(std::malloc(std::stoul(subject) << 20) != nullptr);
+        return went(::mmap(nullptr, std::stoul(subject) << 20, PROT_READ | PROT_WRITE,
+                           MAP_PRIVATE | MAP_ANONYMOUS, -1, 0) != MAP_FAILED);
     if (request.starts_with("descriptor"))
         return went(::fcntl(std::stoi(subject), F_GETFD) >= 0);
     if (request.starts_with("environment"))

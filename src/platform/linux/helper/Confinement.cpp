@@ -1,7 +1,6 @@
 #include "platform/linux/helper/Confinement.h"
 
 #include <cerrno>
-#include <cstdint>
 #include <fcntl.h>
 #include <memory>
 #include <sched.h>
@@ -59,13 +58,13 @@ bool filterCalls()
             return false;
     }
     constexpr scmp_datum_t changing = O_ACCMODE | O_CREAT | O_TRUNC;
-    const auto add = [&](std::uint32_t action, int call, const scmp_arg_cmp &argument) {
-        return ::seccomp_rule_add(filter.get(), action, call, 1, argument) == 0;
+    const auto allow = [&](int call, const scmp_arg_cmp &argument) {
+        return ::seccomp_rule_add_array(filter.get(), SCMP_ACT_ALLOW, call, 1, &argument) == 0;
     };
     // Threads are this process's; the other way to start one hides its flags, and is left for this one when
     // it does not exist.
-    return add(SCMP_ACT_ALLOW, SCMP_SYS(openat), SCMP_A2(SCMP_CMP_MASKED_EQ, changing, O_RDONLY)) &&
-           add(SCMP_ACT_ALLOW, SCMP_SYS(clone), SCMP_A0(SCMP_CMP_MASKED_EQ, CLONE_THREAD, CLONE_THREAD)) &&
+    return allow(SCMP_SYS(openat), {2, SCMP_CMP_MASKED_EQ, changing, O_RDONLY}) &&
+           allow(SCMP_SYS(clone), {0, SCMP_CMP_MASKED_EQ, CLONE_THREAD, CLONE_THREAD}) &&
            ::seccomp_rule_add(filter.get(), SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(clone3), 0) == 0 &&
            ::seccomp_load(filter.get()) == 0;
 }
