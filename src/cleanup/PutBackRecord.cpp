@@ -2,6 +2,7 @@
 
 #include "platform/Utf8.h"
 #include "platform/posix/LockedFile.h"
+#include "platform/posix/OwnFolder.h"
 #include "platform/posix/SmallFile.h"
 #include "platform/posix/WholeFile.h"
 
@@ -141,8 +142,7 @@ void PutBackRecord::begin()
 bool PutBackRecord::add(const TrashedItem &item)
 {
     if (!m_adding.isOpen()) {
-        std::error_code problem;
-        std::filesystem::create_directories(m_filePath.parent_path(), problem);
+        makeOwnFolder(textOf(m_filePath.parent_path().native()));
         m_adding = lockedFile(m_filePath, Turn::shared);
     }
     // A disk that was full may have torn the last line.

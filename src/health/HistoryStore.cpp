@@ -1,6 +1,7 @@
 #include "health/HistoryStore.h"
 
 #include "platform/posix/FolderLock.h"
+#include "platform/posix/OwnFolder.h"
 #include "platform/posix/SmallFile.h"
 #include "platform/posix/WholeFile.h"
 
@@ -80,7 +81,7 @@ QByteArray jsonOf(const History &points)
 
 QString HistoryStore::ensureFolder(const QString &applicationData)
 {
-    return !applicationData.isEmpty() && QDir().mkpath(applicationData) ? applicationData : QString();
+    return !applicationData.isEmpty() && makeOwnFolder(applicationData) ? applicationData : QString();
 }
 
 History HistoryStore::load(const QString &applicationData, double now)

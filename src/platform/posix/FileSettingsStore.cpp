@@ -1,6 +1,7 @@
 #include "platform/posix/FileSettingsStore.h"
 
 #include "platform/posix/FolderLock.h"
+#include "platform/posix/OwnFolder.h"
 #include "platform/posix/SmallFile.h"
 #include "platform/posix/WholeFile.h"
 
@@ -82,7 +83,7 @@ bool FileSettingsStore::change(const QString &key, const Edit &edit)
     const QString folder = QFileInfo(m_filePath).absolutePath();
     if (edit(QJsonValue::Undefined).isUndefined() && !contents().isThere)
         return true;
-    if (!QDir().mkpath(folder))
+    if (!makeOwnFolder(folder))
         return false;
     const auto lock = FolderLock::lock(folder);
     if (!lock)
