@@ -1,6 +1,7 @@
 #include "ai/ExplainService.h"
 
 #include "ai/KeychainStore.h"
+#include "platform/posix/EnvironmentKey.h"
 
 namespace swabby {
 
@@ -34,13 +35,16 @@ QString recommendationLabel(ActionRecommendation recommendation)
     return {};
 }
 
-std::optional<QString> ExplainService::anthropicAPIKey(SecretStore &store)
+SecretReading ExplainService::anthropicAPIKey(SecretStore &store, Unlocking unlocking, const StopToken &stop)
 {
-    const auto stored = KeychainStore::read(store, QLatin1String(KeychainStore::apiKeyAccount));
-    if (stored && !stored->isEmpty())
+    const auto stored =
+        KeychainStore::read(store, QLatin1String(KeychainStore::apiKeyAccount), unlocking, stop);
+    if (stored.value && !stored.value->isEmpty())
         return stored;
-    const QString fromEnvironment = qEnvironmentVariable("ANTHROPIC_API_KEY");
-    return fromEnvironment.isEmpty() ? std::nullopt : std::optional(fromEnvironment);
+    const QString fromEnvironment = QString::fromStdString(keyFromEnvironment());
+    if (!fromEnvironment.isEmpty())
+        return {fromEnvironment};
+    return {.value = std::nullopt, .keeper = stored.keeper};
 }
 
 } // namespace swabby

@@ -28,7 +28,8 @@ namespace ExplainService {
 
 /// The key for the model: the stored one, else that of ANTHROPIC_API_KEY in the environment, as they stand.
 /// No value when neither is there or both are empty. May wait for the secret store: background work only.
-std::optional<QString> anthropicAPIKey(SecretStore &store);
+SecretReading anthropicAPIKey(SecretStore &store, Unlocking unlocking = Unlocking::never,
+                              const StopToken &stop = {});
 
 } // namespace ExplainService
 

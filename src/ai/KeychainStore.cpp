@@ -4,10 +4,11 @@
 
 namespace swabby {
 
-std::optional<QString> KeychainStore::read(SecretStore &store, const QString &account)
+SecretReading KeychainStore::read(SecretStore &store, const QString &account, Unlocking unlocking,
+                                  const StopToken &stop)
 {
     keepMemoryPrivate();
-    return store.read(account);
+    return store.read(account, unlocking, stop);
 }
 
 bool KeychainStore::write(SecretStore &store, const QString &value, const QString &account)

@@ -9,8 +9,8 @@ namespace swabby::KeychainStore {
 /// The account of the key for the model.
 inline constexpr auto apiKeyAccount = "anthropicAPIKey";
 
-/// No value when there is none or the store does not give it.
-std::optional<QString> read(SecretStore &store, const QString &account);
+SecretReading read(SecretStore &store, const QString &account, Unlocking unlocking = Unlocking::never,
+                   const StopToken &stop = {});
 /// False when it could not be kept; it is then kept nowhere.
 bool write(SecretStore &store, const QString &value, const QString &account);
 void erase(SecretStore &store, const QString &account);

@@ -1,7 +1,5 @@
 #include "ai/ModelAddresses.h"
 
-#include "platform/posix/LoopbackAddress.h"
-
 namespace swabby {
 namespace {
 
@@ -18,39 +16,36 @@ bool isReservedForExamples(const QString &host)
     return false;
 }
 
-bool isThisComputer(const QString &host)
-{
-    return host == QLatin1String("localhost") || isLoopbackAddress(qPrintable(host));
-}
-
-QUrl builtInProxy()
+std::optional<QUrl> builtInProxy()
 {
     if (isReservedForExamples(proxyHost))
-        return {};
+        return std::nullopt;
     return QUrl(QStringLiteral("https://") + proxyHost + QStringLiteral("/ai-proxy.php"), QUrl::StrictMode);
 }
 
-QUrl addressFrom(const char *variable, const QUrl &builtIn)
+std::optional<QUrl> addressFrom(const char *variable)
 {
     const QString text = qEnvironmentVariable(variable);
-    const QUrl address = text.isEmpty() ? builtIn : QUrl(text, QUrl::StrictMode);
-    return mayBeCalled(address) ? address : QUrl();
+    return text.isEmpty() ? std::nullopt : std::optional(QUrl(text, QUrl::StrictMode));
 }
 
 } // namespace
 
 ModelAddresses modelAddressesFromEnvironment()
 {
-    return {.direct = addressFrom("SWABBY_AI_DIRECT_URL", QUrl(directAddress, QUrl::StrictMode)),
-            .proxy = addressFrom("SWABBY_AI_PROXY_URL", builtInProxy())};
+    return {.direct = addressFrom("SWABBY_AI_DIRECT_URL"), .proxy = addressFrom("SWABBY_AI_PROXY_URL")};
 }
 
-bool mayBeCalled(const QUrl &address)
+std::optional<ModelDestination> destinationFor(ModelRoute route, const ModelAddresses &given,
+                                               const QString &persons)
 {
-    if (!address.isValid() || address.host().isEmpty())
-        return false;
-    return address.scheme() == QLatin1String("https") ||
-           (address.scheme() == QLatin1String("http") && isThisComputer(address.host()));
+    if (const auto &address = route == ModelRoute::withKey ? given.direct : given.proxy)
+        return ModelDestination{*address};
+    if (!persons.isEmpty())
+        return ModelDestination{QUrl(persons, QUrl::StrictMode), true};
+    const auto builtIn =
+        route == ModelRoute::withKey ? std::optional(QUrl(directAddress, QUrl::StrictMode)) : builtInProxy();
+    return builtIn ? std::optional(ModelDestination{*builtIn}) : std::nullopt;
 }
 
 } // namespace swabby

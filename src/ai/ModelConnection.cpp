@@ -1,14 +1,13 @@
 #include "ai/ModelConnection.h"
 
-#include "ai/ModelAddresses.h"
-#include "ai/network/PostRequest.h"
 #include "platform/posix/LateLibrary.h"
-#include "platform/posix/ThreadPriority.h"
-
-#include <QtCore/QThread>
+#include "platform/posix/PosixShell.h"
+#include "settings/CallableAddress.h"
 
 namespace swabby {
 namespace {
+
+constexpr int requestsAtOnce = 32;
 
 /// Whether a header can hold the key: with a line break in it, it would be several.
 bool fitsHeader(const QByteArray &key)
@@ -16,67 +15,50 @@ bool fitsHeader(const QByteArray &key)
     return !key.contains('\r') && !key.contains('\n') && !key.contains('\0');
 }
 
-void finishWithout(const ModelPromise &promise)
+ModelResponse responseFrom(const QByteArray &said)
 {
-    promise->addResult(ModelResponse());
-    promise->finish();
+    ModelResponse response = {.body = std::nullopt, .wasSent = said.startsWith(sentMark)};
+    const auto result = saidIn<ModelResult>(said.mid(response.wasSent ? 1 : 0));
+    // Nothing is there when the time was up.
+    if (!result || result->problem == ModelResult::Problem::noConnection)
+        response.failure = ModelFailure::offline;
+    else if (result->problem == ModelResult::Problem::noHttp)
+        response.failure = ModelFailure::unreadable;
+    else
+        response.failure = failureOfStatus(result->status);
+    if (!response.failure)
+        response.body = result->body;
+    return response;
+}
+
+ModelResponse exchange(const ModelRequest &request, const StopToken &own, const StopToken &callers)
+{
+    const std::string program = (ownFolder() / networkProgram).string();
+    ModelResponse response = responseFrom(QByteArray::fromStdString(
+        PosixShell(own).converse(program, bytesOf(request).toStdString(), callers)));
+    if (own.stopRequested() || callers.stopRequested())
+        response = {.body = std::nullopt, .wasSent = response.wasSent, .failure = ModelFailure::cancelled};
+    return response;
 }
 
 } // namespace
 
-/// The thread and what lives on it.
-class ModelConnection::Worker {
-public:
-    explicit Worker(Limits limits) : m_limits(limits)
-    {
-        m_requests.moveToThread(&m_thread);
-        QObject::connect(&m_thread, &QThread::started, &m_requests, &useUtilityPriority,
-                         Qt::DirectConnection);
-        m_thread.setObjectName(QStringLiteral("assistant"));
-        m_thread.start();
-    }
+ModelConnection::ModelConnection() : m_work(requestsAtOnce) {}
 
-    ~Worker()
-    {
-        QMetaObject::invokeMethod(
-            &m_requests, [this] { qDeleteAll(m_requests.children()); }, Qt::BlockingQueuedConnection);
-        m_thread.quit();
-        m_thread.wait();
-    }
-
-    void post(const ModelRequest &request, const ModelPromise &promise)
-    {
-        QMetaObject::invokeMethod(&m_requests, [this, request, promise] {
-            if (const auto send = lateFunction<PostFunction>(networkLibrary, postFunctionName))
-                send(request, m_limits, promise, &m_requests);
-            else
-                finishWithout(promise);
-        });
-    }
-
-private:
-    const Limits m_limits;
-    QThread m_thread;
-    QObject m_requests; ///< parent of those under way
-};
-
-ModelConnection::ModelConnection(Limits limits) : m_limits(limits) {}
-
-ModelConnection::~ModelConnection() = default;
-
-QFuture<ModelResponse> ModelConnection::post(const ModelRequest &request)
+ModelConnection::~ModelConnection()
 {
-    const auto promise = std::make_shared<QPromise<ModelResponse>>();
-    promise->start();
-    QFuture<ModelResponse> future = promise->future();
-    if (!mayBeCalled(request.address) || !fitsHeader(request.key)) {
-        finishWithout(promise);
-        return future;
-    }
-    if (!m_worker)
-        m_worker = std::make_unique<Worker>(m_limits);
-    m_worker->post(request, promise);
-    return future;
+    m_stop.requestStop();
+}
+
+QFuture<ModelResponse> ModelConnection::post(const ModelRequest &request, const StopToken &stop)
+{
+    return m_work.ask([request, own = m_stop.token(), stop]() -> ModelResponse {
+        if (!mayBeCalled(request.address))
+            return {.body = std::nullopt, .failure = ModelFailure::offline};
+        if (!fitsHeader(request.key))
+            return {.body = std::nullopt, .failure = ModelFailure::keyRefused};
+        return exchange(request, own, stop);
+    });
 }
 
 } // namespace swabby

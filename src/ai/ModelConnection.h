@@ -1,50 +1,38 @@
 #pragma once
 
-#include <QtCore/QByteArray>
-#include <QtCore/QFuture>
-#include <QtCore/QUrl>
+#include "ai/ModelFailure.h"
+#include "ai/network/ModelWire.h"
+#include "platform/BackgroundWork.h"
+#include "platform/StopToken.h"
 
-#include <chrono>
-#include <memory>
+#include <QtCore/QFuture>
+
 #include <optional>
 
 namespace swabby {
 
-/// One question to the model as it goes over the wire.
-struct ModelRequest {
-    QUrl address;
-    QByteArray key; ///< empty: none is sent
-    QByteArray body;
-};
-
-/// What came of it.
+/// What came of one question.
 struct ModelResponse {
     std::optional<QByteArray> body; ///< of an answer with a good status; none for everything else
     bool wasSent = false;           ///< whether the question left this computer
+    std::optional<ModelFailure> failure = std::nullopt;
 };
 
-/// The way to the model: one POST for each request, no redirect, no retry, no cookie, no cache. Works on a
-/// thread of its own that begins with the first request, so that neither the encryption nor a proxy's name is
-/// ever waited for by whoever asks.
+/// The way to the model: one POST for each request, no redirect, no retry, no cookie, no cache. Each is made
+/// by a process of its own, which ends in time whatever the network does.
 class ModelConnection {
 public:
-    struct Limits {
-        std::chrono::milliseconds time{60'000}; ///< of a whole request, however steadily it drips
-        qint64 answerBytes = 1'000'000;         ///< of an answer; a longer one counts as none
-    };
-
-    explicit ModelConnection(Limits limits);
+    ModelConnection();
+    /// Ends what is under way.
     ~ModelConnection();
 
-    /// Sends the request and returns at once. The future always finishes, when this goes away as an empty
-    /// answer.
-    QFuture<ModelResponse> post(const ModelRequest &request);
+    /// Sends the request and returns at once. The future always finishes: when the request is stopped or this
+    /// goes away, without an answer.
+    QFuture<ModelResponse> post(const ModelRequest &request, const StopToken &stop = {});
 
 private:
-    class Worker;
-
-    const Limits m_limits;
-    std::unique_ptr<Worker> m_worker;
+    StopSource m_stop;
+    BackgroundWork m_work;
 };
 
 } // namespace swabby

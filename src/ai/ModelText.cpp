@@ -25,11 +25,11 @@ std::optional<Block> blockFrom(const QJsonValue &value)
 
 } // namespace
 
-QByteArray messagesRequest(const QString &system, const QString &prompt, int maxTokens)
+QByteArray messagesRequest(const QString &model, const QString &system, const QString &prompt, int maxTokens)
 {
     const QJsonObject message = {{QStringLiteral("role"), QStringLiteral("user")},
                                  {QStringLiteral("content"), prompt}};
-    return QJsonDocument(QJsonObject{{QStringLiteral("model"), QStringLiteral("claude-haiku-4-5")},
+    return QJsonDocument(QJsonObject{{QStringLiteral("model"), model},
                                      {QStringLiteral("max_tokens"), maxTokens},
                                      {QStringLiteral("system"), system},
                                      {QStringLiteral("messages"), QJsonArray{message}}})

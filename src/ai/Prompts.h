@@ -1,31 +1,33 @@
 #pragma once
 
+#include "engine/ProcessSample.h"
+#include "platform/MachineWords.h"
 #include "startup/LoginItem.h"
 
 #include <QtCore/QStringList>
 
 #include <optional>
 
-/// Everything that is ever said to the model: pure functions and fixed texts. What people and programs named
-/// goes in as it stands; the request's own encoding keeps it text.
+/// Everything that is ever said to the model: pure functions of the machine's words. What programs and
+/// folders are called goes in as marked(); what the person asks, as it stands.
 namespace swabby::Prompts {
 
-const QString &explainInstructions();
+QString explainInstructions(const MachineWords &words);
 const QString &weeklySummaryInstructions();
-const QString &askInstructions();
-const QString &checkInstructions();
-const QString &cacheInstructions();
+QString askInstructions(const MachineWords &words);
+QString checkInstructions(const MachineWords &words);
+QString cacheInstructions(const MachineWords &words);
 
 /// Percentages are cut off towards zero.
-QString explainProcess(const QString &name, const QString &path, double cpuPercent, double memPercent);
-QString explainLoginItem(const LoginItem &item);
+QString explainProcess(const MachineWords &words, const ProcessSample &process);
+QString explainLoginItem(const MachineWords &words, const LoginItem &item);
 /// freedText is a size for people, or empty when nothing was freed.
 QString weeklySummary(const QString &freedText, qint64 attentionCount);
-QString ask(const QString &question, const QString &systemContext);
+QString ask(const MachineWords &words, const QString &question, const QString &systemContext);
 /// What a full check found, a plain phrase each.
-QStringList checkFindings(qint64 itemCount, const QString &totalBytesText,
+QStringList checkFindings(const MachineWords &words, qint64 itemCount, const QString &totalBytesText,
                           const std::optional<QString> &topProcessName, qint64 loginItemCount);
-QString checkSummary(const QStringList &findings);
-QString cacheFolder(const QString &name, const QString &sizeText);
+QString checkSummary(const MachineWords &words, const QStringList &findings);
+QString cacheFolder(const MachineWords &words, const QString &name, const QString &sizeText);
 
 } // namespace swabby::Prompts

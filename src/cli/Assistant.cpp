@@ -12,49 +12,81 @@
 namespace swabby {
 namespace {
 
-/// What happened on the way to an answer goes to standard error, beside the answer.
-template <typename Value>
-void printNote(const Answered<Value> &answer, const QString &sentNote)
+/// Where the reason is mended, in the terminal's words.
+QString remedy(ModelFailure failure)
 {
-    if (answer.wantsKey)
-        printProblem(AssistantNotes::wantsKey() + QStringLiteral(" (swabbyctl key set)"));
-    else if (answer.isSwitchedOff)
-        printProblem(AssistantNotes::isSwitchedOff() +
-                     QStringLiteral(" (swabbyctl settings aiEnabled true)"));
-    else if (answer.wasSent)
-        printProblem(sentNote);
+    switch (failure) {
+    case ModelFailure::noAssistant:
+    case ModelFailure::keyRefused:
+        return QStringLiteral(" (swabbyctl key set)");
+    case ModelFailure::switchedOff:
+        return QStringLiteral(" (swabbyctl settings aiEnabled true)");
+    case ModelFailure::retired:
+        return QStringLiteral(" (swabbyctl settings aiModel NAME)");
+    default:
+        return {};
+    }
 }
 
-QCoro::Task<> printAnswer(CloudAI &ai, QString question, QString context, bool json)
+/// What happened on the way to an answer goes to standard error, beside the answer. Gives the status to end
+/// with.
+template <typename Value>
+int printWay(const Answered<Value> &answer, const QString &sentNote)
 {
-    const auto answer = co_await ai.ask(question, context);
+    if (answer.failure)
+        printProblem(AssistantNotes::reason(answer.failure) + remedy(*answer.failure));
+    if (answer.wasSent)
+        printProblem(sentNote);
+    return answer.failure ? notDone : done;
+}
+
+QJsonValue toJson(const std::optional<ModelFailure> &failure)
+{
+    return failure ? QJsonValue(caseName(*failure)) : QJsonValue();
+}
+
+int printAnswered(const Answered<AskAnswer> &answer, bool json)
+{
+    const AskAnswer &said = answer.value;
     if (json)
-        print(jsonText(QJsonObject{{QStringLiteral("appToQuit"), answer.value.appToQuit},
-                                   {QStringLiteral("explanation"), answer.value.explanation}}) +
+        print(jsonText(QJsonObject{{QStringLiteral("appToQuit"), said.appToQuit},
+                                   {QStringLiteral("explanation"), said.explanation},
+                                   {QStringLiteral("failure"), toJson(answer.failure)}}) +
               '\n');
     else
-        print(harmlessText(answer.value.explanation) + QLatin1Char('\n') +
-              (answer.value.appToQuit.isEmpty()
+        print(harmlessText(said.explanation) + QLatin1Char('\n') +
+              (said.appToQuit.isEmpty()
                    ? QString()
-                   : QStringLiteral("It names: ") + harmless(answer.value.appToQuit) + QLatin1Char('\n')));
-    printNote(answer, AssistantNotes::sentForAnswer());
-    QCoreApplication::exit(done);
+                   : QStringLiteral("It names: ") + harmless(said.appToQuit) + QLatin1Char('\n')));
+    return printWay(answer, AssistantNotes::sentForAnswer(answer.host));
 }
 
-QCoro::Task<> printExplanation(CloudAI &ai, ExplainRequest request, bool json)
+int printAnswered(const Answered<QString> &answer, const ExplainRequest &request, bool json)
 {
-    const auto answer = co_await ai.explain(request);
     const ActionRecommendation advice = recommendation(request);
     if (json)
         print(jsonText(QJsonObject{{QStringLiteral("text"), answer.value},
                                    {QStringLiteral("recommendation"), caseName(advice)},
-                                   {QStringLiteral("label"), recommendationLabel(advice)}}) +
+                                   {QStringLiteral("label"), recommendationLabel(advice)},
+                                   {QStringLiteral("failure"), toJson(answer.failure)}}) +
               '\n');
     else
         print(harmlessText(answer.value) + QStringLiteral("\n\n") + recommendationLabel(advice) +
               QLatin1Char('\n'));
-    printNote(answer, AssistantNotes::sentForExplanation());
-    QCoreApplication::exit(done);
+    return printWay(answer, AssistantNotes::sentForExplanation(answer.host));
+}
+
+/// Who asks on a terminal sits in front of it.
+const Asking attended = {{}, Unlocking::mayAsk};
+
+/// Awaits the answer, prints it and ends the loop. The question is open until then: when the loop ends
+/// before, it was interrupted.
+template <typename Value, typename Print>
+QCoro::Task<> say(QCoro::Task<Answered<Value>> asking, bool &isOpen, Print printAnswer)
+{
+    const Answered<Value> answer = co_await asking;
+    isOpen = false;
+    QCoreApplication::exit(printAnswer(answer));
 }
 
 /// No value when there is no such program or startup item.
@@ -92,8 +124,15 @@ int runAsk(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
     }
     AppState state(machine, Record::nothing);
     CloudAI ai(machine, modelAddressesFromEnvironment());
-    return runRefreshed(state, machine->refreshesUntilReal,
-                        [&] { printAnswer(ai, question, state.systemContextSummary(), arguments.json); });
+    const auto printAnswer = [&](const Answered<AskAnswer> &answer) {
+        return printAnswered(answer, arguments.json);
+    };
+    bool isOpen = false;
+    const int status = runRefreshed(state, machine->refreshesUntilReal, [&] {
+        isOpen = true;
+        say(ai.ask(question, state.systemContextSummary(), attended), isOpen, printAnswer);
+    });
+    return isOpen ? printAnswer({.value = CloudAI::noAnswer(), .failure = ModelFailure::cancelled}) : status;
 }
 
 int runExplain(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
@@ -104,9 +143,16 @@ int runExplain(const Arguments &arguments, const std::shared_ptr<Machine> &machi
     }
     AppState state(machine, Record::nothing);
     CloudAI ai(machine, modelAddressesFromEnvironment());
-    return runRefreshed(state, machine->refreshesUntilReal, [&] {
-        if (const auto request = requestFor(arguments, state)) {
-            printExplanation(ai, *request, arguments.json);
+    std::optional<ExplainRequest> request;
+    const auto printAnswer = [&](const Answered<QString> &answer) {
+        return printAnswered(answer, *request, arguments.json);
+    };
+    bool isOpen = false;
+    const int status = runRefreshed(state, machine->refreshesUntilReal, [&] {
+        request = requestFor(arguments, state);
+        if (request) {
+            isOpen = true;
+            say(ai.explain(*request, attended), isOpen, printAnswer);
             return;
         }
         if (arguments.json)
@@ -116,6 +162,8 @@ int runExplain(const Arguments &arguments, const std::shared_ptr<Machine> &machi
                          : QStringLiteral("swabbyctl: no startup item \"%1\"").arg(*arguments.item));
         QCoreApplication::exit(notDone);
     });
+    return isOpen ? printAnswer({.value = CloudAI::noExplanation(), .failure = ModelFailure::cancelled})
+                  : status;
 }
 
 } // namespace swabby

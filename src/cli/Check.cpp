@@ -5,6 +5,7 @@
 #include "cli/Verbs.h"
 #include "engine/ByteCount.h"
 #include "engine/WholeNumber.h"
+#include "flows/ai/AssistantNotes.h"
 #include "flows/health/FullCheck.h"
 
 #include <QtCore/QCoreApplication>
@@ -63,6 +64,8 @@ int runCheck(const Arguments &arguments, const std::shared_ptr<Machine> &machine
             return;
         }
         print(arguments.json ? jsonText(checkJson(check)) + '\n' : checkText(check.result()).toUtf8());
+        if (check.result().failure && !arguments.json)
+            printProblem(AssistantNotes::reason(check.result().failure));
         QCoreApplication::exit(done);
     });
     constexpr int once = 1;

@@ -8,6 +8,7 @@
 #include "cli/StateJson.h"
 #include "cli/Verbs.h"
 #include "engine/ByteCount.h"
+#include "flows/ai/AssistantNotes.h"
 #include "flows/cleanup/CacheVetting.h"
 
 #include <QtCore/QFile>
@@ -62,6 +63,8 @@ Findings vettedFindings(const std::vector<SuggestedCache> &suggestions)
 QCoro::Task<> vet(CloudAI &ai, std::vector<RemovableItem> caches, Arguments arguments)
 {
     const VettedCaches vetted = co_await vetCaches(ai, std::move(caches), ScanControl());
+    if (vetted.failure && !arguments.json)
+        printProblem(AssistantNotes::reason(vetted.failure));
     printFindings(arguments, vettedFindings(vetted.suggestions));
 }
 

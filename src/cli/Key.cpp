@@ -2,38 +2,51 @@
 #include "cli/Output.h"
 #include "cli/StateJson.h"
 #include "cli/Verbs.h"
+#include "flows/ai/AssistantNotes.h"
 #include "platform/Utf8.h"
 #include "platform/posix/MemoryPrivacy.h"
 
 #include <QtCore/QFile>
 
 #include <cstdio>
+#include <unistd.h>
 
 namespace swabby {
 namespace {
 
+constexpr qsizetype longestKey = 64 * 1024;
 const QString account = QLatin1String(KeychainStore::apiKeyAccount);
 
-/// The whole of standard input but for the line end that a shell adds; no value for what is no text.
-std::optional<QString> keyFromInput()
+/// Without the line end that a shell or a person adds; no value for what is no text.
+std::optional<QString> keyIn(QByteArray bytes)
 {
-    constexpr qint64 most = 64 * 1024;
-    QFile input;
-    if (!input.open(stdin, QIODevice::ReadOnly))
-        return std::nullopt;
-    QByteArray bytes;
-    while (bytes.size() <= most) {
-        const QByteArray more = input.read(most + 1 - bytes.size());
-        if (more.isEmpty())
-            break;
-        bytes += more;
-    }
     if (bytes.endsWith('\n'))
         bytes.chop(1);
     if (bytes.endsWith('\r'))
         bytes.chop(1);
     const std::string_view view(bytes.constData(), static_cast<std::size_t>(bytes.size()));
-    return bytes.size() <= most && isUtf8(view) ? std::optional(textOf(view)) : std::nullopt;
+    return bytes.size() <= longestKey && isUtf8(view) ? std::optional(textOf(view)) : std::nullopt;
+}
+
+/// The whole of standard input, or the line that a person types there, who does not see it.
+std::optional<QString> keyFromInput()
+{
+    if (::isatty(STDIN_FILENO) == 1) {
+        std::fputs("Key: ", stderr);
+        const QByteArray line = typedLine(Echo::off);
+        return line.trimmed().isEmpty() ? std::nullopt : keyIn(line);
+    }
+    QFile input;
+    if (!input.open(stdin, QIODevice::ReadOnly))
+        return std::nullopt;
+    QByteArray bytes;
+    while (bytes.size() <= longestKey) {
+        const QByteArray more = input.read(longestKey + 1 - bytes.size());
+        if (more.isEmpty())
+            break;
+        bytes += more;
+    }
+    return keyIn(bytes);
 }
 
 void printStored(const Arguments &arguments, bool stored)
@@ -75,9 +88,15 @@ int runKey(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
                          .arg(word, QLatin1String(arguments.row->usage)));
         return wrongUsage;
     }
-    const bool isStored = KeychainStore::read(*machine->secrets, account).has_value();
+    using Keeper = SecretReading::Keeper;
+    const SecretReading key = KeychainStore::read(*machine->secrets, account);
+    // A locked store says that it keeps one, a silent one nothing.
+    const bool isStored = key.value.has_value() || key.keeper == Keeper::locked;
     printStored(arguments, isStored);
-    return word == QLatin1String("delete") && isStored ? notDone : done;
+    if (key.keeper != Keeper::open)
+        printProblem(AssistantNotes::reason(ModelFailure::storeLocked));
+    const bool isLeft = word == QLatin1String("delete") && isStored;
+    return isLeft || key.keeper == Keeper::silent ? notDone : done;
 }
 
 } // namespace swabby

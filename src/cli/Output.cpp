@@ -1,5 +1,6 @@
 #include "cli/Output.h"
 
+#include "platform/HarmlessText.h"
 #include "platform/Utf8.h"
 
 #include <algorithm>
@@ -75,20 +76,14 @@ QString table(const std::vector<QStringList> &rows, const std::vector<int> &righ
     return text;
 }
 
-QString harmless(QString text)
+QString harmless(const QString &text)
 {
-    for (QChar &character : text)
-        if (character.category() == QChar::Other_Control)
-            character = QChar(0xFFFD);
-    return text;
+    return oneLine(text, QChar::ReplacementCharacter);
 }
 
 QString harmlessText(const QString &text)
 {
-    QStringList lines;
-    for (const QString &line : text.split(QLatin1Char('\n')))
-        lines.append(harmless(line));
-    return lines.join(QLatin1Char('\n'));
+    return harmlessLines(text, QChar::ReplacementCharacter);
 }
 
 QString pathText(const std::filesystem::path &path)

@@ -23,8 +23,8 @@ QString inBold(const QString &text);
 /// Rows in columns as wide as their widest cell; columns named rightAligned by index hold figures.
 QString table(const std::vector<QStringList> &rows, const std::vector<int> &rightAligned = {});
 
-/// A text of the machine's on a terminal: control characters, which could act on it, become visible.
-QString harmless(QString text);
+/// A text of the machine's on a terminal: what could act on it becomes visible.
+QString harmless(const QString &text);
 /// The same for a text of several lines, which stay lines.
 QString harmlessText(const QString &text);
 /// The whole path, harmless; bytes that are no text show as such.

@@ -8,6 +8,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <termios.h>
 #include <unistd.h>
 
 namespace swabby {
@@ -19,30 +20,31 @@ bool hasErrorTerminal()
     return result;
 }
 
-/// The line a person types. Empty when the input ends, and when the program is asked to end meanwhile: the
-/// event loop hears that.
-QString typedLine()
-{
-    QByteArray line;
-    QEventLoop loop;
-    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
-    bool isWhole = false;
-    QObject::connect(&input, &QSocketNotifier::activated, &loop, [&] {
-        std::array<char, 256> typed = {};
-        const ssize_t count = ::read(STDIN_FILENO, typed.data(), typed.size());
-        if (count < 0 && errno == EINTR)
+/// The terminal that is typed on, back as it was once this goes.
+class Typing {
+public:
+    explicit Typing(Echo echo)
+    {
+        m_isChanged = echo == Echo::off && ::tcgetattr(STDIN_FILENO, &m_before) == 0;
+        if (!m_isChanged)
             return;
-        line.append(typed.data(), std::max<ssize_t>(count, 0));
-        isWhole = line.contains('\n');
-        if (isWhole || count <= 0)
-            loop.quit();
-    });
-    loop.exec();
-    if (isWhole)
-        return QString::fromUtf8(line).trimmed();
-    std::fputs("\n", stderr);
-    return {};
-}
+        termios silent = m_before;
+        silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+        silent.c_lflag |= ECHONL;
+        ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &silent);
+    }
+    ~Typing()
+    {
+        if (m_isChanged)
+            ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &m_before);
+    }
+    Typing(const Typing &) = delete;
+    Typing &operator=(const Typing &) = delete;
+
+private:
+    termios m_before = {};
+    bool m_isChanged = false;
+};
 
 } // namespace
 
@@ -71,6 +73,30 @@ void clearProgress()
         std::fprintf(stderr, "\r\x1b[K");
 }
 
+QByteArray typedLine(Echo echo)
+{
+    const Typing typing(echo);
+    QByteArray line;
+    QEventLoop loop;
+    QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
+    bool isWhole = false;
+    QObject::connect(&input, &QSocketNotifier::activated, &loop, [&] {
+        std::array<char, 256> typed = {};
+        const ssize_t count = ::read(STDIN_FILENO, typed.data(), typed.size());
+        if (count < 0 && errno == EINTR)
+            return;
+        line.append(typed.data(), std::max<ssize_t>(count, 0));
+        isWhole = line.contains('\n');
+        if (isWhole || count <= 0)
+            loop.quit();
+    });
+    loop.exec();
+    if (isWhole)
+        return line;
+    std::fputs("\n", stderr);
+    return {};
+}
+
 bool isAgreed(const Arguments &arguments, const ConfirmationInfo &info, const QString &details)
 {
     if (arguments.yes)
@@ -82,7 +108,7 @@ bool isAgreed(const Arguments &arguments, const ConfirmationInfo &info, const QS
                                  QLatin1Char('\n') + details + info.confirmLabel + QStringLiteral("? [y/N] "))
                                     .toUtf8();
     std::fputs(question.constData(), stderr);
-    const QString answer = typedLine().toLower();
+    const QString answer = QString::fromUtf8(typedLine(Echo::on)).trimmed().toLower();
     return answer == QLatin1String("y") || answer == QLatin1String("yes");
 }
 

@@ -62,6 +62,11 @@ bool storesOrRemoves(const Arguments &arguments);
 /// ended with.
 int runRefreshed(AppState &state, int refreshes, const std::function<void()> &then);
 
+enum class Echo { off, on };
+/// The line a person types, with its end. Empty when the input ends, and when the program is asked to end
+/// meanwhile: the event loop hears that.
+QByteArray typedLine(Echo echo);
+
 /// Asks a question on the terminal, beside the output, and runs the event loop until it is answered; the
 /// details are whole lines below its message. True for "y" and "yes" in any case, and when the arguments say
 /// yes; false when interrupted, and without asking when there is no terminal.

@@ -2,7 +2,7 @@
 
 #include "platform/ThisComputer.h"
 #include "platform/machinefolder/FolderMachine.h"
-#include "platform/posix/MemoryPrivacy.h"
+#include "platform/posix/EnvironmentKey.h"
 
 #include <csignal>
 #include <cstdlib>
@@ -12,6 +12,7 @@ namespace swabby {
 
 void prepareProcess()
 {
+    takeKeyFromEnvironment();
     // What is shown keeps the person's own style, and every QLocale() is that from here on.
     QLocale::setDefault(localeOfTimes());
     // Tools print numbers and dates in the locale of their environment, and are read in the C locale's. A
@@ -20,9 +21,6 @@ void prepareProcess()
         ::setenv("LC_CTYPE", std::string(all).c_str(), 1);
         ::unsetenv("LC_ALL");
     }
-    // A key in the environment is in this process's memory from its first moment.
-    if (std::getenv("ANTHROPIC_API_KEY") != nullptr)
-        keepMemoryPrivate();
     ::setenv("LC_NUMERIC", "C", 1);
     ::setenv("LC_TIME", "C", 1);
     // A file that may not grow is a save that fails, and the person is told; it is no end of the program.

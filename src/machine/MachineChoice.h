@@ -9,8 +9,8 @@
 namespace swabby {
 
 /// Sets what every program of the house needs before its first thread: numbers and dates in the form
-/// that tools are parsed in, times shown in the person's own, and memory that nobody else reads when there is
-/// a key in the environment. Call first in main.
+/// that tools are parsed in, times shown in the person's own, and a key out of the environment. Call first in
+/// main.
 void prepareProcess();
 
 /// The machine to look after: the one that a folder describes, else this computer. No value when the

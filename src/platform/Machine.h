@@ -8,6 +8,7 @@
 #include "platform/DockPresence.h"
 #include "platform/KernelCounters.h"
 #include "platform/LoginService.h"
+#include "platform/MachineWords.h"
 #include "platform/Notifier.h"
 #include "platform/Places.h"
 #include "platform/PowerSupply.h"
@@ -33,6 +34,7 @@ namespace swabby {
 struct Machine {
     Places places;
     CleanupPlaces cleanup;
+    MachineWords words;
     std::int32_t ownProcessId = 0;
     /// Refreshes until figures over an interval are real ones.
     int refreshesUntilReal = 2;

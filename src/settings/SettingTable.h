@@ -14,6 +14,11 @@ enum class RowDensity { comfortable, compact };
 /// home folder. A path from nowhere in particular would protect nothing.
 bool areAbsolutePaths(const QJsonValue &paths);
 
+/// Empty, or what may be called.
+bool isModelAddress(const QJsonValue &address);
+/// Empty, or a name in one line.
+bool isModelName(const QJsonValue &name);
+
 /// Every preference, in the order people are shown them. What is not in this table does not exist.
 inline constexpr std::tuple settingTable = {
     Setting<double>("cpuYellow", 60),
@@ -33,6 +38,9 @@ inline constexpr std::tuple settingTable = {
     Setting<qint64>("weeklyAttentionCount", 0),
     Setting<qint64>("weeklyBytesFreed", 0),
     Setting<bool>("aiEnabled", true),
+    Setting<QString>("aiModel", isModelName, "a model's name, or nothing for the built-in one"),
+    Setting<QString>("aiAddress", isModelAddress,
+                     "an https: address, or an http: one of this computer, or nothing for the built-in one"),
     Setting<QStringList>("neverRemove", areAbsolutePaths, "a JSON array of absolute paths"),
 };
 

@@ -1,5 +1,7 @@
 #include "settings/Settings.h"
 
+#include "settings/CallableAddress.h"
+
 #include <QtCore/QJsonArray>
 #include <QtCore/QJsonDocument>
 
@@ -76,6 +78,19 @@ QJsonValue parseAs(Type type, const QString &text)
 }
 
 } // namespace
+
+bool isModelAddress(const QJsonValue &address)
+{
+    return address.toString().isEmpty() || mayBeCalled(QUrl(address.toString(), QUrl::StrictMode));
+}
+
+bool isModelName(const QJsonValue &name)
+{
+    constexpr qsizetype longest = 200;
+    const QString text = name.toString();
+    return text.size() <= longest && text.trimmed() == text &&
+           std::all_of(text.begin(), text.end(), [](QChar letter) { return letter.isPrint(); });
+}
 
 QJsonValue SettingKey::defaultValue() const
 {

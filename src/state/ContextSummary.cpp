@@ -18,10 +18,10 @@ QString storageLine(const SystemStats &stats)
            fileByteCount(stats.diskFreeBytes) + QStringLiteral(" free");
 }
 
-QString activityOf(const ProcessSample &process)
+QString activityOf(const MachineWords &words, const ProcessSample &process)
 {
-    return process.name + QStringLiteral(" — ") + percentText(process.cpuPercent) + QStringLiteral(" CPU, ") +
-           percentText(process.memPercent) + QStringLiteral(" memory");
+    return words.marked(process.name) + QStringLiteral(" — ") + percentText(process.cpuPercent) +
+           QStringLiteral(" CPU, ") + percentText(process.memPercent) + QStringLiteral(" memory");
 }
 
 } // namespace
@@ -41,13 +41,13 @@ QString AppState::systemContextSummary() const
                                                           : QStringLiteral("running hot")));
     QStringList apps;
     for (const ProcessSample &process : processes().mid(0, activeAppsShown))
-        apps.append(activityOf(process));
+        apps.append(activityOf(machine().words, process));
     if (!apps.isEmpty())
         lines.append(QStringLiteral("Top apps by activity: ") + apps.join(QStringLiteral("; ")));
     QStringList drainers;
     for (const ProcessSample &process : batteryDrainers())
         if (process.energyImpact > 0 && drainers.size() < drainersShown)
-            drainers.append(process.name);
+            drainers.append(machine().words.marked(process.name));
     if (!drainers.isEmpty())
         lines.append(QStringLiteral("Top apps by battery drain: ") + drainers.join(QStringLiteral(", ")));
     return lines.join(QLatin1Char('\n'));

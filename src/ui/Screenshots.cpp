@@ -132,7 +132,7 @@ void showAnAnswer(AskView &view, const UserInterfaceContext &context)
     const QList<ProcessSample> &processes = context.state.processes();
     const QString name = processes.isEmpty() ? QString() : processes.first().name;
     view.showAnswer(
-        AskFlow::suggestions().first(),
+        view.suggestions().first(),
         {QStringLiteral("%1 is doing a lot of heavy work right now and taking most of your Mac's "
                         "power, so everything else feels slower. If you are not waiting for it to "
                         "finish, quitting it will help straight away.")

@@ -96,6 +96,11 @@ WindowLibrary::WindowLibrary(UserInterfaceContext context) : m_context(std::move
     m_context.openMainWindow = [this] { openMainWindow(); };
     m_context.openAskWindow = [this] { openAskWindow(); };
     m_context.openSettingsWindow = [this] { openSettingsWindow(); };
+    m_context.openAssistantSettings = [this] {
+        openSettingsWindow();
+        if (m_settings != nullptr)
+            m_settings->view->showAssistant();
+    };
     // Whoever has just closed the last window may open one again.
     m_keeping.setSingleShot(true);
     m_keeping.setInterval(1min);

@@ -1,4 +1,5 @@
 #include "ai/CloudAI.h"
+#include "platform/posix/EnvironmentKey.h"
 #include "support/LoopbackServer.h"
 #include "support/TemporaryMachine.h"
 
@@ -15,19 +16,16 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr ModelConnection::Limits patient;
-
 /// The answer, however long it takes.
 ModelResponse wait(const QFuture<ModelResponse> &future)
 {
-    return waitUntil([&] { return future.isFinished(); }) ? future.result() : ModelResponse{"never", false};
+    return waitUntil([&] { return future.isFinished(); }) ? future.result() : ModelResponse{.body = "never"};
 }
 
-ModelResponse post(const QUrl &address, ModelConnection::Limits limits = patient,
-                   const QByteArray &key = "sk")
+ModelResponse post(const QUrl &address, std::chrono::milliseconds time = 60s, const QByteArray &key = "sk")
 {
-    ModelConnection connection(limits);
-    return wait(connection.post({address, key, "{}"}));
+    ModelConnection connection;
+    return wait(connection.post({address, key, "{}", time}));
 }
 
 /// Sends a piece again and again until nobody is there.
@@ -48,7 +46,11 @@ class ModelConnectionTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { qunsetenv("ANTHROPIC_API_KEY"); }
+    void init()
+    {
+        qunsetenv("ANTHROPIC_API_KEY");
+        takeKeyFromEnvironment();
+    }
 
     void redirectsAreNotFollowed()
     {
@@ -83,6 +85,7 @@ private Q_SLOTS:
         LoopbackServer server(always(httpAnswer(200, modelReply(u"Trust me."_qs))), encryption);
         TemporaryMachine machine;
         qputenv("ANTHROPIC_API_KEY", "sk-a");
+        takeKeyFromEnvironment();
         CloudAI ai(machine.open(), {.direct = server.url(), .proxy = server.url()});
         const auto answer = QCoro::waitFor(ai.ask(u"Why?"_qs, {}));
         QCOMPARE(answer.value.explanation, u"Couldn't come up with an answer right now."_qs);
@@ -122,8 +125,8 @@ private Q_SLOTS:
             LoopbackServer server(drip(start, start.isEmpty() ? "" : "x", 10ms));
             QElapsedTimer clock;
             clock.start();
-            QVERIFY(!post(server.url(), {.time = 200ms}).body);
-            QVERIFY(clock.elapsed() >= 200); // or it was no drip
+            QCOMPARE(post(server.url(), 1s).failure, ModelFailure::offline);
+            QVERIFY(clock.elapsed() >= 1'000); // or it was no drip
             QVERIFY(clock.elapsed() < 30'000);
         }
     }
@@ -152,7 +155,7 @@ private Q_SLOTS:
     void nothingIsRemembered()
     {
         LoopbackServer server(always(httpAnswer(200, "{}", "Set-Cookie: a=b; Path=/\r\n")));
-        ModelConnection connection(patient);
+        ModelConnection connection;
         for (int count = 1; count <= 3; ++count)
             QCOMPARE(wait(connection.post({server.url(), "sk", "{}"})).body, QByteArray("{}"));
         QCOMPARE(server.requests().size(), 3);
@@ -166,7 +169,7 @@ private Q_SLOTS:
         LoopbackServer server(always(httpAnswer(200, "{}")));
         QVERIFY(!post(nobody).wasSent);
         QVERIFY(!post(QUrl(u"http://gateway.example/"_qs)).wasSent);
-        QVERIFY(!post(server.url(), patient, "sk\r\nX-Other: 1").wasSent);
+        QCOMPARE(post(server.url(), 60s, "sk\r\nX-Other: 1").failure, ModelFailure::keyRefused);
         QCOMPARE(server.connections(), 0);
         QVERIFY(post(server.url()).wasSent);
     }
@@ -182,7 +185,7 @@ private Q_SLOTS:
                     always(httpAnswer(200, modelReply(u"At last."_qs)))(*waiting, {});
         });
         TemporaryMachine machine;
-        CloudAI ai(machine.open(), {.direct = {}, .proxy = server.url()}, {.time = 20s});
+        CloudAI ai(machine.open(), {.direct = {}, .proxy = server.url()});
         int answered = 0;
         for (int count = 0; count < crowd; ++count)
             ai.respond(u"S"_qs, u"P"_qs, 1).then([&](const auto &answer) {
@@ -191,11 +194,40 @@ private Q_SLOTS:
         QVERIFY(waitUntil([&] { return answered == crowd; }));
     }
 
+    void aHeaderWithoutAnEndEndsIt()
+    {
+        // As fast as it is taken: it is the work that ends it, long before the minute does.
+        LoopbackServer server([](QTcpSocket &socket, const HttpRequest &) {
+            const QByteArray lines = ("X: " + QByteArray(100, 'x') + "\r\n").repeated(1'000);
+            QObject::connect(&socket, &QTcpSocket::bytesWritten, &socket, [&socket, lines] {
+                if (socket.bytesToWrite() < lines.size())
+                    socket.write(lines);
+            });
+            socket.write("HTTP/1.1 200 OK\r\n");
+        });
+        QElapsedTimer clock;
+        clock.start();
+        QVERIFY(post(server.url()).failure);
+        QVERIFY(clock.elapsed() < 30'000);
+    }
+
+    void aStoppedRequestEnds()
+    {
+        LoopbackServer server([](QTcpSocket &, const HttpRequest &) {}); // never answers
+        ModelConnection connection;
+        StopSource stop;
+        const auto response = connection.post({server.url(), {}, "{}"}, stop.token());
+        QVERIFY(waitUntil([&] { return server.requests().size() == 1; }));
+        stop.requestStop();
+        QCOMPARE(wait(response).failure, ModelFailure::cancelled);
+    }
+
     void goingAwayEndsWhatIsUnderWay()
     {
         LoopbackServer server([](QTcpSocket &, const HttpRequest &) {}); // never answers
         TemporaryMachine machine;
         qputenv("ANTHROPIC_API_KEY", "sk-a");
+        takeKeyFromEnvironment();
         auto ai = std::make_unique<CloudAI>(machine.open(), ModelAddresses{server.url(), server.url()});
         QStringList answers;
         const auto note = [&](const Answered<AskAnswer> &answer) {

@@ -162,7 +162,8 @@ private Q_SLOTS:
             QTest::keyClick(&window, Qt::Key_Q, Qt::ControlModifier);
             QTimer::singleShot(0, [] { QCoreApplication::exit(1); });
         });
-        QCOMPARE(QCoreApplication::exec(), 0); // which closes the window
+        QCOMPARE(QCoreApplication::exec(), 0);
+        window.close();
         QVERIFY(waitUntil([&] { return policy() == u"accessory"_qs; }));
         window.setFlags(Qt::Popup);
         window.show();

@@ -62,7 +62,9 @@ private Q_SLOTS:
                           "<key>Program</key><string>/gone</string></dict></plist>");
         Answer answer = runOn(machine, {u"ask"_qs, u"  Why so slow? "_qs, u"--json"_qs});
         QCOMPARE(answer.status, 0);
-        QCOMPARE(answer.json().toObject(), grinding);
+        QJsonObject whole = grinding;
+        whole[u"failure"_qs] = QJsonValue::Null;
+        QCOMPARE(answer.json().toObject(), whole);
         QVERIFY(answer.problems.contains("Sent to Claude to generate this answer."));
         const QString prompt = server.requests().last().prompt();
         QVERIFY(prompt.contains(
@@ -81,7 +83,7 @@ private Q_SLOTS:
         const QString id = runOn(machine, "startup --json").json()[0][u"id"_qs].toString();
         answer = runOn(machine, {u"explain"_qs, u"--item"_qs, id, u"--json"_qs});
         QCOMPARE(answer.json().toObject().keys(),
-                 QStringList({u"label"_qs, u"recommendation"_qs, u"text"_qs}));
+                 QStringList({u"failure"_qs, u"label"_qs, u"recommendation"_qs, u"text"_qs}));
         QVERIFY(
             server.requests().last().prompt().contains(u"label: com.mill\nProgram path: /gone\nNote: "_qs));
 
@@ -99,8 +101,9 @@ private Q_SLOTS:
     {
         TemporaryMachine machine(facts());
         const Answer answer = runOn(machine, "ask Why? --json");
-        QCOMPARE(answer.status, 0);
+        QCOMPARE(answer.status, 1);
         QCOMPARE(answer.json()[u"explanation"_qs], u"Couldn't come up with an answer right now."_qs);
+        QCOMPARE(answer.json()[u"failure"_qs], u"noAssistant"_qs);
         QVERIFY(answer.problems.contains("swabbyctl key set") && !answer.problems.contains("Sent to"));
     }
 

@@ -14,22 +14,26 @@ void AskFlow::ask(const QString &question)
 QCoro::Task<> AskFlow::askTrimmed(QString question)
 {
     const StopToken stop = m_run.begin().stop;
+    m_cancel = StopSource();
     Q_EMIT changed();
-    const auto answer = co_await m_ai.ask(question, m_state.systemContextSummary());
+    const Asking asking{m_cancel.token(), Unlocking::mayAsk};
+    const auto answer = co_await m_ai.ask(question, m_state.systemContextSummary(), asking);
     if (stop.stopRequested())
         co_return;
     m_explanation = answer.value.explanation;
     m_appToQuit = answer.value.appToQuit.isEmpty() ? std::nullopt : std::optional(answer.value.appToQuit);
-    m_note = AssistantNotes::beneath(answer, AssistantNotes::sentForAnswer());
+    m_note = answer.wasSent ? AssistantNotes::sentForAnswer(answer.host) : QString();
+    m_failure = answer.failure;
     m_run.end();
     Q_EMIT changed();
 }
 
-QStringList AskFlow::suggestions()
+QStringList AskFlow::suggestions() const
 {
-    return {QStringLiteral("Why is my Mac slow right now?"),
+    const QString &computer = m_state.machine().words.computer;
+    return {QStringLiteral("Why is my %1 slow right now?").arg(computer),
             QStringLiteral("Why is my battery draining fast?"),
-            QStringLiteral("Is it safe to restart my Mac?")};
+            QStringLiteral("Is it safe to restart my %1?").arg(computer)};
 }
 
 QString AskFlow::waitingText()

@@ -1,26 +1,75 @@
 #include "flows/ai/AssistantNotes.h"
 
 namespace swabby {
+namespace {
 
-QString AssistantNotes::sentForAnswer()
+struct Row {
+    ModelFailure failure;
+    const char *reason;
+    bool isMendedInSettings;
+};
+
+constexpr Row rows[] = {
+    {ModelFailure::noAssistant,
+     "The assistant has no connection of its own yet. Adding a key of yours in the AI settings brings the "
+     "answers.",
+     true},
+    {ModelFailure::switchedOff, "The assistant is turned off in the AI settings.", true},
+    {ModelFailure::keyRefused,
+     "The key was refused. It may be mistyped or withdrawn; another one goes into the AI settings.", true},
+    {ModelFailure::limit,
+     "The key's credit is used up, or there were too many questions at once. Wait a little, or add credit.",
+     false},
+    {ModelFailure::offline,
+     "There is no connection to the assistant. Check that this computer is online, then try again.", false},
+    {ModelFailure::busy, "The assistant's service is busy right now. It usually helps to try again soon.",
+     false},
+    {ModelFailure::retired,
+     "The model or its address is gone. A newer Swabby knows the next one, or name one in the AI settings.",
+     true},
+    {ModelFailure::storeLocked,
+     "The password store that keeps your key is locked or does not answer. Unlock it, then try again.",
+     false},
+    {ModelFailure::unreadable, "What came back could not be read as an answer.", false},
+    {ModelFailure::cancelled, "You stopped this before the answer came.", false},
+};
+
+const Row *rowOf(const std::optional<ModelFailure> &failure)
 {
-    return QStringLiteral("Sent to Claude to generate this answer.");
+    for (const Row &row : rows)
+        if (failure == row.failure)
+            return &row;
+    return nullptr;
 }
 
-QString AssistantNotes::sentForExplanation()
+QString sentFor(const QString &what, const QString &host)
 {
-    return QStringLiteral("Sent to Claude to generate this explanation.");
+    return QStringLiteral("Sent to %1 to generate this %2.")
+        .arg(host.isEmpty() ? QStringLiteral("Claude") : host, what);
 }
 
-QString AssistantNotes::wantsKey()
+} // namespace
+
+QString AssistantNotes::sentForAnswer(const QString &host)
 {
-    return QStringLiteral("The assistant has no connection of its own yet. Adding a key of yours in the AI "
-                          "settings brings the answers.");
+    return sentFor(QStringLiteral("answer"), host);
 }
 
-QString AssistantNotes::isSwitchedOff()
+QString AssistantNotes::sentForExplanation(const QString &host)
 {
-    return QStringLiteral("The assistant is turned off in the AI settings.");
+    return sentFor(QStringLiteral("explanation"), host);
+}
+
+QString AssistantNotes::reason(const std::optional<ModelFailure> &failure)
+{
+    const Row *const row = rowOf(failure);
+    return row ? QLatin1String(row->reason) : QString();
+}
+
+bool AssistantNotes::isMendedInSettings(const std::optional<ModelFailure> &failure)
+{
+    const Row *const row = rowOf(failure);
+    return row && row->isMendedInSettings;
 }
 
 } // namespace swabby

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ai/CloudAI.h"
+#include "ai/ModelFailure.h"
 
 #include <QtCore/QString>
 
@@ -8,23 +8,13 @@ namespace swabby::AssistantNotes {
 
 // What a card says beneath an answer: only what happened.
 
-/// Under an answer for which a question left this computer.
-QString sentForAnswer();
-QString sentForExplanation();
-/// Where there is no way to the model without a key.
-QString wantsKey();
-/// Where the person has turned the assistant off.
-QString isSwitchedOff();
+/// Under an answer for which a question left this computer; host is where it went, if the person chose that.
+QString sentForAnswer(const QString &host = {});
+QString sentForExplanation(const QString &host = {});
 
-/// Which of them belongs beneath the answer; sent is the one for a question that left. Empty: none.
-template <typename Value>
-QString beneath(const Answered<Value> &answer, const QString &sent)
-{
-    if (answer.wasSent)
-        return sent;
-    if (answer.wantsKey)
-        return wantsKey();
-    return answer.isSwitchedOff ? isSwitchedOff() : QString();
-}
+/// Why there is no answer, and what to do about it, in a sentence or two. Empty for none.
+QString reason(const std::optional<ModelFailure> &failure);
+/// Whether the AI settings are the place to do it.
+bool isMendedInSettings(const std::optional<ModelFailure> &failure);
 
 } // namespace swabby::AssistantNotes

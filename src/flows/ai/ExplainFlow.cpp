@@ -13,12 +13,15 @@ void ExplainFlow::load()
 QCoro::Task<> ExplainFlow::loadText()
 {
     const StopToken stop = m_run.begin().stop;
+    m_cancel = StopSource();
     Q_EMIT changed();
-    const auto answer = co_await m_ai.explain(m_request);
+    const Asking asking{m_cancel.token(), Unlocking::mayAsk};
+    const auto answer = co_await m_ai.explain(m_request, asking);
     if (stop.stopRequested())
         co_return;
     m_text = answer.value;
-    m_note = AssistantNotes::beneath(answer, AssistantNotes::sentForExplanation());
+    m_note = answer.wasSent ? AssistantNotes::sentForExplanation(answer.host) : QString();
+    m_failure = answer.failure;
     m_run.end();
     Q_EMIT changed();
 }

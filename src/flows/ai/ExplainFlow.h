@@ -13,16 +13,21 @@ class ExplainFlow : public QObject {
 
 public:
     ExplainFlow(ExplainRequest request, CloudAI &ai) : m_request(std::move(request)), m_ai(ai) {}
+    ~ExplainFlow() override { cancel(); }
 
     /// Asks for the explanation.
     void load();
+    /// Ends that; the explanation is then one that was cancelled.
+    void cancel() { m_cancel.requestStop(); }
 
     const ExplainRequest &request() const { return m_request; }
     bool isLoading() const { return m_run.isUnderWay(); }
     /// The explanation; none before it has arrived.
     const std::optional<QString> &text() const { return m_text; }
-    /// What is to be said beneath it; may be empty.
+    /// Whether the question left this computer, for beneath it; may be empty.
     const QString &note() const { return m_note; }
+    /// Why the model did not answer; none when it did.
+    const std::optional<ModelFailure> &failure() const { return m_failure; }
 
     /// While it has not arrived.
     static QString waitingText();
@@ -37,7 +42,9 @@ private:
     CloudAI &m_ai;
     std::optional<QString> m_text;
     QString m_note;
+    std::optional<ModelFailure> m_failure;
     LatestRun m_run;
+    StopSource m_cancel; ///< of the question under way
 };
 
 } // namespace swabby

@@ -23,6 +23,8 @@ struct SuggestedCache {
 struct VettedCaches {
     std::vector<SuggestedCache> suggestions;
     bool wasSent = false; ///< names and sizes left this computer for it
+    QString host = {};    ///< to where, when the person chose that address; else empty
+    std::optional<ModelFailure> failure = std::nullopt; ///< why not all were answered; none when all were
 };
 
 /// Asks about each of these, one after the other, and tells which one it asks about. After a stop nobody is

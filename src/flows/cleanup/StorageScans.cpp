@@ -192,8 +192,11 @@ QCoro::Task<> StorageScans::quickClean(ScanControl control)
     const VettedCaches vetted = co_await vetCaches(m_ai, unknown.items, vetting);
     if (control.stop.stopRequested())
         co_return;
-    finish(ClutterKind::quickClean,
-           {.items = search.findings.items, .suggestions = vetted.suggestions, .wasSent = vetted.wasSent});
+    finish(ClutterKind::quickClean, {.items = search.findings.items,
+                                     .suggestions = vetted.suggestions,
+                                     .wasSent = vetted.wasSent,
+                                     .host = vetted.host,
+                                     .failure = vetted.failure});
 }
 
 void StorageScans::prepare(const QString &id)

@@ -31,7 +31,10 @@ public:
     struct Findings {
         std::vector<RemovableItem> items = {};        ///< applications without what they leave behind
         std::vector<SuggestedCache> suggestions = {}; ///< other caches and what the assistant thinks of them
-        bool wasSent = false;                       ///< whether names and sizes left this computer for those
+        bool wasSent = false; ///< whether names and sizes left this computer for those
+        QString host = {};    ///< to where, when the person chose that address
+        std::optional<ModelFailure> failure =
+            std::nullopt;                           ///< why the assistant did not answer, if it did not
         std::set<QString> running = {};             ///< the ids of applications that run
         DeveloperCleanup::DockerStatus docker = {}; ///< its rows stay when its item was removed
         QString problem = {}; ///< why nothing was searched, without a full stop; else empty

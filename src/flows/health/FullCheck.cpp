@@ -172,13 +172,18 @@ QCoro::Task<> FullCheck::check(ScanControl control)
     if (result.processToWatch)
         watchedName = result.processToWatch->name;
     const QString totalText = fileByteCount(totalBytes(candidates));
-    const auto summary = co_await m_ai.swabbyCheckSummary(static_cast<qint64>(candidates.size()), totalText,
-                                                          watchedName, result.loginItemsToReview.size());
+    const Asking asking = {control.stop, vetted.failure == ModelFailure::storeLocked ? Unlocking::never
+                                                                                     : Unlocking::mayAsk};
+    const auto summary =
+        co_await m_ai.swabbyCheckSummary(static_cast<qint64>(candidates.size()), totalText, watchedName,
+                                         result.loginItemsToReview.size(), asking);
     if (control.stop.stopRequested())
         co_return;
     result.headline = summary.value.headline;
     result.summary = summary.value.summary;
     result.wasSent = result.wasSent || summary.wasSent;
+    result.host = summary.host;
+    result.failure = summary.failure ? summary.failure : vetted.failure;
 
     finish(std::move(result));
 }

@@ -24,6 +24,10 @@ struct SwabbyCheckResult {
     QString problem; ///< why there is no result, without a full stop; else empty
     /// Whether counts and sizes left this computer for the summary.
     bool wasSent = false;
+    /// To where, when the person chose that address; else empty.
+    QString host;
+    /// Why the assistant did not sum up or judge a folder; none when it did.
+    std::optional<ModelFailure> failure;
 
     /// Everything there is to see, ignored or not.
     qint64 findings() const;

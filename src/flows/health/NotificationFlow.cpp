@@ -2,6 +2,7 @@
 
 #include "engine/ByteCount.h"
 #include "engine/WholeNumber.h"
+#include "platform/HarmlessText.h"
 #include "settings/Settings.h"
 
 #include <QCoroFuture>
@@ -75,7 +76,7 @@ NotificationFlow::NotificationFlow(AppState &state, CloudAI &ai, StorageTotal sc
 Notification NotificationFlow::postNotification(const QString &title, const QString &body,
                                                 MainSection section)
 {
-    const Notification notification = {title, body};
+    const Notification notification = {oneLine(title), oneLine(body)};
     m_state.machine().notifier->post(notification, [self = QPointer(this), section] {
         if (self)
             Q_EMIT self->opened(section);

@@ -16,6 +16,7 @@
 #include "platform/linux/LinuxSecretStore.h"
 #include "platform/linux/LinuxStartupControl.h"
 #include "platform/linux/LinuxStartupSource.h"
+#include "platform/linux/LinuxWords.h"
 #include "platform/linux/LinuxWorkspace.h"
 #include "platform/linux/Session.h"
 #include "platform/posix/FileSettingsStore.h"
@@ -152,6 +153,7 @@ std::shared_ptr<Machine> makeThisComputer()
     machine->clock = std::make_unique<SystemClock>();
     machine->shell = std::make_unique<PosixShell>(machine->stop.token());
     addPlaces(*machine, session);
+    machine->words = linuxWords(fileText("/etc/os-release"), session.autostart.desktops);
     addFigures(*machine);
     addStartup(*machine, session, addPrograms(*machine, session));
     addDesktop(*machine, session);

@@ -30,7 +30,7 @@ constexpr int mostStuckThreads = 4;
 /// Carries the work out on a thread of its own and gives what it gave, or otherwise when that takes longer.
 template <typename Result>
 Result waitBounded(std::function<Result(Keyring &)> work, Result otherwise, Steady::time_point end,
-                   const StopToken &stop)
+                   const StopToken &stop, const StopToken &callers = {})
 {
     if (stuckThreads >= mostStuckThreads || stop.stopRequested())
         return otherwise;
@@ -51,7 +51,7 @@ Result waitBounded(std::function<Result(Keyring &)> work, Result otherwise, Stea
     const auto isDone = [&] { return call->result.has_value(); };
     constexpr std::chrono::milliseconds glance{50};
     std::unique_lock lock(call->mutex);
-    while (!isDone() && Steady::now() < end && !stop.stopRequested())
+    while (!isDone() && Steady::now() < end && !stop.stopRequested() && !callers.stopRequested())
         call->changed.wait_for(lock, glance, isDone);
     if (!isDone())
         call->keyring->callOff();
@@ -89,13 +89,16 @@ LinuxSecretStore::LinuxSecretStore(std::string sessionBus, Patience patience, St
 {
 }
 
-std::optional<QString> LinuxSecretStore::read(const QString &account)
+SecretReading LinuxSecretStore::read(const QString &account, Unlocking unlocking, const StopToken &stop)
 {
-    const auto end = Steady::now() + m_patience.reading;
-    if (!hasSecretService(m_sessionBus, end, m_stop))
-        return std::nullopt;
-    return waitBounded<std::optional<QString>>([account](Keyring &keyring) { return keyring.read(account); },
-                                               std::nullopt, end, m_stop);
+    const auto now = Steady::now();
+    if (!hasSecretService(m_sessionBus, now + m_patience.reading, m_stop))
+        return {};
+    const bool mayAsk = unlocking == Unlocking::mayAsk;
+    return waitBounded<SecretReading>(
+        [account, unlocking](Keyring &keyring) { return keyring.read(account, unlocking); },
+        {.value = std::nullopt, .keeper = SecretReading::Keeper::silent},
+        now + (mayAsk ? m_patience.asking : m_patience.reading), m_stop, stop);
 }
 
 bool LinuxSecretStore::write(const QString &value, const QString &account)

@@ -4,6 +4,7 @@
 #include "platform/posix/WholeFile.h"
 
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QJsonDocument>
 
 namespace swabby {
@@ -50,10 +51,14 @@ QString FolderLoginService::unregister()
     return {};
 }
 
-std::optional<QString> FolderSecretStore::read(const QString &account)
+SecretReading FolderSecretStore::read(const QString &account, Unlocking /*unlocking*/,
+                                      const StopToken & /*stop*/)
 {
+    const QFileInfo file(m_file);
+    if (file.exists() && !file.isReadable())
+        return {.value = std::nullopt, .keeper = SecretReading::Keeper::locked};
     const QJsonValue secret = ownObject(m_file).value(account);
-    return secret.isString() ? std::optional(secret.toString()) : std::nullopt;
+    return {secret.isString() ? std::optional(secret.toString()) : std::nullopt};
 }
 
 bool FolderSecretStore::write(const QString &value, const QString &account)

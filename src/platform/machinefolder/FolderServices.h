@@ -52,7 +52,7 @@ private:
 class FolderSecretStore final : public SecretStore {
 public:
     explicit FolderSecretStore(QString file) : m_file(std::move(file)) {}
-    std::optional<QString> read(const QString &account) override;
+    SecretReading read(const QString &account, Unlocking unlocking, const StopToken &stop) override;
     bool write(const QString &value, const QString &account) override;
     void remove(const QString &account) override;
 

@@ -10,6 +10,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <poll.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -72,6 +73,21 @@ bool readAll(int descriptor, const StopToken &own, const StopToken &callers, std
             return true;
         else if (errno != EINTR && errno != EAGAIN)
             return true;
+    }
+}
+
+/// Hands it all over, unless nobody takes it any more or one of the tokens stops first.
+void sendAll(int socket, std::string_view input, const StopToken &own, const StopToken &callers)
+{
+    while (!input.empty() && !own.stopRequested() && !callers.stopRequested()) {
+        pollfd watched[3] = {
+            {socket, POLLOUT, 0}, {own.descriptor(), POLLIN, 0}, {callers.descriptor(), POLLIN, 0}};
+        ::poll(watched, 3, -1);
+        const ssize_t count = ::send(socket, input.data(), input.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+        if (count > 0)
+            input.remove_prefix(static_cast<std::size_t>(count));
+        else if (errno != EINTR && errno != EAGAIN)
+            return;
     }
 }
 
@@ -145,6 +161,28 @@ std::optional<std::string> PosixShell::runWith(const Variables &variables, const
     waitForEnd(child, m_stop, stop);
     if (output != ToolOutput::fileNames && !isUtf8(text))
         return std::nullopt;
+    return text;
+}
+
+std::string PosixShell::converse(const std::string &executable, std::string_view input, const StopToken &stop)
+{
+    int ends[2] = {-1, -1};
+    if (m_stop.stopRequested() || stop.stopRequested() ||
+        ::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
+        return {};
+    const Descriptor own(ends[0]);
+    Descriptor childs(ends[1]);
+    const pid_t child = startChild({executable, {}, environmentFor({})},
+                                   {.input = childs.number(), .output = childs.number()});
+    childs.reset();
+    if (child < 0)
+        return {};
+    sendAll(own.number(), input, m_stop, stop);
+    ::shutdown(own.number(), SHUT_WR);
+    std::string text;
+    readAll(own.number(), m_stop, stop, text);
+    ::kill(-child, SIGKILL);
+    waitForEnd(child, m_stop, stop);
     return text;
 }
 

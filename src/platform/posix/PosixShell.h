@@ -3,6 +3,7 @@
 #include "platform/Shell.h"
 
 #include <functional>
+#include <string_view>
 #include <utility>
 
 namespace swabby {
@@ -22,6 +23,11 @@ public:
                                    const StopToken &stop = {}) override;
     bool has(const std::string &executable) override;
     bool launch(const std::string &executable, const std::vector<std::string> &arguments) override;
+
+    /// Starts a program of Swabby's own, hands it the input and gives what it writes until it ends: what came
+    /// so far when stop is requested, nothing when it could not be started. What it started ends with it.
+    /// Blocks for as long as it runs.
+    std::string converse(const std::string &executable, std::string_view input, const StopToken &stop);
 
     /// As run(), with variables; started tells whether the tool could be started.
     std::optional<std::string> runWith(const Variables &variables, const std::string &executable,

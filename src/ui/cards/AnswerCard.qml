@@ -23,6 +23,13 @@ Card {
         }
     }
 
+    AssistantTroubleNote {
+        width: parent.width
+        trouble: card.view.trouble
+        onRetried: card.view.askAgain()
+        onSettingsWanted: card.view.openAssistantSettings()
+    }
+
     Item {
         width: parent.width
         height: Math.max(note.height, card.hasOffer ? button.height : 0)

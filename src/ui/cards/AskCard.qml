@@ -97,18 +97,12 @@ Item {
             }
         }
 
-        Row {
-            spacing: 10
+        AssistantWait {
+            text: card.view.waitingText
             visible: card.view.isAsking
-
-            Spinner {
-                anchors.verticalCenter: parent.verticalCenter
-            }
-
-            PlainLabel {
-                anchors.verticalCenter: parent.verticalCenter
-                text: card.view.waitingText
-                color: Theme.secondary
+            onCancelled: {
+                card.view.cancel();
+                field.forceActiveFocus();
             }
         }
 

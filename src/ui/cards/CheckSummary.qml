@@ -48,6 +48,14 @@ Card {
         visible: card.check.isAllClear
     }
 
+    AssistantTroubleNote {
+        width: parent.width
+        topPadding: 6
+        trouble: card.check.trouble
+        onRetried: card.check.run()
+        onSettingsWanted: card.check.openAssistantSettings()
+    }
+
     Paragraph {
         width: parent.width
         topPadding: 2

@@ -8,7 +8,9 @@ Card {
     required property RemovableList list
     property string actionLabel
     property string note
+    property assistantTrouble trouble
 
+    signal settingsWanted
     signal begun
     signal stopped
     signal toggled(string id, bool isSelected)
@@ -46,6 +48,15 @@ Card {
         text: card.list.text.empty
         wrapMode: Text.Wrap
         visible: text !== ""
+    }
+
+    AssistantTroubleNote {
+        width: parent.width
+        topPadding: 6
+        trouble: card.trouble
+        visible: trouble.reason !== "" && !card.list.text.isScanning
+        onRetried: card.begun()
+        onSettingsWanted: card.settingsWanted()
     }
 
     Paragraph {

@@ -76,8 +76,9 @@ QString summaryText(const SwabbyCheckResult &result)
 
 QString sentText(const SwabbyCheckResult &result)
 {
-    return result.wasSent ? QStringLiteral("Sent to Claude for this: counts and sizes, and the names of the "
+    return result.wasSent ? QStringLiteral("Sent to %1 for this: counts and sizes, and the names of the "
                                            "app to watch and of cache folders nobody knew.")
+                                .arg(result.host.isEmpty() ? QStringLiteral("Claude") : result.host)
                           : QString();
 }
 

@@ -128,12 +128,12 @@ QString queueNoteText(bool isEmpty)
                : QString();
 }
 
-QString suggestionsNoteText(bool wasSent)
+QString suggestionsNoteText(bool wasSent, const QString &host)
 {
-    return wasSent
-               ? QStringLiteral("The suggestions were checked by Claude — only the folders' names and sizes "
-                                "were sent.")
-               : QString();
+    return wasSent ? QStringLiteral("The suggestions were checked by %1 — only the folders' names and sizes "
+                                    "were sent.")
+                         .arg(host.isEmpty() ? QStringLiteral("Claude") : host)
+                   : QString();
 }
 
 QString itemCountText(std::int64_t count)

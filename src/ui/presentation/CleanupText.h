@@ -89,8 +89,9 @@ void describeApplication(RemovableRowText &row, const RemovableItem &item, const
 QString totalText(std::int64_t totalBytes);
 /// What the queue is for, while it is empty.
 QString queueNoteText(bool isEmpty);
-/// What left this computer for the suggestions; empty when nothing did.
-QString suggestionsNoteText(bool wasSent);
+/// What left this computer for the suggestions, and to where if the person chose that; empty when nothing
+/// did.
+QString suggestionsNoteText(bool wasSent, const QString &host);
 
 /// "1 item", "3 items".
 QString itemCountText(std::int64_t count);

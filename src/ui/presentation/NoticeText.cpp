@@ -18,6 +18,8 @@ QString noticeText(Notice notice, const QString &name)
     case Notice::notThere:
         return QStringLiteral("Nothing is at ") + oneLine(name) +
                QStringLiteral(" yet. What comes there will be kept.");
+    case Notice::notTaken:
+        return QStringLiteral("That was not kept; it takes ") + oneLine(name) + QLatin1Char('.');
     case Notice::nothingToShowWith:
         return QStringLiteral("There is nothing here to show that with.");
     case Notice::notQuit:

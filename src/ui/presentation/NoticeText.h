@@ -11,6 +11,7 @@ enum class Notice {
     notFollowed,       ///< by the system, of a setting that it keeps
     notAPath,          ///< what was typed
     notThere,          ///< at the named path
+    notTaken,          ///< what was typed; the name is what is taken
     nothingToShowWith, ///< a file or the system's settings
     notQuit,           ///< the named program
     isGone,            ///< the named program, before it was quit

@@ -1,14 +1,10 @@
 #pragma once
 
-#include <QtCore/QString>
+#include "platform/HarmlessText.h"
 
 #include <optional>
 
 namespace swabby {
-
-/// A name as one harmless line: control characters, line breaks and characters that turn the reading
-/// direction around become blanks. Names of programs are written by anybody.
-QString oneLine(const QString &name);
 
 /// Words of the program that leave out the full stop, with it, and harmless like a name.
 QString sentence(const QString &words);

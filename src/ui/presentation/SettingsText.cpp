@@ -1,5 +1,6 @@
 #include "ui/presentation/SettingsText.h"
 
+#include "ai/ModelText.h"
 #include "engine/TimeText.h"
 
 #include <QtCore/QDir>
@@ -57,6 +58,18 @@ SwitchSetting assistantSetting(const Settings &settings)
         QLatin1String(setting<"aiEnabled">.name), QStringLiteral("Use the AI assistant"),
         QStringLiteral("It explains programs and answers questions. Without it nothing is sent anywhere."),
         settings.value(setting<"aiEnabled">)};
+}
+
+TextSetting modelSetting(const Settings &settings)
+{
+    return {QLatin1String(setting<"aiModel">.name), QStringLiteral("Model"), QLatin1String(builtInModel),
+            settings.value(setting<"aiModel">)};
+}
+
+TextSetting addressSetting(const Settings &settings)
+{
+    return {QLatin1String(setting<"aiAddress">.name), QStringLiteral("Address"),
+            QStringLiteral("The maker's own"), settings.value(setting<"aiAddress">)};
 }
 
 SwitchSetting loginSetting(bool isOn)
@@ -123,7 +136,18 @@ QString snoozeSentence(const std::optional<double> &until, double now, const QLo
     return QStringLiteral("Notifications are silent until %1.").arg(timeOfDayToTheMinute(time, locale));
 }
 
-QString keySentence(KeyStanding standing, bool isBusy)
+QString whatIsSentText()
+{
+    return QStringLiteral(
+        "With a question: the figures and the busiest programs' names.\n"
+        "With an explanation: that program's name, path and load, or that startup item's label and path.\n"
+        "With a full check: counts, sizes and the name of the app to watch.\n"
+        "There and on the storage page: names and sizes of cache folders that Swabby does not know.\n"
+        "Once a week: two numbers for the summary.\n"
+        "Never what is in your files.");
+}
+
+QString keySentence(KeyStanding standing, bool isBusy, const QString &reason)
 {
     switch (standing) {
     case KeyStanding::unknown:
@@ -131,7 +155,16 @@ QString keySentence(KeyStanding standing, bool isBusy)
     case KeyStanding::none:
         return QStringLiteral("No key of yours is stored.");
     case KeyStanding::stored:
-        return QStringLiteral("Your key is stored with your passwords.");
+        return isBusy ? QStringLiteral("Your key is stored with your passwords. Trying it…")
+                      : QStringLiteral("Your key is stored with your passwords.");
+    case KeyStanding::works:
+        return QStringLiteral("Your key is stored with your passwords, and it works.");
+    case KeyStanding::worksNot:
+        return QStringLiteral("Your key is stored with your passwords, but trying it failed. ") + reason;
+    case KeyStanding::locked:
+        return QStringLiteral(
+            "Your password store is locked or does not answer, so it cannot be told whether "
+            "a key is stored.");
     case KeyStanding::notKept:
         return QStringLiteral("The key could not be kept, so it was stored nowhere.");
     case KeyStanding::notRemoved:

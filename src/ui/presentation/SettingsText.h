@@ -60,6 +60,27 @@ public:
     bool operator==(const SwitchSetting &) const = default;
 };
 
+/// A setting that is a line of text, as its field shows it.
+struct TextSetting {
+    Q_GADGET
+    QML_VALUE_TYPE(textSetting)
+    Q_PROPERTY(QString key MEMBER key)
+    Q_PROPERTY(QString label MEMBER label)
+    Q_PROPERTY(QString placeholder MEMBER placeholder)
+    Q_PROPERTY(QString value MEMBER value)
+
+public:
+    QString key;
+    QString label;
+    QString placeholder; ///< what stands for nothing
+    QString value;
+
+    bool operator==(const TextSetting &) const = default;
+};
+
+TextSetting modelSetting(const Settings &settings);
+TextSetting addressSetting(const Settings &settings);
+
 SwitchSetting dockSetting(const Settings &settings);
 SwitchSetting redNotificationSetting(const Settings &settings);
 SwitchSetting storageNotificationSetting(const Settings &settings);
@@ -77,10 +98,14 @@ bool isSnoozed(const std::optional<double> &until, double now);
 /// "Notifications are silent until 10:15 AM.", or that nothing is snoozed at that moment. Seconds since 1970.
 QString snoozeSentence(const std::optional<double> &until, double now, const QLocale &locale);
 
-/// How it stands with the person's own key.
-enum class KeyStanding { unknown, none, stored, notKept, notRemoved };
-/// Whether there is a key, or what went wrong; empty while nobody has looked.
-QString keySentence(KeyStanding standing, bool isBusy);
+/// What is sent to the assistant, and when.
+QString whatIsSentText();
+
+/// How it stands with the person's own key. Stored comes first while it is tried, then working or refused.
+enum class KeyStanding { unknown, none, stored, works, worksNot, locked, notKept, notRemoved };
+/// Whether there is a key, or what went wrong; empty while nobody has looked. The reason is why it does not
+/// work.
+QString keySentence(KeyStanding standing, bool isBusy, const QString &reason = {});
 /// In the field for the key.
 QString keyPlaceholder(bool isStored);
 

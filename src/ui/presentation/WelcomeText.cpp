@@ -10,7 +10,9 @@ QList<WelcomePoint> welcomePoints(bool hasMenuBarItem)
          QStringLiteral("Green is fine, yellow is busy, red needs you.")},
         {QStringLiteral("checkmark.seal"), QStringLiteral("One tap checks everything"), untilConfirmedText()},
         {QStringLiteral("sparkles"), QStringLiteral("Ask in your own words"),
-         QStringLiteral("Only figures and names are sent, never what is in your files.")},
+         QStringLiteral(
+             "Only figures, names and paths are sent, and two numbers once a week; never what is in "
+             "your files.")},
     };
 }
 

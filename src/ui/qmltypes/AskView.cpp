@@ -22,7 +22,7 @@ void AskView::setQuestion(const QString &question)
 
 QStringList AskView::suggestions() const
 {
-    QStringList others = AskFlow::suggestions();
+    QStringList others = m_flow.suggestions();
     others.removeAll(m_asked);
     return others;
 }
@@ -36,10 +36,16 @@ void AskView::ask()
     m_flow.ask(m_asked);
 }
 
+void AskView::askAgain()
+{
+    m_flow.ask(m_asked);
+}
+
 void AskView::followFlow()
 {
     if (!m_flow.isAsking() && m_flow.explanation())
-        m_answer = {*m_flow.explanation(), m_flow.appToQuit().value_or(QString()), m_flow.note()};
+        m_answer = {*m_flow.explanation(), m_flow.appToQuit().value_or(QString()), m_flow.note(),
+                    AssistantTrouble(m_flow.failure())};
     Q_EMIT changed();
 }
 

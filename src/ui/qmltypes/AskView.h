@@ -1,6 +1,8 @@
 #pragma once
 
 #include "flows/ai/AskFlow.h"
+#include "platform/HarmlessText.h"
+#include "ui/qmltypes/AssistantTrouble.h"
 #include "ui/qmltypes/ConfirmationView.h"
 #include "ui/qmltypes/WindowContext.h"
 
@@ -16,6 +18,7 @@ struct ShownAnswer {
     QString explanation;
     QString appToQuit; ///< as it was written; empty for none
     QString note;
+    AssistantTrouble trouble = {};
 };
 
 /// The card that answers questions about the machine.
@@ -31,6 +34,7 @@ class AskView : public QObject {
     Q_PROPERTY(bool hasAnswer READ hasAnswer NOTIFY changed)
     Q_PROPERTY(QString explanation READ explanation NOTIFY changed)
     Q_PROPERTY(QString note READ note NOTIFY changed)
+    Q_PROPERTY(swabby::AssistantTrouble trouble READ trouble NOTIFY changed)
     Q_PROPERTY(QString quitLabel READ quitLabel NOTIFY changed)
     Q_PROPERTY(QString notice READ notice NOTIFY changed)
     Q_PROPERTY(swabby::ConfirmationView *confirmation READ confirmation CONSTANT)
@@ -47,8 +51,9 @@ public:
     /// All but the one that was asked last.
     QStringList suggestions() const;
     bool hasAnswer() const { return m_answer.has_value(); }
-    QString explanation() const { return m_answer ? m_answer->explanation : QString(); }
+    QString explanation() const { return m_answer ? harmlessLines(m_answer->explanation) : QString(); }
     QString note() const { return m_answer ? m_answer->note : QString(); }
+    AssistantTrouble trouble() const { return m_answer ? m_answer->trouble : AssistantTrouble(); }
     /// "Quit Render Studio"; empty when the answer names no program, or one that the session stands on.
     QString quitLabel() const;
     /// A quiet word about an offer that came to nothing; mostly empty.
@@ -57,6 +62,11 @@ public:
 
     /// Asks what stands in the field. Nothing happens for blanks or while a question is being answered.
     Q_INVOKABLE void ask();
+    /// Ends the question under way.
+    Q_INVOKABLE void cancel() { m_flow.cancel(); }
+    /// Asks the last question again.
+    Q_INVOKABLE void askAgain();
+    Q_INVOKABLE void openAssistantSettings() { m_context.openAssistantSettings(); }
     /// Asks back before quitting the program that the answer names.
     Q_INVOKABLE void quitApp();
 

@@ -4,6 +4,7 @@
 #include "settings/Settings.h"
 #include "ui/presentation/CheckText.h"
 #include "ui/presentation/PlainWords.h"
+#include "ui/qmltypes/AssistantTrouble.h"
 #include "ui/qmltypes/RemovableList.h"
 #include "ui/qmltypes/WindowContext.h"
 
@@ -27,6 +28,7 @@ class CheckView : public QObject {
     Q_PROPERTY(QString headline READ headline NOTIFY changed)
     Q_PROPERTY(QString summary READ summary NOTIFY changed)
     Q_PROPERTY(QString sentNote READ sentNote NOTIFY changed)
+    Q_PROPERTY(swabby::AssistantTrouble trouble READ trouble NOTIFY changed)
     Q_PROPERTY(bool isAllClear READ isAllClear NOTIFY changed)
     Q_PROPERTY(swabby::RemovableList *candidates READ candidates CONSTANT)
     Q_PROPERTY(QString removeLabel READ removeLabel NOTIFY changed)
@@ -53,6 +55,7 @@ public:
     Q_INVOKABLE void disable(const QString &id);
     Q_INVOKABLE void ignore(const QString &id) { m_check.dismiss(id); }
     Q_INVOKABLE void explain();
+    Q_INVOKABLE void openAssistantSettings() { m_context.openAssistantSettings(); }
     Q_INVOKABLE void quit();
 
     bool isScanning() const { return m_isBeginning || m_check.phase() == FullCheck::Phase::scanning; }
@@ -65,8 +68,9 @@ public:
         return namesSentText(Settings(*m_context.state.machine().settings).value(setting<"aiEnabled">));
     }
     QString headline() const { return oneLine(m_check.result().headline); }
-    QString summary() const { return summaryText(m_check.result()); }
+    QString summary() const { return harmlessLines(summaryText(m_check.result())); }
     QString sentNote() const { return sentText(m_check.result()); }
+    AssistantTrouble trouble() const { return AssistantTrouble(m_check.result().failure); }
     bool isAllClear() const { return m_check.result().findings() == 0; }
     RemovableList *candidates() { return &m_candidates; }
     QString removeLabel() const { return m_check.removeLabel(); }

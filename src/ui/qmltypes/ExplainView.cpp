@@ -26,6 +26,18 @@ void ExplainView::showExplanation(const ExplainRequest &request, const QString &
     Q_EMIT changed();
 }
 
+void ExplainView::cancel()
+{
+    if (m_flow)
+        m_flow->cancel();
+}
+
+void ExplainView::loadAgain()
+{
+    if (m_flow)
+        m_flow->load();
+}
+
 void ExplainView::act()
 {
     if (!m_flow)

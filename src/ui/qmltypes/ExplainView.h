@@ -1,7 +1,9 @@
 #pragma once
 
 #include "flows/ai/ExplainFlow.h"
+#include "platform/HarmlessText.h"
 #include "ui/presentation/ExplainText.h"
+#include "ui/qmltypes/AssistantTrouble.h"
 #include "ui/qmltypes/WindowContext.h"
 
 #include <QtCore/QObject>
@@ -24,6 +26,7 @@ class ExplainView : public QObject {
     Q_PROPERTY(QString waitingText READ waitingText CONSTANT)
     Q_PROPERTY(QString text READ text NOTIFY changed)
     Q_PROPERTY(QString note READ note NOTIFY changed)
+    Q_PROPERTY(swabby::AssistantTrouble trouble READ trouble NOTIFY changed)
 
 public:
     ExplainView(const UserInterfaceContext &context, ConfirmationView &confirmation, QObject *parent);
@@ -38,9 +41,18 @@ public:
     ExplainText subject() const { return m_flow ? explainText(m_flow->request()) : ExplainText(); }
     bool isLoading() const { return m_flow && m_flow->isLoading(); }
     QString waitingText() const { return ExplainFlow::waitingText(); }
-    QString text() const { return m_flow ? m_flow->text().value_or(m_text) : QString(); }
+    QString text() const { return m_flow ? harmlessLines(m_flow->text().value_or(m_text)) : QString(); }
     QString note() const { return m_flow && m_note.isEmpty() ? m_flow->note() : m_note; }
 
+    AssistantTrouble trouble() const
+    {
+        return m_flow ? AssistantTrouble(m_flow->failure()) : AssistantTrouble();
+    }
+
+    /// Ends the question under way.
+    Q_INVOKABLE void cancel();
+    Q_INVOKABLE void loadAgain();
+    Q_INVOKABLE void openAssistantSettings() { m_context.openAssistantSettings(); }
     Q_INVOKABLE void act();
     Q_INVOKABLE void close();
 

@@ -16,8 +16,7 @@ QString notStoredText(const QString &problem)
 
 } // namespace
 
-SettingsView::SettingsView(const UserInterfaceContext &context)
-    : m_context(context), m_key(context.state.sharedMachine(), context.systemCalls, this)
+SettingsView::SettingsView(const UserInterfaceContext &context) : m_context(context), m_key(context, this)
 {
     connect(&m_context.state, &AppState::changed, this, &SettingsView::changed);
     connect(this, &SettingsView::tabChanged, this, [this] {
@@ -44,6 +43,8 @@ void SettingsView::read()
     m_redNotification = redNotificationSetting(settings);
     m_storageNotification = storageNotificationSetting(settings);
     m_assistant = assistantSetting(settings);
+    m_model = modelSetting(settings);
+    m_address = addressSetting(settings);
     m_isCompact = settings.value(setting<"rowDensity">) == RowDensity::compact;
     m_neverRemove = settings.value(setting<"neverRemove">);
     const QString problem = settings.neverRemove(m_context.state.machine().places.home).problem;
@@ -94,6 +95,21 @@ void SettingsView::toggle(const QString &key)
             changed->isOn = !changed->isOn;
             write(*Settings::find(key), changed->isOn);
         }
+}
+
+void SettingsView::setText(const QString &name, const QString &typed)
+{
+    const SettingKey &key = *Settings::find(name);
+    const QString text = typed.trimmed();
+    const QJsonValue value = Settings::parse(key, text);
+    if (value.isUndefined()) {
+        m_notice = noticeText(Notice::notTaken, Settings::expectedText(key));
+        Q_EMIT changed();
+        return;
+    }
+    for (TextSetting *changed : {&m_model, &m_address})
+        if (changed->key == name && std::exchange(changed->value, text) != text)
+            write(key, text.isEmpty() ? QJsonValue(QJsonValue::Undefined) : value);
 }
 
 void SettingsView::setNumber(const QString &name, double value)

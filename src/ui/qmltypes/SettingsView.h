@@ -29,6 +29,9 @@ class SettingsView : public QObject {
     Q_PROPERTY(swabby::SwitchSetting redNotification MEMBER m_redNotification NOTIFY changed)
     Q_PROPERTY(swabby::SwitchSetting storageNotification MEMBER m_storageNotification NOTIFY changed)
     Q_PROPERTY(swabby::SwitchSetting assistant MEMBER m_assistant NOTIFY changed)
+    Q_PROPERTY(swabby::TextSetting model MEMBER m_model NOTIFY changed)
+    Q_PROPERTY(swabby::TextSetting address MEMBER m_address NOTIFY changed)
+    Q_PROPERTY(QString whatIsSent READ whatIsSent CONSTANT)
     Q_PROPERTY(swabby::SliderSetting reminder MEMBER m_reminder NOTIFY changed)
     Q_PROPERTY(QStringList neverRemove MEMBER m_neverRemove NOTIFY changed)
     Q_PROPERTY(QString notice READ notice NOTIFY changed)
@@ -55,10 +58,15 @@ public:
     }
     /// What became of the last change, else why nothing can be stored or removed; empty when all is well.
     QString notice() const { return m_notice.isEmpty() ? m_problem : m_notice; }
+    QString whatIsSent() const { return whatIsSentText(); }
     QString about() const { return aboutText(QCoreApplication::applicationVersion()); }
 
     /// Stores the other position of the switch with that key.
     Q_INVOKABLE void toggle(const QString &key);
+    /// Stores what was typed, or a word about it when it is none that the setting takes; nothing removes.
+    Q_INVOKABLE void setText(const QString &name, const QString &typed);
+    /// Turns to what is about the assistant.
+    void showAssistant() { setProperty("tab", assistantTab); }
     /// Stores a figure, brought onto its slider's steps.
     Q_INVOKABLE void setNumber(const QString &name, double value);
     Q_INVOKABLE void setCompact(bool isCompact);
@@ -81,6 +89,8 @@ Q_SIGNALS:
     void tabChanged();
 
 private:
+    static constexpr int assistantTab = 3; ///< in SettingsWindow.qml
+
     void read();
     /// Stores, or removes for an undefined value.
     void write(const SettingKey &key, const QJsonValue &value);
@@ -95,6 +105,8 @@ private:
     RowModel m_thresholds{this};
     QList<SliderSetting> m_sliders;
     SliderSetting m_reminder;
+    TextSetting m_model;
+    TextSetting m_address;
     QStringList m_neverRemove;
     QString m_notice;
     QString m_problem;

@@ -2,6 +2,7 @@
 
 #include "engine/ByteCount.h"
 #include "flows/cleanup/StorageScans.h"
+#include "ui/qmltypes/AssistantTrouble.h"
 #include "ui/qmltypes/RemovableList.h"
 #include "ui/qmltypes/WindowContext.h"
 
@@ -28,6 +29,7 @@ class StorageView : public QObject {
     Q_PROPERTY(QString queueText READ queueText NOTIFY changed)
     Q_PROPERTY(bool canCleanUp READ canCleanUp NOTIFY changed)
     Q_PROPERTY(QString sentNote READ sentNote NOTIFY changed)
+    Q_PROPERTY(swabby::AssistantTrouble trouble READ trouble NOTIFY changed)
     Q_PROPERTY(swabby::RemovableList *quickClean READ quickClean CONSTANT)
     Q_PROPERTY(swabby::RemovableList *duplicates READ duplicates CONSTANT)
     Q_PROPERTY(swabby::RemovableList *forgottenFiles READ forgottenFiles CONSTANT)
@@ -41,6 +43,7 @@ public:
     Q_INVOKABLE void scan(swabby::RemovableList *list);
     Q_INVOKABLE void stop(swabby::RemovableList *list);
     Q_INVOKABLE void setSelected(const QString &id, bool isSelected);
+    Q_INVOKABLE void openAssistantSettings() { m_context.openAssistantSettings(); }
     /// Asks before everything in the queue goes.
     Q_INVOKABLE void cleanUp() { ask(m_queue); }
     /// Looks for what goes with an application, then asks.
@@ -64,7 +67,13 @@ public:
     /// What left this computer for the suggestions; empty when nothing did.
     QString sentNote() const
     {
-        return suggestionsNoteText(m_scans.findings(ClutterKind::quickClean).wasSent);
+        const StorageScans::Findings &found = m_scans.findings(ClutterKind::quickClean);
+        return suggestionsNoteText(found.wasSent, found.host);
+    }
+    /// Why the suggestions are none of the assistant's.
+    AssistantTrouble trouble() const
+    {
+        return AssistantTrouble(m_scans.findings(ClutterKind::quickClean).failure);
     }
     RemovableList *quickClean() { return &m_quickClean; }
     RemovableList *duplicates() { return &m_duplicates; }

@@ -43,6 +43,8 @@ struct UserInterfaceContext {
     std::function<void()> openMainWindow = [] {};
     std::function<void()> openAskWindow = [] {};
     std::function<void()> openSettingsWindow = [] {};
+    /// The settings, at what is about the assistant.
+    std::function<void()> openAssistantSettings = [] {};
 };
 
 } // namespace swabby

@@ -35,6 +35,8 @@ ScrollPage {
     ClutterCard {
         list: page.storage.quickClean
         note: page.storage.sentNote
+        trouble: page.storage.trouble
+        onSettingsWanted: page.storage.openAssistantSettings()
     }
 
     ClutterCard {

@@ -54,25 +54,24 @@ Sheet {
         }
     ]
 
-    Row {
-        spacing: 10
+    AssistantWait {
+        text: sheet.explanation.waitingText
         visible: sheet.explanation.isLoading
-
-        Spinner {
-            anchors.verticalCenter: parent.verticalCenter
-        }
-
-        PlainLabel {
-            anchors.verticalCenter: parent.verticalCenter
-            text: sheet.explanation.waitingText
-            color: Theme.secondary
-        }
+        onCancelled: sheet.explanation.cancel()
     }
 
     Paragraph {
         width: parent.width
         text: sheet.explanation.text
-        visible: text !== ""
+        visible: text !== "" && !sheet.explanation.isLoading
+    }
+
+    AssistantTroubleNote {
+        width: parent.width
+        trouble: sheet.explanation.trouble
+        visible: trouble.reason !== "" && !sheet.explanation.isLoading
+        onRetried: sheet.explanation.loadAgain()
+        onSettingsWanted: sheet.explanation.openAssistantSettings()
     }
 
     Item {

@@ -1,5 +1,7 @@
 #include "flows/ai/AskFlow.h"
+#include "flows/ai/AssistantNotes.h"
 #include "flows/ai/ExplainFlow.h"
+#include "platform/posix/EnvironmentKey.h"
 #include "support/LoopbackServer.h"
 #include "support/TemporaryMachine.h"
 
@@ -30,7 +32,11 @@ class AssistantFlowsTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { qunsetenv("ANTHROPIC_API_KEY"); }
+    void init()
+    {
+        qunsetenv("ANTHROPIC_API_KEY");
+        takeKeyFromEnvironment();
+    }
 
     void oneQuestionAtATime()
     {
@@ -66,6 +72,7 @@ private Q_SLOTS:
         QVERIFY(waitUntil(answered));
         QCOMPARE(flow.explanation(), u"Couldn't come up with an answer right now."_qs);
         QCOMPARE(flow.note(), sent); // it was, all the same
+        QCOMPARE(flow.failure(), ModelFailure::busy);
         QCOMPARE(server.requests().size(), 3);
     }
 
@@ -99,13 +106,23 @@ private Q_SLOTS:
     {
         TemporaryMachine folder;
         CloudAI ai(folder.open(), {});
-        for (const bool isFirst : {true, false}) {
+        for (const bool isCancelled : {false, true, false}) {
             ExplainFlow flow(ExplainRequest{LoginItem()}, ai);
             flow.load();
+            if (isCancelled)
+                flow.cancel();
             QVERIFY(waitUntil([&] { return !flow.isLoading(); }));
             QCOMPARE(flow.text(), u"Couldn't get an explanation right now."_qs);
-            QCOMPARE(flow.note().contains(u"key"_qs), isFirst);
+            QCOMPARE(flow.failure(), isCancelled ? ModelFailure::cancelled : ModelFailure::noAssistant);
         }
+        // Each reason is a sentence of its own.
+        QSet<QString> reasons;
+        for (int failure = 0; failure <= static_cast<int>(ModelFailure::cancelled); ++failure)
+            reasons.insert(AssistantNotes::reason(static_cast<ModelFailure>(failure)));
+        QCOMPARE(reasons.size(), static_cast<int>(ModelFailure::cancelled) + 1);
+        QVERIFY(!reasons.contains(QString()));
+        QCOMPARE(AssistantNotes::sentForAnswer(u"model.example"_qs),
+                 u"Sent to model.example to generate this answer."_qs);
     }
 };
 

@@ -48,6 +48,7 @@ public:
         machine->clock = std::make_unique<SystemClock>();
         machine->places.applicationData = QString::fromStdString(files.path("home/.local/share/Swabby"));
         machine->shell = std::make_unique<PosixShell>(machine->stop.token());
+        machine->disposal = std::make_unique<LinuxDisposal>(folders.data, *machine->clock);
         machine->cleanup = linuxCleanupPlaces(folders);
         machine->applications = std::make_unique<LinuxApplicationSource>(source());
         machine->runningApplications = std::make_unique<LinuxRunningApplications>(

@@ -72,6 +72,17 @@ private:
     QProcess m_daemon;
 };
 
+SecretReading reading(LinuxSecretStore store, Unlocking unlocking = Unlocking::never,
+                      const QString &whose = account)
+{
+    return store.read(whose, unlocking, {});
+}
+
+std::optional<QString> read(const LinuxSecretStore &store, const QString &whose = account)
+{
+    return reading(store, Unlocking::never, whose).value;
+}
+
 qint64 millisecondsFor(const std::function<void()> &work)
 {
     QElapsedTimer clock;
@@ -104,11 +115,11 @@ private Q_SLOTS:
     {
         const Keyring keyring;
         QVERIFY(keyring.isRunning);
-        QCOMPARE(store().read(account), std::nullopt);
+        QCOMPARE(read(store()), std::nullopt);
         for (const QString &secret :
              {u"sk-one"_qs, u"sk-two"_qs, QString::fromUtf8("sk-ünï 🧹 \" \\"), u""_qs}) {
             QVERIFY(store().write(secret, account));
-            QCOMPARE(store().read(account), secret);
+            QCOMPARE(read(store()), secret);
             QCOMPARE(secretTool(u"search"_qs).count("label = "), 1);
             QCOMPARE(secretTool(u"lookup"_qs), secret.toUtf8());
         }
@@ -116,23 +127,23 @@ private Q_SLOTS:
         QVERIFY(store().write(u"other"_qs, u"another"_qs));
         store().remove(account);
         store().remove(account); // no failure
-        QCOMPARE(store().read(account), std::nullopt);
-        QCOMPARE(store().read(u"another"_qs), u"other"_qs);
+        QCOMPARE(read(store()), std::nullopt);
+        QCOMPARE(read(store(), u"another"_qs), u"other"_qs);
     }
 
     void anItemMadeByHandIsTheSameItem()
     {
         const Keyring keyring;
         secretTool(u"store"_qs, "sk-hand");
-        QCOMPARE(store().read(account), u"sk-hand"_qs);
+        QCOMPARE(read(store()), u"sk-hand"_qs);
         QVERIFY(store().write(u"sk-mine"_qs, account));
         const QByteArray found = secretTool(u"search"_qs);
         QCOMPARE(found.count("label = "), 1);
         QVERIFY(found.contains("label = by hand") && found.contains("secret = sk-mine"));
         secretTool(u"store"_qs, "\xff\xfe");
-        QCOMPARE(store().read(account), std::nullopt); // no text
+        QCOMPARE(read(store()), std::nullopt); // no text
         store().remove(account);
-        QCOMPARE(store().read(account), std::nullopt);
+        QCOMPARE(read(store()), std::nullopt);
     }
 
     void aServiceThatCameAgainIsAskedAgain()
@@ -141,11 +152,11 @@ private Q_SLOTS:
             const Keyring first;
             QVERIFY(store().write(u"sk-kept"_qs, account));
         }
-        QCOMPARE(store().read(account), std::nullopt); // nobody is there
+        QCOMPARE(read(store()), std::nullopt); // nobody is there
         QVERIFY(!store().write(u"sk-lost"_qs, account));
         const Keyring second;
         QVERIFY(second.isRunning);
-        QCOMPARE(store().read(account), u"sk-kept"_qs);
+        QCOMPARE(read(store()), u"sk-kept"_qs);
     }
 
     void aLockedOneIsNotAskedToUnlock()
@@ -153,7 +164,10 @@ private Q_SLOTS:
         const Keyring keyring;
         QVERIFY(store().write(u"sk-kept"_qs, account));
         keyring.lock();
-        QVERIFY(millisecondsFor([&] { QCOMPARE(store().read(account), std::nullopt); }) < 2'000);
+        QVERIFY(millisecondsFor([&] { QCOMPARE(reading(store()).keeper, SecretReading::Keeper::locked); }) <
+                2'000);
+        // Nobody is there to type a password, so it stays locked.
+        QCOMPARE(reading(store(500ms), Unlocking::mayAsk).value, std::nullopt);
         QVERIFY(millisecondsFor([&] { QVERIFY(!store(500ms).write(u"sk-new"_qs, account)); }) < 5'000);
     }
 
@@ -161,21 +175,23 @@ private Q_SLOTS:
     {
         // A service that takes questions and answers none: the daemon, stopped.
         const Keyring silent;
-        QCOMPARE(store().read(account), u"sk-kept"_qs);
+        QCOMPARE(read(store()), u"sk-kept"_qs);
         silent.signal(SIGSTOP);
         for (int time = 0; time < 8; ++time)
-            QVERIFY(millisecondsFor([&] { QCOMPARE(store(200ms).read(account), std::nullopt); }) < 3'000);
+            QVERIFY(millisecondsFor([&] {
+                        QCOMPARE(reading(store(200ms)).keeper, SecretReading::Keeper::silent);
+                    }) < 3'000);
         StopSource stop;
         stop.requestStop();
-        QCOMPARE(LinuxSecretStore(m_bus.address, {1h, 1h}, stop.token()).read(account), std::nullopt);
+        QCOMPARE(read(LinuxSecretStore(m_bus.address, {1h, 1h, 1h}, stop.token())), std::nullopt);
         silent.signal(SIGCONT);
-        QTRY_COMPARE_WITH_TIMEOUT(store().read(account), u"sk-kept"_qs, 20'000);
+        QTRY_COMPARE_WITH_TIMEOUT(read(store()), u"sk-kept"_qs, 20'000);
     }
 
 private:
     LinuxSecretStore store(std::chrono::milliseconds patience = 10s) const
     {
-        return LinuxSecretStore(m_bus.address, {patience, patience}, StopToken());
+        return LinuxSecretStore(m_bus.address, {patience, patience, patience}, StopToken());
     }
 
     StandIn m_home;

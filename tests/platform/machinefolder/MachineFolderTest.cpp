@@ -134,7 +134,8 @@ private Q_SLOTS:
                 const auto machine = folder.open();
                 machine->dock->setActivationPolicy(ActivationPolicy::regular);
                 machine->secrets->write(u"secret"_qs, u"account"_qs);
-                QVERIFY(place != u"keychain.json"_qs || !machine->secrets->read(u"account"_qs));
+                QVERIFY(place != u"keychain.json"_qs ||
+                        !machine->secrets->read(u"account"_qs, Unlocking::never, {}).value);
                 machine->login->registerAtLogin();
                 const bool isData = place == u"home/Library"_qs || place.startsWith(data);
                 const bool isSetting = place == u"home/Library"_qs || place.startsWith(preferences);

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QtCore/QString>
-
-#include <optional>
+#include "platform/SecretStore.h"
 
 namespace swabby {
 
@@ -12,7 +10,7 @@ class Keyring {
 public:
     virtual ~Keyring() = default;
 
-    virtual std::optional<QString> read(const QString &account) = 0;
+    virtual SecretReading read(const QString &account, Unlocking unlocking) = 0;
     virtual bool write(const QString &value, const QString &account) = 0;
     virtual void remove(const QString &account) = 0;
 

@@ -69,19 +69,22 @@ Object<SecretItem> findItem(SecretService *service, const std::string &account, 
 
 class SecretServiceKeyring final : public Keyring {
 public:
-    std::optional<QString> read(const QString &account) override
+    SecretReading read(const QString &account, Unlocking unlocking) override
     {
         const Service service = openService(m_cancellable.get());
-        const auto item = service ? findItem(service.get(), account.toStdString(), SECRET_SEARCH_LOAD_SECRETS,
-                                             m_cancellable.get())
+        const int flags = SECRET_SEARCH_LOAD_SECRETS |
+                          (unlocking == Unlocking::mayAsk ? SECRET_SEARCH_UNLOCK : SECRET_SEARCH_NONE);
+        const auto item = service ? findItem(service.get(), account.toStdString(),
+                                             static_cast<SecretSearchFlags>(flags), m_cancellable.get())
                                   : nullptr;
-        const Secret value(item && !secret_item_get_locked(item.get()) ? secret_item_get_secret(item.get())
-                                                                       : nullptr);
+        if (item && secret_item_get_locked(item.get()))
+            return {.value = std::nullopt, .keeper = SecretReading::Keeper::locked};
+        const Secret value(item ? secret_item_get_secret(item.get()) : nullptr);
         if (!value)
-            return std::nullopt;
+            return {};
         gsize size = 0;
         const gchar *bytes = secret_value_get(value.get(), &size);
-        return isUtf8({bytes, size}) ? std::optional(textOf({bytes, size})) : std::nullopt;
+        return {isUtf8({bytes, size}) ? std::optional(textOf({bytes, size})) : std::nullopt};
     }
 
     bool write(const QString &text, const QString &account) override

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QtCore/QString>
+
+#include <optional>
+
+namespace swabby {
+
+/// Why the model did not answer.
+enum class ModelFailure {
+    noAssistant, ///< there is no key, and no way without one
+    switchedOff, ///< by the person
+    keyRefused,
+    limit,       ///< no credit, or too many questions
+    offline,     ///< no connection, an address that may not be called, or no answer in time
+    busy,        ///< the service could not, for whatever reason of its own
+    retired,     ///< the model or the address is gone
+    storeLocked, ///< the password store keeps a key and does not give it
+    unreadable,  ///< something came that is no answer
+    cancelled,
+};
+
+/// Its name in JSON; what is switched off counts as no assistant.
+QString caseName(ModelFailure failure);
+
+/// What the answer's HTTP status stands for; none for a good one.
+std::optional<ModelFailure> failureOfStatus(int status);
+
+} // namespace swabby

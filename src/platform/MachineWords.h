@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QtCore/QString>
+
+#include <array>
+
+namespace swabby {
+
+/// How a machine speaks of itself; a Mac's words unless it brings others. What the model is told is true of
+/// it.
+struct MachineWords {
+    QString computer = QStringLiteral("Mac");  ///< as in "your Mac"
+    QString described = QStringLiteral("Mac"); ///< the same with what it runs, at the end of a sentence
+    QString ofOneKind = QStringLiteral("a Mac");
+    QString system = QStringLiteral("macOS");
+    QString cacheFolder = QStringLiteral("~/Library/Caches");
+    QString isTheSystems = QStringLiteral("It is Apple-signed."); ///< a startup item's program
+    QString isNotTheSystems = QStringLiteral("It is not signed by Apple.");
+    std::array<QString, 2> nameMarks; ///< around each name; empty for none
+    QString aboutMarks;               ///< what they mean, at the end of an instruction
+
+    /// A name of anybody's making as it stands in a question to the model: one line of at most so many
+    /// characters between the marks.
+    QString marked(const QString &name, qsizetype most = 200) const;
+    /// What the model wrote, without the marks.
+    QString unmarked(QString name) const;
+};
+
+/// What a path may take in a question.
+inline constexpr qsizetype longestPath = 1'000;
+
+} // namespace swabby

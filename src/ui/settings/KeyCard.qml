@@ -1,0 +1,83 @@
+import QtQuick
+import Swabby.Ui
+
+// The person's own key: stored, tried and removed.
+Card {
+    id: card
+
+    required property KeyView key
+
+    function save(): void {
+        card.key.save(field.content);
+        field.clear();
+    }
+
+    spacing: 10
+
+    CardHeading {
+        text: "Your own key"
+    }
+
+    Note {
+        width: parent.width
+        text: "With an Anthropic API key of yours, questions go straight there. The key is kept with your passwords and never shown again."
+    }
+
+    Row {
+        id: entry
+
+        width: parent.width
+        spacing: 8
+
+        TextField {
+            id: field
+
+            width: entry.width - saveButton.width - (removeButton.visible ? removeButton.width + 8 : 0) - 8
+            implicitHeight: 28
+            name: "API key"
+            placeholder: card.key.placeholder
+            echoMode: TextInput.Password
+            onAccepted: card.save()
+        }
+
+        ActionButton {
+            id: saveButton
+
+            text: "Save key"
+            isProminent: field.content !== ""
+            isBusy: card.key.isBusy
+            onActivated: card.save()
+        }
+
+        ActionButton {
+            id: removeButton
+
+            text: "Remove key"
+            isBusy: card.key.isBusy
+            visible: card.key.isStored
+            onActivated: card.key.remove()
+        }
+    }
+
+    Row {
+        width: parent.width
+        spacing: 8
+        visible: card.key.sentence !== ""
+
+        SymbolItem {
+            y: 1
+            name: card.key.isGood ? "checkmark.circle.fill" : "key"
+            color: card.key.isGood ? Theme.marks[Tints.green] : Theme.secondary
+            visible: !card.key.isBusy
+        }
+
+        Spinner {
+            visible: card.key.isBusy
+        }
+
+        Note {
+            width: parent.width - 24
+            text: card.key.sentence
+        }
+    }
+}
