@@ -13,7 +13,9 @@
 #include <QtNetwork/QNetworkReply>
 #include <QtNetwork/QNetworkRequest>
 
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 
 using namespace swabby;
 

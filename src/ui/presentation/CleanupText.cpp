@@ -128,12 +128,16 @@ QString queueNoteText(bool isEmpty)
                : QString();
 }
 
-QString suggestionsNoteText(bool wasSent, const QString &host)
+QString suggestionsNoteText(const StorageScans::Findings &found)
 {
-    return wasSent ? QStringLiteral("The suggestions were checked by %1 — only the folders' names and sizes "
-                                    "were sent.")
-                         .arg(host.isEmpty() ? QStringLiteral("Claude") : host)
-                   : QString();
+    if (!found.wasSent)
+        return {};
+    const QString whom = found.host.isEmpty() ? QStringLiteral("Claude") : found.host;
+    return found.failure
+               ? QStringLiteral("Only the folders' names and sizes were sent to %1.").arg(whom)
+               : QStringLiteral(
+                     "The suggestions were checked by %1 — only the folders' names and sizes were sent.")
+                     .arg(whom);
 }
 
 QString itemCountText(std::int64_t count)

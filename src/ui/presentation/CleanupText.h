@@ -89,9 +89,8 @@ void describeApplication(RemovableRowText &row, const RemovableItem &item, const
 QString totalText(std::int64_t totalBytes);
 /// What the queue is for, while it is empty.
 QString queueNoteText(bool isEmpty);
-/// What left this computer for the suggestions, and to where if the person chose that; empty when nothing
-/// did.
-QString suggestionsNoteText(bool wasSent, const QString &host);
+/// What left this computer for the suggestions, and to where; empty when nothing did.
+QString suggestionsNoteText(const StorageScans::Findings &found);
 
 /// "1 item", "3 items".
 QString itemCountText(std::int64_t count);

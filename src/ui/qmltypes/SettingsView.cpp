@@ -5,6 +5,8 @@
 #include "ui/presentation/NoticeText.h"
 #include "ui/presentation/PlainWords.h"
 
+#include <utility>
+
 namespace swabby {
 namespace {
 

@@ -65,11 +65,7 @@ public:
     QString queueText() const { return swabby::queueText(m_queue); }
     bool canCleanUp() const { return !m_queue.empty(); }
     /// What left this computer for the suggestions; empty when nothing did.
-    QString sentNote() const
-    {
-        const StorageScans::Findings &found = m_scans.findings(ClutterKind::quickClean);
-        return suggestionsNoteText(found.wasSent, found.host);
-    }
+    QString sentNote() const { return suggestionsNoteText(m_scans.findings(ClutterKind::quickClean)); }
     /// Why the suggestions are none of the assistant's.
     AssistantTrouble trouble() const
     {
