@@ -44,6 +44,8 @@ struct Route {
 Route chooseRoute(Machine &machine, const ModelAddresses &addresses, const Asking &asking)
 {
     const Settings settings(*machine.settings);
+    if (!settings.problem().isEmpty())
+        return {.failure = ModelFailure::unsettled};
     if (!settings.value(setting<"aiEnabled">))
         return {.failure = ModelFailure::switchedOff};
     const SecretReading key =

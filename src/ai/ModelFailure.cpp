@@ -7,6 +7,7 @@ QString caseName(ModelFailure failure)
     switch (failure) {
     case ModelFailure::noAssistant:
     case ModelFailure::switchedOff:
+    case ModelFailure::unsettled:
         return QStringLiteral("noAssistant");
     case ModelFailure::keyRefused:
         return QStringLiteral("keyRefused");

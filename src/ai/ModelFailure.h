@@ -10,6 +10,7 @@ namespace swabby {
 enum class ModelFailure {
     noAssistant, ///< there is no key, and no way without one
     switchedOff, ///< by the person
+    unsettled,   ///< the settings cannot be read, so nobody knows whether the person wants it
     keyRefused,
     limit,       ///< no credit, or too many questions
     offline,     ///< no connection, an address that may not be called, or no answer in time
@@ -20,7 +21,7 @@ enum class ModelFailure {
     cancelled,
 };
 
-/// Its name in JSON; what is switched off counts as no assistant.
+/// Its name in JSON; one that is switched off, or may be, counts as no assistant.
 QString caseName(ModelFailure failure);
 
 /// What the answer's HTTP status stands for; none for a good one.

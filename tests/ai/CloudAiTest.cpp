@@ -102,7 +102,11 @@ private Q_SLOTS:
         QCOMPARE(answer.value, u"Swabby kept an eye on your Mac this week."_qs);
         QVERIFY(!answer.wasSent && answer.failure == ModelFailure::switchedOff);
         QCOMPARE(talk.server.connections(), 0);
-        settings.unset(setting<"aiEnabled">);
+        const QString file = u"home/Library/Preferences/com.swabby.app.json"_qs;
+        talk.folder.writeFile(file, "{,}");
+        QCOMPARE(QCoro::waitFor(talk.ai.weeklySummary({}, 0)).failure, ModelFailure::unsettled);
+        QCOMPARE(talk.server.connections(), 0);
+        talk.folder.writeFile(file, "{}");
         QCOMPARE(QCoro::waitFor(talk.ai.weeklySummary({}, 0)).value, u"Fine."_qs);
     }
 

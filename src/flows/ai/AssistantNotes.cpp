@@ -15,6 +15,8 @@ constexpr Row rows[] = {
      "answers.",
      true},
     {ModelFailure::switchedOff, "The assistant is turned off in the AI settings.", true},
+    {ModelFailure::unsettled,
+     "The settings cannot be read, so nobody is asked until it is certain that you want that.", false},
     {ModelFailure::keyRefused,
      "The key was refused. It may be mistyped or withdrawn; another one goes into the AI settings.", true},
     {ModelFailure::limit,
