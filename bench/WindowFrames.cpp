@@ -186,12 +186,7 @@ int main(int argumentCount, char **arguments)
     ApplicationFlows flows(state);
     state.refresh();
     waitFor([&] { return state.refreshesApplied() > 0; });
-    UserInterfaceContext context{.state = &state,
-                                 .ai = &flows.ai,
-                                 .cleanup = &flows.cleanup,
-                                 .quitting = &flows.quitting,
-                                 .startup = &flows.startup,
-                                 .theme = ThemeChoice::light};
+    const UserInterfaceContext context = flows.windowContext(state, ThemeChoice::light);
     std::printf("%s, %d groups of duplicates, %d programs\n", qPrintable(QGuiApplication::platformName()),
                 groups, programs);
 
