@@ -11,6 +11,7 @@ import argparse
 import json
 import os
 import random
+import signal
 import sys
 import tempfile
 import time
@@ -147,22 +148,35 @@ def settings_at_once(scene, tries):
     return count
 
 
+def hold(program):
+    """Stops it where it is; whether it had not ended before."""
+    program.send_signal(signal.SIGSTOP)
+    held = os.waitid(os.P_PID, program.pid, os.WSTOPPED | os.WEXITED | os.WNOWAIT)
+    return held.si_code == os.CLD_STOPPED
+
+
 def removals_at_once(scene, tries, chance):
+    """Each begins before the other is done: a later one rightly has a record of its own, and that alone."""
     count = Count(f"at once: two removals and a put-back, {scene.kind}")
-    for _ in range(tries):
+    downloads = [f"{scene.home}/Downloads"]
+    for _ in range(20 * tries):
         ids = scene.ids()
         chance.shuffle(ids)
-        halves = ids[::2], ids[1::2]
-        programs = [scene.start("remove", "--yes", *half) for half in halves]
-        time.sleep(chance.random() / 20)
-        end(*programs, scene.start("put-back"))
-        # A removal that began when the other was done has a record of its own, and that alone.
-        first, second = [scene.times_gone(half) for half in halves]
-        if first and second and (max(first) <= min(second) or max(second) <= min(first)):
+        first, _ = begin(scene, ["remove", "--yes", *ids[::2]], downloads)
+        if not hold(first):
+            end(first)
             scene.make()
-        else:
-            count.add(scene)
-    return count
+            continue
+        second, moment = begin(scene, ["remove", "--yes", *ids[1::2]], downloads)
+        first.send_signal(signal.SIGCONT)
+        moment += chance.random() / 20
+        while time.perf_counter() < moment:
+            pass
+        end(first, second, scene.start("put-back"))
+        count.add(scene)
+        if count.figures[0] == tries:
+            return count
+    raise SystemExit(f"{count.kind}: the first always ended before it could be held")
 
 
 def campaign(program, place, is_short, chance):

@@ -19,7 +19,7 @@ class Scene:
         self.data = f"{self.home}/{own}"
         self.preferences = f"{self.home}/Library/Preferences" if kind == "folder" else f"{self.home}/.config/Swabby"
         self.trash = f"{self.home}/.Trash" if kind == "folder" else f"{self.home}/.local/share/Trash"
-        self.papers, self.files, self.points = {}, {}, 0
+        self.files, self.points = {}, 0
         self.make()
 
     def make(self):
@@ -31,11 +31,10 @@ class Scene:
         if self.kind == "folder":
             with open(f"{self.folder}/machine.json", "w") as machine:
                 json.dump({"now": 1_700_000_000}, machine)
-        self.papers = {f"{downloads}/paper {paper} {number}.txt": paper
-                       for paper in range(self.copies // 4) for number in range(5)}
-        for path, paper in self.papers.items():
-            with open(path, "w") as file:
-                file.write(f"This is paper {paper}.\n" * 300)
+        for paper in range(self.copies // 4):
+            for number in range(5):
+                with open(f"{downloads}/paper {paper} {number}.txt", "w") as file:
+                    file.write(f"This is paper {paper}.\n" * 300)
         self.files = {file.path: file.inode() for file in os.scandir(downloads)}
         self.run("settings", "neverRemove", json.dumps(KEPT))
         self.run("watch", "--refreshes", "60" if self.kind == "folder" else "1")
@@ -87,12 +86,6 @@ class Scene:
     def gone(self):
         """The files that are at their place no more."""
         return {path for path, inode in self.files.items() if inode_of(path) != inode}
-
-    def times_gone(self, ids):
-        """When what stood for these ids was moved, of what is at its place no more."""
-        kept = {self.papers[id.removeprefix("dup:")] for id in ids}
-        inodes = {self.files[path] for path in self.gone() if self.papers[path] in kept}
-        return [file.stat(follow_symlinks=False).st_ctime_ns for file in self.everything() if file.inode() in inodes]
 
     def everything(self):
         return (file for folder, _, _ in os.walk(self.home) for file in os.scandir(folder))
