@@ -1,5 +1,7 @@
 #include "platform/mactools/PropertyList.h"
 
+#include "platform/mactools/SharedObjects.h"
+
 #include <type_traits>
 
 namespace swabby {
@@ -22,7 +24,8 @@ plist_t parsedBy(Read *read, const QByteArray &text)
 
 PlistNode plistDictionary(const QByteArray &propertyList)
 {
-    if (propertyList.isEmpty() || propertyList.size() > largestPropertyList)
+    if (propertyList.isEmpty() || propertyList.size() > largestPropertyList ||
+        !staysSmallWrittenOut(propertyList))
         return nullptr;
     PlistNode top(parsedBy(plist_from_memory, propertyList));
     if (!top || plist_get_node_type(top.get()) != PLIST_DICT)
