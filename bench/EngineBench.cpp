@@ -114,7 +114,7 @@ void healthRules(benchmark::State &state)
         processes.append(process);
     }
     for (auto _ : state)
-        benchmark::DoNotOptimize(computeHealth(stats, processes, {}));
+        benchmark::DoNotOptimize(computeHealth(stats, processes, {}, {}));
 }
 BENCHMARK(healthRules)->Unit(benchmark::kMicrosecond);
 

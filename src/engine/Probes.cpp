@@ -51,10 +51,11 @@ BatteryMonitor::Charge BatteryMonitor::sample(PowerSupply &power)
     return charge;
 }
 
-QString BatteryMonitor::healthBand(int healthPercent)
+QString BatteryMonitor::healthBand(int healthPercent, const MachineWords &words)
 {
     if (healthPercent < 70)
-        return QStringLiteral("Worn — Apple recommends having this battery checked out or replaced.");
+        return QStringLiteral("Worn — %1 having this battery checked out or replaced.")
+            .arg(words.batteryAdvice);
     if (healthPercent < 80)
         return QStringLiteral("Fair — you'll likely notice shorter battery life than when it was new.");
     if (healthPercent < 90)

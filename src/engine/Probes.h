@@ -2,6 +2,7 @@
 
 #include "platform/BootClock.h"
 #include "platform/KernelCounters.h"
+#include "platform/MachineWords.h"
 #include "platform/PowerSupply.h"
 
 #include <QtCore/QString>
@@ -47,7 +48,7 @@ struct Charge {
 Charge sample(PowerSupply &power);
 
 /// One sentence on how worn a battery is.
-QString healthBand(int healthPercent);
+QString healthBand(int healthPercent, const MachineWords &words);
 
 } // namespace BatteryMonitor
 

@@ -1,6 +1,6 @@
 #include "health/HealthRules.h"
 
-#include "engine/WholeNumber.h"
+#include "engine/PowerText.h"
 
 #include <algorithm>
 
@@ -43,16 +43,16 @@ QString advice(const ProcessSample &hog, const QString &quit, const QString &who
                : quit;
 }
 
-void judgeHeat(ThermalState state, const Hog &hog, QList<HealthIssue> &issues)
+void judgeHeat(ThermalState state, const Hog &hog, const MachineWords &words, QList<HealthIssue> &issues)
 {
     if (state == ThermalState::serious) {
         issues.append(
             {.level = HealthLevel::yellow,
              .section = MainSection::speed,
-             .what = QStringLiteral("Your Mac is running hot"),
+             .what = QStringLiteral("Your %1 is running hot").arg(words.computer),
              .why =
-                 hog ? hog->name + QStringLiteral(" has been using ") + percentText(hog->cpuPercent) +
-                           QStringLiteral(" of your Mac's power, which is enough to warm it up noticeably.")
+                 hog ? hog->name + QStringLiteral(" has been using ") + powerText(hog->cpuPercent, words) +
+                           QStringLiteral(", which is enough to warm it up noticeably.")
                      : QStringLiteral("It's working harder than usual, which raises the temperature and can "
                                       "make the fans kick in."),
              .how = hog ? advice(*hog,
@@ -65,14 +65,14 @@ void judgeHeat(ThermalState state, const Hog &hog, QList<HealthIssue> &issues)
         issues.append(
             {.level = HealthLevel::red,
              .section = MainSection::speed,
-             .what = QStringLiteral("Your Mac is overheating"),
-             .why =
-                 hog ? hog->name + QStringLiteral(" has been using ") + percentText(hog->cpuPercent) +
-                           QStringLiteral(
-                               " of your Mac's power, and running that hard is generating enough heat "
-                               "that macOS is slowing itself down to cool off.")
-                     : QStringLiteral("When a Mac runs too hot, macOS automatically slows everything down to "
-                                      "protect itself — that's why it feels sluggish right now."),
+             .what = QStringLiteral("Your %1 is overheating").arg(words.computer),
+             .why = hog ? hog->name + QStringLiteral(" has been using ") + powerText(hog->cpuPercent, words) +
+                              QStringLiteral(", and running that hard is generating enough heat "
+                                             "that %1 is slowing itself down to cool off.")
+                                  .arg(words.slowedBy)
+                        : QStringLiteral("When a %1 runs too hot, %2 automatically slows everything down to "
+                                         "protect itself — that's why it feels sluggish right now.")
+                              .arg(words.computer, words.slowedBy),
              .how = hog ? advice(*hog,
                                  QStringLiteral("Quitting ") + hog->name +
                                      QStringLiteral(" should let it cool down and get back to full speed."),
@@ -84,14 +84,15 @@ void judgeHeat(ThermalState state, const Hog &hog, QList<HealthIssue> &issues)
     }
 }
 
-void judgeLoad(double cpu, const Hog &hog, const HealthThresholds &limits, QList<HealthIssue> &issues)
+void judgeLoad(double cpu, const Hog &hog, const HealthThresholds &limits, const MachineWords &words,
+               QList<HealthIssue> &issues)
 {
     if (cpu >= limits.cpuRed) {
         issues.append(
             {.level = HealthLevel::red,
              .section = MainSection::speed,
-             .what = QStringLiteral("Your Mac is working very hard right now (") + percentText(cpu) +
-                     QStringLiteral(" busy)"),
+             .what = QStringLiteral("Your %1 is working very hard right now (").arg(words.computer) +
+                     percentText(cpu) + QStringLiteral(" busy)"),
              .why =
                  QStringLiteral("When the processor is this busy, everything else — opening apps, switching "
                                 "windows, typing — feels slower than normal."),
@@ -106,8 +107,8 @@ void judgeLoad(double cpu, const Hog &hog, const HealthThresholds &limits, QList
         issues.append(
             {.level = HealthLevel::yellow,
              .section = MainSection::speed,
-             .what = QStringLiteral("Your Mac is working harder than usual (") + percentText(cpu) +
-                     QStringLiteral(" busy)"),
+             .what = QStringLiteral("Your %1 is working harder than usual (").arg(words.computer) +
+                     percentText(cpu) + QStringLiteral(" busy)"),
              .why = QStringLiteral(
                  "Nothing's wrong yet, but you may notice things feeling a little less snappy than "
                  "usual."),
@@ -119,7 +120,8 @@ void judgeLoad(double cpu, const Hog &hog, const HealthThresholds &limits, QList
     }
 }
 
-void judgeMemory(double memory, const HealthThresholds &limits, QList<HealthIssue> &issues)
+void judgeMemory(double memory, const HealthThresholds &limits, const MachineWords &words,
+                 QList<HealthIssue> &issues)
 {
     if (memory >= limits.memRed) {
         issues.append(
@@ -127,8 +129,9 @@ void judgeMemory(double memory, const HealthThresholds &limits, QList<HealthIssu
              .section = MainSection::speed,
              .what = QStringLiteral("It's almost out of memory (") + percentText(memory) +
                      QStringLiteral(" used)"),
-             .why = QStringLiteral("When memory fills up, your Mac has to shuffle data to and from disk to "
-                                   "keep up, which makes apps feel sluggish or unresponsive."),
+             .why = QStringLiteral("When memory fills up, your %1 has to shuffle data to and from disk to "
+                                   "keep up, which makes apps feel sluggish or unresponsive.")
+                        .arg(words.computer),
              .how = QStringLiteral("Quitting a memory-hungry app you're not using frees it up immediately."),
              .action = OpenSection{MainSection::speed}});
     } else if (memory >= limits.memYellow) {
@@ -145,13 +148,13 @@ void judgeMemory(double memory, const HealthThresholds &limits, QList<HealthIssu
     }
 }
 
-void judgeProcess(const Hog &hog, const HealthThresholds &limits, QList<HealthIssue> &issues)
+void judgeProcess(const Hog &hog, const HealthThresholds &limits, const MachineWords &words,
+                  QList<HealthIssue> &issues)
 {
     constexpr double yellowShare = 0.7;
     if (!hog || hog->cpuPercent < yellowShare * limits.processCpuRed)
         return;
-    const QString what = hog->name + QStringLiteral(" is using ") + percentText(hog->cpuPercent) +
-                         QStringLiteral(" of your Mac's power");
+    const QString what = hog->name + QStringLiteral(" is using ") + powerText(hog->cpuPercent, words);
     if (hog->cpuPercent >= limits.processCpuRed) {
         issues.append({.level = HealthLevel::red,
                        .section = MainSection::speed,
@@ -178,7 +181,7 @@ void judgeProcess(const Hog &hog, const HealthThresholds &limits, QList<HealthIs
     }
 }
 
-void judgeStorage(const SystemStats &stats, QList<HealthIssue> &issues)
+void judgeStorage(const SystemStats &stats, const MachineWords &words, QList<HealthIssue> &issues)
 {
     constexpr double redBelow = 0.05;
     constexpr double yellowBelow = 0.12;
@@ -194,7 +197,8 @@ void judgeStorage(const SystemStats &stats, QList<HealthIssue> &issues)
              .why = QStringLiteral("With storage this full, apps can slow down, updates can fail, and some "
                                    "apps may refuse to save files at all."),
              .how = QStringLiteral("Clearing caches, duplicates, or old large files in Storage can free up "
-                                   "space in a couple of taps."),
+                                   "space in a couple of %1s.")
+                        .arg(words.press),
              .action = OpenSection{MainSection::storage}});
     } else if (freeShare < yellowBelow) {
         issues.append({.level = HealthLevel::yellow,
@@ -213,15 +217,15 @@ void judgeStorage(const SystemStats &stats, QList<HealthIssue> &issues)
 } // namespace
 
 HealthVerdict computeHealth(const SystemStats &stats, const QList<ProcessSample> &processes,
-                            const HealthThresholds &thresholds)
+                            const HealthThresholds &thresholds, const MachineWords &words)
 {
     const Hog hog = findHog(processes);
     HealthVerdict verdict;
-    judgeHeat(stats.thermalState, hog, verdict.issues);
-    judgeLoad(stats.cpuUsagePercent, hog, thresholds, verdict.issues);
-    judgeMemory(memoryPercent(stats), thresholds, verdict.issues);
-    judgeProcess(hog, thresholds, verdict.issues);
-    judgeStorage(stats, verdict.issues);
+    judgeHeat(stats.thermalState, hog, words, verdict.issues);
+    judgeLoad(stats.cpuUsagePercent, hog, thresholds, words, verdict.issues);
+    judgeMemory(memoryPercent(stats), thresholds, words, verdict.issues);
+    judgeProcess(hog, thresholds, words, verdict.issues);
+    judgeStorage(stats, words, verdict.issues);
     for (const HealthIssue &issue : verdict.issues)
         verdict.level = std::max(verdict.level, issue.level);
     return verdict;

@@ -2,6 +2,7 @@
 
 #include "engine/SystemStats.h"
 #include "health/HealthIssue.h"
+#include "platform/MachineWords.h"
 
 namespace swabby {
 
@@ -19,10 +20,10 @@ struct HealthVerdict {
     QList<HealthIssue> issues;
 };
 
-/// What is wrong with the machine, in words. The processes are those that count: not Swabby's own, not the
-/// ones the user pinned.
+/// What is wrong with the machine, in its words. The processes are those that count: not Swabby's own, not
+/// the ones the user pinned.
 HealthVerdict computeHealth(const SystemStats &stats, const QList<ProcessSample> &processes,
-                            const HealthThresholds &thresholds);
+                            const HealthThresholds &thresholds, const MachineWords &words);
 
 /// What the button on an issue says; absent without an action.
 std::optional<QString> actionLabel(const HealthIssue &issue);

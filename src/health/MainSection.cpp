@@ -8,14 +8,15 @@ struct Row {
     const char *title;
     const char *symbol;
     const char *subtitle;
+    QString MachineWords::*word = nullptr; ///< what stands for %1 in the subtitle
 };
 
 constexpr std::array<Row, allSections.size()> rows = {{
-    {"overview", "Overview", "square.grid.2x2", "How your Mac is doing right now."},
+    {"overview", "Overview", "square.grid.2x2", "How your %1 is doing right now.", &MachineWords::computer},
     {"swabbyCheck", "Swabby Check", "checkmark.seal",
-     "One-tap scan of storage, startup items, running apps, duplicates, and developer clutter — summarized "
-     "in "
-     "plain English."},
+     "One-%1 scan of storage, startup items, running apps, duplicates, and developer clutter — summarized "
+     "in plain English.",
+     &MachineWords::press},
     {"speed", "Speed & Running Apps", "gauge.with.dots.needle.67percent",
      "Everything currently running, ranked by how much power it's using."},
     {"battery", "Battery", "battery.75", "Apps ranked by real energy impact, not just how busy they look."},
@@ -23,7 +24,7 @@ constexpr std::array<Row, allSections.size()> rows = {{
     {"storage", "Storage & Cleanup", "internaldrive",
      "Caches, duplicates, and forgotten large files you can safely clear."},
     {"startup", "Startup Items", "power", "Apps and background helpers that launch when you log in."},
-    {"developer", "Developer Tools", "hammer", "Xcode caches, old Simulator runtimes, and Docker storage."},
+    {"developer", "Developer Tools", "hammer", "%1", &MachineWords::developerClutter},
 }};
 
 const Row &rowOf(MainSection section)
@@ -51,9 +52,11 @@ QString sectionTitle(MainSection section)
     return QString::fromUtf8(rowOf(section).title);
 }
 
-QString sectionSubtitle(MainSection section)
+QString sectionSubtitle(MainSection section, const MachineWords &words)
 {
-    return QString::fromUtf8(rowOf(section).subtitle);
+    const Row &row = rowOf(section);
+    const QString text = QString::fromUtf8(row.subtitle);
+    return row.word == nullptr ? text : text.arg(words.*row.word);
 }
 
 QString sectionSymbol(MainSection section)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtCore/QString>
+#include "platform/MachineWords.h"
 
 #include <array>
 #include <optional>
@@ -21,7 +21,7 @@ std::optional<MainSection> sectionFrom(const QString &name);
 /// The sidebar's words.
 QString sectionTitle(MainSection section);
 /// The page header's words.
-QString sectionSubtitle(MainSection section);
+QString sectionSubtitle(MainSection section, const MachineWords &words);
 /// The symbol's name in the symbol table.
 QString sectionSymbol(MainSection section);
 /// The digit that selects the section together with the platform's shortcut key.

@@ -36,6 +36,7 @@ struct Machine {
     CleanupPlaces cleanup;
     MachineWords words;
     std::int32_t ownProcessId = 0;
+    bool mayHaveBattery = true; ///< whether what is about one is offered
     /// Refreshes until figures over an interval are real ones.
     int refreshesUntilReal = 2;
     /// Requested when the program ends: every wait and every tool of this machine ends with it.

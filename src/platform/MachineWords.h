@@ -6,14 +6,23 @@
 
 namespace swabby {
 
-/// How a machine speaks of itself; a Mac's words unless it brings others. What the model is told is true of
-/// it.
+/// How a machine speaks of itself; a Mac's words unless it brings others. Every sentence that names the
+/// computer or a part of its desktop takes the noun from here, or stands here whole where more differs.
 struct MachineWords {
     QString computer = QStringLiteral("Mac");  ///< as in "your Mac"
     QString described = QStringLiteral("Mac"); ///< the same with what it runs, at the end of a sentence
     QString ofOneKind = QStringLiteral("a Mac");
     QString system = QStringLiteral("macOS");
     QString cacheFolder = QStringLiteral("~/Library/Caches");
+    QString press = QStringLiteral("tap");                      ///< what a person does to a control
+    QString pressFirst = QStringLiteral("Tap");                 ///< the same at the start of a sentence
+    QString panel = QStringLiteral("menu bar");                 ///< where Swabby's item stands
+    QString slowedBy = QStringLiteral("macOS");                 ///< who slows down what runs too hot
+    QString batteryAdvice = QStringLiteral("Apple recommends"); ///< ... having a worn battery replaced
+    QString reveal = QStringLiteral("Reveal in Finder");
+    QString loginItemSettings = QStringLiteral("Open Startup Items in System Settings");
+    QString buildCache = QStringLiteral("Xcode DerivedData");
+    QString developerClutter = QStringLiteral("Xcode caches, old Simulator runtimes, and Docker storage.");
     QString isTheSystems = QStringLiteral("It is Apple-signed."); ///< a startup item's program
     QString isNotTheSystems = QStringLiteral("It is not signed by Apple.");
     std::array<QString, 2> nameMarks; ///< around each name; empty for none

@@ -116,7 +116,8 @@ void AppState::judgeHealth()
     QList<ProcessSample> healthInput = processes();
     healthInput.removeIf([&](const ProcessSample &process) { return pinnedNames().contains(process.name); });
 
-    const HealthVerdict verdict = computeHealth(stats(), healthInput, thresholdsFrom(*m_machine->settings));
+    const HealthVerdict verdict =
+        computeHealth(stats(), healthInput, thresholdsFrom(*m_machine->settings), m_machine->words);
     const bool hasJustTurnedRed = verdict.level == HealthLevel::red && health() != HealthLevel::red;
     m_published.health = verdict.level;
     m_published.healthIssues = verdict.issues;

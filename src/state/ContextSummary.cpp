@@ -46,7 +46,7 @@ QString AppState::systemContextSummary() const
         lines.append(QStringLiteral("Top apps by activity: ") + apps.join(QStringLiteral("; ")));
     QStringList drainers;
     for (const ProcessSample &process : batteryDrainers())
-        if (process.energyImpact > 0 && drainers.size() < drainersShown)
+        if (machine().mayHaveBattery && process.energyImpact > 0 && drainers.size() < drainersShown)
             drainers.append(machine().words.marked(process.name));
     if (!drainers.isEmpty())
         lines.append(QStringLiteral("Top apps by battery drain: ") + drainers.join(QStringLiteral(", ")));

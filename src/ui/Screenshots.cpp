@@ -133,10 +133,10 @@ void showAnAnswer(AskView &view, const UserInterfaceContext &context)
     const QString name = processes.isEmpty() ? QString() : processes.first().name;
     view.showAnswer(
         view.suggestions().first(),
-        {QStringLiteral("%1 is doing a lot of heavy work right now and taking most of your Mac's "
+        {QStringLiteral("%1 is doing a lot of heavy work right now and taking most of your %2's "
                         "power, so everything else feels slower. If you are not waiting for it to "
                         "finish, quitting it will help straight away.")
-             .arg(name),
+             .arg(name, context.state.machine().words.computer),
          name, AssistantNotes::sentForAnswer()});
 }
 

@@ -4,6 +4,7 @@
 #include "state/AppState.h"
 #include "ui/PopoverPresenter.h"
 #include "ui/Screenshots.h"
+#include "ui/presentation/Words.h"
 #include "ui/qmltypes/AskView.h"
 #include "ui/qmltypes/IconStore.h"
 #include "ui/qmltypes/MainWindowView.h"
@@ -57,6 +58,7 @@ WindowEngine::WindowEngine(const UserInterfaceContext &context)
     : theme(new Theme(context.theme, &engine)),
       icons(new IconStore(&engine, context.state.sharedMachine(), context.systemCalls))
 {
+    new Words(context.state.machine().words, &engine);
     drawInSoftware();
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
 }

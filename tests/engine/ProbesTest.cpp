@@ -60,7 +60,7 @@ private Q_SLOTS:
     {
         QStringList words;
         for (const int percent : {69, 70, 79, 80, 89, 90})
-            words.append(BatteryMonitor::healthBand(percent).section(u' ', 0, 0));
+            words.append(BatteryMonitor::healthBand(percent, {}).section(u' ', 0, 0));
         QCOMPARE(words.join(u' '), u"Worn Fair Fair Good Good Excellent"_qs);
     }
 

@@ -52,7 +52,7 @@ private Q_SLOTS:
                                          static_cast<ThermalState>(heat.indexOf(fields[0])));
             ProcessSample busiest = mill(QString(fields[4]).remove(u'*').toDouble());
             busiest.holdsSession = fields[4].endsWith(u'*');
-            const HealthVerdict verdict = computeHealth(stats, {busiest}, {});
+            const HealthVerdict verdict = computeHealth(stats, {busiest}, {}, {});
             QStringList found = {levels[static_cast<int>(verdict.level)]};
             for (const HealthIssue &issue : verdict.issues)
                 found << sectionName(issue.section) << issue.what << issue.why << issue.how
@@ -66,7 +66,7 @@ private Q_SLOTS:
     void oneProgramMayExplainEverything()
     {
         const QList<ProcessSample> processes = {mill(29), mill(56, 8), mill(56, 9)};
-        const auto verdict = computeHealth(machineAt(60, 75, 11, ThermalState::serious), processes, {});
+        const auto verdict = computeHealth(machineAt(60, 75, 11, ThermalState::serious), processes, {}, {});
         QStringList actions;
         for (const HealthIssue &issue : verdict.issues) {
             actions.append(actionOf(issue));
@@ -83,7 +83,7 @@ private Q_SLOTS:
         const HealthThresholds own = {
             .cpuYellow = 0, .cpuRed = 5, .memYellow = 5, .memRed = 50, .processCpuRed = 50};
         QString colors;
-        for (const HealthIssue &issue : computeHealth(machineAt(10, 10, 50), {mill(35)}, own).issues)
+        for (const HealthIssue &issue : computeHealth(machineAt(10, 10, 50), {mill(35)}, own, {}).issues)
             colors += levels[static_cast<int>(issue.level)] + u' ';
         QCOMPARE(colors, u"red yellow yellow "_qs);
     }
@@ -93,7 +93,7 @@ private Q_SLOTS:
         SystemStats stats = machineAt(10, 99, 0);
         stats.memTotalBytes = 0;
         stats.diskTotalBytes = 0;
-        QVERIFY(computeHealth(stats, {}, {}).issues.isEmpty());
+        QVERIFY(computeHealth(stats, {}, {}, {}).issues.isEmpty());
     }
 
     void buttons()

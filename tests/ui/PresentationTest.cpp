@@ -1,3 +1,5 @@
+#include "health/HealthRules.h"
+#include "platform/linux/LinuxWords.h"
 #include "support/Table.h"
 #include "ui/presentation/BatteryText.h"
 #include "ui/presentation/CheckText.h"
@@ -13,6 +15,8 @@
 #include "ui/presentation/SettingsText.h"
 #include "ui/presentation/SpeedHistory.h"
 #include "ui/presentation/StartupText.h"
+#include "ui/presentation/WelcomeText.h"
+#include "ui/presentation/Words.h"
 
 #include <QtTest/QTest>
 
@@ -86,17 +90,17 @@ private Q_SLOTS:
         QCOMPARE(words(2), u"112.4 GB free"_qs);
         QCOMPARE(words(3), u"84% · 2h 15m"_qs);
         QCOMPARE(popoverChips(stats, true).at(3).tint, Tint::accent);
-        QCOMPARE(batterySummary(stats).headline, u"On battery · 2h 15m left"_qs);
+        QCOMPARE(batterySummary(stats, {}).headline, u"On battery · 2h 15m left"_qs);
         stats.isCharging = true;
         QCOMPARE(popoverChips(stats, true).at(3).tint, Tint::green);
         QCOMPARE(overviewGauges(stats, true).at(3).title, u"Battery (charging)"_qs);
-        QCOMPARE(batterySummary(stats).headline, u"Charging · 2h 15m until full"_qs);
+        QCOMPARE(batterySummary(stats, {}).headline, u"Charging · 2h 15m until full"_qs);
         // Nothing is made up about what is not known.
         stats.timeRemainingMinutes.reset();
         QCOMPARE(words(3), u"84% "_qs);
-        QCOMPARE(batterySummary(stats).headline, u"Charging"_qs);
-        QCOMPARE(batterySummary(stats).facts.size(), 1);
-        QVERIFY(!batterySummary({}).isPresent);
+        QCOMPARE(batterySummary(stats, {}).headline, u"Charging"_qs);
+        QCOMPARE(batterySummary(stats, {}).facts.size(), 1);
+        QVERIFY(!batterySummary({}, {}).isPresent);
         const Gauge unknown = overviewGauges(stats, false).first();
         QVERIFY(unknown.value.isEmpty() && !unknown.rest.contains(u'0'));
         QCOMPARE(popoverChips({}, false).first().value, u"…"_qs);
@@ -164,10 +168,46 @@ private Q_SLOTS:
     void startupItemsAndSections()
     {
         QList<QString> shortcuts;
-        for (const SectionRow &row : sectionRows())
+        for (const SectionRow &row : sectionRows(Machine()))
             shortcuts.append(row.shortcut);
         QCOMPARE(shortcuts.at(2), u"Ctrl+3"_qs);
         QCOMPARE(shortcuts.removeDuplicates(), 0);
+    }
+
+    void aLinuxComputerIsCalledNoMac()
+    {
+        Machine machine;
+        machine.words = linuxWords({}, {});
+        machine.mayHaveBattery = false;
+        SystemStats stats = machineWith(99, 99, 99);
+        stats.batteryPercent = stats.batteryHealthPercent = 1;
+        LoginItem item;
+        item.plistPath = u"/x"_qs;
+        QStringList said = {batterySummary(stats, machine.words).condition,
+                            queueNoteText(true, machine.words),
+                            checkInvitationText(true, false, machine.words)};
+        const Words words(machine.words);
+        for (int index = 0; index < words.metaObject()->propertyCount(); ++index)
+            said.append(words.metaObject()->property(index).read(&words).toString());
+        for (const SectionRow &row : sectionRows(machine))
+            said << row.title << row.subtitle;
+        QVERIFY(!said.contains(u"Battery"_qs)); // which it does not have
+        for (const WelcomePoint &point : welcomePoints(true, machine.words))
+            said.append(point.heading);
+        for (const MenuEntry &entry : startupMenu(item, machine.words))
+            said.append(entry.label);
+        for (const ThermalState heat : {ThermalState::serious, ThermalState::critical})
+            for (const double load : {10.0, 70.0, 90.0}) {
+                stats.thermalState = heat;
+                stats.cpuUsagePercent = load;
+                for (const HealthIssue &issue :
+                     computeHealth(stats, {process(u"Mill"_qs, load)}, {}, machine.words).issues)
+                    said << issue.what << issue.why << issue.how;
+            }
+        const QRegularExpression mac(
+            u"\\b(mac|macos|finder|dock|xcode|simulators?|apple|menu bar|system settings|taps?)\\b"_qs,
+            QRegularExpression::CaseInsensitiveOption);
+        QCOMPARE(said.filter(mac), QStringList());
     }
 
     void removableRows()
@@ -212,8 +252,8 @@ private Q_SLOTS:
         LoginItem orphan, vouchedFor;
         vouchedFor.scope = LoginItemScope::classicLoginItem;
         vouchedFor.isAppleSigned = orphan.isAppleSigned = orphan.isOrphaned = true;
-        const auto review = startupRowTexts({vouchedFor, orphan}, true);
-        const auto rest = startupRowTexts({vouchedFor, orphan}, false);
+        const auto review = startupRowTexts({vouchedFor, orphan}, true, {});
+        const auto rest = startupRowTexts({vouchedFor, orphan}, false, {});
         const auto old = oldRuntimes(
             {{u"a"_qs, u"iOS 1"_qs, 1, 13}, {u"b"_qs, u"iOS 2"_qs, 1, 14}, {u"c"_qs, u"iOS 3"_qs, 1, {}}});
         const auto docker = [](const std::vector<DockerRow> &rows) {

@@ -68,7 +68,7 @@ private Q_SLOTS:
         for (const QSize size : {QSize(820, 560), QSize(940, 660), QSize(1880, 1120)})
             for (const bool isFull : {true, false}) {
                 verifyView(MainSection::overview, size, isFull, true);
-                for (const SectionRow &section : sectionRows())
+                for (const SectionRow &section : sectionRows(Machine()))
                     verifyView(*sectionFrom(section.name), size, isFull, false);
             }
     }

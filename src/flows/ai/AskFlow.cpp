@@ -31,9 +31,10 @@ QCoro::Task<> AskFlow::askTrimmed(QString question)
 QStringList AskFlow::suggestions() const
 {
     const QString &computer = m_state.machine().words.computer;
-    return {QStringLiteral("Why is my %1 slow right now?").arg(computer),
-            QStringLiteral("Why is my battery draining fast?"),
-            QStringLiteral("Is it safe to restart my %1?").arg(computer)};
+    QStringList questions = {QStringLiteral("Why is my %1 slow right now?").arg(computer)};
+    if (m_state.machine().mayHaveBattery)
+        questions.append(QStringLiteral("Why is my battery draining fast?"));
+    return questions << QStringLiteral("Is it safe to restart my %1?").arg(computer);
 }
 
 QString AskFlow::waitingText()

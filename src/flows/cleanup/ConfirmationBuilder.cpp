@@ -2,15 +2,15 @@
 
 #include "cleanup/RemovalRun.h"
 #include "engine/ByteCount.h"
-#include "engine/WholeNumber.h"
+#include "engine/PowerText.h"
 
 namespace swabby {
 namespace {
 
-QString quitMessage(const ProcessSample &process, bool canAsk)
+QString quitMessage(const ProcessSample &process, bool canAsk, const MachineWords &words)
 {
-    return QStringLiteral("Currently using ") + percentText(process.cpuPercent) +
-           QStringLiteral(" of your Mac's power and ") + percentText(process.memPercent) +
+    return QStringLiteral("Currently using ") + powerText(process.cpuPercent, words) +
+           QStringLiteral(" and ") + percentText(process.memPercent) +
            (canAsk
                 ? QStringLiteral(" memory. Quits cleanly just like closing it normally.")
                 : QStringLiteral(" memory. It is told to end right away: what you haven't saved in it may be "
@@ -47,7 +47,7 @@ ConfirmationInfo ConfirmationBuilder::quit(const ProcessSample &process, Quittin
                  QLatin1Char('?');
     info.message = process.holdsSession ? endOfSessionWarning(process.name)
                    : isForced           ? forceQuitWarning()
-                                        : quitMessage(process, flow.canAsk());
+                                        : quitMessage(process, flow.canAsk(), flow.words());
     info.confirmLabel = isForced ? QStringLiteral("Force Quit") : QStringLiteral("Quit");
     info.trustRatio = process.trustRatio();
     info.recommendation = recommendation(process);

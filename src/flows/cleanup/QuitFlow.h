@@ -20,6 +20,7 @@ public:
 
     /// Whether applications here are asked to quit, and so can still save.
     bool canAsk() const { return m_state.machine().runningApplications->canAsk(); }
+    const MachineWords &words() const { return m_state.machine().words; }
     /// Finds out who the shown program is, while the person still reads the question.
     QFuture<std::optional<ProcessIdentity>> identify(const ProcessSample &shown);
     /// Ends it if it still is that one. Gives whether it could be told to.

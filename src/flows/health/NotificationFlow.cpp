@@ -1,7 +1,7 @@
 #include "flows/health/NotificationFlow.h"
 
 #include "engine/ByteCount.h"
-#include "engine/WholeNumber.h"
+#include "engine/PowerText.h"
 #include "platform/HarmlessText.h"
 #include "settings/Settings.h"
 
@@ -90,10 +90,10 @@ void NotificationFlow::notify(const QList<ProcessSample> &healthInput)
         !Settings(*m_state.machine().settings).value(setting<"notifyOnRed">))
         return;
     const ProcessSample &hog = healthInput.first();
-    m_alarms.append(postNotification(QStringLiteral("Your Mac could use some attention"),
+    const MachineWords &words = m_state.machine().words;
+    m_alarms.append(postNotification(QStringLiteral("Your %1 could use some attention").arg(words.computer),
                                      hog.name + QStringLiteral(" is using ") +
-                                         QString::number(wholeNumber(hog.cpuPercent)) +
-                                         QStringLiteral("% of your Mac's power right now."),
+                                         powerText(hog.cpuPercent, words) + QStringLiteral(" right now."),
                                      MainSection::speed));
 }
 
@@ -133,8 +133,9 @@ QCoro::Task<std::optional<Notification>> NotificationFlow::sendWeeklySummary(QSt
     const auto sentence = co_await m_ai.weeklySummary(freedText, attentionCount);
     if (stop.stopRequested())
         co_return std::nullopt;
-    co_return postNotification(QStringLiteral("Your weekly Mac check-up"), sentence.value,
-                               MainSection::overview);
+    co_return postNotification(
+        QStringLiteral("Your weekly %1 check-up").arg(m_state.machine().words.computer), sentence.value,
+        MainSection::overview);
 }
 
 QCoro::Task<std::optional<Notification>> NotificationFlow::checkStorageCleanupNotification()
@@ -165,7 +166,7 @@ QCoro::Task<std::optional<Notification>> NotificationFlow::checkStorageCleanupNo
     m_storageCheck.end();
     if (!isWorthIt)
         co_return std::nullopt;
-    co_return postNotification(QStringLiteral("Your Mac could use a cleanup"),
+    co_return postNotification(QStringLiteral("Your %1 could use a cleanup").arg(machine->words.computer),
                                QStringLiteral("You could free up about ") + fileByteCount(*total) +
                                    QStringLiteral(" of space. Open Swabby's Storage tab to clean up."),
                                MainSection::storage);

@@ -60,7 +60,9 @@ void addFigures(Machine &machine)
 {
     machine.kernel =
         std::make_unique<LinuxKernelCounters>(LinuxKernelCounters::Roots{procRoot, sysRoot, "/"});
-    machine.power = std::make_unique<LinuxPowerSupply>(std::string(sysRoot) + "/class/power_supply");
+    auto power = std::make_unique<LinuxPowerSupply>(std::string(sysRoot) + "/class/power_supply");
+    machine.mayHaveBattery = power->hasBattery();
+    machine.power = std::move(power);
     machine.boot = std::make_unique<LinuxBootClock>(procRoot);
 }
 

@@ -12,6 +12,8 @@ class LinuxPowerSupply final : public PowerSupply {
 public:
     explicit LinuxPowerSupply(std::string folder);
 
+    bool hasBattery() const { return !battery().empty(); }
+
     /// Minutes come from the charge left and the present current; none when the battery gives no current.
     std::optional<PowerSource> firstSource() override;
     /// Health is the full charge over that of the design, rounded and at most 100; a battery that counts

@@ -38,6 +38,15 @@ MachineWords linuxWords(std::string_view osRelease, const std::string &desktops)
     words.ofOneKind = QStringLiteral("a Linux computer");
     words.system = QStringLiteral("Linux");
     words.cacheFolder = QStringLiteral("~/.cache");
+    words.press = QStringLiteral("click");
+    words.pressFirst = QStringLiteral("Click");
+    words.panel = QStringLiteral("panel");
+    words.slowedBy = QStringLiteral("the processor");
+    words.batteryAdvice = QStringLiteral("it's worth");
+    words.reveal = QStringLiteral("Show in file manager");
+    words.loginItemSettings = QStringLiteral("Open startup applications");
+    words.buildCache = QStringLiteral("Build cache");
+    words.developerClutter = QStringLiteral("Build tools' caches and Docker storage.");
     words.isTheSystems = QStringLiteral("It is installed by the system's packages.");
     words.isNotTheSystems = QStringLiteral("It is not installed by the system's packages.");
     words.nameMarks = {QStringLiteral("“"), QStringLiteral("”")};

@@ -81,7 +81,7 @@ Column {
 
         Paragraph {
             width: parent.width - 17
-            text: "New here? Tap “Open Swabby” below to get started."
+            text: Words.newHere
             font: Theme.hintFont
             color: Theme.secondary
         }

@@ -36,7 +36,7 @@ QString temperatureWord(ThermalState state)
 
 } // namespace
 
-BatterySummary batterySummary(const SystemStats &stats)
+BatterySummary batterySummary(const SystemStats &stats, const MachineWords &words)
 {
     BatterySummary summary;
     if (!stats.batteryPercent)
@@ -49,7 +49,7 @@ BatterySummary batterySummary(const SystemStats &stats)
     summary.tint = stats.isCharging || percent > 20 ? Tint::green : percent > 10 ? Tint::orange : Tint::red;
     summary.headline = batteryHeadline(stats);
     if (stats.batteryHealthPercent) {
-        summary.condition = BatteryMonitor::healthBand(*stats.batteryHealthPercent);
+        summary.condition = BatteryMonitor::healthBand(*stats.batteryHealthPercent, words);
         summary.facts.append(
             {QStringLiteral("Health"), QString::number(*stats.batteryHealthPercent) + QLatin1Char('%')});
     }

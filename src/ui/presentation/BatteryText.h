@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engine/SystemStats.h"
+#include "platform/MachineWords.h"
 #include "ui/presentation/Tint.h"
 
 #include <QtCore/QList>
@@ -50,6 +51,6 @@ public:
     bool operator==(const BatterySummary &) const = default;
 };
 
-BatterySummary batterySummary(const SystemStats &stats);
+BatterySummary batterySummary(const SystemStats &stats, const MachineWords &words);
 
 } // namespace swabby

@@ -120,11 +120,12 @@ QString totalText(std::int64_t totalBytes)
     return QStringLiteral("free of ") + fileByteCount(totalBytes);
 }
 
-QString queueNoteText(bool isEmpty)
+QString queueNoteText(bool isEmpty, const MachineWords &words)
 {
     return isEmpty
                ? QStringLiteral("Anything you choose to remove goes into the Cleanup Queue first. Review the "
-                                "list, then clean up everything in one tap when you're ready.")
+                                "list, then clean up everything in one %1 when you're ready.")
+                     .arg(words.press)
                : QString();
 }
 

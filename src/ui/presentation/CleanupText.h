@@ -88,7 +88,7 @@ void describeApplication(RemovableRowText &row, const RemovableItem &item, const
 /// "free of 500 GB".
 QString totalText(std::int64_t totalBytes);
 /// What the queue is for, while it is empty.
-QString queueNoteText(bool isEmpty);
+QString queueNoteText(bool isEmpty, const MachineWords &words);
 /// What left this computer for the suggestions, and to where; empty when nothing did.
 QString suggestionsNoteText(const StorageScans::Findings &found);
 

@@ -7,7 +7,7 @@
 
 namespace swabby {
 
-ExplainText explainText(const ExplainRequest &request)
+ExplainText explainText(const ExplainRequest &request, const MachineWords &words)
 {
     ExplainText text;
     text.recommendation = recommendationLabel(recommendation(request));
@@ -24,7 +24,7 @@ ExplainText explainText(const ExplainRequest &request)
     } else if (const auto *item = std::get_if<LoginItem>(&request.kind)) {
         text.name = oneLine(item->label);
         text.tile = tileOf(*item);
-        text.actionLabel = item->canDisableInPlace ? QStringLiteral("Disable") : loginItemSettingsLabel();
+        text.actionLabel = item->canDisableInPlace ? QStringLiteral("Disable") : words.loginItemSettings;
     }
     return text;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ai/ExplainService.h"
+#include "platform/MachineWords.h"
 #include "ui/presentation/ProgramTile.h"
 #include "ui/presentation/Tint.h"
 
@@ -35,6 +36,6 @@ public:
     int recommendationTintIndex() const { return static_cast<int>(recommendationTint); }
 };
 
-ExplainText explainText(const ExplainRequest &request);
+ExplainText explainText(const ExplainRequest &request, const MachineWords &words);
 
 } // namespace swabby

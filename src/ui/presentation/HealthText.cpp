@@ -44,9 +44,9 @@ QList<IssueCard> issueCards(const QList<HealthIssue> &issues, std::optional<Main
     return cards;
 }
 
-QString firstLookText()
+QString firstLookText(const MachineWords &words)
 {
-    return QStringLiteral("Taking a first look at your Mac…");
+    return QStringLiteral("Taking a first look at your %1…").arg(words.computer);
 }
 
 QString nothingToDoText()
@@ -54,12 +54,12 @@ QString nothingToDoText()
     return QStringLiteral("Nothing needs your attention right now.");
 }
 
-QString checkInvitationText(bool isKnown, bool isHealthy)
+QString checkInvitationText(bool isKnown, bool isHealthy, const MachineWords &words)
 {
     if (!isKnown)
-        return firstLookText();
+        return firstLookText(words);
     return isHealthy ? QStringLiteral("AI scan for storage clutter & power hogs")
-                     : QStringLiteral("Issues detected · tap to inspect");
+                     : QStringLiteral("Issues detected · %1 to inspect").arg(words.press);
 }
 
 } // namespace swabby

@@ -43,10 +43,10 @@ public:
 QList<IssueCard> issueCards(const QList<HealthIssue> &issues, std::optional<MainSection> only = {});
 
 /// "Taking a first look at your Mac…", wherever there are no figures yet.
-QString firstLookText();
+QString firstLookText(const MachineWords &words);
 /// Said where nothing was found.
 QString nothingToDoText();
 /// Beside the button that begins the full check.
-QString checkInvitationText(bool isKnown, bool isHealthy);
+QString checkInvitationText(bool isKnown, bool isHealthy, const MachineWords &words);
 
 } // namespace swabby

@@ -35,22 +35,17 @@ QList<MenuEntry> processMenu(bool isTight)
     return entries;
 }
 
-QList<MenuEntry> startupMenu(const LoginItem &item)
+QList<MenuEntry> startupMenu(const LoginItem &item, const MachineWords &words)
 {
-    QList<MenuEntry> entries = {entry(RowCommand::openLoginItemSettings, loginItemSettingsLabel())};
+    QList<MenuEntry> entries = {entry(RowCommand::openLoginItemSettings, words.loginItemSettings)};
     if (!item.plistPath.isEmpty())
-        entries.prepend(entry(RowCommand::reveal, QStringLiteral("Reveal in Finder")));
+        entries.prepend(entry(RowCommand::reveal, words.reveal));
     return entries;
 }
 
 QString explainLabel()
 {
     return QStringLiteral("What is this?");
-}
-
-QString loginItemSettingsLabel()
-{
-    return QStringLiteral("Open Startup Items in System Settings");
 }
 
 } // namespace swabby

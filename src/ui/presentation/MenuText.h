@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/MachineWords.h"
+
 #include <QtCore/QList>
 #include <QtCore/QObject>
 #include <QtQmlIntegration/qqmlintegration.h>
@@ -33,10 +35,9 @@ public:
 QList<MenuEntry> itemMenu();
 /// What can be done about a program beside its buttons; where there is no room for all of them, more.
 QList<MenuEntry> processMenu(bool isTight);
-QList<MenuEntry> startupMenu(const LoginItem &item);
+QList<MenuEntry> startupMenu(const LoginItem &item, const MachineWords &words);
 
 /// "What is this?", on buttons too.
 QString explainLabel();
-QString loginItemSettingsLabel();
 
 } // namespace swabby

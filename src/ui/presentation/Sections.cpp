@@ -28,13 +28,23 @@ QString pageFile(MainSection section)
 
 } // namespace
 
-QList<SectionRow> sectionRows()
+SectionRow sectionRow(MainSection section, const MachineWords &words)
+{
+    return {sectionName(section),
+            sectionTitle(section),
+            sectionSubtitle(section, words),
+            sectionSymbol(section),
+            QStringLiteral("Ctrl+") + keyEquivalent(section),
+            QStringLiteral("sections/") + pageFile(section),
+            section != MainSection::overview};
+}
+
+QList<SectionRow> sectionRows(const Machine &machine)
 {
     QList<SectionRow> rows;
     for (const MainSection section : allSections)
-        rows.append({sectionName(section), sectionTitle(section), sectionSubtitle(section),
-                     sectionSymbol(section), QStringLiteral("Ctrl+") + keyEquivalent(section),
-                     QStringLiteral("sections/") + pageFile(section), section != MainSection::overview});
+        if (section != MainSection::battery || machine.mayHaveBattery)
+            rows.append(sectionRow(section, machine.words));
     return rows;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "health/MainSection.h"
+#include "platform/Machine.h"
 
 #include <QtCore/QList>
 #include <QtCore/QObject>
@@ -32,7 +33,8 @@ public:
     bool operator==(const SectionRow &) const = default;
 };
 
-/// The sections in the sidebar's order.
-QList<SectionRow> sectionRows();
+SectionRow sectionRow(MainSection section, const MachineWords &words);
+/// The sections that this machine has something for, in the sidebar's order.
+QList<SectionRow> sectionRows(const Machine &machine);
 
 } // namespace swabby

@@ -38,10 +38,10 @@ SwitchSetting dockSetting(const Settings &settings)
             settings.value(setting<"showInDock">)};
 }
 
-SwitchSetting redNotificationSetting(const Settings &settings)
+SwitchSetting redNotificationSetting(const Settings &settings, const MachineWords &words)
 {
     return {QLatin1String(setting<"notifyOnRed">.name), QStringLiteral("Notify when attention is needed"),
-            QStringLiteral("One message when your Mac starts struggling"),
+            QStringLiteral("One message when your %1 starts struggling").arg(words.computer),
             settings.value(setting<"notifyOnRed">)};
 }
 
@@ -80,11 +80,12 @@ SwitchSetting loginSetting(bool isOn)
             isOn};
 }
 
-QList<SliderSetting> thresholdSettings(const Settings &settings)
+QList<SliderSetting> thresholdSettings(const Settings &settings, const MachineWords &words)
 {
     return {
         percentSetting(settings, setting<"cpuYellow">, QStringLiteral("Speed warning threshold"),
-                       QStringLiteral("When your Mac works harder than usual"), Tint::orange),
+                       QStringLiteral("When your %1 works harder than usual").arg(words.computer),
+                       Tint::orange),
         percentSetting(settings, setting<"cpuRed">, QStringLiteral("Speed critical threshold"),
                        QStringLiteral("When it is working very hard"), Tint::red),
         percentSetting(settings, setting<"memYellow">, QStringLiteral("Memory warning threshold"),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/MachineWords.h"
 #include "settings/Settings.h"
 #include "ui/presentation/Tint.h"
 
@@ -82,13 +83,13 @@ TextSetting modelSetting(const Settings &settings);
 TextSetting addressSetting(const Settings &settings);
 
 SwitchSetting dockSetting(const Settings &settings);
-SwitchSetting redNotificationSetting(const Settings &settings);
+SwitchSetting redNotificationSetting(const Settings &settings, const MachineWords &words);
 SwitchSetting storageNotificationSetting(const Settings &settings);
 SwitchSetting assistantSetting(const Settings &settings);
 SwitchSetting loginSetting(bool isOn);
 
 /// The thresholds, with the values in force.
-QList<SliderSetting> thresholdSettings(const Settings &settings);
+QList<SliderSetting> thresholdSettings(const Settings &settings, const MachineWords &words);
 /// When the cleanup reminder comes.
 SliderSetting reminderSetting(const Settings &settings);
 /// The same slider at another value, brought into its range and onto its steps.

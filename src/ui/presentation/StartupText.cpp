@@ -18,36 +18,37 @@ QString startupDetail(const LoginItem &item)
     return scope;
 }
 
-StartupRowText rowFor(const LoginItem &item)
+StartupRowText rowFor(const LoginItem &item, const MachineWords &words)
 {
     StartupRowText row;
     row.id = item.id();
     row.label = oneLine(item.label);
     row.tile = tileOf(item);
-    row.menu = startupMenu(item);
+    row.menu = startupMenu(item, words);
     return row;
 }
 
 } // namespace
 
-QList<StartupRowText> disabledRowTexts(const QList<LoginItem> &items)
+QList<StartupRowText> disabledRowTexts(const QList<LoginItem> &items, const MachineWords &words)
 {
     QList<StartupRowText> rows;
     for (const LoginItem &item : items) {
-        StartupRowText row = rowFor(item);
+        StartupRowText row = rowFor(item, words);
         row.detail = QStringLiteral("Turned off in Swabby");
         rows.append(row);
     }
     return rows;
 }
 
-QList<StartupRowText> startupRowTexts(const QList<LoginItem> &items, bool worthASecondLook)
+QList<StartupRowText> startupRowTexts(const QList<LoginItem> &items, bool worthASecondLook,
+                                      const MachineWords &words)
 {
     QList<StartupRowText> rows;
     for (const LoginItem &item : items) {
         if (item.deservesALook() != worthASecondLook)
             continue;
-        StartupRowText row = rowFor(item);
+        StartupRowText row = rowFor(item, words);
         row.detail = startupDetail(item);
         row.canDisable = item.canDisableInPlace;
         if (item.isOrphaned) {

@@ -42,8 +42,9 @@ public:
 QString startupFailureText(StartupChange failed);
 
 /// What was turned off here.
-QList<StartupRowText> disabledRowTexts(const QList<LoginItem> &items);
+QList<StartupRowText> disabledRowTexts(const QList<LoginItem> &items, const MachineWords &words);
 
-QList<StartupRowText> startupRowTexts(const QList<LoginItem> &items, bool worthASecondLook);
+QList<StartupRowText> startupRowTexts(const QList<LoginItem> &items, bool worthASecondLook,
+                                      const MachineWords &words);
 
 } // namespace swabby

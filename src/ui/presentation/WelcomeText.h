@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/MachineWords.h"
+
 #include <QtCore/QList>
 #include <QtCore/QObject>
 #include <QtQmlIntegration/qqmlintegration.h>
@@ -23,7 +25,7 @@ public:
 };
 
 /// In reading order. Where nothing is in the menu bar, nothing is promised there.
-QList<WelcomePoint> welcomePoints(bool hasMenuBarItem);
+QList<WelcomePoint> welcomePoints(bool hasMenuBarItem, const MachineWords &words);
 
 /// Beside whatever offers a removal, too.
 QString untilConfirmedText();

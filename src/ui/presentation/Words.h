@@ -8,6 +8,9 @@
 #include <QtCore/QObject>
 #include <QtQmlIntegration/qqmlintegration.h>
 
+class QJSEngine;
+class QQmlEngine;
+
 namespace swabby {
 
 /// What the windows say whatever the figures are, where it names the computer or a part of its desktop, and
@@ -30,6 +33,7 @@ class Words : public QObject {
     Q_PROPERTY(QString issuesHint MEMBER issuesHint CONSTANT)
     Q_PROPERTY(QString lastWindow MEMBER lastWindow CONSTANT)
     Q_PROPERTY(QString loginItemSettings MEMBER loginItemSettings CONSTANT)
+    Q_PROPERTY(QString newHere MEMBER newHere CONSTANT)
     Q_PROPERTY(QString nothingToDo MEMBER nothingToDo CONSTANT)
     Q_PROPERTY(QString quit MEMBER quit CONSTANT)
     Q_PROPERTY(QString stillInTrash MEMBER stillInTrash CONSTANT)
@@ -37,28 +41,40 @@ class Words : public QObject {
     Q_PROPERTY(QString welcome MEMBER welcome CONSTANT)
     Q_PROPERTY(QString xcodeCache MEMBER xcodeCache CONSTANT)
 
+    const MachineWords m_words; // before those that are made of it
+
 public:
-    const QString aboutAsking = QStringLiteral("About this Mac, in your own words");
-    const QString allIsWell = QStringLiteral("Nothing needs your attention — your Mac is running smoothly.");
+    explicit Words(MachineWords words, QObject *parent = nullptr);
+    /// The words that were made a child of the engine, else a Mac's.
+    static Words *create(QQmlEngine *engine, QJSEngine *);
+
+    const QString aboutAsking = QStringLiteral("About this %1, in your own words").arg(m_words.computer);
+    const QString allIsWell =
+        QStringLiteral("Nothing needs your attention — your %1 is running smoothly.").arg(m_words.computer);
     const QString ask = QStringLiteral("Ask AI");
     const QString askHint = QStringLiteral("Ask Swabby a question");
-    const QString askPlaceholder = QStringLiteral("Ask anything about this Mac");
+    const QString askPlaceholder = QStringLiteral("Ask anything about this %1").arg(m_words.computer);
     const QString check = QStringLiteral("Swabby Check");
-    const QString checkHint = QStringLiteral("One-tap check of your Mac's health");
+    const QString checkHint =
+        QStringLiteral("One-%1 check of your %2's health").arg(m_words.press, m_words.computer);
     const QString dockerClutter = dockerClutterText();
     const QString explain = explainLabel();
-    const QString firstLook = firstLookText();
-    const QString healthHint = QStringLiteral("What's going on with your Mac");
-    const QString issuesHint = QStringLiteral("Tap for what's wrong and how to help");
+    const QString firstLook = firstLookText(m_words);
+    const QString healthHint = QStringLiteral("What's going on with your %1").arg(m_words.computer);
+    const QString issuesHint = QStringLiteral("%1 for what's wrong and how to help").arg(m_words.pressFirst);
     const QString lastWindow =
-        QStringLiteral("Closing this window also ends Swabby — there is no menu bar here to keep it in.");
-    const QString loginItemSettings = loginItemSettingsLabel();
+        QStringLiteral("Closing this window also ends Swabby — there is no %1 here to keep it in.")
+            .arg(m_words.panel);
+    const QString loginItemSettings = m_words.loginItemSettings;
+    const QString newHere =
+        QStringLiteral("New here? %1 “Open Swabby” below to get started.").arg(m_words.pressFirst);
     const QString nothingToDo = nothingToDoText();
     const QString quit = QStringLiteral("Quit Swabby");
     const QString stillInTrash = QStringLiteral("What was removed last is still in the Trash.");
     const QString untilConfirmed = untilConfirmedText();
-    const QString welcome = QStringLiteral("It keeps an eye on your Mac, so you don't have to.");
-    const QString xcodeCache = QStringLiteral("Xcode DerivedData");
+    const QString welcome =
+        QStringLiteral("It keeps an eye on your %1, so you don't have to.").arg(m_words.computer);
+    const QString xcodeCache = m_words.buildCache;
 };
 
 } // namespace swabby

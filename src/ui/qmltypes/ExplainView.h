@@ -2,6 +2,7 @@
 
 #include "flows/ai/ExplainFlow.h"
 #include "platform/HarmlessText.h"
+#include "state/AppState.h"
 #include "ui/presentation/ExplainText.h"
 #include "ui/qmltypes/AssistantTrouble.h"
 #include "ui/qmltypes/WindowContext.h"
@@ -38,7 +39,10 @@ public:
 
     bool isOpen() const { return m_flow != nullptr; }
     /// What is explained; nothing while none is open.
-    ExplainText subject() const { return m_flow ? explainText(m_flow->request()) : ExplainText(); }
+    ExplainText subject() const
+    {
+        return m_flow ? explainText(m_flow->request(), m_context.state.machine().words) : ExplainText();
+    }
     bool isLoading() const { return m_flow && m_flow->isLoading(); }
     QString waitingText() const { return ExplainFlow::waitingText(); }
     QString text() const { return m_flow ? harmlessLines(m_flow->text().value_or(m_text)) : QString(); }

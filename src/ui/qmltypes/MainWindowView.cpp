@@ -60,7 +60,7 @@ int MainWindowView::selectedIndex() const
     for (int index = 0; index < m_sections.size(); ++index)
         if (m_sections.at(index).name == sectionName(m_selection))
             return index;
-    return 0;
+    return -1;
 }
 
 void MainWindowView::select(MainSection section)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "state/AppState.h"
 #include "ui/presentation/MenuText.h"
 #include "ui/presentation/Sections.h"
 #include "ui/presentation/WelcomeText.h"
@@ -61,15 +62,16 @@ public:
     DeveloperView *developer() { return &m_developer; }
     QList<WelcomePoint> welcomePoints() const
     {
-        return swabby::welcomePoints(m_context.staysWithoutWindow());
+        return swabby::welcomePoints(m_context.staysWithoutWindow(), m_context.state.machine().words);
     }
     QList<MenuEntry> processMenu() const { return swabby::processMenu(false); }
     QList<MenuEntry> tightProcessMenu() const { return swabby::processMenu(true); }
     /// Whether a full check runs, here or anywhere.
     bool isScanning() const { return m_isScanning; }
     const QList<SectionRow> &sections() const { return m_sections; }
+    /// In the sidebar; -1 for a section that is shown, but not offered.
     int selectedIndex() const;
-    SectionRow selected() const { return m_sections.value(selectedIndex()); }
+    SectionRow selected() const { return sectionRow(m_selection, m_context.state.machine().words); }
     MainSection selection() const { return m_selection; }
     bool isRefreshing() const { return m_isRefreshing; }
 
@@ -113,7 +115,7 @@ private:
     StorageView m_storage;
     StartupView m_startup;
     DeveloperView m_developer;
-    QList<SectionRow> m_sections = sectionRows();
+    QList<SectionRow> m_sections = sectionRows(m_context.state.machine());
     MainSection m_selection = MainSection::overview;
     int m_speedView = 0; // the busiest programs; 1 is by browser
     bool m_showHealthDetail = false;

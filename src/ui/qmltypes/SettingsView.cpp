@@ -38,11 +38,12 @@ SettingsView::SettingsView(const UserInterfaceContext &context) : m_context(cont
 void SettingsView::read()
 {
     const Settings settings(*m_context.state.machine().settings);
-    m_sliders = thresholdSettings(settings);
+    const MachineWords &words = m_context.state.machine().words;
+    m_sliders = thresholdSettings(settings, words);
     m_thresholds.show(m_sliders, [](const SliderSetting &slider) { return slider.key; });
     m_reminder = reminderSetting(settings);
     m_dock = dockSetting(settings);
-    m_redNotification = redNotificationSetting(settings);
+    m_redNotification = redNotificationSetting(settings, words);
     m_storageNotification = storageNotificationSetting(settings);
     m_assistant = assistantSetting(settings);
     m_model = modelSetting(settings);

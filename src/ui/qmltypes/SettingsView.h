@@ -24,6 +24,7 @@ class SettingsView : public QObject {
     QML_UNCREATABLE("made with the window")
     Q_PROPERTY(int tab MEMBER m_tab NOTIFY tabChanged)
     Q_PROPERTY(bool isCompact MEMBER m_isCompact NOTIFY changed)
+    Q_PROPERTY(bool hasDock READ hasDock CONSTANT)
     Q_PROPERTY(swabby::SwitchSetting dock MEMBER m_dock NOTIFY changed)
     Q_PROPERTY(swabby::SwitchSetting login MEMBER m_login NOTIFY changed)
     Q_PROPERTY(swabby::SwitchSetting redNotification MEMBER m_redNotification NOTIFY changed)
@@ -44,6 +45,7 @@ class SettingsView : public QObject {
 public:
     explicit SettingsView(const UserInterfaceContext &context);
 
+    bool hasDock() const { return m_context.state.machine().dock->isThere(); }
     RowModel *thresholds() { return &m_thresholds; }
     KeyView *key() { return &m_key; }
     bool isSnoozed() const

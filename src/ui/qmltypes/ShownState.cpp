@@ -7,7 +7,8 @@ namespace swabby {
 ShownState shownStateOf(const AppState &state)
 {
     const bool isKnown = state.refreshesApplied() > 0;
-    return {state.published(), isKnown ? state.stats().timestamp : state.machine().clock->now(), isKnown,
+    return {state.published(), state.machine().words,
+            isKnown ? state.stats().timestamp : state.machine().clock->now(), isKnown,
             state.refreshesApplied() >= refreshesUntilFigures(state.machine())};
 }
 

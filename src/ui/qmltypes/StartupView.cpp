@@ -67,7 +67,7 @@ QStringList StartupView::busyIds() const
 
 void StartupView::showDisabled()
 {
-    m_disabled.show(disabledRowTexts(m_context.startup.disabledItems()),
+    m_disabled.show(disabledRowTexts(m_context.startup.disabledItems(), m_context.state.machine().words),
                     [](const StartupRowText &row) { return row.id; });
 }
 

@@ -35,8 +35,8 @@ void StateView::show(const ShownState &shown, bool isCompact)
     m_browsers.show(browserRowTexts(shown.browserRollups),
                     [](const BrowserRowText &row) { return row.name; });
     const auto itemKey = [](const StartupRowText &row) { return row.id; };
-    m_startupToReview.show(startupRowTexts(shown.loginItems, true), itemKey);
-    m_startupRest.show(startupRowTexts(shown.loginItems, false), itemKey);
+    m_startupToReview.show(startupRowTexts(shown.loginItems, true, shown.words), itemKey);
+    m_startupRest.show(startupRowTexts(shown.loginItems, false, shown.words), itemKey);
     showProcesses();
     Q_EMIT changed();
 }

@@ -56,13 +56,13 @@ public:
     bool isHealthy() const { return m_shown.health == HealthLevel::green; }
     QString healthWord() const { return swabby::healthWord(m_shown.health); }
     int healthTint() const { return static_cast<int>(tintOf(m_shown.health)); }
-    QString checkInvitation() const { return checkInvitationText(isKnown(), isHealthy()); }
+    QString checkInvitation() const { return checkInvitationText(isKnown(), isHealthy(), m_shown.words); }
     QString noProcesses() const { return noProcessesText(isKnown()); }
     SpeedDay speedDay() const { return {speedStretches(m_shown.history, m_shown.time)}; }
     bool hasSpeedLine() const;
     QString averageSpeed() const { return averageSpeedText(m_shown.history); }
     QString speedSentence() const { return speedHistorySentence(m_shown.history); }
-    BatterySummary battery() const { return batterySummary(m_shown.stats); }
+    BatterySummary battery() const { return batterySummary(m_shown.stats, m_shown.words); }
     QString networkRate() const { return totalNetworkRate(m_shown.networkUsers); }
     QString networkSentence() const { return swabby::networkSentence(m_shown.networkUsers); }
     bool isCompact() const { return m_isCompact; }

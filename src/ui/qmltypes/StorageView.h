@@ -61,7 +61,7 @@ public:
     double clearableFraction() const;
     QString clearableText() const { return swabby::clearableText(m_clearableBytes); }
     /// What the queue is, while it is empty.
-    QString queueNote() const { return queueNoteText(m_queue.empty()); }
+    QString queueNote() const { return queueNoteText(m_queue.empty(), m_context.state.machine().words); }
     QString queueText() const { return swabby::queueText(m_queue); }
     bool canCleanUp() const { return !m_queue.empty(); }
     /// What left this computer for the suggestions; empty when nothing did.

@@ -13,12 +13,14 @@ ScrollPage {
         SwitchRow {
             width: parent.width
             isFirst: true
+            visible: page.view.hasDock
             setting: page.view.dock
             onToggled: page.view.toggle(setting.key)
         }
 
         SwitchRow {
             width: parent.width
+            isFirst: !page.view.hasDock
             setting: page.view.login
             onToggled: page.view.toggleLogin()
         }
