@@ -73,21 +73,20 @@ std::optional<CommandLine> parseCommandLine(const QStringList &arguments, QStrin
     return result;
 }
 
-QString commandLineHelp()
+QString commandLineHelp(const MachineWords &words)
 {
-    return QStringLiteral(
-               "Usage: %1\n"
-               "\n"
-               "Watches over this computer from the menu bar and tells in plain words how it is doing.\n"
-               "\n"
-               "  --machine DIR       look after the machine that a folder describes\n"
-               "  --run-tools         run the programs in that folder, with your own rights\n"
-               "  --section NAME      open the window at a section, such as overview or speed\n"
-               "  --theme NAME        light, dark or system\n"
-               "  --screenshots OUT   draw every view into PNG files in the folder OUT, and end\n"
-               "  --background        start without a window, for starts at login\n"
-               "  --help, --version   say this, or the version, and end\n")
-        .arg(usage);
+    return QStringLiteral("Usage: %1\n"
+                          "\n"
+                          "Watches over this computer from the %2 and tells in plain words how it is doing.\n"
+                          "\n"
+                          "  --machine DIR       look after the machine that a folder describes\n"
+                          "  --run-tools         run the programs in that folder, with your own rights\n"
+                          "  --section NAME      open the window at a section, such as overview or speed\n"
+                          "  --theme NAME        light, dark or system\n"
+                          "  --screenshots OUT   draw every view into PNG files in the folder OUT, and end\n"
+                          "  --background        start without a window, for starts at login\n"
+                          "  --help, --version   say this, or the version, and end\n")
+        .arg(usage, words.panel);
 }
 
 } // namespace swabby

@@ -25,6 +25,6 @@ struct CommandLine {
 /// is wrong and what is right.
 std::optional<CommandLine> parseCommandLine(const QStringList &arguments, QString *problem);
 
-QString commandLineHelp();
+QString commandLineHelp(const MachineWords &words);
 
 } // namespace swabby

@@ -83,8 +83,9 @@ int main(int argc, char *argv[])
     if (!commandLine)
         return complain(problem, 2);
     if (commandLine->wantsHelp || commandLine->wantsVersion) {
-        const QString words =
-            commandLine->wantsHelp ? commandLineHelp() : QStringLiteral("swabby " SWABBY_VERSION "\n");
+        const QString words = commandLine->wantsHelp
+                                  ? commandLineHelp(chooseWords(commandLine->machineFolder))
+                                  : QStringLiteral("swabby " SWABBY_VERSION "\n");
         std::fputs(qPrintable(words), stdout);
         return 0;
     }

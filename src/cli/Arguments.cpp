@@ -1,6 +1,7 @@
 #include "cli/Arguments.h"
 
 #include "cli/Verbs.h"
+#include "machine/MachineChoice.h"
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QCoreApplication>
@@ -77,15 +78,16 @@ constexpr std::array options = {
     flag<&Arguments::vet>("vet"),
 };
 
-QString helpText()
+QString helpText(const MachineWords &words)
 {
     QString text = QStringLiteral("swabbyctl [--machine DIR [--run-tools]] VERB [ARGUMENT...] [--json]\n\n");
     for (const Verb &verb : verbs())
         text += QStringLiteral("  swabbyctl ") + QLatin1String(verb.usage) + QLatin1Char('\n');
-    return text + QStringLiteral("\n  --machine DIR  look after the Mac that a folder describes\n"
+    return text + QStringLiteral("\n  --machine DIR  look after the %1 that a folder describes\n"
                                  "  --run-tools    run the programs in that folder, with your own rights\n"
                                  "  --json         one JSON document instead of text\n"
-                                 "  --             ends the options\n");
+                                 "  --             ends the options\n")
+                      .arg(words.computer);
 }
 
 WrongUsage wrong(const QString &what)
@@ -114,8 +116,11 @@ std::variant<Arguments, WrongUsage, Information> parseArguments(const QStringLis
                        {{QStringLiteral("v"), QStringLiteral("version")}, {}}});
     if (!parser.parse(commandLine))
         return wrong(parser.errorText().remove(QLatin1Char('.')));
-    if (parser.isSet(QStringLiteral("help")))
-        return Information{helpText()};
+    if (parser.isSet(QStringLiteral("help"))) {
+        const QString machine = QStringLiteral("machine");
+        return Information{helpText(
+            chooseWords(parser.isSet(machine) ? std::optional(parser.value(machine)) : std::nullopt))};
+    }
     if (parser.isSet(QStringLiteral("version")))
         return Information{QStringLiteral("swabbyctl ") + QCoreApplication::applicationVersion() +
                            QLatin1Char('\n')};

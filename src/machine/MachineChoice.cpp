@@ -28,6 +28,11 @@ void prepareProcess()
     prepareForThisComputer();
 }
 
+MachineWords chooseWords(const std::optional<QString> &folder)
+{
+    return folder ? MachineWords() : wordsOfThisComputer();
+}
+
 std::shared_ptr<Machine> chooseMachine(const std::optional<MachineFolder> &folder, QString *problem)
 {
     return folder ? makeFolderMachine(*folder, problem) : makeThisComputer();

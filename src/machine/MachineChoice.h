@@ -13,6 +13,9 @@ namespace swabby {
 /// main.
 void prepareProcess();
 
+/// How the machine in that folder, else this computer, speaks of itself; neither is looked at for it.
+MachineWords chooseWords(const std::optional<QString> &folder);
+
 /// The machine to look after: the one that a folder describes, else this computer. No value when the
 /// folder describes none; problem then says why in one line.
 std::shared_ptr<Machine> chooseMachine(const std::optional<MachineFolder> &folder, QString *problem);

@@ -16,6 +16,9 @@ void prepareForThisComputer();
 /// tools.
 QLocale localeOfTimes();
 
+/// How this computer speaks of itself, for what is said before a machine is made.
+MachineWords wordsOfThisComputer();
+
 /// The computer this program runs on. Each system's folder has the one implementation of it.
 std::shared_ptr<Machine> makeThisComputer();
 

@@ -130,6 +130,11 @@ void addDesktop(Machine &machine, const Session &session)
                                                          machine.stop.token());
 }
 
+MachineWords wordsIn(const Session &session)
+{
+    return linuxWords(fileText("/etc/os-release"), session.autostart.desktops);
+}
+
 } // namespace
 
 void prepareForThisComputer()
@@ -146,6 +151,11 @@ QLocale localeOfTimes()
     return QLocale::c();
 }
 
+MachineWords wordsOfThisComputer()
+{
+    return wordsIn(sessionFromEnvironment());
+}
+
 std::shared_ptr<Machine> makeThisComputer()
 {
     Session session = sessionFromEnvironment();
@@ -155,7 +165,7 @@ std::shared_ptr<Machine> makeThisComputer()
     machine->clock = std::make_unique<SystemClock>();
     machine->shell = std::make_unique<PosixShell>(machine->stop.token());
     addPlaces(*machine, session);
-    machine->words = linuxWords(fileText("/etc/os-release"), session.autostart.desktops);
+    machine->words = wordsIn(session);
     addFigures(*machine);
     addStartup(*machine, session, addPrograms(*machine, session));
     addDesktop(*machine, session);
