@@ -55,7 +55,7 @@ QString gaugesText(const SystemStats &stats)
                                        memoryByteCount(stats.memTotalBytes) + QStringLiteral(" · swap ") +
                                        memoryByteCount(stats.swapUsedBytes)},
         {QStringLiteral("Storage"), fileByteCount(stats.diskFreeBytes) + QStringLiteral(" free of ") +
-                                        fileByteCount(stats.diskTotalBytes)}};
+                                        fileByteCount(stats.diskTotalBytes) + volumeText(stats)}};
     if (stats.batteryPercent)
         rows.push_back({QStringLiteral("Battery"), batteryText(stats)});
     rows.push_back({QStringLiteral("Heat"), heatWord(stats.thermalState)});
@@ -138,7 +138,8 @@ QString stateLine(const AppState &state)
         inColor(healthWord(state.health()).leftJustified(10), state.health()) +
         QStringLiteral("  %1 busy  %2 memory  %3 free")
             .arg(percentText(stats.cpuUsagePercent).rightJustified(4),
-                 percentText(memoryPercent(stats)).rightJustified(4), fileByteCount(stats.diskFreeBytes));
+                 percentText(memoryPercent(stats)).rightJustified(4), fileByteCount(stats.diskFreeBytes)) +
+        volumeText(stats);
     if (!state.healthIssues().isEmpty())
         line += QStringLiteral("  ") + harmless(state.healthIssues().first().what);
     return line + QLatin1Char('\n');

@@ -17,6 +17,7 @@ struct SystemStats {
     std::uint64_t swapUsedBytes = 0;
     std::int64_t diskFreeBytes = 0;
     std::int64_t diskTotalBytes = 0;
+    QString diskMountPoint;            ///< which volume that is; empty where there is but one
     std::optional<int> batteryPercent; ///< absent on a machine without a battery
     bool isCharging = false;
     std::optional<int> timeRemainingMinutes; ///< to empty, or to full while charging
@@ -29,5 +30,8 @@ struct SystemStats {
 
 /// Memory in use as a share of all memory, 0–100; 0 when the total is unknown.
 double memoryPercent(const SystemStats &stats);
+
+/// " on /home", behind what is said of the storage; empty where there is but one volume.
+QString volumeText(const SystemStats &stats);
 
 } // namespace swabby

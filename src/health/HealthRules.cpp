@@ -193,7 +193,7 @@ void judgeStorage(const SystemStats &stats, const MachineWords &words, QList<Hea
         issues.append(
             {.level = HealthLevel::red,
              .section = MainSection::storage,
-             .what = QStringLiteral("You're almost out of storage space"),
+             .what = QStringLiteral("You're almost out of storage space") + volumeText(stats),
              .why = QStringLiteral("With storage this full, apps can slow down, updates can fail, and some "
                                    "apps may refuse to save files at all."),
              .how = QStringLiteral("Clearing caches, duplicates, or old large files in Storage can free up "
@@ -203,7 +203,7 @@ void judgeStorage(const SystemStats &stats, const MachineWords &words, QList<Hea
     } else if (freeShare < yellowBelow) {
         issues.append({.level = HealthLevel::yellow,
                        .section = MainSection::storage,
-                       .what = QStringLiteral("Storage space is getting low"),
+                       .what = QStringLiteral("Storage space is getting low") + volumeText(stats),
                        .why = QStringLiteral(
                            "You're not out yet, but it's worth clearing some space before it becomes a "
                            "problem."),

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtCore/QString>
+
 #include <cstdint>
 #include <optional>
 
@@ -21,10 +23,11 @@ struct MemoryPages {
     std::uint64_t compressed = 0; ///< held by the compressor
 };
 
-/// Capacities of the start-up volume in bytes; a value that could not be had is 0.
+/// Capacities of the volume a person fills, in bytes; a value that could not be had is 0.
 struct VolumeCapacity {
     std::int64_t freeBytes = 0; ///< what the user may still fill
     std::int64_t totalBytes = 0;
+    QString mountPoint; ///< which volume it is; empty where there is but one
 };
 
 /// How hot the machine runs, in rising order.

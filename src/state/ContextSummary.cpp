@@ -8,14 +8,16 @@ namespace {
 constexpr qsizetype activeAppsShown = 5;
 constexpr qsizetype drainersShown = 4;
 
-QString storageLine(const SystemStats &stats)
+QString storageLine(const SystemStats &stats, const MachineWords &words)
 {
     const double usedPercent = stats.diskTotalBytes == 0
                                    ? 0
                                    : static_cast<double>(stats.diskTotalBytes - stats.diskFreeBytes) /
                                          static_cast<double>(stats.diskTotalBytes) * 100;
     return QStringLiteral("Storage: ") + percentText(usedPercent) + QStringLiteral(" used, ") +
-           fileByteCount(stats.diskFreeBytes) + QStringLiteral(" free");
+           fileByteCount(stats.diskFreeBytes) + QStringLiteral(" free") +
+           (stats.diskMountPoint.isEmpty() ? QString()
+                                           : QStringLiteral(" on ") + words.marked(stats.diskMountPoint));
 }
 
 QString activityOf(const MachineWords &words, const ProcessSample &process)
@@ -31,7 +33,7 @@ QString AppState::systemContextSummary() const
     QStringList lines = {
         QStringLiteral("Speed (CPU): ") + percentText(stats().cpuUsagePercent) + QStringLiteral(" busy"),
         QStringLiteral("Memory: ") + percentText(memoryPercent(stats())) + QStringLiteral(" used"),
-        storageLine(stats())};
+        storageLine(stats(), machine().words)};
     if (stats().batteryPercent)
         lines.append(
             QStringLiteral("Battery: ") + QString::number(*stats().batteryPercent) +

@@ -55,6 +55,7 @@ MachineSample MachineSampler::sample()
     const VolumeCapacity volume = m_machine.kernel->startupVolume();
     stats.diskFreeBytes = volume.freeBytes;
     stats.diskTotalBytes = volume.totalBytes;
+    stats.diskMountPoint = volume.mountPoint;
     const BatteryMonitor::Charge charge = BatteryMonitor::sample(*m_machine.power);
     stats.batteryPercent = charge.percent;
     stats.isCharging = charge.charging;

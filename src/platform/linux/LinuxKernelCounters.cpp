@@ -2,8 +2,7 @@
 
 #include "platform/linux/KernelFile.h"
 #include "platform/linux/ThermalZones.h"
-
-#include <sys/statvfs.h>
+#include "platform/linux/Volumes.h"
 
 #include <algorithm>
 #include <array>
@@ -131,11 +130,7 @@ std::uint64_t LinuxKernelCounters::swapUsedBytes()
 
 VolumeCapacity LinuxKernelCounters::startupVolume()
 {
-    struct statvfs volume = {};
-    if (::statvfs(m_roots.volume.c_str(), &volume) != 0)
-        return {};
-    return {static_cast<std::int64_t>(volume.f_bavail * volume.f_frsize),
-            static_cast<std::int64_t>(volume.f_blocks * volume.f_frsize)};
+    return fullestOf(volumesOf(m_roots.volumes));
 }
 
 ThermalState LinuxKernelCounters::thermalState()

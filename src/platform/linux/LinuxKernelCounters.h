@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace swabby {
 
@@ -37,7 +38,7 @@ public:
     struct Roots {
         std::string proc;
         std::string sys;
-        std::string volume; ///< a path on the start-up volume
+        std::vector<std::string> volumes; ///< a path on each volume that a person fills
     };
 
     explicit LinuxKernelCounters(Roots roots);
@@ -46,7 +47,7 @@ public:
     std::optional<MemoryPages> memoryPages() override;
     std::uint64_t physicalMemory() override;
     std::uint64_t swapUsedBytes() override;
-    /// As `df` shows it: what is free to an ordinary user, and the size of the file system.
+    /// The fullest of the volumes.
     VolumeCapacity startupVolume() override;
     ThermalState thermalState() override;
 

@@ -56,10 +56,10 @@ void addPlaces(Machine &machine, const Session &session)
     machine.disposal = std::make_unique<LinuxDisposal>(folders.data, *machine.clock);
 }
 
-void addFigures(Machine &machine)
+void addFigures(Machine &machine, const Session &session)
 {
-    machine.kernel =
-        std::make_unique<LinuxKernelCounters>(LinuxKernelCounters::Roots{procRoot, sysRoot, "/"});
+    machine.kernel = std::make_unique<LinuxKernelCounters>(
+        LinuxKernelCounters::Roots{procRoot, sysRoot, {"/", session.folders.home.string()}});
     auto power = std::make_unique<LinuxPowerSupply>(std::string(sysRoot) + "/class/power_supply");
     machine.mayHaveBattery = power->hasBattery();
     machine.power = std::move(power);
@@ -166,7 +166,7 @@ std::shared_ptr<Machine> makeThisComputer()
     machine->shell = std::make_unique<PosixShell>(machine->stop.token());
     addPlaces(*machine, session);
     machine->words = wordsIn(session);
-    addFigures(*machine);
+    addFigures(*machine, session);
     addStartup(*machine, session, addPrograms(*machine, session));
     addDesktop(*machine, session);
     return machine;

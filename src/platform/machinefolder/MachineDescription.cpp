@@ -115,7 +115,8 @@ VolumeCapacity MachineDescription::disk() const
 {
     const QJsonObject disk = m_facts.value(QLatin1String("disk")).toObject();
     return {.freeBytes = wholeNumber<std::int64_t>(disk.value(QLatin1String("freeBytes"))).value_or(0),
-            .totalBytes = wholeNumber<std::int64_t>(disk.value(QLatin1String("totalBytes"))).value_or(0)};
+            .totalBytes = wholeNumber<std::int64_t>(disk.value(QLatin1String("totalBytes"))).value_or(0),
+            .mountPoint = {}};
 }
 
 ThermalState MachineDescription::nextThermalState()

@@ -115,9 +115,9 @@ void describeApplication(RemovableRowText &row, const RemovableItem &item, const
     row.isBusy = scans.isPrepared(item.id);
 }
 
-QString totalText(std::int64_t totalBytes)
+QString totalText(const SystemStats &stats)
 {
-    return QStringLiteral("free of ") + fileByteCount(totalBytes);
+    return QStringLiteral("free of ") + fileByteCount(stats.diskTotalBytes) + volumeText(stats);
 }
 
 QString queueNoteText(bool isEmpty, const MachineWords &words)

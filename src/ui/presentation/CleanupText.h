@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cleanup/CleanupReport.h"
+#include "engine/SystemStats.h"
 #include "flows/cleanup/StorageScans.h"
 #include "ui/presentation/ConfirmationText.h"
 #include "ui/presentation/ProgramTile.h"
@@ -86,7 +87,7 @@ ScanText scanText(const StorageScans &scans, ClutterKind kind);
 /// Makes the row one of an application: what goes with it is known once it has been looked for.
 void describeApplication(RemovableRowText &row, const RemovableItem &item, const StorageScans &scans);
 /// "free of 500 GB".
-QString totalText(std::int64_t totalBytes);
+QString totalText(const SystemStats &stats);
 /// What the queue is for, while it is empty.
 QString queueNoteText(bool isEmpty, const MachineWords &words);
 /// What left this computer for the suggestions, and to where; empty when nothing did.

@@ -50,7 +50,7 @@ Gauge memoryGauge(const SystemStats &stats)
 Gauge storageGauge(const SystemStats &stats)
 {
     return {QStringLiteral("internaldrive"),         QStringLiteral("Storage"),
-            fileByteCount(stats.diskFreeBytes),      QStringLiteral("free"),
+            fileByteCount(stats.diskFreeBytes),      QStringLiteral("free") + volumeText(stats),
             barFraction(usedStorageFraction(stats)), storageTint(stats)};
 }
 

@@ -55,7 +55,7 @@ public:
                m_forgottenFiles.text().isScanning || m_applications.text().isScanning;
     }
     QString freeText() const { return fileByteCount(m_context.state.stats().diskFreeBytes); }
-    QString totalText() const { return swabby::totalText(m_context.state.stats().diskTotalBytes); }
+    QString totalText() const { return swabby::totalText(m_context.state.stats()); }
     /// Of the disk, without what can be cleared.
     double usedFraction() const;
     double clearableFraction() const;

@@ -3,6 +3,7 @@
 #include "platform/linux/LinuxKernelCounters.h"
 #include "platform/linux/LinuxPowerSupply.h"
 #include "platform/linux/ThermalZones.h"
+#include "platform/linux/Volumes.h"
 #include "support/Table.h"
 
 #include <QtTest/QTest>
@@ -69,12 +70,32 @@ private Q_SLOTS:
     void counters()
     {
         compareScenes(u"linux/kernel_counters.txt"_qs, [](const StandIn &files) {
-            LinuxKernelCounters kernel({files.path("proc"), files.path("sys"), files.path("nowhere")});
+            LinuxKernelCounters kernel({files.path("proc"), files.path("sys"), {files.path("nowhere")}});
             const auto pages = kernel.memoryPages();
             return numbers({kernel.cpuTicks() ? kernel.cpuTicks()->user : std::optional<quint64>(),
                             pages ? pages->compressed : std::optional<quint64>(), kernel.swapUsedBytes(),
                             kernel.physicalMemory(), kernel.startupVolume().totalBytes,
                             quint64(kernel.thermalState()), LinuxBootClock(files.path("proc")).bootEpoch()});
+        });
+    }
+
+    void fullestVolume()
+    {
+        // The volumes, each where it is mounted, bytes in all and free, "ro" when it can only be read.
+        compareTable(fixture(u"linux/fullest_volume.txt"_qs), [](const Cells &row) {
+            std::vector<Volume> volumes;
+            for (const QByteArray &words : row[1].split(',')) {
+                const QList<QByteArray> word = words.simplified().split(' ');
+                if (word.size() >= 3)
+                    volumes.push_back(
+                        {{word[2].toLongLong(), word[1].toLongLong(), QString::fromUtf8(word[0])},
+                         word.last() == "ro"});
+            }
+            const VolumeCapacity fullest = fullestOf(volumes);
+            return u"%1 of %2 %3"_qs.arg(fullest.freeBytes)
+                .arg(fullest.totalBytes)
+                .arg(fullest.mountPoint)
+                .trimmed();
         });
     }
 
@@ -131,13 +152,15 @@ private Q_SLOTS:
 
     void thisMachineAgreesWithItself()
     {
-        LinuxKernelCounters kernel({"/proc", "/sys", "/"});
+        LinuxKernelCounters kernel({"/proc", "/sys", {"/", "/usr", "/proc"}});
         const auto pages = kernel.memoryPages();
         QVERIFY(pages && kernel.cpuTicks());
         const quint64 used = (pages->active + pages->wired + pages->compressed) * pages->pageSize;
         QVERIFY(used > 0 && used < kernel.physicalMemory());
         const VolumeCapacity volume = kernel.startupVolume();
         QVERIFY(volume.freeBytes > 0 && volume.freeBytes < volume.totalBytes);
+        QCOMPARE(volumesOf(std::vector<std::string>{"/usr/bin"}).front().capacity.mountPoint,
+                 volume.mountPoint.isEmpty() ? u"/"_qs : u"/usr"_qs);
 
         LinuxBootClock clock("/proc");
         const auto start = clock.startEpoch(::getpid());
