@@ -36,7 +36,7 @@ QStringList argumentsOf(int argc, char *argv[])
     return arguments;
 }
 
-// The load is a figure over time, and its second look need not wait a minute.
+// The load is a figure over time, and a second look, where it takes one, need not wait a minute.
 void lookTwice(AppState &state)
 {
     QObject::connect(&state, &AppState::applied, &state, [&state] {

@@ -10,7 +10,9 @@ double CPUMonitor::sample(KernelCounters &kernel)
     if (!current)
         return 0;
     const std::scoped_lock guard(m_mutex);
-    const std::optional<CpuTicks> previous = std::exchange(m_prevInfo, current);
+    std::optional<CpuTicks> previous = std::exchange(m_prevInfo, current);
+    if (!previous)
+        previous = kernel.cpuTicksAtStart();
     if (!previous)
         return 0;
     // In doubles, so that a counter that wrapped counts as negative rather than as a huge step.

@@ -16,7 +16,8 @@ namespace swabby {
 /// then measures a very short interval.
 class CPUMonitor {
 public:
-    /// The load in percent since the previous call, 0 at the first and when the counters cannot be read.
+    /// The load in percent since the previous call, at the first since the program began where the kernel's
+    /// counters know of that time. 0 when there is nothing to compare with.
     double sample(KernelCounters &kernel);
 
 private:

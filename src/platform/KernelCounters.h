@@ -40,6 +40,9 @@ public:
 
     /// No value when the counters cannot be read.
     virtual std::optional<CpuTicks> cpuTicks() = 0;
+    /// What they said when this program began, for the first reading to compare with. No value where nobody
+    /// looked.
+    virtual std::optional<CpuTicks> cpuTicksAtStart() { return std::nullopt; }
     /// No value when the counts cannot be read.
     virtual std::optional<MemoryPages> memoryPages() = 0;
     /// Bytes of memory in the machine, 0 when unknown.

@@ -40,7 +40,7 @@ struct PowerRow {
     double power = 0;
 };
 
-/// Bytes one process moved within one second. A process may have several rows.
+/// Bytes one process moves in a second. A process may have several rows.
 struct NetworkRow {
     std::int32_t pid = 0;
     std::int64_t bytesIn = 0;
@@ -63,7 +63,7 @@ public:
     virtual std::vector<ProcessWeight> weights() = 0;
     /// Measured over one second. Empty when it could not be.
     virtual std::vector<PowerRow> power() = 0;
-    /// Measured over one second. Empty when it could not be.
+    /// Measured over one second at least. Empty when it could not be.
     virtual std::vector<NetworkRow> network() = 0;
 };
 

@@ -46,7 +46,6 @@ MachineSample MachineSampler::sample()
     const std::int32_t ownPid = m_machine.ownProcessId;
     const std::unique_ptr<ProcessSurvey> survey = m_machine.processes->begin();
 
-    stats.cpuUsagePercent = m_cpuMonitor.sample(*m_machine.kernel);
     stats.memTotalBytes = m_machine.kernel->physicalMemory();
     const MemoryMonitor::Figures memory = MemoryMonitor::sample(*m_machine.kernel, stats.memTotalBytes);
     stats.memUsedBytes = memory.usedBytes;
@@ -80,6 +79,8 @@ MachineSample MachineSampler::sample()
     sample.networkUsers = largestConsumers(traffic, &ProcessSample::networkBytesPerSec, *survey, ownPid);
 
     sample.browserRollups = BrowserRollup::sample(*survey);
+    // Last, so that the first load of all is one of at least the second that the survey takes.
+    stats.cpuUsagePercent = m_cpuMonitor.sample(*m_machine.kernel);
     stats.timestamp = m_machine.clock->now();
     return sample;
 }

@@ -101,7 +101,10 @@ MemoryPages memoryPagesFrom(const MemoryInfo &info, std::uint64_t zramBytes)
     return pages;
 }
 
-LinuxKernelCounters::LinuxKernelCounters(Roots roots) : m_roots(std::move(roots)) {}
+LinuxKernelCounters::LinuxKernelCounters(Roots roots)
+    : m_roots(std::move(roots)), m_ticksAtStart(LinuxKernelCounters::cpuTicks())
+{
+}
 
 std::optional<CpuTicks> LinuxKernelCounters::cpuTicks()
 {

@@ -44,6 +44,7 @@ public:
     explicit LinuxKernelCounters(Roots roots);
 
     std::optional<CpuTicks> cpuTicks() override;
+    std::optional<CpuTicks> cpuTicksAtStart() override { return m_ticksAtStart; }
     std::optional<MemoryPages> memoryPages() override;
     std::uint64_t physicalMemory() override;
     std::uint64_t swapUsedBytes() override;
@@ -55,6 +56,7 @@ private:
     std::optional<MemoryInfo> memoryInfo() const;
 
     const Roots m_roots;
+    const std::optional<CpuTicks> m_ticksAtStart;
 };
 
 } // namespace swabby

@@ -64,6 +64,7 @@ void addFigures(Machine &machine, const Session &session)
     machine.mayHaveBattery = power->hasBattery();
     machine.power = std::move(power);
     machine.boot = std::make_unique<LinuxBootClock>(procRoot);
+    machine.refreshesUntilReal = 1;
 }
 
 /// Gives how to find out which process runs a program.

@@ -18,7 +18,8 @@ constexpr double measuredSeconds = 1.0;
 
 class LinuxProcessSurvey final : public ProcessSurvey {
 public:
-    LinuxProcessSurvey(const LinuxProcessSurveyor::Sources &sources, SocketOwners &owners);
+    LinuxProcessSurvey(const LinuxProcessSurveyor::Sources &sources, SocketOwners &owners,
+                       TrafficRecord &traffic);
 
     std::optional<std::vector<ProcessRow>> busiest() override;
     std::optional<std::vector<ProcessRow>> largest() override;
@@ -31,47 +32,59 @@ private:
     template <typename Before>
     std::vector<ProcessRow> first(Before before) const;
     ProcessRow processRow(const TableRow &row) const;
+    const std::optional<Listing> &listing();
     void finishMeasuring();
-    std::vector<NetworkRow> traffic(const std::vector<SocketBytes> &after, double seconds) const;
+    std::vector<NetworkRow> traffic(const std::vector<SocketBytes> &after) const;
     std::vector<std::int32_t> pidsBusiestFirst() const;
 
     const LinuxProcessSurveyor::Sources &m_sources;
     SocketOwners &m_owners;
+    TrafficRecord &m_traffic;
     std::optional<Listing> m_listing;
     std::unordered_set<std::int32_t> m_sessionHolders;
 
     double m_begun = 0;
-    std::vector<const TableRow *> m_measuredRows;
+    std::vector<std::shared_ptr<const Program>> m_measuredPrograms;
     std::vector<MeasuredProcess> m_measured;
     std::vector<ProcessRun> m_runsBefore;
-    std::optional<std::vector<SocketBytes>> m_socketsBefore;
 
     bool m_isMeasured = false;
     std::vector<PowerRow> m_power;
     std::vector<NetworkRow> m_network;
 };
 
-LinuxProcessSurvey::LinuxProcessSurvey(const LinuxProcessSurveyor::Sources &sources, SocketOwners &owners)
-    : m_sources(sources), m_owners(owners), m_listing(sources.table->list())
+LinuxProcessSurvey::LinuxProcessSurvey(const LinuxProcessSurveyor::Sources &sources, SocketOwners &owners,
+                                       TrafficRecord &traffic)
+    : m_sources(sources), m_owners(owners), m_traffic(traffic), m_listing(sources.table->list())
 {
     if (m_listing) {
         for (const TableRow &row : m_listing->rows) {
             if (!row.hasRun)
                 continue;
-            m_measuredRows.push_back(&row);
+            m_measuredPrograms.push_back(row.program);
             m_measured.push_back({row.pid, row.threads});
         }
     }
     m_begun = m_sources.steadySeconds();
     m_runsBefore = readRuns(m_sources.procRoot, m_measured);
-    m_socketsBefore = m_sources.socketBytes();
+    if (m_traffic.isEmpty())
+        if (const auto sockets = m_sources.socketBytes())
+            m_traffic.exchange(m_begun, *sockets);
     // Here the second that is measured goes on meanwhile.
     m_sessionHolders = m_sources.sessionHolders();
 }
 
+/// With shares of the processor over some time, which the first listing has to wait for.
+const std::optional<Listing> &LinuxProcessSurvey::listing()
+{
+    if (m_listing && m_listing->isFirst)
+        finishMeasuring();
+    return m_listing;
+}
+
 std::optional<std::vector<ProcessRow>> LinuxProcessSurvey::busiest()
 {
-    if (!m_listing)
+    if (!listing())
         return std::nullopt;
     return first(
         [](const TableRow *left, const TableRow *right) { return left->cpuPercent > right->cpuPercent; });
@@ -79,7 +92,7 @@ std::optional<std::vector<ProcessRow>> LinuxProcessSurvey::busiest()
 
 std::optional<std::vector<ProcessRow>> LinuxProcessSurvey::largest()
 {
-    if (!m_listing)
+    if (!listing())
         return std::nullopt;
     return first([](const TableRow *left, const TableRow *right) {
         return left->residentBytes > right->residentBytes;
@@ -89,7 +102,7 @@ std::optional<std::vector<ProcessRow>> LinuxProcessSurvey::largest()
 std::vector<ProcessRow> LinuxProcessSurvey::matching(const std::unordered_set<std::int32_t> &pids)
 {
     std::vector<ProcessRow> rows;
-    if (!m_listing || pids.empty())
+    if (pids.empty() || !listing())
         return rows;
     for (const TableRow &row : m_listing->rows) {
         if (pids.contains(row.pid))
@@ -101,7 +114,7 @@ std::vector<ProcessRow> LinuxProcessSurvey::matching(const std::unordered_set<st
 std::vector<ProcessWeight> LinuxProcessSurvey::weights()
 {
     std::vector<ProcessWeight> weights;
-    if (!m_listing)
+    if (!listing())
         return weights;
     weights.reserve(m_listing->rows.size());
     for (const TableRow &row : m_listing->rows)
@@ -165,32 +178,31 @@ void LinuxProcessSurvey::finishMeasuring()
     const double seconds = m_sources.steadySeconds() - m_begun;
     if (seconds <= 0)
         return;
+    if (m_listing && m_listing->isFirst)
+        m_listing = m_sources.table->list();
     const std::vector<ProcessRun> runs = readRuns(m_sources.procRoot, m_measured);
-    const auto sockets = m_socketsBefore ? m_sources.socketBytes() : std::nullopt;
-
     for (std::size_t index = 0; index < runs.size(); ++index) {
         if (!runs[index].empty())
-            m_power.push_back({m_measured[index].pid, textOf(m_measuredRows[index]->program->name),
+            m_power.push_back({m_measured[index].pid, textOf(m_measuredPrograms[index]->name),
                                energyImpact(m_runsBefore[index], runs[index], seconds)});
     }
-    if (sockets)
-        m_network = traffic(*sockets, seconds);
+    if (const auto sockets = m_sources.socketBytes())
+        m_network = traffic(*sockets);
 }
 
-std::vector<NetworkRow> LinuxProcessSurvey::traffic(const std::vector<SocketBytes> &after,
-                                                    double seconds) const
+std::vector<NetworkRow> LinuxProcessSurvey::traffic(const std::vector<SocketBytes> &after) const
 {
-    std::unordered_map<std::uint64_t, SocketBytes> before;
-    for (const SocketBytes &socket : *m_socketsBefore)
-        before[socket.cookie] = socket;
-
+    const double now = m_sources.steadySeconds();
+    const auto before = m_traffic.exchange(now, after);
+    if (!before || now <= before->seconds)
+        return {};
     std::unordered_set<std::uint32_t> open;
     std::vector<std::uint32_t> inodes;
     std::vector<SocketBytes> moved;
     for (SocketBytes socket : after) {
         open.insert(socket.inode);
-        const auto known = before.find(socket.cookie);
-        if (known != before.end()) {
+        const auto known = before->sockets.find(socket.cookie);
+        if (known != before->sockets.end()) {
             socket.received -= std::min(known->second.received, socket.received);
             socket.sent -= std::min(known->second.sent, socket.sent);
         }
@@ -205,7 +217,7 @@ std::vector<NetworkRow> LinuxProcessSurvey::traffic(const std::vector<SocketByte
 
     const auto owners = m_owners.find(inodes, pidsBusiestFirst());
     const auto perSecond = [&](std::uint64_t bytes) {
-        return std::llround(static_cast<double>(bytes) / seconds);
+        return std::llround(static_cast<double>(bytes) / (now - before->seconds));
     };
     std::vector<NetworkRow> rows;
     for (const SocketBytes &socket : moved) {
@@ -241,7 +253,7 @@ LinuxProcessSurveyor::LinuxProcessSurveyor(Sources sources)
 
 std::unique_ptr<ProcessSurvey> LinuxProcessSurveyor::begin()
 {
-    return std::make_unique<LinuxProcessSurvey>(m_sources, m_owners);
+    return std::make_unique<LinuxProcessSurvey>(m_sources, m_owners, m_traffic);
 }
 
 } // namespace swabby

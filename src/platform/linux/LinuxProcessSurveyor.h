@@ -4,15 +4,16 @@
 #include "platform/StopToken.h"
 #include "platform/linux/ProcessTable.h"
 #include "platform/linux/SocketOwners.h"
-#include "platform/linux/SocketStatistics.h"
+#include "platform/linux/TrafficRecord.h"
 
 namespace swabby {
 
 /// Surveys of this machine. begin() lists the processes, once for all of the survey's lists, and reads
-/// energy and network figures for the first time; the first of power() and network() waits out the rest of
-/// the second and reads both again, so that one second measures both. Energy is measured for processes that
-/// have run since the previous survey, network for TCP connections that live through the second or are
-/// made in it. A survey must not outlive its surveyor.
+/// what they have run; the first of power() and network() waits out the rest of a second and reads it again.
+/// Energy is measured over that second, for processes that have run since the previous survey; traffic since
+/// a survey of about a minute ago, for TCP connections that are still open. The very first survey has nothing
+/// to compare with: whatever is asked first waits out its second, and everything is over that. A survey must
+/// not outlive its surveyor.
 class LinuxProcessSurveyor final : public ProcessSurveyor {
 public:
     struct Sources {
@@ -34,6 +35,7 @@ public:
 private:
     const Sources m_sources;
     SocketOwners m_owners;
+    TrafficRecord m_traffic;
 };
 
 } // namespace swabby

@@ -78,6 +78,7 @@ std::optional<Listing> ProcessTable::listLocked()
     Listing listing;
     const auto memory = memoryInfoFrom(fileText(m_sources.procRoot + "/meminfo"));
     listing.memoryBytes = memory ? memory->total * 1024 : 0;
+    listing.isFirst = interval.seconds <= 0;
     listing.rows.reserve(candidates.size());
     m_records.reserve(candidates.size());
 

@@ -26,6 +26,7 @@ struct TableRow {
 /// All processes of the machine at one moment, in the order of their pids.
 struct Listing {
     std::uint64_t memoryBytes = 0; ///< of the machine
+    bool isFirst = false;          ///< there was none to compare with: every share is over a life
     std::vector<TableRow> rows;
 };
 

@@ -2,7 +2,6 @@
 
 #include "platform/Machine.h"
 
-#include <algorithm>
 #include <functional>
 
 namespace swabby {
@@ -14,11 +13,11 @@ class CloudAI;
 class QuitFlow;
 class StartupFlow;
 
-/// Refreshes until every figure is one to show. The load needs a second look on any machine: the first one
-/// has nothing to compare with and says 0.
+/// Refreshes until every figure is one to show. Where nobody looked at the start of the program, the load
+/// needs a second look: the first one has nothing to compare with and says 0.
 inline int refreshesUntilFigures(const Machine &machine)
 {
-    return std::max(2, machine.refreshesUntilReal);
+    return machine.kernel->cpuTicksAtStart() ? machine.refreshesUntilReal : 2;
 }
 
 enum class ThemeChoice { system, light, dark };

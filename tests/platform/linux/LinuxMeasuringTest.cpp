@@ -178,6 +178,39 @@ private Q_SLOTS:
         QCOMPARE(rows.join(u'\n'), u"5: 1000 in, 0 out\n6: 0 in, 400 out"_qs);
     }
 
+    void trafficIsOneOverAMinute()
+    {
+        // Seconds, and what the connection had moved by then; bytes per second.
+        ProcessMachine machine;
+        StandInProcess{.pid = 5, .command = "p"}.writeTo(machine.proc);
+        machine.proc.link("5/fd/3", "socket:[101]");
+        SocketBytes socket = {1, 101, ::getuid(), 1000, 0};
+        LinuxProcessSurveyor surveyor =
+            machine.surveyor([&socket] { return std::optional(std::vector{socket}); });
+        auto survey = surveyor.begin();
+        compareTable(fixture(u"linux/traffic.txt"_qs), [&](const Cells &row) {
+            if (!survey)
+                survey = surveyor.begin();
+            machine.now = 1000 + row.number(1);
+            socket.received = quint64(row.number(2));
+            const auto traffic = std::exchange(survey, nullptr)->network();
+            return traffic.empty() ? u"none"_qs : QString::number(traffic.front().bytesIn);
+        });
+    }
+
+    void theFirstSurveyIsOverItsOwnSecond()
+    {
+        ProcessMachine machine;
+        StandInProcess old{.pid = 5, .command = "old", .runTicks = 90'000, .startTicks = 1};
+        old.writeTo(machine.proc);
+        LinuxProcessSurveyor surveyor = machine.surveyor();
+        const auto survey = surveyor.begin();
+        machine.setTime(1001);
+        old.runTicks += static_cast<unsigned long>(ticksPerSecond() / 2);
+        old.writeTo(machine.proc);
+        QCOMPARE(survey->busiest()->front().cpuPercent, 50.0);
+    }
+
     void stoppedWaitGivesNothing()
     {
         StopSource stop;
