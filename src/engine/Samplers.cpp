@@ -86,10 +86,14 @@ std::optional<QString> BrowserRollup::groupName(const QString &processName)
 QList<BrowserRollupEntry> BrowserRollup::sample(ProcessSurvey &survey)
 {
     QList<BrowserRollupEntry> entries;
+    std::map<QString, std::vector<std::int32_t>> pids;
     for (const ProcessWeight &weight : survey.weights()) {
-        const std::optional<QString> group = groupName(weight.name);
+        std::optional<QString> group = groupName(weight.name);
+        if (!group && weight.isBrowser)
+            group = weight.name;
         if (!group)
             continue;
+        pids[*group].push_back(weight.pid);
         auto entry = std::find_if(entries.begin(), entries.end(),
                                   [&](const auto &known) { return known.browserName == *group; });
         if (entry == entries.end())
@@ -98,6 +102,9 @@ QList<BrowserRollupEntry> BrowserRollup::sample(ProcessSurvey &survey)
         entry->totalMemBytes += weight.residentBytes;
         entry->totalCPUPercent += weight.cpuPercent;
     }
+    for (BrowserRollupEntry &entry : entries)
+        if (const auto together = survey.memoryTogether(pids[entry.browserName]))
+            entry.totalMemBytes = *together;
     std::stable_sort(entries.begin(), entries.end(),
                      [](const auto &a, const auto &b) { return a.totalMemBytes > b.totalMemBytes; });
     return entries;

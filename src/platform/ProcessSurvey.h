@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <span>
 #include <unordered_set>
 #include <vector>
 
@@ -31,6 +32,8 @@ struct ProcessWeight {
     QString name;
     double cpuPercent = 0;
     std::uint64_t residentBytes = 0;
+    std::int32_t pid = 0;   ///< 0 where the system does not say
+    bool isBrowser = false; ///< the system itself knows it as one, whatever it is called
 };
 
 /// Power drawn by one process, in the machine's own unit (higher is hungrier).
@@ -61,6 +64,12 @@ public:
     virtual std::vector<ProcessRow> matching(const std::unordered_set<std::int32_t> &pids) = 0;
     /// Every process of the machine.
     virtual std::vector<ProcessWeight> weights() = 0;
+    /// Bytes of memory that these processes take together, what several of them share counted once. No value
+    /// where the system does not say.
+    virtual std::optional<std::uint64_t> memoryTogether(std::span<const std::int32_t> /*pids*/)
+    {
+        return std::nullopt;
+    }
     /// Measured over one second. Empty when it could not be.
     virtual std::vector<PowerRow> power() = 0;
     /// Measured over one second at least. Empty when it could not be.

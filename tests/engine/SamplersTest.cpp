@@ -27,6 +27,10 @@ struct FakeSurvey final : ProcessSurvey {
         return ++questions, looked;
     }
     std::vector<ProcessWeight> weights() override { return weighed; }
+    std::optional<std::uint64_t> memoryTogether(std::span<const std::int32_t> pids) override
+    {
+        return pids.front() == 0 ? std::nullopt : std::optional<std::uint64_t>(pids.front() + pids.back());
+    }
     std::vector<PowerRow> power() override { return powered; }
     std::vector<NetworkRow> network() override { return moved; }
 };
@@ -112,9 +116,13 @@ private Q_SLOTS:
                           {u"mill"_qs, 90, 9'000},
                           {u"firefox"_qs, 2, 500},
                           {u"Safari Web Content"_qs, 2, 300},
-                          {u"Brave Browser"_qs, 0, 500}};
-        const QList<BrowserRollupEntry> expected = {
-            {u"Firefox"_qs, 1, 500, 2}, {u"Brave Browser"_qs, 1, 500, 0}, {u"Safari"_qs, 2, 400, 3.5}};
+                          {u"Brave Browser"_qs, 0, 500},
+                          {u"Mill Web"_qs, 1, 9'000, 200, true},
+                          {u"Mill Web"_qs, 1, 9'000, 250, true}};
+        const QList<BrowserRollupEntry> expected = {{u"Firefox"_qs, 1, 500, 2},
+                                                    {u"Brave Browser"_qs, 1, 500, 0},
+                                                    {u"Mill Web"_qs, 2, 450, 2},
+                                                    {u"Safari"_qs, 2, 400, 3.5}};
         QCOMPARE(BrowserRollup::sample(survey), expected);
     }
 

@@ -73,6 +73,12 @@ const DesktopApplications::Application *DesktopApplications::applicationOf(std::
     return nullptr;
 }
 
+bool DesktopApplications::isBrowser(const std::string &application) const
+{
+    const Application *found = find(m_byName, application);
+    return found && found->isBrowser;
+}
+
 std::string_view DesktopApplications::nameForScript(const std::string &script) const
 {
     return nameOf(find(m_byProgram, script));
@@ -132,8 +138,9 @@ void DesktopApplications::add(const std::string &identifier, const DesktopEntry 
 {
     const std::vector<std::string> words = withoutEnvironment(execArguments(entry.exec));
     // Web pages, games and single documents put on the menu start the same program with more arguments.
-    const auto application =
-        std::make_shared<const Application>(Application{applicationName(entry), entry.icon, words.size()});
+    const bool isBrowser = std::ranges::count(piecesOf(entry.categories, ';'), "WebBrowser") > 0;
+    const auto application = std::make_shared<const Application>(
+        Application{applicationName(entry), entry.icon, isBrowser, words.size()});
     const auto put = [&](Index &index, const std::string &key) {
         auto &place = index[key];
         if (!place || application->rank < place->rank)

@@ -26,6 +26,8 @@ public:
     /// The name of the application a program file belongs to: the one its entry starts, or one in the
     /// application's private folder. Empty when it belongs to none.
     std::string_view nameFor(std::string_view program) const;
+    /// Whether the menu has an application of that name among the web browsers.
+    bool isBrowser(const std::string &application) const;
     /// The name of the application whose entry starts this script.
     std::string_view nameForScript(const std::string &script) const;
     /// The icon of the application that a program file or folder belongs to, else of the one of that name, as
@@ -41,6 +43,7 @@ private:
     struct Application {
         std::string name;
         std::string icon;
+        bool isBrowser = false;
         std::size_t rank = 0; ///< the lowest one names a program that several entries start
     };
     using Index = std::unordered_map<std::string, std::shared_ptr<const Application>>;

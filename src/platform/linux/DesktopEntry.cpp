@@ -37,6 +37,7 @@ constexpr std::pair<std::string_view, std::string DesktopEntry::*> texts[] = {
     {"X-Flatpak", &DesktopEntry::flatpak},
     {"OnlyShowIn", &DesktopEntry::onlyShowIn},
     {"NotShowIn", &DesktopEntry::notShowIn},
+    {"Categories", &DesktopEntry::categories},
 };
 
 void setField(DesktopEntry &entry, std::string_view key, std::string_view value)

@@ -16,6 +16,7 @@ struct DesktopEntry {
     std::string flatpak; ///< identifier of the sandboxed application
     std::string onlyShowIn;
     std::string notShowIn;
+    std::string categories; ///< as "Network;WebBrowser;"
     bool isHidden = false;
     bool isForDisplay = true;
     bool needsTerminal = false;

@@ -2,6 +2,8 @@
 
 #include "platform/Utf8.h"
 #include "platform/linux/EnergyMeter.h"
+#include "platform/linux/KernelFile.h"
+#include "platform/linux/MemoryUse.h"
 #include "platform/linux/SessionHolders.h"
 
 #include <unistd.h>
@@ -25,6 +27,7 @@ public:
     std::optional<std::vector<ProcessRow>> largest() override;
     std::vector<ProcessRow> matching(const std::unordered_set<std::int32_t> &pids) override;
     std::vector<ProcessWeight> weights() override;
+    std::optional<std::uint64_t> memoryTogether(std::span<const std::int32_t> pids) override;
     std::vector<PowerRow> power() override;
     std::vector<NetworkRow> network() override;
 
@@ -118,8 +121,27 @@ std::vector<ProcessWeight> LinuxProcessSurvey::weights()
         return weights;
     weights.reserve(m_listing->rows.size());
     for (const TableRow &row : m_listing->rows)
-        weights.push_back({textOf(row.program->name), row.cpuPercent, row.residentBytes});
+        weights.push_back(
+            {textOf(row.program->name), row.cpuPercent, row.residentBytes, row.pid, row.program->isBrowser});
     return weights;
+}
+
+std::optional<std::uint64_t> LinuxProcessSurvey::memoryTogether(std::span<const std::int32_t> pids)
+{
+    std::vector<MemoryUse> uses;
+    if (!listing())
+        return std::nullopt;
+    for (const std::int32_t pid : pids) {
+        const auto row = std::ranges::lower_bound(m_listing->rows, pid, {}, &TableRow::pid);
+        auto use = memoryUseFrom(fileText(m_sources.procRoot + '/' + std::to_string(pid) + "/status"));
+        if (row == m_listing->rows.end() || row->pid != pid || !use)
+            continue; // has ended meanwhile
+        use->pid = pid;
+        use->parentPid = row->parentPid;
+        use->isForked = row->isForked;
+        uses.push_back(*use);
+    }
+    return uses.empty() ? std::nullopt : std::optional(swabby::memoryTogether(uses) * 1024);
 }
 
 std::vector<PowerRow> LinuxProcessSurvey::power()

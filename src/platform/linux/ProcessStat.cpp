@@ -67,7 +67,10 @@ std::optional<ProcessStat> processStatFrom(std::string_view line)
     stat.parentPid = static_cast<std::int32_t>(fields.number());
     fields.skip(4); // group, session, terminal, terminal's group
     constexpr std::uint64_t kernelThreadFlag = 0x00200000;
-    stat.isKernelThread = (fields.number() & kernelThreadFlag) != 0;
+    constexpr std::uint64_t forkedFlag = 0x00000040;
+    const std::uint64_t flags = fields.number();
+    stat.isKernelThread = (flags & kernelThreadFlag) != 0;
+    stat.isForked = (flags & forkedFlag) != 0;
     fields.skip(4); // page faults
     stat.runTicks = fields.number();
     stat.runTicks += fields.number();

@@ -12,6 +12,7 @@ struct ProcessStat {
     std::int32_t parentPid = 0;
     std::int32_t threads = 0;
     bool isKernelThread = false;
+    bool isForked = false;        ///< goes on with the program of the process that made it
     std::uint64_t runTicks = 0;   ///< time on a processor, in the program and in the kernel for it
     std::uint64_t startTicks = 0; ///< since boot
     std::uint64_t residentPages = 0;

@@ -174,6 +174,7 @@ void ProcessTable::finish(Record &record, TableRow &row, const ProcessStat &stat
     row.pid = record.pid;
     row.parentPid = stat.parentPid;
     row.threads = stat.threads;
+    row.isForked = stat.isForked;
     row.hasRun = ticks > 0;
     row.cpuPercent = 100.0 * static_cast<double>(ticks) / ticksPerSecond() / seconds;
     row.residentBytes = stat.residentPages * m_pageSize;

@@ -71,6 +71,7 @@ std::shared_ptr<const Program> ProgramFinder::find(std::int32_t pid, const Proce
 
     program->name = applicationOf(pid, *program, parent);
     program->isApp = !program->name.empty();
+    program->isBrowser = program->isApp && m_applications.isBrowser(program->name);
     if (!program->isApp)
         program->name = fileName(program->path);
     if (program->name.empty())

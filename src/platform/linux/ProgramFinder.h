@@ -14,6 +14,7 @@ struct Program {
     std::string name;   ///< what a person calls it
     std::string script; ///< for an interpreter: the absolute path of the script it runs
     bool isApp = false;
+    bool isBrowser = false;
 };
 
 /// Finds out what a process runs: slow in comparison (a few system calls), so asked once per program.

@@ -1,5 +1,6 @@
 #include "ProcessMachine.h"
 #include "platform/linux/EnergyMeter.h"
+#include "platform/linux/MemoryUse.h"
 #include "support/Table.h"
 
 #include <QtTest/QTest>
@@ -221,6 +222,44 @@ private Q_SLOTS:
         QVERIFY(survey->power().empty());
         QVERIFY(survey->network().empty());
         QVERIFY(!survey->busiest()->empty());
+    }
+
+    void memoryTogether()
+    {
+        // Each process' number, its parent's, whether it was forked, its own, file and shared KiB.
+        compareTable(fixture(u"linux/memory_together.txt"_qs), [](const Cells &row) {
+            std::vector<MemoryUse> uses;
+            for (const QByteArray &words : row[1].split(',')) {
+                const QList<QByteArray> word = words.simplified().split(' ');
+                uses.push_back({word[0].toInt(), word[1].toInt(), word[2] == "f", word[3].toULong(),
+                                word[4].toULong(), word[5].toULong()});
+            }
+            return QString::number(swabby::memoryTogether(uses));
+        });
+    }
+
+    void memoryTogetherIsAboutWhatTheKernelSays()
+    {
+        const std::vector<char> inherited(200'000'000, 'x');
+        const ForkedChild child;
+        ProcessMachine machine(10, "/proc");
+        LinuxProcessSurveyor surveyor = machine.surveyor();
+        const auto survey = surveyor.begin();
+        machine.now += 1;
+        const std::vector<std::int32_t> pids = {::getpid(), child.pid};
+        const auto together = static_cast<double>(survey->memoryTogether(pids).value_or(0));
+        double proportional = 0;
+        for (const std::int32_t pid : pids) {
+            std::string_view text;
+            const std::string rollup = fileText("/proc/" + std::to_string(pid) + "/smaps_rollup");
+            for (text = rollup; const auto line = nextLine(text);) {
+                std::string_view rest = *line;
+                if (nextWord(rest) == "Pss:")
+                    proportional += 1024.0 * integerOf<quint64>(nextWord(rest)).value_or(0);
+            }
+        }
+        QVERIFY2(std::abs(together / proportional - 1) < 0.15,
+                 qPrintable(u"%1 of %2"_qs.arg(together).arg(proportional)));
     }
 
     void ownersAreKeptAndCheckedAgain()

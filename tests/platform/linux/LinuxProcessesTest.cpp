@@ -3,8 +3,6 @@
 
 #include <QtTest/QTest>
 
-#include <csignal>
-#include <sys/prctl.h>
 #include <unistd.h>
 
 #include <thread>
@@ -167,20 +165,16 @@ private Q_SLOTS:
 
     void realProcesses()
     {
-        const pid_t child = ::fork();
-        if (child == 0) {
-            ::prctl(PR_SET_PDEATHSIG, SIGKILL); // it goes with this test
-            while (true)
-                ::pause();
-        }
+        const ForkedChild child;
         ProcessMachine machine(descriptorBudget(), "/proc");
-        const TableRow *row = machine.row(child);
+        const TableRow *row = machine.row(child.pid);
         QVERIFY(row);
         QCOMPARE(row->parentPid, ::getpid());
         QCOMPARE(row->program->name, "linux_processes_test");
         QCOMPARE(row->program->path, linkTarget("/proc/self/exe"));
         QVERIFY(machine.row(::getpid())->residentBytes > 1'000'000);
-        QCOMPARE(machine.table->pidRunning(linkTarget("/proc/self/exe"), {}), std::min(::getpid(), child));
+        QCOMPARE(machine.table->pidRunning(linkTarget("/proc/self/exe"), {}),
+                 std::min(::getpid(), child.pid));
         const TableRow *kernelThread = machine.row(2);
         if (kernelThread && kernelThread->program->name == "kthreadd") {
             QCOMPARE(kernelThread->program->path, "[kthreadd]");

@@ -3,7 +3,24 @@
 #include "StandIn.h"
 #include "platform/linux/LinuxProcessSurveyor.h"
 
+#include <csignal>
+#include <sys/prctl.h>
+#include <unistd.h>
+
 namespace swabby {
+
+/// Another process that goes on with this test's program, until the test ends.
+struct ForkedChild {
+    ForkedChild()
+    {
+        if (pid != 0)
+            return;
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        while (true)
+            ::pause();
+    }
+    const pid_t pid = ::fork();
+};
 
 /// A /proc, a stand-in unless it is told otherwise, whose clock only moves when told.
 class ProcessMachine {
