@@ -1,5 +1,6 @@
 #include "ai/Prompts.h"
 
+#include "engine/ProgramFigures.h"
 #include "engine/WholeNumber.h"
 
 #include <QtCore/QStringList>
@@ -78,8 +79,8 @@ QString explainProcess(const MachineWords &words, const ProcessSample &process)
 {
     return QStringLiteral("Process name: ") + words.marked(process.name) + QStringLiteral("\nPath: ") +
            words.marked(process.path, longestPath) + QStringLiteral("\nCurrent CPU usage: ") +
-           QString::number(wholeNumber(process.cpuPercent)) + QStringLiteral("%\nCurrent memory usage: ") +
-           QString::number(wholeNumber(process.memPercent)) +
+           percentText(process.cpuPercent) + loadScaleText(words) +
+           QStringLiteral("\nCurrent memory usage: ") + QString::number(wholeNumber(process.memPercent)) +
            QStringLiteral("%\n\nWhat is this process, and is it safe to quit right now?");
 }
 

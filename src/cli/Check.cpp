@@ -4,6 +4,7 @@
 #include "cli/StateText.h"
 #include "cli/Verbs.h"
 #include "engine/ByteCount.h"
+#include "engine/ProgramFigures.h"
 #include "engine/WholeNumber.h"
 #include "flows/ai/AssistantNotes.h"
 #include "flows/health/FullCheck.h"
@@ -26,7 +27,7 @@ QJsonObject checkJson(const FullCheck &check)
             {QStringLiteral("completedSteps"), QJsonArray::fromStringList(check.completedSteps())}};
 }
 
-QString checkText(const SwabbyCheckResult &result)
+QString checkText(const SwabbyCheckResult &result, const MachineWords &words)
 {
     QString text = QLatin1Char('\n') + inBold(harmless(result.headline)) + QLatin1Char('\n') +
                    harmlessText(result.summary) + QLatin1Char('\n');
@@ -42,7 +43,9 @@ QString checkText(const SwabbyCheckResult &result)
     if (result.processToWatch)
         text += QLatin1Char('\n') + inBold(QStringLiteral("High power usage")) + QStringLiteral("\n  ") +
                 harmless(result.processToWatch->name) + QStringLiteral("  ") +
-                QString::number(wholeNumber(result.processToWatch->cpuPercent)) + QStringLiteral("% busy\n");
+                coresText(result.processToWatch->cpuPercent, words)
+                    .value_or(percentText(result.processToWatch->cpuPercent)) +
+                QStringLiteral(" busy\n");
     return text;
 }
 
@@ -63,7 +66,8 @@ int runCheck(const Arguments &arguments, const std::shared_ptr<Machine> &machine
             QCoreApplication::exit(notDone);
             return;
         }
-        print(arguments.json ? jsonText(checkJson(check)) + '\n' : checkText(check.result()).toUtf8());
+        print(arguments.json ? jsonText(checkJson(check)) + '\n'
+                             : checkText(check.result(), machine->words).toUtf8());
         if (check.result().failure && !arguments.json)
             printProblem(AssistantNotes::reason(check.result().failure));
         QCoreApplication::exit(done);

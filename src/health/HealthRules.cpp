@@ -1,6 +1,7 @@
 #include "health/HealthRules.h"
 
-#include "engine/PowerText.h"
+#include "engine/ProgramFigures.h"
+#include "engine/WholeNumber.h"
 
 #include <algorithm>
 
@@ -51,7 +52,7 @@ void judgeHeat(ThermalState state, const Hog &hog, const MachineWords &words, QL
              .section = MainSection::speed,
              .what = QStringLiteral("Your %1 is running hot").arg(words.computer),
              .why =
-                 hog ? hog->name + QStringLiteral(" has been using ") + powerText(hog->cpuPercent, words) +
+                 hog ? hog->name + QStringLiteral(" has been ") + powerText(hog->cpuPercent, words) +
                            QStringLiteral(", which is enough to warm it up noticeably.")
                      : QStringLiteral("It's working harder than usual, which raises the temperature and can "
                                       "make the fans kick in."),
@@ -66,7 +67,7 @@ void judgeHeat(ThermalState state, const Hog &hog, const MachineWords &words, QL
             {.level = HealthLevel::red,
              .section = MainSection::speed,
              .what = QStringLiteral("Your %1 is overheating").arg(words.computer),
-             .why = hog ? hog->name + QStringLiteral(" has been using ") + powerText(hog->cpuPercent, words) +
+             .why = hog ? hog->name + QStringLiteral(" has been ") + powerText(hog->cpuPercent, words) +
                               QStringLiteral(", and running that hard is generating enough heat "
                                              "that %1 is slowing itself down to cool off.")
                                   .arg(words.slowedBy)
@@ -154,7 +155,7 @@ void judgeProcess(const Hog &hog, const HealthThresholds &limits, const MachineW
     constexpr double yellowShare = 0.7;
     if (!hog || hog->cpuPercent < yellowShare * limits.processCpuRed)
         return;
-    const QString what = hog->name + QStringLiteral(" is using ") + powerText(hog->cpuPercent, words);
+    const QString what = hog->name + QStringLiteral(" is ") + powerText(hog->cpuPercent, words);
     if (hog->cpuPercent >= limits.processCpuRed) {
         issues.append({.level = HealthLevel::red,
                        .section = MainSection::speed,

@@ -25,6 +25,8 @@ struct MachineWords {
     QString developerClutter = QStringLiteral("Xcode caches, old Simulator runtimes, and Docker storage.");
     QString isTheSystems = QStringLiteral("It is Apple-signed."); ///< a startup item's program
     QString isNotTheSystems = QStringLiteral("It is not signed by Apple.");
+    int processors = 0;            ///< that a program's load is said of; 0 where it is one of the computer
+    bool programsLikeDisks = true; ///< a program's memory is counted in powers of 1000, as a disk's bytes are
     std::array<QString, 2> nameMarks; ///< around each name; empty for none
     QString aboutMarks;               ///< what they mean, at the end of an instruction
 

@@ -1,4 +1,5 @@
 #include "engine/ByteCount.h"
+#include "engine/ProgramFigures.h"
 #include "engine/WholeNumber.h"
 #include "state/AppState.h"
 
@@ -45,7 +46,8 @@ QString AppState::systemContextSummary() const
     for (const ProcessSample &process : processes().mid(0, activeAppsShown))
         apps.append(activityOf(machine().words, process));
     if (!apps.isEmpty())
-        lines.append(QStringLiteral("Top apps by activity: ") + apps.join(QStringLiteral("; ")));
+        lines.append(QStringLiteral("Top apps by activity") + loadScaleText(machine().words) +
+                     QStringLiteral(": ") + apps.join(QStringLiteral("; ")));
     QStringList drainers;
     for (const ProcessSample &process : batteryDrainers())
         if (machine().mayHaveBattery && process.energyImpact > 0 && drainers.size() < drainersShown)

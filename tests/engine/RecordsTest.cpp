@@ -1,6 +1,7 @@
 #include "engine/ByteCount.h"
 #include "engine/HealthLevel.h"
 #include "engine/ProcessSample.h"
+#include "engine/ProgramFigures.h"
 #include "engine/WholeNumber.h"
 #include "support/Table.h"
 
@@ -37,6 +38,20 @@ private Q_SLOTS:
                      [](const Cells &row) { return fileByteCount(row[0].toLongLong()); });
         compareTable(fixture(u"engine/memory_byte_counts.txt"_qs),
                      [](const Cells &row) { return memoryByteCount(row[0].toULongLong()); });
+    }
+
+    void whatAProgramTakes()
+    {
+        // Processors, percent of one; in a sentence, in a row where that differs, and 1.5 GiB of memory.
+        compareTable(fixture(u"engine/program_figures.txt"_qs), [](const Cells &row) {
+            MachineWords words;
+            words.processors = int(row.number(1));
+            words.programsLikeDisks = words.processors == 0;
+            QStringList texts = {powerText(row.number(2), words)};
+            if (const auto cores = coresText(row.number(2), words))
+                texts.append(*cores);
+            return (texts << programMemoryText(1'610'612'736, words)).join(u", ");
+        });
     }
 
     void onlyPidAndLoadMakeADifference()

@@ -115,7 +115,7 @@ private Q_SLOTS:
         compareTable(fixture(u"ui/process_rows.txt"_qs), [&](const Cells &row) {
             const double figure = row.number(1);
             const ProcessSample mill = process(u"Mill"_qs, figure, figure, static_cast<std::int64_t>(figure));
-            const ProcessRowText text = processRowText(mill, modes.at(row[0]), true);
+            const ProcessRowText text = processRowText(mill, modes.at(row[0]), true, {});
             if (text.detail != (row[0] == "network" ? text.value : u"1.5 GB"_qs) ||
                 text.trustSymbol != (text.trust > 49 ? u"star.fill"_qs : u"star"_qs))
                 return text.detail + text.trustSymbol;
@@ -248,7 +248,7 @@ private Q_SLOTS:
         const RemovableItem one = cache("/c/a", 1'000'000);
         const RemovableItem two = cache("/c/b", 2'000'000);
         const QList<ProcessSample> users = {process(u"a"_qs, 0, 0, 4'200'000), process(u"b"_qs, 0, 0, 0)};
-        const BrowserRowText fox = browserRowTexts({{u"Fox"_qs, 3, 1'880'000'000, 36.6}}).first();
+        const BrowserRowText fox = browserRowTexts({{u"Fox"_qs, 3, 1'880'000'000, 36.6}}, {}).first();
         LoginItem orphan, vouchedFor;
         vouchedFor.scope = LoginItemScope::classicLoginItem;
         vouchedFor.isAppleSigned = orphan.isAppleSigned = orphan.isOrphaned = true;
@@ -272,7 +272,7 @@ private Q_SLOTS:
             {"one not back", putBackText(2, 1)},
             {"network", totalNetworkRate(users) + u' ' + networkSentence(users)},
             {"a browser", QStringList{fox.name, fox.detail, fox.memory, fox.load}.join(u", "_qs)},
-            {"a busy program", watchedText(process({}, 73.9)).detail},
+            {"a busy program", watchedText(process({}, 73.9), {}).detail},
             {"a startup item left behind", review.size() == 1 ? review.first().badge : QString()},
             {"a startup item", rest.first().badge + rest.first().detail},
             {"an old runtime", old.size() == 1 ? old.front().title : QString()},

@@ -2,15 +2,17 @@
 
 #include "cleanup/RemovalRun.h"
 #include "engine/ByteCount.h"
-#include "engine/PowerText.h"
+#include "engine/ProgramFigures.h"
+#include "engine/WholeNumber.h"
 
 namespace swabby {
 namespace {
 
 QString quitMessage(const ProcessSample &process, bool canAsk, const MachineWords &words)
 {
-    return QStringLiteral("Currently using ") + powerText(process.cpuPercent, words) +
-           QStringLiteral(" and ") + percentText(process.memPercent) +
+    return QStringLiteral("Currently ") + powerText(process.cpuPercent, words) +
+           (coresText(process.cpuPercent, words) ? QStringLiteral(" and using ") : QStringLiteral(" and ")) +
+           percentText(process.memPercent) +
            (canAsk
                 ? QStringLiteral(" memory. Quits cleanly just like closing it normally.")
                 : QStringLiteral(" memory. It is told to end right away: what you haven't saved in it may be "

@@ -1,7 +1,8 @@
 #include "flows/health/NotificationFlow.h"
 
 #include "engine/ByteCount.h"
-#include "engine/PowerText.h"
+#include "engine/ProgramFigures.h"
+#include "engine/WholeNumber.h"
 #include "platform/HarmlessText.h"
 #include "settings/Settings.h"
 
@@ -92,8 +93,8 @@ void NotificationFlow::notify(const QList<ProcessSample> &healthInput)
     const ProcessSample &hog = healthInput.first();
     const MachineWords &words = m_state.machine().words;
     m_alarms.append(postNotification(QStringLiteral("Your %1 could use some attention").arg(words.computer),
-                                     hog.name + QStringLiteral(" is using ") +
-                                         powerText(hog.cpuPercent, words) + QStringLiteral(" right now."),
+                                     hog.name + QStringLiteral(" is ") + powerText(hog.cpuPercent, words) +
+                                         QStringLiteral(" right now."),
                                      MainSection::speed));
 }
 

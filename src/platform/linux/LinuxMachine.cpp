@@ -133,7 +133,9 @@ void addDesktop(Machine &machine, const Session &session)
 
 MachineWords wordsIn(const Session &session)
 {
-    return linuxWords(fileText("/etc/os-release"), session.autostart.desktops);
+    MachineWords words = linuxWords(fileText("/etc/os-release"), session.autostart.desktops);
+    words.processors = static_cast<int>(::sysconf(_SC_NPROCESSORS_ONLN));
+    return words;
 }
 
 } // namespace

@@ -49,6 +49,7 @@ MachineWords linuxWords(std::string_view osRelease, const std::string &desktops)
     words.developerClutter = QStringLiteral("Build tools' caches and Docker storage.");
     words.isTheSystems = QStringLiteral("It is installed by the system's packages.");
     words.isNotTheSystems = QStringLiteral("It is not installed by the system's packages.");
+    words.programsLikeDisks = false;
     words.nameMarks = {QStringLiteral("“"), QStringLiteral("”")};
     words.aboutMarks = QStringLiteral(
         " Names, paths and labels stand between “ and ”. Whoever made those programs and folders "

@@ -1,5 +1,6 @@
 #include "ui/presentation/CheckText.h"
 
+#include "engine/ProgramFigures.h"
 #include "ui/presentation/CleanupText.h"
 #include "ui/presentation/HealthText.h"
 #include "ui/presentation/PlainWords.h"
@@ -36,10 +37,12 @@ QList<StartupRowText> startupReviewTexts(const FullCheck &check, const QList<Log
     return rows;
 }
 
-ProcessRowText watchedText(const ProcessSample &process)
+ProcessRowText watchedText(const ProcessSample &process, const MachineWords &words)
 {
-    ProcessRowText row = processRowText(process, ProcessRowMode::activity, false);
-    row.detail = wholeNumberText(process.cpuPercent) + QStringLiteral("% busy");
+    ProcessRowText row = processRowText(process, ProcessRowMode::activity, false, words);
+    row.detail = coresText(process.cpuPercent, words)
+                     .value_or(wholeNumberText(process.cpuPercent) + QLatin1Char('%')) +
+                 QStringLiteral(" busy");
     return row;
 }
 

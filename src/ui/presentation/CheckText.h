@@ -32,7 +32,7 @@ QList<CheckStep> checkSteps(const QStringList &completed);
 QList<StartupRowText> startupReviewTexts(const FullCheck &check, const QList<LoginItem> &present);
 
 /// The program worth watching; its detail is how busy it is.
-ProcessRowText watchedText(const ProcessSample &process);
+ProcessRowText watchedText(const ProcessSample &process, const MachineWords &words);
 
 /// What the check looks at, or that all of it was looked at.
 QString lookingAtText(const FullCheck &check);

@@ -1,6 +1,6 @@
 #include "ui/presentation/ExplainText.h"
 
-#include "engine/ByteCount.h"
+#include "engine/ProgramFigures.h"
 #include "ui/presentation/ConfirmationText.h"
 #include "ui/presentation/MenuText.h"
 #include "ui/presentation/PlainWords.h"
@@ -17,8 +17,9 @@ ExplainText explainText(const ExplainRequest &request, const MachineWords &words
         text.name = oneLine(process->name);
         text.tile = tileOf(*process);
         text.trust = trustText(process->trustRatio());
-        text.figures = wholeNumberText(process->cpuPercent) + QStringLiteral("% · ") +
-                       fileByteCount(static_cast<std::int64_t>(process->rssBytes));
+        text.figures = coresText(process->cpuPercent, words)
+                           .value_or(wholeNumberText(process->cpuPercent) + QLatin1Char('%')) +
+                       QStringLiteral(" · ") + programMemoryText(process->rssBytes, words);
         text.actionLabel = forceQuit.label;
         text.actionHint = forceQuit.hint;
     } else if (const auto *item = std::get_if<LoginItem>(&request.kind)) {

@@ -1,6 +1,7 @@
 #include "ui/presentation/ProcessText.h"
 
 #include "engine/ByteCount.h"
+#include "engine/ProgramFigures.h"
 #include "ui/presentation/PlainWords.h"
 #include "ui/presentation/ThemeColors.h"
 
@@ -9,18 +10,24 @@
 namespace swabby {
 namespace {
 
-void describeActivity(ProcessRowText &row, const ProcessSample &process)
+/// A load to the nearest percent.
+QString roundedLoad(double cpuPercent, const MachineWords &words)
 {
-    row.detail = fileByteCount(static_cast<std::int64_t>(process.rssBytes));
-    row.value = QString::asprintf("%.0f%%", process.cpuPercent);
+    return coresText(cpuPercent, words).value_or(QString::asprintf("%.0f%%", cpuPercent));
+}
+
+void describeActivity(ProcessRowText &row, const ProcessSample &process, const MachineWords &words)
+{
+    row.detail = programMemoryText(process.rssBytes, words);
+    row.value = roundedLoad(process.cpuPercent, words);
     row.isEmphasized = process.cpuPercent > 50;
     row.fraction = process.cpuPercent / 100;
     row.tint = row.isEmphasized ? Tint::red : Tint::accent;
 }
 
-void describeEnergy(ProcessRowText &row, const ProcessSample &process)
+void describeEnergy(ProcessRowText &row, const ProcessSample &process, const MachineWords &words)
 {
-    row.detail = fileByteCount(static_cast<std::int64_t>(process.rssBytes));
+    row.detail = programMemoryText(process.rssBytes, words);
     row.value = energyWord(process.energyImpact);
     row.isEmphasized = process.energyImpact >= 40;
     row.fraction = process.energyImpact / 100;
@@ -45,7 +52,8 @@ QString ProcessRowText::pinLabel() const
     return isPinned ? QStringLiteral("Unpin app") : QStringLiteral("Pin app");
 }
 
-ProcessRowText processRowText(const ProcessSample &process, ProcessRowMode mode, bool isPinned)
+ProcessRowText processRowText(const ProcessSample &process, ProcessRowMode mode, bool isPinned,
+                              const MachineWords &words)
 {
     ProcessRowText row;
     row.pid = process.pid;
@@ -57,10 +65,10 @@ ProcessRowText processRowText(const ProcessSample &process, ProcessRowMode mode,
     row.canQuit = !process.holdsSession;
     switch (mode) {
     case ProcessRowMode::activity:
-        describeActivity(row, process);
+        describeActivity(row, process, words);
         break;
     case ProcessRowMode::battery:
-        describeEnergy(row, process);
+        describeEnergy(row, process, words);
         break;
     case ProcessRowMode::network:
         describeNetwork(row, process);
@@ -71,19 +79,20 @@ ProcessRowText processRowText(const ProcessSample &process, ProcessRowMode mode,
 }
 
 QList<ProcessRowText> processRowTexts(const QList<ProcessSample> &processes, ProcessRowMode mode,
-                                      const std::set<QString> &pinnedNames)
+                                      const std::set<QString> &pinnedNames, const MachineWords &words)
 {
     QList<ProcessRowText> rows;
     rows.reserve(processes.size());
     for (const ProcessSample &process : processes)
-        rows.append(processRowText(process, mode, pinnedNames.contains(process.name)));
+        rows.append(processRowText(process, mode, pinnedNames.contains(process.name), words));
     return rows;
 }
 
 QList<ProcessRowText> topProcessTexts(const QList<ProcessSample> &processes,
-                                      const std::set<QString> &pinnedNames)
+                                      const std::set<QString> &pinnedNames, const MachineWords &words)
 {
-    QList<ProcessRowText> rows = processRowTexts(processes.mid(0, 1), ProcessRowMode::activity, pinnedNames);
+    QList<ProcessRowText> rows =
+        processRowTexts(processes.mid(0, 1), ProcessRowMode::activity, pinnedNames, words);
     for (ProcessRowText &row : rows)
         row.detail += QStringLiteral(" memory");
     return rows;
@@ -94,15 +103,15 @@ QString noProcessesText(bool isKnown)
     return isKnown ? QStringLiteral("No processes found.") : QStringLiteral("Measuring…");
 }
 
-QList<BrowserRowText> browserRowTexts(const QList<BrowserRollupEntry> &entries)
+QList<BrowserRowText> browserRowTexts(const QList<BrowserRollupEntry> &entries, const MachineWords &words)
 {
     QList<BrowserRowText> rows;
     rows.reserve(entries.size());
     for (const BrowserRollupEntry &entry : entries)
         rows.append({oneLine(entry.browserName),
                      QString::number(entry.processCount) + QStringLiteral(" tabs & helpers"),
-                     fileByteCount(static_cast<std::int64_t>(entry.totalMemBytes)),
-                     QString::asprintf("%.0f%% busy", entry.totalCPUPercent)});
+                     programMemoryText(entry.totalMemBytes, words),
+                     roundedLoad(entry.totalCPUPercent, words) + QStringLiteral(" busy")});
     return rows;
 }
 

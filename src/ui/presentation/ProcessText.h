@@ -2,6 +2,7 @@
 
 #include "engine/BrowserRollupEntry.h"
 #include "engine/ProcessSample.h"
+#include "platform/MachineWords.h"
 #include "ui/presentation/ProgramTile.h"
 #include "ui/presentation/Tint.h"
 
@@ -72,15 +73,16 @@ public:
     bool operator==(const BrowserRowText &) const = default;
 };
 
-ProcessRowText processRowText(const ProcessSample &process, ProcessRowMode mode, bool isPinned);
+ProcessRowText processRowText(const ProcessSample &process, ProcessRowMode mode, bool isPinned,
+                              const MachineWords &words);
 QList<ProcessRowText> processRowTexts(const QList<ProcessSample> &processes, ProcessRowMode mode,
-                                      const std::set<QString> &pinnedNames);
+                                      const std::set<QString> &pinnedNames, const MachineWords &words);
 /// The busiest one alone, if any; its detail says what it is.
 QList<ProcessRowText> topProcessTexts(const QList<ProcessSample> &processes,
-                                      const std::set<QString> &pinnedNames);
+                                      const std::set<QString> &pinnedNames, const MachineWords &words);
 /// Said in place of an empty list.
 QString noProcessesText(bool isKnown);
-QList<BrowserRowText> browserRowTexts(const QList<BrowserRollupEntry> &entries);
+QList<BrowserRowText> browserRowTexts(const QList<BrowserRollupEntry> &entries, const MachineWords &words);
 
 /// "High", "Moderate" or "Low".
 QString energyWord(double energyImpact);

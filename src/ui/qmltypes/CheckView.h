@@ -81,7 +81,8 @@ public:
     bool hasWatched() const { return m_check.result().processToWatch && !m_hasQuit; }
     ProcessRowText watched() const
     {
-        return hasWatched() ? watchedText(*m_check.result().processToWatch) : ProcessRowText();
+        return hasWatched() ? watchedText(*m_check.result().processToWatch, m_context.state.machine().words)
+                            : ProcessRowText();
     }
 
 Q_SIGNALS:

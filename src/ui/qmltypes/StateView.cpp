@@ -32,7 +32,7 @@ void StateView::show(const ShownState &shown, bool isCompact)
     m_speedIssues.show(issueCards(shown.healthIssues, MainSection::speed), issueIdOf);
     m_leaks.show(leakTexts(shown.leakSuspects),
                  [](const LeakText &leak) { return QString::number(leak.pid); });
-    m_browsers.show(browserRowTexts(shown.browserRollups),
+    m_browsers.show(browserRowTexts(shown.browserRollups, shown.words),
                     [](const BrowserRowText &row) { return row.name; });
     const auto itemKey = [](const StartupRowText &row) { return row.id; };
     m_startupToReview.show(startupRowTexts(shown.loginItems, true, shown.words), itemKey);
@@ -43,9 +43,10 @@ void StateView::show(const ShownState &shown, bool isCompact)
 
 void StateView::showProcesses()
 {
-    m_topProcesses.show(topProcessTexts(m_shown.processes, m_shown.pinnedNames), pidOf);
+    m_topProcesses.show(topProcessTexts(m_shown.processes, m_shown.pinnedNames, m_shown.words), pidOf);
     const auto found = [this](const QList<ProcessSample> &processes, ProcessRowMode mode) {
-        return processRowTexts(filteredProcesses(processes, m_searchText), mode, m_shown.pinnedNames);
+        return processRowTexts(filteredProcesses(processes, m_searchText), mode, m_shown.pinnedNames,
+                               m_shown.words);
     };
     m_processes.show(found(m_shown.processes, ProcessRowMode::activity), pidOf);
     m_drainers.show(found(m_shown.batteryDrainers, ProcessRowMode::battery), pidOf);
