@@ -80,6 +80,14 @@ class Reader:
                 pass  # gone while it was read
         return [node for node in found if node.shows]
 
+    def places(self, window):
+        """Where each thing that has a name stands."""
+        found = {}
+        for node in self.nodes(window):
+            box = Atspi.Component.get_extents(node.accessible, Atspi.CoordType.WINDOW)
+            found[node.role, node.name] = (box.x, box.y)
+        return found
+
     def find(self, window, name, role=None, is_below=False):
         """The first thing of that name that shows in the window, or in the sheet over it unless it is to be
         below that; "…" stands for any words. None for none."""

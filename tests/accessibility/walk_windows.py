@@ -132,8 +132,11 @@ class Walk:
         self.press("Show what is behind it…")
         self.see("Hide what is behind it…", "push button")
         self.look("Storage")
+        before = self.reader.places(self.window)
         box = self.press("Coding tool cache (pip)", "check box", action="Toggle")
         wait("a ticked box", lambda: self.see(box.name, "check box").is_checked)
+        self.problems += [f"{what} moved when a box was ticked" for what, place in
+                          self.reader.places(self.window).items() if before.get(what, place) != place]
         self.sheet("A question before removing", "Review and clean up", "Cancel")
         self.sheet("A question before uninstalling", "Remove: Vault Line", "Cancel")
         self.go_to("Developer Tools")

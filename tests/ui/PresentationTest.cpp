@@ -183,8 +183,7 @@ private Q_SLOTS:
         stats.batteryPercent = stats.batteryHealthPercent = 1;
         LoginItem item;
         item.plistPath = u"/x"_qs;
-        QStringList said = {batterySummary(stats, machine.words).condition,
-                            queueNoteText(true, machine.words),
+        QStringList said = {batterySummary(stats, machine.words).condition, queueNoteText(machine.words),
                             checkInvitationText(true, false, machine.words)};
         const Words words(machine.words);
         for (int index = 0; index < words.metaObject()->propertyCount(); ++index)

@@ -114,8 +114,26 @@ std::vector<RemovableItem> StorageScans::Findings::offers() const
 {
     Items offers = items;
     for (const SuggestedCache &suggestion : suggestions)
-        offers.push_back(suggestion.item);
+        if (suggestion.looksSafe)
+            offers.push_back(suggestion.item);
     return offers;
+}
+
+std::vector<RemovableItem> StorageScans::Findings::unfamiliar() const
+{
+    Items unfamiliar;
+    for (const SuggestedCache &suggestion : suggestions)
+        if (!suggestion.looksSafe)
+            unfamiliar.push_back(suggestion.item);
+    return unfamiliar;
+}
+
+const SuggestedCache *StorageScans::Findings::suggestionOf(const QString &id) const
+{
+    const auto found =
+        std::find_if(suggestions.begin(), suggestions.end(),
+                     [&](const SuggestedCache &suggestion) { return suggestion.item.id == id; });
+    return found == suggestions.end() ? nullptr : &*found;
 }
 
 bool StorageScans::Findings::isEmpty() const

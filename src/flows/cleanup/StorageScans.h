@@ -39,8 +39,12 @@ public:
         DeveloperCleanup::DockerStatus docker = {}; ///< its rows stay when its item was removed
         QString problem = {}; ///< why nothing was searched, without a full stop; else empty
 
-        /// The items and the suggestions as such.
+        /// The items and the suggestions that look safe.
         std::vector<RemovableItem> offers() const;
+        /// The other suggestions, which a person looks over one at a time.
+        std::vector<RemovableItem> unfamiliar() const;
+        /// The suggestion of that folder.
+        const SuggestedCache *suggestionOf(const QString &id) const;
         /// Whether there is nothing to show.
         bool isEmpty() const;
     };

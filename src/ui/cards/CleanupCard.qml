@@ -14,6 +14,7 @@ Card {
     signal begun
     signal stopped
     signal toggled(string id, bool isSelected)
+    signal allToggled(bool isSelected)
     signal acted(string id)
     signal shown(string path)
 
@@ -23,6 +24,14 @@ Card {
         symbol: card.list.text.symbol
         title: card.list.text.title
         subtitle: card.list.text.subtitle
+
+        SelectAll {
+            anchors.verticalCenter: parent.verticalCenter
+            list: card.list
+            subject: card.list.text.title
+            visible: card.actionLabel === "" && card.list.rows.count > 0
+            onWanted: isSelected => card.allToggled(isSelected)
+        }
 
         ScanControls {
             scan: card.list.text

@@ -55,6 +55,7 @@ Item {
             anchors.fill: parent
             enabled: row.hasBox
             onClicked: row.toggled()
+            onDoubleClicked: mouse => mouse.accepted = true
         }
 
         CheckBox {

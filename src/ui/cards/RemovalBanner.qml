@@ -9,7 +9,7 @@ Card {
 
     isPaper: false
     fill: Theme.washes[Tints.green]
-    verticalPadding: 10
+    verticalPadding: 4
     visible: removal.text !== ""
 
     Item {

@@ -11,10 +11,16 @@ Rectangle {
 
     implicitHeight: visible ? Math.max(36, label.implicitHeight + 16) : 0
     radius: 10
-    color: Theme.washes[Tints.orange]
+    color: Theme.window
     visible: text !== ""
     Accessible.role: Accessible.AlertMessage
     Accessible.name: text
+
+    Rectangle {
+        anchors.fill: parent
+        radius: bar.radius
+        color: Theme.washes[Tints.orange]
+    }
 
     SymbolItem {
         x: 12

@@ -42,6 +42,8 @@ Item {
         anchors.fill: parent
         hoverEnabled: true
         onClicked: pressable.trigger()
+        // The second press of a double click is not meant for what the first one brought under the pointer.
+        onDoubleClicked: mouse => mouse.accepted = true
         onContainsMouseChanged: containsMouse ? Hints.show(pressable, pressable.tip) : Hints.hide(pressable)
     }
 

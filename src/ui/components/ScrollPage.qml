@@ -9,6 +9,10 @@ Flickable {
     property alias spacing: column.spacing
     property real padding: 20
     property real bottomPadding: padding
+    // A child of the page that stands at viewHeight, whatever that is scrolled to.
+    property Item footer: null
+    readonly property real footerHeight: footer?.visible ? footer.height : 0
+    readonly property real viewHeight: height - footerHeight
     readonly property Item focusItem: Window.activeFocusItem
 
     function holds(item: Item): bool {
@@ -25,8 +29,8 @@ Flickable {
         const bottom = top + item.height + 16;
         if (top < contentY)
             contentY = Math.max(0, top);
-        else if (bottom > contentY + height)
-            contentY = Math.min(contentHeight - height, bottom - height);
+        else if (bottom > contentY + viewHeight)
+            contentY = Math.min(contentHeight - height, bottom - viewHeight);
     }
 
     // The nearest control in the row above or below, so that the arrows lead through a list. None at its ends.
@@ -56,7 +60,7 @@ Flickable {
     // A screenful, or to an end; false when the key means something else.
     function scrollWith(key: int): bool {
         if (key === Qt.Key_PageUp || key === Qt.Key_PageDown)
-            scrollBy(key === Qt.Key_PageDown ? height * 0.85 : -height * 0.85);
+            scrollBy(key === Qt.Key_PageDown ? viewHeight * 0.85 : -viewHeight * 0.85);
         else if (key === Qt.Key_Home || key === Qt.Key_End)
             scrollBy(key === Qt.Key_End ? contentHeight : -contentHeight);
         else
@@ -66,7 +70,7 @@ Flickable {
 
     clip: true
     contentWidth: width
-    contentHeight: column.height + column.y + bottomPadding
+    contentHeight: column.height + column.y + bottomPadding + footerHeight
     boundsBehavior: Flickable.StopAtBounds
     flickableDirection: Flickable.VerticalFlick
     Keys.onPressed: event => {
@@ -95,9 +99,9 @@ Flickable {
     Rectangle {
         parent: page
         x: page.width - width - 3
-        y: page.visibleArea.yPosition * page.height + 2
+        y: page.visibleArea.yPosition * page.viewHeight + 2
         width: 6
-        height: Math.max(24, page.visibleArea.heightRatio * page.height - 4)
+        height: Math.max(24, page.visibleArea.heightRatio * page.viewHeight - 4)
         radius: 3
         color: Theme.hoverFill
         visible: page.contentHeight > page.height + 1

@@ -34,50 +34,13 @@ Item {
     onPageChanged: showPage()
     Component.onCompleted: showPage()
 
-    Paragraph {
-        id: subtitle
-
-        x: 20
-        y: 16
-        width: parent.width - 40
-        text: frame.view.selected.subtitle
-        font: Theme.subtitleFont
-        color: Theme.secondary
-    }
-
-    // What a person has to see whatever the page is scrolled to.
-    Column {
+    NewsStrip {
         id: news
 
-        anchors.top: subtitle.bottom
-        anchors.topMargin: 14
         x: 20
+        z: 1
         width: parent.width - 40
-        spacing: 10
-        bottomPadding: notice.visible || banner.visible || putBack.visible ? 12 : 0
-
-        NoticeBar {
-            id: notice
-
-            width: parent.width
-            text: frame.view.coordinator.notice
-            onDismissed: frame.view.coordinator.dismissNotice()
-        }
-
-        RemovalBanner {
-            id: banner
-
-            width: parent.width
-            removal: frame.view.removal
-        }
-
-        PutBackRow {
-            id: putBack
-
-            width: parent.width
-            removal: frame.view.removal
-            isWanted: frame.view.canRemoveHere
-        }
+        view: frame.view
     }
 
     Loader {
@@ -87,6 +50,12 @@ Item {
         anchors.bottom: parent.bottom
         width: parent.width
         visible: frame.isReady
+    }
+
+    // What slides beneath the heading ends at an edge.
+    Hairline {
+        anchors.top: loader.top
+        visible: frame.isReady && ((loader.item as ScrollPage)?.contentY ?? 0) > 0
     }
 
     Column {

@@ -120,13 +120,11 @@ QString totalText(const SystemStats &stats)
     return QStringLiteral("free of ") + fileByteCount(stats.diskTotalBytes) + volumeText(stats);
 }
 
-QString queueNoteText(bool isEmpty, const MachineWords &words)
+QString queueNoteText(const MachineWords &words)
 {
-    return isEmpty
-               ? QStringLiteral("Anything you choose to remove goes into the Cleanup Queue first. Review the "
-                                "list, then clean up everything in one %1 when you're ready.")
-                     .arg(words.press)
-               : QString();
+    return QStringLiteral("Anything you choose to remove goes into the Cleanup Queue first. Review the "
+                          "list, then clean up everything in one %1 when you're ready.")
+        .arg(words.press);
 }
 
 QString suggestionsNoteText(const StorageScans::Findings &found)
@@ -146,12 +144,15 @@ QString itemCountText(std::int64_t count)
     return QString::number(count) + (count == 1 ? QStringLiteral(" item") : QStringLiteral(" items"));
 }
 
+QString chosenText(const std::vector<RemovableItem> &chosen)
+{
+    return itemCountText(static_cast<std::int64_t>(chosen.size())) + QStringLiteral(" · ") +
+           fileByteCount(totalBytes(chosen));
+}
+
 QString queueText(const std::vector<RemovableItem> &queue)
 {
-    if (queue.empty())
-        return QStringLiteral("Cleanup Queue · empty");
-    return QStringLiteral("Cleanup Queue · ") + itemCountText(static_cast<std::int64_t>(queue.size())) +
-           QStringLiteral(" · ") + fileByteCount(totalBytes(queue));
+    return QStringLiteral("Cleanup Queue · ") + (queue.empty() ? QStringLiteral("empty") : chosenText(queue));
 }
 
 QString removalText(bool isRemoving, const std::optional<CleanupReport> &last)

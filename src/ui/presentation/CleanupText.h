@@ -88,13 +88,15 @@ ScanText scanText(const StorageScans &scans, ClutterKind kind);
 void describeApplication(RemovableRowText &row, const RemovableItem &item, const StorageScans &scans);
 /// "free of 500 GB".
 QString totalText(const SystemStats &stats);
-/// What the queue is for, while it is empty.
-QString queueNoteText(bool isEmpty, const MachineWords &words);
+/// What the queue is for.
+QString queueNoteText(const MachineWords &words);
 /// What left this computer for the suggestions, and to where; empty when nothing did.
 QString suggestionsNoteText(const StorageScans::Findings &found);
 
 /// "1 item", "3 items".
 QString itemCountText(std::int64_t count);
+/// "3 items · 5.1 GB".
+QString chosenText(const std::vector<RemovableItem> &chosen);
 /// "Cleanup Queue · 3 items · 5.1 GB".
 QString queueText(const std::vector<RemovableItem> &queue);
 /// What a removal does or did; empty when that is no news.

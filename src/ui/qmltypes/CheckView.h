@@ -31,6 +31,7 @@ class CheckView : public QObject {
     Q_PROPERTY(swabby::AssistantTrouble trouble READ trouble NOTIFY changed)
     Q_PROPERTY(bool isAllClear READ isAllClear NOTIFY changed)
     Q_PROPERTY(swabby::RemovableList *candidates READ candidates CONSTANT)
+    Q_PROPERTY(QString chosenText READ chosenText NOTIFY changed)
     Q_PROPERTY(QString removeLabel READ removeLabel NOTIFY changed)
     Q_PROPERTY(bool canRemove READ canRemove NOTIFY changed)
     Q_PROPERTY(swabby::RowModel *startupItems READ startupItems CONSTANT)
@@ -50,6 +51,7 @@ public:
     Q_INVOKABLE void run();
     Q_INVOKABLE void cancel();
     Q_INVOKABLE void setSelected(const QString &id, bool isSelected) { m_check.setSelected(id, isSelected); }
+    Q_INVOKABLE void setAllSelected(bool isSelected);
     /// Asks before what is ticked goes.
     Q_INVOKABLE void remove();
     Q_INVOKABLE void disable(const QString &id);
@@ -73,6 +75,7 @@ public:
     AssistantTrouble trouble() const { return AssistantTrouble(m_check.result().failure); }
     bool isAllClear() const { return m_check.result().findings() == 0; }
     RemovableList *candidates() { return &m_candidates; }
+    QString chosenText() const { return swabby::chosenText(m_check.selectedItems()); }
     QString removeLabel() const { return m_check.removeLabel(); }
     bool canRemove() const { return !m_check.selectedItems().empty(); }
     RowModel *startupItems() { return &m_startupItems; }

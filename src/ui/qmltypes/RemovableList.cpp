@@ -1,5 +1,8 @@
 #include "ui/qmltypes/RemovableList.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace swabby {
 
 void RemovableList::show(const std::vector<RemovableItem> &items, const RowOf &rowOf)
@@ -9,6 +12,10 @@ void RemovableList::show(const std::vector<RemovableItem> &items, const RowOf &r
     for (const RemovableItem &item : items)
         rows.append(rowOf(item));
     m_rows.show(rows, [](const RemovableRowText &row) { return row.id; });
+    const auto selected = static_cast<int>(
+        std::count_if(rows.begin(), rows.end(), [](const RemovableRowText &row) { return row.isSelected; }));
+    if (std::exchange(m_selectedCount, selected) != selected)
+        Q_EMIT changed();
 }
 
 void RemovableList::setText(const ScanText &text)

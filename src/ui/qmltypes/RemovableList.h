@@ -18,6 +18,7 @@ class RemovableList : public QObject {
     QML_UNCREATABLE("made with the window")
     Q_PROPERTY(swabby::RowModel *rows READ rows CONSTANT)
     Q_PROPERTY(swabby::ScanText text READ text NOTIFY changed)
+    Q_PROPERTY(int selectedCount READ selectedCount NOTIFY changed)
 
 public:
     using RowOf = std::function<RemovableRowText(const RemovableItem &)>;
@@ -29,6 +30,7 @@ public:
 
     RowModel *rows() { return &m_rows; }
     const ScanText &text() const { return m_text; }
+    int selectedCount() const { return m_selectedCount; }
 
 Q_SIGNALS:
     void changed();
@@ -36,6 +38,7 @@ Q_SIGNALS:
 private:
     RowModel m_rows{this};
     ScanText m_text;
+    int m_selectedCount = 0;
 };
 
 } // namespace swabby

@@ -69,6 +69,26 @@ void StorageView::setSelected(const QString &id, bool isSelected)
     show();
 }
 
+void StorageView::setAllSelected(RemovableList *list, bool isSelected)
+{
+    const auto scan = scanOf(list);
+    if (!scan)
+        return;
+    for (const RemovableItem &item : m_scans.findings(*scan).offers()) {
+        if (isSelected)
+            m_selected.insert(item.id);
+        else
+            m_selected.erase(item.id);
+    }
+    show();
+}
+
+void StorageView::removeAlone(const QString &id)
+{
+    if (const SuggestedCache *suggestion = m_scans.findings(ClutterKind::quickClean).suggestionOf(id))
+        ask({RemovableItem(suggestion->item)});
+}
+
 // One question at a time: an application's leftovers may have been found while another one is open.
 void StorageView::askForPrepared()
 {
@@ -108,15 +128,14 @@ void StorageView::show()
 void StorageView::showQuickClean()
 {
     const StorageScans::Findings &findings = m_scans.findings(ClutterKind::quickClean);
-    const std::size_t known = findings.items.size();
-    std::size_t place = 0;
-    m_quickClean.show(findings.offers(), [&](const RemovableItem &item) {
-        RemovableRowText row = rowOf(item);
-        if (place >= known)
-            addVerdict(row, findings.suggestions.at(place - known));
-        ++place;
-        return row;
-    });
+    const auto row = [&](const RemovableItem &item) {
+        RemovableRowText text = rowOf(item);
+        if (const SuggestedCache *suggestion = findings.suggestionOf(item.id))
+            addVerdict(text, *suggestion);
+        return text;
+    };
+    m_quickClean.show(findings.offers(), row);
+    m_unfamiliar.show(findings.unfamiliar(), row);
     m_quickClean.setText(scanText(m_scans, ClutterKind::quickClean));
 }
 

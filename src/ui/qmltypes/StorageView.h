@@ -25,12 +25,13 @@ class StorageView : public QObject {
     Q_PROPERTY(double usedFraction READ usedFraction NOTIFY changed)
     Q_PROPERTY(double clearableFraction READ clearableFraction NOTIFY changed)
     Q_PROPERTY(QString clearableText READ clearableText NOTIFY changed)
-    Q_PROPERTY(QString queueNote READ queueNote NOTIFY changed)
+    Q_PROPERTY(QString queueNote READ queueNote CONSTANT)
     Q_PROPERTY(QString queueText READ queueText NOTIFY changed)
     Q_PROPERTY(bool canCleanUp READ canCleanUp NOTIFY changed)
     Q_PROPERTY(QString sentNote READ sentNote NOTIFY changed)
     Q_PROPERTY(swabby::AssistantTrouble trouble READ trouble NOTIFY changed)
     Q_PROPERTY(swabby::RemovableList *quickClean READ quickClean CONSTANT)
+    Q_PROPERTY(swabby::RemovableList *unfamiliar READ unfamiliar CONSTANT)
     Q_PROPERTY(swabby::RemovableList *duplicates READ duplicates CONSTANT)
     Q_PROPERTY(swabby::RemovableList *forgottenFiles READ forgottenFiles CONSTANT)
     Q_PROPERTY(swabby::RemovableList *applications READ applications CONSTANT)
@@ -43,6 +44,9 @@ public:
     Q_INVOKABLE void scan(swabby::RemovableList *list);
     Q_INVOKABLE void stop(swabby::RemovableList *list);
     Q_INVOKABLE void setSelected(const QString &id, bool isSelected);
+    Q_INVOKABLE void setAllSelected(swabby::RemovableList *list, bool isSelected);
+    /// Asks before that unfamiliar folder goes.
+    Q_INVOKABLE void removeAlone(const QString &id);
     Q_INVOKABLE void openAssistantSettings() { m_context.openAssistantSettings(); }
     /// Asks before everything in the queue goes.
     Q_INVOKABLE void cleanUp() { ask(m_queue); }
@@ -60,8 +64,8 @@ public:
     double usedFraction() const;
     double clearableFraction() const;
     QString clearableText() const { return swabby::clearableText(m_clearableBytes); }
-    /// What the queue is, while it is empty.
-    QString queueNote() const { return queueNoteText(m_queue.empty(), m_context.state.machine().words); }
+    /// What the queue is.
+    QString queueNote() const { return queueNoteText(m_context.state.machine().words); }
     QString queueText() const { return swabby::queueText(m_queue); }
     bool canCleanUp() const { return !m_queue.empty(); }
     /// What left this computer for the suggestions; empty when nothing did.
@@ -72,6 +76,7 @@ public:
         return AssistantTrouble(m_scans.findings(ClutterKind::quickClean).failure);
     }
     RemovableList *quickClean() { return &m_quickClean; }
+    RemovableList *unfamiliar() { return &m_unfamiliar; }
     RemovableList *duplicates() { return &m_duplicates; }
     RemovableList *forgottenFiles() { return &m_forgottenFiles; }
     RemovableList *applications() { return &m_applications; }
@@ -93,6 +98,7 @@ private:
     UserInterfaceContext m_context;
     MainWindowCoordinator &m_coordinator;
     RemovableList m_quickClean{this};
+    RemovableList m_unfamiliar{this};
     RemovableList m_duplicates{this};
     RemovableList m_forgottenFiles{this};
     RemovableList m_applications{this};

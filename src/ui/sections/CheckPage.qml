@@ -10,6 +10,17 @@ ScrollPage {
     readonly property CheckView check: view.check
     property int visit: 0
 
+    footer: DecisionBar {
+        parent: page
+        y: page.viewHeight
+        width: page.width
+        text: page.check.chosenText
+        note: Words.untilConfirmed
+        action: page.check.removeLabel
+        canAct: page.check.canRemove
+        visible: !page.check.isScanning && page.check.candidates.rows.count > 0
+        onActed: page.check.remove()
+    }
     Component.onCompleted: visit = check.enter()
     Component.onDestruction: check.leave(visit)
 
@@ -43,6 +54,12 @@ ScrollPage {
 
         CardHeading {
             text: "Reclaimable storage"
+
+            SelectAll {
+                list: page.check.candidates
+                subject: "Reclaimable storage"
+                onWanted: isSelected => page.check.setAllSelected(isSelected)
+            }
         }
 
         Item {
@@ -55,33 +72,6 @@ ScrollPage {
             list: page.check.candidates
             onToggled: (id, isSelected) => page.check.setSelected(id, isSelected)
             onShown: path => page.view.coordinator.confirmation.showInFolder(path)
-        }
-
-        Hairline {
-        }
-
-        Item {
-            width: parent.width
-            height: 38
-
-            Remark {
-                anchors.left: parent.left
-                anchors.right: remove.left
-                anchors.rightMargin: 12
-                anchors.verticalCenter: remove.verticalCenter
-                text: Words.untilConfirmed
-            }
-
-            ActionButton {
-                id: remove
-
-                anchors.right: parent.right
-                anchors.bottom: parent.bottom
-                text: page.check.removeLabel
-                isProminent: true
-                isAvailable: page.check.canRemove
-                onActivated: page.check.remove()
-            }
         }
     }
 

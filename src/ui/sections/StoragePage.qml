@@ -14,9 +14,20 @@ ScrollPage {
         onBegun: page.storage.scan(list)
         onStopped: page.storage.stop(list)
         onToggled: (id, isSelected) => page.storage.setSelected(id, isSelected)
+        onAllToggled: isSelected => page.storage.setAllSelected(list, isSelected)
         onShown: path => page.view.coordinator.confirmation.showInFolder(path)
     }
 
+    footer: DecisionBar {
+        parent: page
+        y: page.viewHeight
+        width: page.width
+        text: page.storage.queueText
+        note: Words.untilConfirmed
+        action: "Review and clean up"
+        canAct: page.storage.canCleanUp
+        onActed: page.storage.cleanUp()
+    }
     Component.onCompleted: storage.enter()
 
     StorageHeader {
@@ -24,19 +35,31 @@ ScrollPage {
         storage: page.storage
     }
 
-    Note {
-        width: parent.width
-        leftPadding: 16
-        rightPadding: 16
-        text: page.storage.queueNote
-        visible: text !== ""
-    }
-
     ClutterCard {
         list: page.storage.quickClean
         note: page.storage.sentNote
         trouble: page.storage.trouble
         onSettingsWanted: page.storage.openAssistantSettings()
+    }
+
+    Card {
+        width: parent.width
+        spacing: 6
+        visible: page.storage.unfamiliar.rows.count > 0
+
+        CleanupHeader {
+            symbol: "questionmark.circle"
+            title: "Unfamiliar folders"
+            subtitle: "Looked over one at a time"
+        }
+
+        RemovableRows {
+            width: parent.width
+            list: page.storage.unfamiliar
+            actionLabel: "Remove…"
+            onActed: id => page.storage.removeAlone(id)
+            onShown: path => page.view.coordinator.confirmation.showInFolder(path)
+        }
     }
 
     ClutterCard {

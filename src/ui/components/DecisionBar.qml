@@ -1,0 +1,53 @@
+import QtQuick
+import Swabby.Ui
+
+// What was chosen on a page and what becomes of it, at the page's bottom wherever that is scrolled to.
+Rectangle {
+    id: bar
+
+    property string text
+    property string note
+    property string action
+    property bool canAct: false
+
+    signal acted
+
+    implicitHeight: 68
+    color: Theme.window
+
+    Hairline {
+    }
+
+    Column {
+        anchors.left: parent.left
+        anchors.leftMargin: 20
+        anchors.right: button.left
+        anchors.rightMargin: 16
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: 2
+
+        Figure {
+            width: parent.width
+            text: bar.text
+            font: Theme.headingFont
+            visible: text !== ""
+        }
+
+        Remark {
+            width: parent.width
+            text: bar.note
+        }
+    }
+
+    ActionButton {
+        id: button
+
+        anchors.right: parent.right
+        anchors.rightMargin: 20
+        anchors.verticalCenter: parent.verticalCenter
+        text: bar.action
+        isProminent: true
+        isAvailable: bar.canAct
+        onActivated: bar.acted()
+    }
+}

@@ -1,0 +1,53 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Swabby.Ui
+
+// What a section is about; while there is news that takes its place, so that the page stays where it is. A long
+// piece of news reaches over the page.
+Item {
+    id: strip
+
+    required property MainWindowView view
+    readonly property bool hasBanner: banner.removal.text !== ""
+    readonly property bool hasNotice: !hasBanner && notice.text !== ""
+
+    implicitHeight: Math.max(48, subtitle.height + 30)
+
+    Paragraph {
+        id: subtitle
+
+        y: 16
+        width: parent.width
+        text: strip.view.selected.subtitle
+        font: Theme.subtitleFont
+        color: Theme.secondary
+        opacity: strip.hasBanner || strip.hasNotice || putBack.visible ? 0 : 1
+    }
+
+    NoticeBar {
+        id: notice
+
+        y: 6
+        width: parent.width
+        text: strip.view.coordinator.notice
+        visible: strip.hasNotice
+        onDismissed: strip.view.coordinator.dismissNotice()
+    }
+
+    RemovalBanner {
+        id: banner
+
+        y: 6
+        width: parent.width
+        removal: strip.view.removal
+    }
+
+    PutBackRow {
+        id: putBack
+
+        y: 12
+        width: parent.width
+        removal: strip.view.removal
+        isWanted: strip.view.canRemoveHere && !strip.hasNotice
+    }
+}
