@@ -35,20 +35,15 @@ SocketPair makeSockets()
 /// Sends the task with the descriptor. Without waiting: a helper that takes none is stopped.
 bool sendTask(int socket, const HelperTask &task, int descriptor)
 {
-    HelperTask content = task;
-    iovec part = {&content, sizeof content};
-    alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof descriptor)> room = {};
-    msghdr message = {};
-    message.msg_iov = &part;
-    message.msg_iovlen = 1;
-    message.msg_control = room.data();
-    message.msg_controllen = room.size();
-    cmsghdr *head = CMSG_FIRSTHDR(&message);
+    TaskMessage message;
+    message.task = task;
+    cmsghdr *head = CMSG_FIRSTHDR(&message.head);
     head->cmsg_level = SOL_SOCKET;
     head->cmsg_type = SCM_RIGHTS;
     head->cmsg_len = CMSG_LEN(sizeof descriptor);
     std::memcpy(CMSG_DATA(head), &descriptor, sizeof descriptor);
-    return ::sendmsg(socket, &message, MSG_NOSIGNAL | MSG_DONTWAIT) == static_cast<ssize_t>(sizeof content);
+    return ::sendmsg(socket, &message.head, MSG_NOSIGNAL | MSG_DONTWAIT) ==
+           static_cast<ssize_t>(sizeof message.task);
 }
 
 bool waitFor(int socket, short event, const QDeadlineTimer &end)
@@ -106,6 +101,13 @@ std::optional<std::string> HelperProgram::ask(std::string_view request,
     if (!sendAll(sockets.own.number(), request, end))
         return std::nullopt;
     return receiveAll(sockets.own.number(), end);
+}
+
+void HelperProgram::begin()
+{
+    const std::unique_lock lock(m_mutex, std::try_to_lock);
+    if (lock && m_process < 0)
+        start();
 }
 
 void HelperProgram::end()

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/posix/Descriptor.h"
+#include "platform/posix/HelperTask.h"
 
 #include <chrono>
-#include <cstdint>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -12,14 +12,6 @@
 #include <sys/types.h>
 
 namespace swabby {
-
-/// How long a request may take, however busy the computer is.
-inline constexpr std::chrono::seconds helperPatience(10);
-
-/// What a helper is told with the descriptor over which a request comes.
-struct HelperTask {
-    std::uint32_t processorMilliseconds = 0; ///< what the request may take
-};
 
 /// A program of Swabby's own, beside this library, for what other people's files could end or starve. It
 /// answers each request in a process of its own with limits, is started with the first request and given no
@@ -36,6 +28,9 @@ public:
     /// once.
     std::optional<std::string> ask(std::string_view request, std::chrono::milliseconds processorTime);
 
+    /// Starts the program ahead of the first request: it keeps the priority of the thread that starts it.
+    /// Waits for nobody, and does nothing while another thread starts or ends it.
+    void begin();
     /// Ends the program and what it works at; the next request starts it again. Waits for its end alone.
     void end();
 

@@ -19,6 +19,8 @@ public:
     /// process that drew it. Blocks for as long as it takes.
     std::optional<QImage> draw(const QByteArray &file, int pixels, std::chrono::milliseconds processorTime);
 
+    /// Gets the helper ready, with the priority of this thread. Does not block.
+    void begin() { m_helper.begin(); }
     /// Gives the helper's memory back and ends what it draws. The next picture starts it again. Blocks until
     /// it has ended.
     void rest() { m_helper.end(); }

@@ -20,9 +20,11 @@ constexpr qsizetype mostBytes = 1024 * 1024;
 constexpr qsizetype leastCost = 512;
 /// Besides the one that takes long; the other work of the windows has threads left.
 constexpr int mostAtOnce = 2;
-/// What an icon may take of the processor: most take a millisecond or two.
-constexpr auto littleTime = 50ms;
-constexpr auto muchTime = 1s;
+/// What an icon may take of the processor: most take a millisecond or two. Who needs more has its turn again
+/// after all others, with more.
+constexpr std::chrono::milliseconds firstTime = 20ms;
+constexpr std::chrono::milliseconds mostTime = 1s;
+constexpr int growth = 4;
 /// The painter takes some megabytes, and a page that is opened next asks for more.
 constexpr auto timeUntilRest = 5s;
 
@@ -69,22 +71,25 @@ std::optional<QImage> IconStore::icon(const IconKey &key, QObject *asker)
         return QImage();
     if (const QImage *known = m_known.object(key))
         return *known;
+    // From here, since the threads that draw give way to others.
+    if (!isBusy())
+        m_painter->begin();
     QList<QPointer<QObject>> &askers = m_askers[key];
     askers.append(asker);
     if (askers.size() == 1)
-        m_waiting.push_back(key);
+        m_waiting.push_back({key, firstTime});
     lookNext();
     return std::nullopt;
 }
 
-std::optional<IconKey> IconStore::next(std::deque<IconKey> &keys)
+std::optional<IconStore::Turn> IconStore::next(std::deque<Turn> &turns)
 {
-    while (!keys.empty()) {
-        const IconKey key = std::move(keys.front());
-        keys.pop_front();
-        const auto asked = m_askers.constFind(key);
+    while (!turns.empty()) {
+        const Turn turn = std::move(turns.front());
+        turns.pop_front();
+        const auto asked = m_askers.constFind(turn.key);
         if (std::any_of(asked->begin(), asked->end(), [](const auto &asker) { return !asker.isNull(); }))
-            return key;
+            return turn;
         m_askers.erase(asked);
     }
     return std::nullopt;
@@ -93,41 +98,41 @@ std::optional<IconKey> IconStore::next(std::deque<IconKey> &keys)
 void IconStore::lookNext()
 {
     while (m_running < mostAtOnce)
-        if (const auto key = next(m_waiting))
-            look(*key, Patience::little);
+        if (const auto turn = next(m_waiting))
+            look(*turn);
         else
             break;
     if (m_waiting.empty() && m_running == 0 && !m_isRunningLong)
-        if (const auto key = next(m_postponed))
-            look(*key, Patience::much);
+        if (const auto turn = next(m_postponed))
+            look(*turn);
     if (!isBusy())
         m_resting.start();
 }
 
-void IconStore::look(const IconKey &key, Patience patience)
+void IconStore::look(const Turn &turn)
 {
-    const bool isLong = patience == Patience::much;
-    if (isLong)
+    if (turn.time > firstTime)
         m_isRunningLong = true;
     else
         ++m_running;
     m_resting.stop();
-    const auto looking = m_work.ask([machine = m_machine, painter = m_painter, key,
-                                     theme = QIcon::themeName(), time = isLong ? muchTime : littleTime] {
-        return painter->draw(machine->icons->picture(key.owner, {key.pixels, theme}), key.pixels, time);
-    });
-    whenDone(this, looking,
-             [this, key, patience](const std::optional<QImage> &icon) { take(key, icon, patience); });
+    const auto looking =
+        m_work.ask([machine = m_machine, painter = m_painter, turn, theme = QIcon::themeName()] {
+            const auto &[key, time] = turn;
+            return painter->draw(machine->icons->picture(key.owner, {key.pixels, theme}), key.pixels, time);
+        });
+    whenDone(this, looking, [this, turn](const std::optional<QImage> &icon) { take(turn, icon); });
 }
 
-void IconStore::take(const IconKey &key, const std::optional<QImage> &icon, Patience patience)
+void IconStore::take(const Turn &turn, const std::optional<QImage> &icon)
 {
-    if (patience == Patience::much)
+    const auto &[key, time] = turn;
+    if (time > firstTime)
         m_isRunningLong = false;
     else
         --m_running;
-    if (!icon && patience == Patience::little) {
-        m_postponed.push_back(key);
+    if (!icon && time < mostTime) {
+        m_postponed.push_back({key, std::min(growth * time, mostTime)});
     } else {
         const QImage picture = icon.value_or(QImage());
         m_askers.remove(key);

@@ -9,6 +9,7 @@
 #include <QtCore/QTimer>
 #include <QtGui/QImage>
 
+#include <chrono>
 #include <deque>
 #include <memory>
 #include <optional>
@@ -51,14 +52,16 @@ Q_SIGNALS:
     void found(const swabby::IconKey &key);
 
 private:
-    /// How much an icon may take: little while others wait.
-    enum class Patience { little, much };
+    struct Turn {
+        IconKey key;
+        std::chrono::milliseconds time; ///< of the processor, which the drawing may take
+    };
 
     void lookNext();
-    void look(const IconKey &key, Patience patience);
-    void take(const IconKey &key, const std::optional<QImage> &icon, Patience patience);
+    void look(const Turn &turn);
+    void take(const Turn &turn, const std::optional<QImage> &icon);
     /// The next one that somebody still asks for.
-    std::optional<IconKey> next(std::deque<IconKey> &keys);
+    std::optional<Turn> next(std::deque<Turn> &turns);
     void letRest();
 
     std::shared_ptr<Machine> m_machine;
@@ -67,9 +70,9 @@ private:
     QTimer m_resting; ///< until the painter rests
     QCache<IconKey, QImage> m_known;
     QHash<IconKey, QList<QPointer<QObject>>> m_askers;
-    std::deque<IconKey> m_waiting;
-    std::deque<IconKey> m_postponed;
-    int m_running = 0; ///< with little patience
+    std::deque<Turn> m_waiting;
+    std::deque<Turn> m_postponed; ///< those that took longer than their first turn
+    int m_running = 0;            ///< in their first turn
     bool m_isRunningLong = false;
 };
 

@@ -52,8 +52,9 @@ private Q_SLOTS:
     {
         const std::string large(3'000'000, 'x');
         HelperProgram helper("confined_helper");
-        QCOMPARE(helper.ask("say " + large, 1s), std::optional(large));
+        helper.begin();
         QCOMPARE(ownChildren().size(), std::size_t(1));
+        QCOMPARE(helper.ask("say " + large, 1s), std::optional(large));
         ::kill(ownChildren().front(), SIGKILL);
         // Its socket closes a moment after.
         QTRY_COMPARE(helper.ask("say hello", 1s), std::optional<std::string>("hello"));

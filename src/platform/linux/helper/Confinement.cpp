@@ -44,29 +44,24 @@ bool endAfter(std::chrono::milliseconds processorTime, std::chrono::seconds time
     return ::setitimer(ITIMER_PROF, &once, nullptr) == 0 && limit(RLIMIT_CPU, mostProcessorSeconds);
 }
 
-bool filterCalls()
+bool allowCalls(scmp_filter_ctx filter)
 {
-    const std::unique_ptr<void, void (*)(void *)> filter(::seccomp_init(SCMP_ACT_ERRNO(EPERM)),
-                                                         [](void *used) { ::seccomp_release(used); });
-    if (!filter)
-        return false;
     std::istringstream names(allowedCalls);
     for (std::string name; names >> name;) {
         // Not every processor has all of them, nor does every library know them.
         const int call = ::seccomp_syscall_resolve_name(name.c_str());
-        if (call >= 0 && ::seccomp_rule_add(filter.get(), SCMP_ACT_ALLOW, call, 0) != 0)
+        if (call >= 0 && ::seccomp_rule_add(filter, SCMP_ACT_ALLOW, call, 0) != 0)
             return false;
     }
     constexpr scmp_datum_t changing = O_ACCMODE | O_CREAT | O_TRUNC;
     const auto allow = [&](int call, const scmp_arg_cmp &argument) {
-        return ::seccomp_rule_add_array(filter.get(), SCMP_ACT_ALLOW, call, 1, &argument) == 0;
+        return ::seccomp_rule_add_array(filter, SCMP_ACT_ALLOW, call, 1, &argument) == 0;
     };
     // Threads are this process's; the other way to start one hides its flags, and is left for this one when
     // it does not exist.
     return allow(SCMP_SYS(openat), {2, SCMP_CMP_MASKED_EQ, changing, O_RDONLY}) &&
            allow(SCMP_SYS(clone), {0, SCMP_CMP_MASKED_EQ, CLONE_THREAD, CLONE_THREAD}) &&
-           ::seccomp_rule_add(filter.get(), SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(clone3), 0) == 0 &&
-           ::seccomp_load(filter.get()) == 0;
+           ::seccomp_rule_add(filter, SCMP_ACT_ERRNO(ENOSYS), SCMP_SYS(clone3), 0) == 0;
 }
 
 } // namespace
@@ -78,9 +73,19 @@ bool confineProgram()
            ::prctl(PR_SET_DUMPABLE, 0, 0, 0, 0) == 0;
 }
 
-bool confineProcess(std::chrono::milliseconds processorTime, std::chrono::seconds time)
+CallFilter makeCallFilter()
 {
-    return endAfter(processorTime, time) && filterCalls();
+    const CallFilter filter(::seccomp_init(SCMP_ACT_ERRNO(EPERM)), [](scmp_filter_ctx made) {
+        if (made != nullptr)
+            ::seccomp_release(made);
+    });
+    return filter && allowCalls(filter.get()) ? filter : nullptr;
+}
+
+bool confineProcess(const CallFilter &filter, std::chrono::milliseconds processorTime,
+                    std::chrono::seconds time)
+{
+    return filter && endAfter(processorTime, time) && ::seccomp_load(filter.get()) == 0;
 }
 
 } // namespace swabby

@@ -2,7 +2,7 @@
 
 #include "platform/linux/helper/Confinement.h"
 #include "platform/posix/Descriptor.h"
-#include "platform/posix/HelperProgram.h"
+#include "platform/posix/HelperTask.h"
 
 #include <array>
 #include <cerrno>
@@ -10,12 +10,19 @@
 #include <cstdlib>
 #include <cstring>
 #include <optional>
+#include <sys/prctl.h>
 #include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace swabby {
 namespace {
 
 constexpr std::size_t largestRequest = 8 * 1024 * 1024;
+/// More than anybody asks at once: while some take long, the next request finds a process that is ready.
+constexpr int mostReady = 4;
+/// How one ends for which there was no request any more.
+constexpr int noRequest = 2;
 
 struct Request {
     HelperTask task;
@@ -25,26 +32,18 @@ struct Request {
 /// No value when there will be none.
 std::optional<Request> nextRequest()
 {
-    Request request;
-    int descriptor = -1;
-    iovec part = {&request.task, sizeof request.task};
-    alignas(cmsghdr) std::array<char, CMSG_SPACE(sizeof descriptor)> room = {};
-    msghdr message = {};
-    message.msg_iov = &part;
-    message.msg_iovlen = 1;
-    message.msg_control = room.data();
-    message.msg_controllen = room.size();
+    TaskMessage message;
     ssize_t count = 0;
     do
-        count = ::recvmsg(STDIN_FILENO, &message, MSG_CMSG_CLOEXEC);
+        count = ::recvmsg(STDIN_FILENO, &message.head, MSG_CMSG_CLOEXEC);
     while (count < 0 && errno == EINTR);
-    const cmsghdr *head = CMSG_FIRSTHDR(&message);
-    if (count != static_cast<ssize_t>(sizeof request.task) || head == nullptr ||
+    const cmsghdr *head = CMSG_FIRSTHDR(&message.head);
+    if (count != static_cast<ssize_t>(sizeof message.task) || head == nullptr ||
         head->cmsg_type != SCM_RIGHTS)
         return std::nullopt;
+    int descriptor = -1;
     std::memcpy(&descriptor, CMSG_DATA(head), sizeof descriptor);
-    request.connection = Descriptor(descriptor);
-    return request;
+    return Request{message.task, Descriptor(descriptor)};
 }
 
 std::optional<std::string> readAll(int connection)
@@ -72,28 +71,47 @@ bool writeAll(int connection, std::string_view content)
     return true;
 }
 
-bool answerOne(const Request &request, AnswerRequest *answer)
+bool answer(const Request &request, const CallFilter &filter, AnswerRequest *answerTo)
 {
     // The next requests are none of this process's business.
     ::close(STDIN_FILENO);
-    if (!confineProcess(std::chrono::milliseconds(request.task.processorMilliseconds), helperPatience))
-        return false;
-    const auto content = readAll(request.connection.number());
-    return content && writeAll(request.connection.number(), answer(*content));
+    const int connection = request.connection.number();
+    const std::chrono::milliseconds time(request.task.processorMilliseconds);
+    const bool isConfined = confineProcess(filter, time, helperPatience);
+    const auto content = readAll(connection);
+    return content &&
+           writeAll(connection, answerTo(isConfined ? std::string_view(*content) : std::string_view()));
+}
+
+/// The life of a process that waits for a request and answers it. Gives its exit status.
+int waitAndAnswer(const CallFilter &filter, AnswerRequest *answerTo)
+{
+    // Who made it makes the next one.
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    const auto request = nextRequest();
+    if (!request)
+        return noRequest;
+    return answer(*request, filter, answerTo) ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
 } // namespace
 
-int serveRequests(AnswerRequest *answer)
+int serveRequests(AnswerRequest *answerTo)
 {
-    // Nobody asks how a process ended: an answer says all.
-    std::signal(SIGCHLD, SIG_IGN);
     if (!confineProgram())
         return EXIT_FAILURE;
-    while (const auto request = nextRequest())
+    const CallFilter filter = makeCallFilter();
+    const auto makeOne = [&] {
         if (::fork() == 0)
-            ::_exit(answerOne(*request, answer) ? EXIT_SUCCESS : EXIT_FAILURE);
-    return EXIT_SUCCESS;
+            ::_exit(waitAndAnswer(filter, answerTo));
+    };
+    for (int made = 0; made < mostReady; ++made)
+        makeOne();
+    for (int status = 0; ::wait(&status) >= 0; makeOne())
+        if (WIFEXITED(status) && WEXITSTATUS(status) == noRequest)
+            return EXIT_SUCCESS;
+    // Without any of them the next request has this program started anew.
+    return EXIT_FAILURE;
 }
 
 } // namespace swabby
