@@ -101,6 +101,8 @@ QCoro::Task<Answered<std::optional<QString>>> CloudAI::respond(QString system, Q
     answer.wasSent = response.wasSent;
     answer.failure = response.failure;
     answer.host = route.to.isPersons ? route.to.address.host() : QString();
+    if (answer.failure == ModelFailure::offline && route.to.isPersons)
+        answer.failure = ModelFailure::ownOffline;
     if (response.body)
         answer.value = messagesReplyText(*response.body);
     if (!answer.value && !answer.failure)

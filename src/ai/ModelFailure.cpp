@@ -14,6 +14,7 @@ QString caseName(ModelFailure failure)
     case ModelFailure::limit:
         return QStringLiteral("limit");
     case ModelFailure::offline:
+    case ModelFailure::ownOffline:
         return QStringLiteral("offline");
     case ModelFailure::busy:
         return QStringLiteral("busy");

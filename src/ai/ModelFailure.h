@@ -14,6 +14,7 @@ enum class ModelFailure {
     keyRefused,
     limit,       ///< no credit, or too many questions
     offline,     ///< no connection, an address that may not be called, or no answer in time
+    ownOffline,  ///< the same at the person's own address
     busy,        ///< the service could not, for whatever reason of its own
     retired,     ///< the model or the address is gone
     storeLocked, ///< the password store keeps a key and does not give it

@@ -21,6 +21,8 @@ QString remedy(ModelFailure failure)
         return QStringLiteral(" (swabbyctl key set)");
     case ModelFailure::switchedOff:
         return QStringLiteral(" (swabbyctl settings aiEnabled true)");
+    case ModelFailure::ownOffline:
+        return QStringLiteral(" (swabbyctl settings aiAddress ADDRESS)");
     case ModelFailure::retired:
         return QStringLiteral(" (swabbyctl settings aiModel NAME)");
     default:

@@ -135,7 +135,7 @@ private Q_SLOTS:
         QVERIFY(QCoro::waitFor(overruled.respond(u"S"_qs, u"P"_qs, 1)).host.isEmpty());
         QCOMPARE(server.requests().last().target, "/given");
         settings.store(setting<"aiAddress">, u"http://gateway.example/"_qs);
-        QCOMPARE(QCoro::waitFor(ai.ask(u"Why?"_qs, {})).failure, ModelFailure::offline);
+        QCOMPARE(QCoro::waitFor(ai.ask(u"Why?"_qs, {})).failure, ModelFailure::ownOffline);
     }
 
     void addressesThatMayBeCalled()

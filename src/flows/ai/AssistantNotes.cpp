@@ -24,6 +24,11 @@ constexpr Row rows[] = {
      false},
     {ModelFailure::offline,
      "There is no connection to the assistant. Check that this computer is online, then try again.", false},
+    {ModelFailure::ownOffline,
+     "Nothing answers at the address that you gave. Check that the model there runs, or change the address "
+     "in "
+     "the AI settings.",
+     true},
     {ModelFailure::busy, "The assistant's service is busy right now. It usually helps to try again soon.",
      false},
     {ModelFailure::retired,
