@@ -50,12 +50,16 @@ Result waitBounded(std::function<Result(Keyring &)> work, Result otherwise, Stea
 
     const auto isDone = [&] { return call->result.has_value(); };
     constexpr std::chrono::milliseconds glance{50};
+    constexpr std::chrono::milliseconds farewell{200};
     std::unique_lock lock(call->mutex);
     while (!isDone() && Steady::now() < end && !stop.stopRequested() && !callers.stopRequested())
         call->changed.wait_for(lock, glance, isDone);
-    if (!isDone())
-        call->keyring->callOff();
-    return isDone() ? *call->result : otherwise;
+    if (isDone())
+        return *call->result;
+    call->keyring->callOff();
+    // What it asked the person goes from the screen before this program may end.
+    call->changed.wait_for(lock, farewell, isDone);
+    return otherwise;
 }
 
 /// Whether the bus answers the question about the service's name with yes. A service that could be started
