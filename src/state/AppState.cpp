@@ -5,6 +5,7 @@
 #include "settings/Settings.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace swabby {
 namespace {
@@ -73,13 +74,21 @@ void AppState::start()
 
 void AppState::refresh()
 {
-    m_refreshes.begin([this, sampler = m_sampler, stop = m_machine->stop.token()] {
+    const bool isBegun = m_refreshes.begin([this, sampler = m_sampler, stop = m_machine->stop.token()] {
         MachineSample sample = sampler->sample();
         if (stop.stopRequested())
             return;
         QMetaObject::invokeMethod(
             this, [this, sample = std::move(sample)] { apply(sample); }, Qt::QueuedConnection);
     });
+    m_refreshesUnderWay += isBegun ? 1 : 0;
+}
+
+void AppState::refreshAnew()
+{
+    m_wantsAnother = m_refreshesUnderWay > 0;
+    if (!m_wantsAnother)
+        refresh();
 }
 
 void AppState::apply(const MachineSample &sample)
@@ -89,8 +98,11 @@ void AppState::apply(const MachineSample &sample)
     m_published.leakSuspects = m_leakTracker.update(sample.processes, m_machine->clock->now());
     judgeHealth();
     ++m_published.refreshesApplied;
+    --m_refreshesUnderWay;
     Q_EMIT changed();
     Q_EMIT applied();
+    if (std::exchange(m_wantsAnother, false))
+        refresh();
 }
 
 void AppState::keepHistory()

@@ -33,6 +33,9 @@ public:
     /// Begins one refresh and returns at once. Refreshes may overlap; each applies when it is done. With
     /// 64 of them stuck in tools that never end, further ones are not begun.
     void refresh();
+    /// One refresh for what has just been changed: now, or after the one under way, which may have looked
+    /// before.
+    void refreshAnew();
     /// Adds the name to the pins or takes it away: published at once, stored on the bookkeeping. What could
     /// not be stored is published no longer then.
     void togglePin(const QString &name);
@@ -124,7 +127,9 @@ private:
     QTimer m_timer;
 
     Published m_published;
-    int m_pinsOnTheirWay = 0; ///< published and not stored yet
+    int m_refreshesUnderWay = 0;
+    bool m_wantsAnother = false; ///< of them
+    int m_pinsOnTheirWay = 0;    ///< published and not stored yet
 
     BackgroundWork m_bookkeeping;
     BackgroundWork m_refreshes; // last, so that it is waited for while everything it uses still stands

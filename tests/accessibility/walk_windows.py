@@ -181,10 +181,10 @@ class Walk:
 
     def panel(self):
         self.status_place.press()
-        head = self.see("Under load", "push button", PANEL)
+        head = self.see("…: what's wrong and how to help", "push button", PANEL)
         self.look("Panel", PANEL)
         self.press(head.name, window=PANEL)
-        self.see("Warning: …", "push button", PANEL)
+        self.see("Warning: Storage space is getting low", "push button", PANEL)
         self.look("Panel, unfolded", PANEL)
         self.press("Battery, …", window=PANEL)
         self.window = "Battery"

@@ -74,6 +74,22 @@ Mill.10,300,20,\n')");
         QVERIFY(changed.count() > 0);
     }
 
+    void changesAreSeenByOneMoreRefresh()
+    {
+        const TemporaryMachine folder;
+        AppState state(folder.open(), Record::nothing);
+        QSignalSpy applied(&state, &AppState::applied);
+        const auto settles = [&](int refreshes) {
+            return waitUntil([&] { return applied.size() == refreshes; });
+        };
+        state.refreshAnew(); // begins at once
+        for (int change = 0; change < 3; ++change)
+            state.refreshAnew(); // what runs may have looked before
+        QVERIFY(settles(2));
+        refreshOnce(state);
+        QCOMPARE(applied.size(), 3);
+    }
+
     void turningRedCountsOnceEachTime()
     {
         TemporaryMachine folder(busyAndCalm());

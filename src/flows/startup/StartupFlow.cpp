@@ -31,9 +31,8 @@ void StartupFlow::change(const LoginItem &item, StartupChange change)
         if (!isDone)
             Q_EMIT failed(change);
         lookForDisabled();
-        // What was turned on is listed again; what could not be turned off may have ended all the same.
-        if (isDone == (change == StartupChange::turnOn))
-            m_state.refresh();
+        // Also what could not be turned off may have ended all the same.
+        m_state.refreshAnew();
     });
 }
 
