@@ -56,13 +56,20 @@ bool shouldForceQuit(const ProcessSample &process)
 
 ActionRecommendation recommendation(const ProcessSample &process)
 {
-    if (process.holdsSession)
+    if (!process.mayBeQuit())
         return ActionRecommendation::keep;
     if (shouldForceQuit(process))
         return ActionRecommendation::forceQuit;
     if (process.cpuPercent < 25 && process.memPercent < 25)
         return process.trustRatio() < 70 ? ActionRecommendation::quit : ActionRecommendation::keep;
     return ActionRecommendation::quit;
+}
+
+QString whyNotQuit(const ProcessSample &process)
+{
+    if (process.holdsSession)
+        return QStringLiteral("keeps your session running");
+    return process.owner.isEmpty() ? QString() : QStringLiteral("belongs to ") + process.owner;
 }
 
 } // namespace swabby

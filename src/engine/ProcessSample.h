@@ -21,7 +21,10 @@ struct ProcessSample {
     double energyImpact = 0;
     std::int64_t networkBytesPerSec = 0;
     bool holdsSession = false; ///< the person's session would end with it, so nobody is urged to quit it
+    QString owner{};           ///< as in ProcessRow: whose it is, when it is not this person's
 
+    /// Whether it is this person's, and their session does not stand on it.
+    bool mayBeQuit() const { return !holdsSession && owner.isEmpty(); }
     /// How safe it is to leave the program running, 5 (hardly) to 99.
     int trustRatio() const;
 
@@ -30,6 +33,10 @@ struct ProcessSample {
 };
 
 ActionRecommendation recommendation(const ProcessSample &process);
+
+/// Why it is not quit, behind its name: "keeps your session running", "belongs to the system". Empty when it
+/// may be.
+QString whyNotQuit(const ProcessSample &process);
 
 /// Whether a health action on this program goes straight to a forced quit.
 bool shouldForceQuit(const ProcessSample &process);

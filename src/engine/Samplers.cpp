@@ -28,7 +28,8 @@ ProcessSample sampleOf(const ProcessRow &row)
             .memPercent = row.memPercent,
             .rssBytes = row.residentBytes,
             .isApp = row.isApp,
-            .holdsSession = row.holdsSession};
+            .holdsSession = row.holdsSession,
+            .owner = row.owner};
 }
 
 } // namespace

@@ -23,10 +23,10 @@ Hog findHog(const QList<ProcessSample> &processes)
 
 using Action = std::optional<HealthIssueAction>;
 
-/// Nobody is offered the end of their own session.
+/// Nobody is offered the end of their own session, nor what is not theirs.
 Action quitAction(const ProcessSample &hog)
 {
-    return hog.holdsSession ? std::nullopt : Action(KillProcess{hog});
+    return hog.mayBeQuit() ? Action(KillProcess{hog}) : std::nullopt;
 }
 
 Action quitOrLook(const Hog &hog)
@@ -34,14 +34,18 @@ Action quitOrLook(const Hog &hog)
     return hog ? quitAction(*hog) : OpenSection{MainSection::speed};
 }
 
-/// To quit the program, as the sentence says, or what helps when the session would end with it.
+/// To quit the program, as the sentence says, or what helps when that is not for this person to do.
 QString advice(const ProcessSample &hog, const QString &quit, const QString &who)
 {
-    return hog.holdsSession
-               ? who + QStringLiteral(" keeps your session running, so quitting it would close everything. "
-                                      "Close windows you don't need; if that isn't enough, save your work, "
-                                      "then log out and in again.")
-               : quit;
+    if (hog.mayBeQuit())
+        return quit;
+    return who + QLatin1Char(' ') + whyNotQuit(hog) +
+           (hog.holdsSession ? QStringLiteral(", so quitting it would close everything. Close windows you "
+                                              "don't need; if that isn't enough, save your work, then log "
+                                              "out and in again.")
+                             : QStringLiteral(", so it isn't yours to quit. It may well be done in a few "
+                                              "minutes; if it goes on for long, a restart helps once "
+                                              "everybody has saved their work."));
 }
 
 void judgeHeat(ThermalState state, const Hog &hog, const MachineWords &words, QList<HealthIssue> &issues)

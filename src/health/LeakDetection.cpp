@@ -26,7 +26,7 @@ QList<LeakSuspect> LeakTracker::update(const QList<ProcessSample> &processes, do
     QList<LeakSuspect> suspects;
     for (const ProcessSample &process : processes)
         if (auto suspect = judge(process.pid, m_rssHistory.at(process.pid))) {
-            suspect->holdsSession = process.holdsSession;
+            suspect->mayBeQuit = process.mayBeQuit();
             suspects.append(*suspect);
         }
     return suspects;

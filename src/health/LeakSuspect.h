@@ -12,7 +12,7 @@ struct LeakSuspect {
     QString name;
     double growthMB = 0; ///< mebibytes over the tracked span
     int minutesTracked = 0;
-    bool holdsSession = false; ///< as in ProcessSample
+    bool mayBeQuit = true; ///< as in ProcessSample
 
     bool operator==(const LeakSuspect &) const = default;
 };

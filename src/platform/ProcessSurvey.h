@@ -23,6 +23,8 @@ struct ProcessRow {
     bool isApp = false;
     /// The person's session stands on it: without it, it ends or can hardly be used.
     bool holdsSession = false;
+    /// Whose it is, when it is not this person's: "the system" or another one's name; empty otherwise.
+    QString owner{};
 
     bool operator==(const ProcessRow &) const = default;
 };

@@ -24,6 +24,7 @@ private Q_SLOTS:
             process.path = row.text(0);
             process.isApp = row[0] == "an app";
             process.holdsSession = row[0] == "the session's";
+            process.owner = row[0] == "another's" ? u"ada"_qs : QString();
             process.cpuPercent = row.number(1);
             process.memPercent = row.number(2);
             process.energyImpact = row.number(3);

@@ -44,14 +44,15 @@ class HealthRulesTest : public QObject {
 private Q_SLOTS:
     void sentences()
     {
-        // Heat, processor, memory, free storage and busiest program, starred when the session stands on it;
-        // then level, section, what, why, how, action.
+        // Heat, processor, memory, free storage and busiest program, starred when the session stands on it,
+        // with a plus when it is the system's; then level, section, what, why, how, action.
         for (const QByteArray &line : fixture(u"health/sentences.txt"_qs).trimmed().split('\n')) {
             const QStringList fields = QString::fromUtf8(line).split(u'|');
             const auto stats = machineAt(fields[1].toDouble(), fields[2].toDouble(), fields[3].toDouble(),
                                          static_cast<ThermalState>(heat.indexOf(fields[0])));
-            ProcessSample busiest = mill(QString(fields[4]).remove(u'*').toDouble());
+            ProcessSample busiest = mill(QString(fields[4]).remove(u'*').remove(u'+').toDouble());
             busiest.holdsSession = fields[4].endsWith(u'*');
+            busiest.owner = fields[4].endsWith(u'+') ? u"the system"_qs : QString();
             const HealthVerdict verdict = computeHealth(stats, {busiest}, {}, {});
             QStringList found = {levels[static_cast<int>(verdict.level)]};
             for (const HealthIssue &issue : verdict.issues)

@@ -4,6 +4,7 @@
 #include "platform/linux/EnergyMeter.h"
 #include "platform/linux/KernelFile.h"
 #include "platform/linux/MemoryUse.h"
+#include "platform/linux/ProcessOwner.h"
 #include "platform/linux/SessionHolders.h"
 
 #include <unistd.h>
@@ -187,6 +188,7 @@ ProcessRow LinuxProcessSurvey::processRow(const TableRow &row) const
     result.isApp = row.program->isApp;
     result.holdsSession = m_sessionHolders.contains(row.pid) || holdsSessions(row.program->path) ||
                           holdsSessions(row.program->script);
+    result.owner = row.isKernelThread ? ownerOfSystem() : processOwner(m_sources.procRoot, row.pid);
     return result;
 }
 

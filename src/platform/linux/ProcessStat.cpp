@@ -21,6 +21,13 @@ public:
         }
     }
 
+    /// The next field, of one letter; a zero at the end of the line.
+    char letter()
+    {
+        skipBlanks();
+        return m_at != m_end ? *m_at++ : '\0';
+    }
+
     /// The next field as a number; a negative one is 0. Failure is remembered.
     std::uint64_t number()
     {
@@ -63,7 +70,7 @@ std::optional<ProcessStat> processStatFrom(std::string_view line)
     ProcessStat stat;
     stat.command = line.substr(open + 1, close - open - 1);
     Fields fields(line.substr(close + 1));
-    fields.skip(1); // state
+    const char state = fields.letter();
     stat.parentPid = static_cast<std::int32_t>(fields.number());
     fields.skip(4); // group, session, terminal, terminal's group
     constexpr std::uint64_t kernelThreadFlag = 0x00200000;
@@ -76,6 +83,8 @@ std::optional<ProcessStat> processStatFrom(std::string_view line)
     stat.runTicks += fields.number();
     fields.skip(4); // children's times, priority, nice
     stat.threads = static_cast<std::int32_t>(fields.number());
+    // The first thread may end before the others.
+    stat.hasEnded = (state == 'Z' || state == 'X') && stat.threads <= 1;
     fields.skip(1);
     stat.startTicks = fields.number();
     fields.skip(1); // size of the address space

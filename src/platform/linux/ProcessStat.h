@@ -13,6 +13,7 @@ struct ProcessStat {
     std::int32_t threads = 0;
     bool isKernelThread = false;
     bool isForked = false;        ///< goes on with the program of the process that made it
+    bool hasEnded = false;        ///< only its parent has not taken note of it yet
     std::uint64_t runTicks = 0;   ///< time on a processor, in the program and in the kernel for it
     std::uint64_t startTicks = 0; ///< since boot
     std::uint64_t residentPages = 0;

@@ -88,8 +88,8 @@ std::optional<Listing> ProcessTable::listLocked()
         if (applicationsChanged)
             record.program.reset();
         const auto stat = processStatFrom(readStat(record, buffer.data(), buffer.size()));
-        if (!stat)
-            continue; // has ended meanwhile
+        if (!stat || stat->hasEnded)
+            continue;
         if (record.stat.isOpen() && ++descriptors > m_sources.descriptorBudget) {
             record.stat.reset();
             --descriptors;
@@ -175,6 +175,7 @@ void ProcessTable::finish(Record &record, TableRow &row, const ProcessStat &stat
     row.parentPid = stat.parentPid;
     row.threads = stat.threads;
     row.isForked = stat.isForked;
+    row.isKernelThread = stat.isKernelThread;
     row.hasRun = ticks > 0;
     row.cpuPercent = 100.0 * static_cast<double>(ticks) / ticksPerSecond() / seconds;
     row.residentBytes = stat.residentPages * m_pageSize;

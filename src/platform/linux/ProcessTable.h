@@ -18,6 +18,7 @@ struct TableRow {
     std::int32_t parentPid = 0;
     std::int32_t threads = 0;
     bool isForked = false; ///< as in ProcessStat
+    bool isKernelThread = false;
     bool hasRun = false;   ///< had the processor since the previous listing, or ever at the first
     double cpuPercent = 0; ///< of one processor
     std::uint64_t residentBytes = 0;

@@ -42,7 +42,7 @@ ProcessRowText watchedText(const ProcessSample &process, const MachineWords &wor
     ProcessRowText row = processRowText(process, ProcessRowMode::activity, false, words);
     row.detail = coresText(process.cpuPercent, words)
                      .value_or(wholeNumberText(process.cpuPercent) + QLatin1Char('%')) +
-                 QStringLiteral(" busy");
+                 QStringLiteral(" busy") + ownerRemark(process);
     return row;
 }
 

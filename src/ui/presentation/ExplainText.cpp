@@ -4,6 +4,7 @@
 #include "ui/presentation/ConfirmationText.h"
 #include "ui/presentation/MenuText.h"
 #include "ui/presentation/PlainWords.h"
+#include "ui/presentation/ProcessText.h"
 
 namespace swabby {
 
@@ -13,13 +14,14 @@ ExplainText explainText(const ExplainRequest &request, const MachineWords &words
     text.recommendation = recommendationLabel(recommendation(request));
     text.recommendationTint = tintOf(recommendation(request));
     if (const auto *process = std::get_if<ProcessSample>(&request.kind)) {
-        const MenuEntry forceQuit = process->holdsSession ? MenuEntry() : processMenu(false).first();
+        const MenuEntry forceQuit = process->mayBeQuit() ? processMenu(false).first() : MenuEntry();
         text.name = oneLine(process->name);
         text.tile = tileOf(*process);
         text.trust = trustText(process->trustRatio());
         text.figures = coresText(process->cpuPercent, words)
                            .value_or(wholeNumberText(process->cpuPercent) + QLatin1Char('%')) +
-                       QStringLiteral(" · ") + programMemoryText(process->rssBytes, words);
+                       QStringLiteral(" · ") + programMemoryText(process->rssBytes, words) +
+                       ownerRemark(*process);
         text.actionLabel = forceQuit.label;
         text.actionHint = forceQuit.hint;
     } else if (const auto *item = std::get_if<LoginItem>(&request.kind)) {

@@ -8,8 +8,7 @@ QList<LeakText> leakTexts(const QList<LeakSuspect> &suspects)
 {
     QList<LeakText> texts;
     for (const LeakSuspect &suspect : suspects)
-        texts.append(
-            {suspect.pid, oneLine(leakHeadline(suspect)), leakDetail(suspect), !suspect.holdsSession});
+        texts.append({suspect.pid, oneLine(leakHeadline(suspect)), leakDetail(suspect), suspect.mayBeQuit});
     return texts;
 }
 

@@ -62,7 +62,7 @@ ProcessRowText processRowText(const ProcessSample &process, ProcessRowMode mode,
     row.trust = process.trustRatio();
     row.trustSymbol = row.trust > 49 ? QStringLiteral("star.fill") : QStringLiteral("star");
     row.isPinned = isPinned;
-    row.canQuit = !process.holdsSession;
+    row.canQuit = process.mayBeQuit();
     switch (mode) {
     case ProcessRowMode::activity:
         describeActivity(row, process, words);
@@ -74,6 +74,7 @@ ProcessRowText processRowText(const ProcessSample &process, ProcessRowMode mode,
         describeNetwork(row, process);
         break;
     }
+    row.detail += ownerRemark(process);
     row.fraction = std::clamp(row.fraction, 0.0, 1.0);
     return row;
 }
@@ -94,8 +95,14 @@ QList<ProcessRowText> topProcessTexts(const QList<ProcessSample> &processes,
     QList<ProcessRowText> rows =
         processRowTexts(processes.mid(0, 1), ProcessRowMode::activity, pinnedNames, words);
     for (ProcessRowText &row : rows)
-        row.detail += QStringLiteral(" memory");
+        row.detail = fileByteCount(static_cast<std::int64_t>(processes.first().rssBytes)) +
+                     QStringLiteral(" memory") + ownerRemark(processes.first());
     return rows;
+}
+
+QString ownerRemark(const ProcessSample &process)
+{
+    return process.owner.isEmpty() ? QString() : QStringLiteral(" · ") + whyNotQuit(process);
 }
 
 QString noProcessesText(bool isKnown)

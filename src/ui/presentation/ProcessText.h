@@ -47,7 +47,7 @@ public:
     int trust = 0;
     QString trustSymbol;
     bool isPinned = false;
-    bool canQuit = true; ///< the session does not stand on it
+    bool canQuit = true; ///< it is this person's, and their session does not stand on it
 
     int tintIndex() const { return static_cast<int>(tint); }
     /// On the button that pins it, or no longer does.
@@ -80,6 +80,8 @@ QList<ProcessRowText> processRowTexts(const QList<ProcessSample> &processes, Pro
 /// The busiest one alone, if any; its detail says what it is.
 QList<ProcessRowText> topProcessTexts(const QList<ProcessSample> &processes,
                                       const std::set<QString> &pinnedNames, const MachineWords &words);
+/// " · belongs to the system", behind another detail; empty for this person's own program.
+QString ownerRemark(const ProcessSample &process);
 /// Said in place of an empty list.
 QString noProcessesText(bool isKnown);
 QList<BrowserRowText> browserRowTexts(const QList<BrowserRollupEntry> &entries, const MachineWords &words);

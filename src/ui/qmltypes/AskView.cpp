@@ -52,7 +52,7 @@ void AskView::followFlow()
 QString AskView::quitLabel() const
 {
     const auto process = namedProcess();
-    return m_answer && !(process && process->holdsSession) ? quitLabelText(m_answer->appToQuit) : QString();
+    return m_answer && !(process && !process->mayBeQuit()) ? quitLabelText(m_answer->appToQuit) : QString();
 }
 
 std::optional<ProcessSample> AskView::namedProcess() const
