@@ -5,7 +5,7 @@
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev qt6-declarative-dev
-    qt6-declarative-dev-tools libgl-dev libplist-dev libsystemd-dev libmnl-dev libxcb1-dev
+    qt6-declarative-dev-tools libgl-dev libplist-dev libsystemd-dev libmnl-dev libxcb1-dev libxcb-res0-dev
     qcoro-qt6-dev libsecret-1-dev libgcrypt20-dev librsvg2-dev libseccomp-dev)
 run_packages=(qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
     qml6-module-qtquick-window fonts-inter)

@@ -24,6 +24,13 @@ struct ApplicationFlows {
           stopping{state.sharedMachine()},
           cleanup(state)
     {
+        // What has been done shows in the figures at once.
+        QObject::connect(&quitting, &QuitFlow::finished, &state, [&state](int, Quitting::Outcome outcome) {
+            if (outcome == Quitting::Outcome::ended)
+                state.refreshAnew();
+        });
+        QObject::connect(&cleanup, &CleanupFlow::removed, &state, &AppState::refreshAnew);
+        QObject::connect(&cleanup, &CleanupFlow::restored, &state, &AppState::refreshAnew);
     }
 
     /// What the windows are told; the program adds its own callbacks.

@@ -3,13 +3,15 @@
 #include "cli/Verbs.h"
 #include "flows/cleanup/ConfirmationBuilder.h"
 #include "flows/cleanup/QuitFlow.h"
+#include "platform/WhenDone.h"
 
 #include <QtCore/QCoreApplication>
 
 namespace swabby {
 namespace {
 
-void printQuit(const Arguments &arguments, const ConfirmationInfo &info, bool confirmed, bool wasTold)
+/// What the question came to, or that it was not even asked.
+void printQuit(const Arguments &arguments, const ConfirmationInfo &info, bool confirmed, bool isOver)
 {
     if (arguments.json)
         print(jsonText(QJsonObject{{QStringLiteral("title"), info.title},
@@ -19,32 +21,47 @@ void printQuit(const Arguments &arguments, const ConfirmationInfo &info, bool co
                                    {QStringLiteral("recommendation"), caseName(*info.recommendation)},
                                    {QStringLiteral("confirmed"), confirmed}}) +
               '\n');
-    else if (wasTold)
+    else if (isOver)
         print(QStringLiteral("It was told to quit.\n"));
-    if (confirmed && !wasTold)
-        printProblem(
-            QStringLiteral("swabbyctl: it could not be told to quit; it goes on, or has ended by itself"));
-    else if (!confirmed && !arguments.json)
+    else if (!confirmed)
         print(QStringLiteral("It goes on.\n"));
-    QCoreApplication::exit(wasTold ? done : notDone);
+    QCoreApplication::exit(isOver ? done : notDone);
 }
 
-void askAndQuit(const Arguments &arguments, const ProcessSample &process, QuitFlow &flow)
+/// Why a program that was to be quit still runs.
+QString problemText(const ProcessSample &process, Quitting::Outcome outcome)
 {
-    const auto force = arguments.force ? Quitting::Force::yes : Quitting::Force::no;
-    const ConfirmationInfo info = ConfirmationBuilder::quit(process, force, flow);
-    if (process.holdsSession && !arguments.force) {
+    if (outcome == Quitting::Outcome::isAsked)
+        return QStringLiteral(
+            "it was asked to quit and is still running: it may be asking you something in its "
+            "own window");
+    if (outcome == Quitting::Outcome::runsOn)
+        return QStringLiteral("it was told to quit and is still running");
+    return process.mayBeQuit()
+               ? QStringLiteral("it could not be told to quit; it goes on, or has ended by itself")
+               : QStringLiteral("still running: it ") + whyNotQuit(process);
+}
+
+void askAndQuit(const Arguments &arguments, const ProcessSample &process, const QuitPlan &plan,
+                QuitFlow &flow)
+{
+    const ConfirmationInfo info = ConfirmationBuilder::quit(process, plan, flow);
+    if (!process.mayBeQuit() && !arguments.force) {
         printQuit(arguments, info, false, false);
-        printProblem(QStringLiteral("swabbyctl: %1 keeps your session running; --force ends it all the same")
-                         .arg(process.name));
+        const QString hint =
+            process.holdsSession ? QStringLiteral("; --force ends it all the same") : QString();
+        printProblem(QStringLiteral("swabbyctl: %1 %2").arg(process.name, whyNotQuit(process)) + hint);
         return;
     }
     if (!isAgreed(arguments, info)) {
         printQuit(arguments, info, false, false);
         return;
     }
-    QObject::connect(&flow, &QuitFlow::finished, &flow,
-                     [=](std::int32_t /*pid*/, bool wasTold) { printQuit(arguments, info, true, wasTold); });
+    QObject::connect(&flow, &QuitFlow::finished, &flow, [=](std::int32_t, Quitting::Outcome outcome) {
+        printQuit(arguments, info, true, isOver(outcome));
+        if (!isOver(outcome))
+            printProblem(QStringLiteral("swabbyctl: ") + problemText(process, outcome));
+    });
     info.onConfirm();
 }
 
@@ -63,7 +80,10 @@ int runQuit(const Arguments &arguments, const std::shared_ptr<Machine> &machine)
     QuitFlow flow(state);
     return runRefreshed(state, machine->refreshesUntilReal, [&] {
         if (const auto process = findProcess(pid, state)) {
-            askAndQuit(arguments, *process, flow);
+            const auto force = arguments.force ? Quitting::Force::yes : Quitting::Force::no;
+            whenKnown(&flow, flow.plan(*process, force), [&, process = *process](const QuitPlan &plan) {
+                askAndQuit(arguments, process, plan, flow);
+            });
             return;
         }
         if (arguments.json)

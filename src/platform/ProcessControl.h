@@ -1,5 +1,8 @@
 #pragma once
 
+#include "platform/StopToken.h"
+
+#include <chrono>
 #include <cstdint>
 #include <optional>
 
@@ -20,11 +23,14 @@ class ProcessControl {
 public:
     virtual ~ProcessControl() = default;
 
-    /// Who has this id now; no value when nobody has.
+    /// Who has this id now; no value when nobody has, or when it has ended and is only not yet forgotten.
     virtual std::optional<ProcessIdentity> identify(std::int32_t pid) = 0;
     /// Signals exactly this process. False when it has ended, the id is somebody else's by now, or the system
     /// refuses.
     virtual bool signal(const ProcessIdentity &process, QuitSignal signal) = 0;
+    /// Whether it ends within that time, or before a stop. No value, at once, where nobody can tell.
+    virtual std::optional<bool> endsWithin(std::chrono::milliseconds time, const ProcessIdentity &process,
+                                           const StopToken &stop) = 0;
 };
 
 } // namespace swabby

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/ProcessControl.h"
+
 #include <QtCore/QString>
 
 #include <cstdint>
@@ -22,12 +24,17 @@ public:
     /// May read the process list: background work only.
     virtual std::vector<RunningApplication> list() = 0;
 
-    /// Whether this kind of machine knows how to ask an application to quit. Does not wait.
-    virtual bool canAsk() const = 0;
+    /// Whether quitting always begins with the question to an application, whatever it is. Otherwise canAsk()
+    /// tells what can be asked. Does not wait.
+    virtual bool asksAll() const = 0;
 
-    /// Asks an application to quit, so that it can still save. False when no application has this pid, it
-    /// refuses, or this kind of machine knows no such question.
-    virtual bool terminate(std::int32_t pid) = 0;
+    /// Whether this program can be asked to quit now, so that it can still save. Blocks for a second or two
+    /// at most.
+    virtual bool canAsk(const ProcessIdentity &process) = 0;
+
+    /// Asks a program to quit, so that it can still save. False when it cannot be asked or refuses. Blocks
+    /// like canAsk().
+    virtual bool terminate(const ProcessIdentity &process) = 0;
 };
 
 } // namespace swabby

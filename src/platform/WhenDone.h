@@ -21,4 +21,14 @@ void whenDone(QObject *owner, const QFuture<Answer> &answer, Then then)
     watcher->setFuture(answer);
 }
 
+/// The same, but at once for an answer that is there already.
+template <typename Answer, typename Then>
+void whenKnown(QObject *owner, const QFuture<Answer> &answer, Then then)
+{
+    if (answer.isFinished())
+        then(answer.result());
+    else
+        whenDone(owner, answer, std::move(then));
+}
+
 } // namespace swabby

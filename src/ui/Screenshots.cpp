@@ -79,9 +79,11 @@ void askToQuitTheBusiest(MainWindowView &view)
 {
     const QList<ProcessSample> &processes = view.state()->shown().processes;
     const auto busiest = std::find_if(processes.begin(), processes.end(),
-                                      [](const ProcessSample &process) { return !process.holdsSession; });
-    if (busiest != processes.end())
-        view.quitProcess(busiest->pid);
+                                      [](const ProcessSample &process) { return process.mayBeQuit(); });
+    if (busiest == processes.end())
+        return;
+    view.quitProcess(busiest->pid);
+    waitUntil([&] { return view.coordinator()->confirmation()->isOpen(); });
 }
 
 void fillStorage(MainWindowView &view)

@@ -79,9 +79,10 @@ private Q_SLOTS:
         QVERIFY(!runs(u""_qs)); // the one without an identifier is not everybody's
         RunningApplications &applications = *mac.machine->runningApplications;
         QCOMPARE(applications.list().size(), 3U);
-        QVERIFY(!applications.terminate(8) && !applications.terminate(1) && !applications.terminate(-7));
-        QVERIFY(applications.terminate(7));
-        QVERIFY(!applications.terminate(7) && !runs(u"org.example.loom"_qs)); // gone by now
+        QVERIFY(!applications.terminate({8}) && !applications.terminate({1}) &&
+                !applications.terminate({-7}));
+        QVERIFY(applications.terminate({7}));
+        QVERIFY(!applications.terminate({7}) && !runs(u"org.example.loom"_qs)); // gone by now
         QCOMPARE(mac.events(u"terminate"_qs), QJsonArray{7});
     }
 

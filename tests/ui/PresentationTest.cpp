@@ -5,9 +5,11 @@
 #include "ui/presentation/CheckText.h"
 #include "ui/presentation/CleanupText.h"
 #include "ui/presentation/DeveloperText.h"
+#include "ui/presentation/ExplainText.h"
 #include "ui/presentation/Gauges.h"
 #include "ui/presentation/HealthText.h"
 #include "ui/presentation/NetworkText.h"
+#include "ui/presentation/NoticeText.h"
 #include "ui/presentation/PlainWords.h"
 #include "ui/presentation/PopoverText.h"
 #include "ui/presentation/ProcessText.h"
@@ -121,6 +123,26 @@ private Q_SLOTS:
                 return text.detail + text.trustSymbol;
             return text.value + (text.isEmphasized ? u"!"_qs : QString()); // emphasized
         });
+    }
+
+    void whatIsNotOnesOwnSaysWhoseItIs()
+    {
+        ProcessSample cron = process(u"cron\n"_qs);
+        cron.owner = u"the system"_qs;
+        QVERIFY(!processRowText(cron, ProcessRowMode::network, false).canQuit);
+        QCOMPARE(topProcessTexts({cron}, {}).first().detail, u"1.5 GB memory · belongs to the system"_qs);
+        QVERIFY(explainText({cron}).actionLabel.isEmpty() &&
+                explainText({cron}).figures.endsWith(u"the system"_qs));
+        QCOMPARE(notQuitHereText(cron), u"cron  belongs to the system, so it is not quit here."_qs);
+        using namespace Quitting;
+        const auto said = [&](Means means, Outcome outcome) { return quitText(cron, means, outcome); };
+        QCOMPARE(said(Means::kill, Outcome::notTold),
+                 u"cron  is still running: it belongs to the system."_qs);
+        QCOMPARE(said(Means::kill, Outcome::ended) + said(Means::question, Outcome::told), QString());
+        QVERIFY(said(Means::question, Outcome::isAsked).contains(u"may be asking you something"_qs));
+        QVERIFY(said(Means::question, Outcome::runsOn).contains(u"quit it again"_qs));
+        QVERIFY(said(Means::terminate, Outcome::runsOn).contains(u"Force Quit"_qs));
+        QVERIFY(said(Means::kill, Outcome::runsOn).contains(u"not let go"_qs));
     }
 
     void searchKeepsItsBlanks()

@@ -8,15 +8,21 @@
 namespace swabby {
 namespace {
 
-QString quitMessage(const ProcessSample &process, bool canAsk, const MachineWords &words)
+/// What comes of it, where a person may lose by it too.
+QString quitEffect(const QuitPlan &plan)
+{
+    if (plan.means == Quitting::Means::question)
+        return QStringLiteral("Quits cleanly just like closing it normally.");
+    return (plan.isAnew ? QStringLiteral("It was asked to quit and is still running. Now it")
+                        : QStringLiteral("It")) +
+           QStringLiteral(" is told to end right away: what you haven't saved in it may be lost.");
+}
+
+QString quitMessage(const ProcessSample &process, const QuitPlan &plan, const MachineWords &words)
 {
     return QStringLiteral("Currently ") + powerText(process.cpuPercent, words) +
            (coresText(process.cpuPercent, words) ? QStringLiteral(" and using ") : QStringLiteral(" and ")) +
-           percentText(process.memPercent) +
-           (canAsk
-                ? QStringLiteral(" memory. Quits cleanly just like closing it normally.")
-                : QStringLiteral(" memory. It is told to end right away: what you haven't saved in it may be "
-                                 "lost."));
+           percentText(process.memPercent) + QStringLiteral(" memory. ") + quitEffect(plan);
 }
 
 QString endOfSessionWarning(const QString &name)
@@ -40,22 +46,21 @@ QString trashWarning(const std::vector<RemovableItem> &items)
 
 } // namespace
 
-ConfirmationInfo ConfirmationBuilder::quit(const ProcessSample &process, Quitting::Force force,
-                                           QuitFlow &flow)
+ConfirmationInfo ConfirmationBuilder::quit(const ProcessSample &process, const QuitPlan &plan, QuitFlow &flow)
 {
-    const bool isForced = force == Quitting::Force::yes;
+    const bool isForced = plan.means == Quitting::Means::kill;
     ConfirmationInfo info;
     info.title = (isForced ? QStringLiteral("Force quit ") : QStringLiteral("Quit ")) + process.name +
                  QLatin1Char('?');
     info.message = process.holdsSession ? endOfSessionWarning(process.name)
                    : isForced           ? forceQuitWarning()
-                                        : quitMessage(process, flow.canAsk(), flow.words());
+                                        : quitMessage(process, plan, flow.words());
+    if (isForced && !process.holdsSession && !flow.asksAll())
+        info.message += QStringLiteral(" What you haven't saved in it may be lost.");
     info.confirmLabel = isForced ? QStringLiteral("Force Quit") : QStringLiteral("Quit");
     info.trustRatio = process.trustRatio();
     info.recommendation = recommendation(process);
-    info.onConfirm = [process, force, &flow, identity = flow.identify(process)] {
-        flow.quit(process, identity, force);
-    };
+    info.onConfirm = [process, plan, &flow] { flow.quit(process, plan); };
     return info;
 }
 

@@ -29,7 +29,8 @@ struct ConfirmationInfo {
 /// called.
 namespace ConfirmationBuilder {
 
-ConfirmationInfo quit(const ProcessSample &process, Quitting::Force force, QuitFlow &flow);
+/// The plan is the flow's, for this program.
+ConfirmationInfo quit(const ProcessSample &process, const QuitPlan &plan, QuitFlow &flow);
 
 /// onRemoved is called as soon as the removal has begun.
 ConfirmationInfo remove(const std::vector<RemovableItem> &items, CleanupFlow &flow,

@@ -18,8 +18,11 @@
 #include "platform/linux/LinuxStartupSource.h"
 #include "platform/linux/LinuxWords.h"
 #include "platform/linux/LinuxWorkspace.h"
+#include "platform/linux/ProgramWindows.h"
+#include "platform/linux/QuitActions.h"
 #include "platform/linux/Session.h"
 #include "platform/posix/FileSettingsStore.h"
+#include "platform/posix/LateLibrary.h"
 #include "platform/posix/PosixShell.h"
 
 #include <unistd.h>
@@ -67,6 +70,37 @@ void addFigures(Machine &machine, const Session &session)
     machine.refreshesUntilReal = 1;
 }
 
+auto sessionHoldersOf(Machine &machine, const Session &session, const ProgramWindows &windows)
+{
+    const auto desktop = std::make_shared<DesktopHolders>(windows, *machine.processControl);
+    // Where there is a compositor it is found without, and may start an X server for whoever looks for one.
+    const bool looksAtWindows = session.compositor.empty();
+    return [pid = machine.ownProcessId, servers = session.servers, desktop, looksAtWindows,
+            stop = machine.stop.token()] {
+        auto pids = sessionHolders(procRoot, pid, servers, stop);
+        if (looksAtWindows)
+            pids.merge(desktop->pids());
+        return pids;
+    };
+}
+
+LinuxRunningApplications::Sources waysToQuit(Machine &machine, const Session &session,
+                                             const ProgramWindows &windows)
+{
+    const auto offers = [&control = *machine.processControl, bus = session.busAddress,
+                         stop = machine.stop.token()](QuitAction what, const ProcessIdentity &process) {
+        return offersQuit(what, bus, process, control, stop);
+    };
+    LinuxRunningApplications::Sources ways;
+    ways.canAsk = [windows, offers](const ProcessIdentity &process) {
+        return windows.owners().askable.contains(process.pid) || offers(QuitAction::look, process);
+    };
+    ways.ask = [windows, offers](const ProcessIdentity &process) {
+        return windows.askToClose(process.pid) || offers(QuitAction::take, process);
+    };
+    return ways;
+}
+
 /// Gives how to find out which process runs a program.
 PidRunning addPrograms(Machine &machine, const Session &session)
 {
@@ -84,19 +118,19 @@ PidRunning addPrograms(Machine &machine, const Session &session)
     const PidRunning pidRunning = [table](const std::string &program, const std::string &folder) {
         return table->pidRunning(program, folder);
     };
-    const auto holders = [pid = machine.ownProcessId, servers = session.servers,
-                          stop = machine.stop.token()] {
-        return sessionHolders(procRoot, pid, servers, stop);
-    };
-    machine.processes = std::make_unique<LinuxProcessSurveyor>(LinuxProcessSurveyor::Sources{
-        procRoot, table, steadySeconds, tcpSocketBytes, machine.stop.token(), holders});
     machine.processControl = std::make_unique<LinuxProcessControl>(procRoot);
+    const ProgramWindows windows(*machine.shell, ownFolder() / windowsProgram, session.display);
+    machine.processes = std::make_unique<LinuxProcessSurveyor>(
+        LinuxProcessSurveyor::Sources{procRoot, table, steadySeconds, tcpSocketBytes, machine.stop.token(),
+                                      sessionHoldersOf(machine, session, windows)});
     const LinuxApplicationSource applications(
         session.folders, session.programs, entryFolders,
         {"com.swabby.app", "swabby", {session.ownProgram, linkTarget("/proc/self/exe")}});
     machine.applications = std::make_unique<LinuxApplicationSource>(applications);
-    machine.runningApplications = std::make_unique<LinuxRunningApplications>(
-        applications, LinuxRunningApplications::Sources{[table] { table->list(); }, pidRunning});
+    LinuxRunningApplications::Sources running = waysToQuit(machine, session, windows);
+    running.listProcesses = [table] { table->list(); };
+    running.pidRunning = pidRunning;
+    machine.runningApplications = std::make_unique<LinuxRunningApplications>(applications, running);
     return pidRunning;
 }
 

@@ -15,6 +15,8 @@ public:
 
     std::optional<ProcessIdentity> identify(std::int32_t pid) override;
     bool signal(const ProcessIdentity &process, QuitSignal signal) override;
+    std::optional<bool> endsWithin(std::chrono::milliseconds time, const ProcessIdentity &process,
+                                   const StopToken &stop) override;
 
 private:
     const std::string m_procRoot;

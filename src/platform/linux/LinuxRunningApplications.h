@@ -7,14 +7,16 @@
 
 namespace swabby {
 
-/// Which of the user's own applications run, told by their programs. Nobody here can ask an application
-/// to quit: that is the next step's business, a signal.
+/// Which of the user's own applications run, told by their programs. Whatever has a window or says on the bus
+/// how to end it is asked to quit; for any other program only a signal is left.
 class LinuxRunningApplications final : public RunningApplications {
 public:
     struct Sources {
-        std::function<void()> listProcesses;
+        std::function<void()> listProcesses = {};
         /// The process that runs a program or script, or one in its private folder; 0 when none does.
-        std::function<std::int32_t(const std::string &program, const std::string &folder)> pidRunning;
+        std::function<std::int32_t(const std::string &program, const std::string &folder)> pidRunning = {};
+        std::function<bool(const ProcessIdentity &process)> canAsk = {};
+        std::function<bool(const ProcessIdentity &process)> ask = {};
     };
 
     LinuxRunningApplications(LinuxApplicationSource applications, Sources sources)
@@ -23,8 +25,9 @@ public:
     }
 
     std::vector<RunningApplication> list() override;
-    bool canAsk() const override { return false; }
-    bool terminate(std::int32_t) override { return false; }
+    bool asksAll() const override { return false; }
+    bool canAsk(const ProcessIdentity &process) override { return m_sources.canAsk(process); }
+    bool terminate(const ProcessIdentity &process) override { return m_sources.ask(process); }
 
 private:
     const LinuxApplicationSource m_applications;

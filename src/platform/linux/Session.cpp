@@ -123,6 +123,8 @@ Session sessionFromEnvironment()
                           withEnding(folders(variable("XDG_CONFIG_DIRS", {}), {"/etc/xdg"}), "/autostart"),
                           variable("XDG_CURRENT_DESKTOP", {})},
             .busAddress = busAddress(),
+            .display = variable("DISPLAY", {}),
+            .compositor = variable("WAYLAND_DISPLAY", {}),
             .servers = sessionServers(),
             .systemBusAddress = variable("DBUS_SYSTEM_BUS_ADDRESS",
                                          hasManager ? "unix:path=/run/dbus/system_bus_socket" : ""),

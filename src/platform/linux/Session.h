@@ -17,6 +17,8 @@ struct Session {
     std::vector<std::string> sharedData; ///< where applications, icons and the like are described
     AutostartFolders autostart;
     std::string busAddress;       ///< of the session's message bus
+    std::string display;          ///< of its X server; empty when it has none
+    std::string compositor;       ///< of its Wayland session, the same
     SessionServers servers;       ///< that bus among them
     std::string systemBusAddress; ///< empty when no service manager runs this machine
     ContainerSettings containers;

@@ -18,6 +18,12 @@ public:
 
     std::optional<ProcessIdentity> identify(std::int32_t pid) override;
     bool signal(const ProcessIdentity &process, QuitSignal signal) override;
+    /// What a description lists stays listed.
+    std::optional<bool> endsWithin(std::chrono::milliseconds, const ProcessIdentity &,
+                                   const StopToken &) override
+    {
+        return std::nullopt;
+    }
 
 private:
     const std::set<std::int32_t> m_unsignalablePids;

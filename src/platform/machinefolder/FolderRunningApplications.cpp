@@ -13,14 +13,15 @@ std::vector<RunningApplication> FolderRunningApplications::list()
     return running;
 }
 
-bool FolderRunningApplications::terminate(std::int32_t pid)
+bool FolderRunningApplications::terminate(const ProcessIdentity &process)
 {
     const std::scoped_lock guard(m_mutex);
-    const auto found = std::find_if(m_applications.begin(), m_applications.end(),
-                                    [&](const auto &described) { return described.application.pid == pid; });
+    const auto found = std::find_if(m_applications.begin(), m_applications.end(), [&](const auto &described) {
+        return described.application.pid == process.pid;
+    });
     if (found == m_applications.end() || !found->terminates)
         return false;
-    m_events.write(QStringLiteral("terminate"), pid);
+    m_events.write(QStringLiteral("terminate"), process.pid);
     m_applications.erase(found);
     return true;
 }

@@ -16,8 +16,9 @@ public:
     }
 
     std::vector<RunningApplication> list() override;
-    bool canAsk() const override { return true; }
-    bool terminate(std::int32_t pid) override;
+    bool asksAll() const override { return true; }
+    bool canAsk(const ProcessIdentity &) override { return true; }
+    bool terminate(const ProcessIdentity &process) override;
 
 private:
     std::mutex m_mutex;

@@ -22,16 +22,37 @@ QString noticeText(Notice notice, const QString &name)
         return QStringLiteral("That was not kept; it takes ") + oneLine(name) + QLatin1Char('.');
     case Notice::nothingToShowWith:
         return QStringLiteral("There is nothing here to show that with.");
-    case Notice::notQuit:
-        return oneLine(name) + QStringLiteral(" could not be quit. It may have ended already.");
     case Notice::isGone:
         return oneLine(name) + QStringLiteral(" is not running any more.");
-    case Notice::holdsSession:
-        return oneLine(name) + QStringLiteral(" keeps your session running, so it is not quit here.");
     case Notice::isRunning:
         return oneLine(name) + QStringLiteral(" is running — quit it first.");
     }
     return {};
+}
+
+QString notQuitHereText(const ProcessSample &process)
+{
+    return oneLine(process.name) + QLatin1Char(' ') + whyNotQuit(process) +
+           QStringLiteral(", so it is not quit here.");
+}
+
+QString quitText(const ProcessSample &process, Quitting::Means means, Quitting::Outcome outcome)
+{
+    using Quitting::Outcome;
+    if (isOver(outcome))
+        return {};
+    const QString name = oneLine(process.name);
+    if (outcome == Outcome::notTold && process.mayBeQuit())
+        return name + QStringLiteral(" could not be quit. It may have ended already.");
+    const QString runsOn = name + QStringLiteral(" is still running");
+    if (outcome == Outcome::notTold)
+        return runsOn + QStringLiteral(": it ") + whyNotQuit(process) + QLatin1Char('.');
+    if (outcome == Outcome::isAsked)
+        return runsOn + QStringLiteral(" — it may be asking you something in its own window.");
+    return runsOn + (means == Quitting::Means::kill ? QStringLiteral(": the system has not let go of it yet.")
+                     : means == Quitting::Means::terminate
+                         ? QStringLiteral(". If it stays, Force Quit ends it.")
+                         : QStringLiteral(". It was asked to quit; quit it again to end it."));
 }
 
 } // namespace swabby

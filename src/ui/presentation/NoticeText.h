@@ -1,5 +1,7 @@
 #pragma once
 
+#include "cleanup/Quitting.h"
+
 #include <QtCore/QString>
 
 namespace swabby {
@@ -13,13 +15,16 @@ enum class Notice {
     notThere,          ///< at the named path
     notTaken,          ///< what was typed; the name is what is taken
     nothingToShowWith, ///< a file or the system's settings
-    notQuit,           ///< the named program
     isGone,            ///< the named program, before it was quit
-    holdsSession,      ///< the named program, which is not quit from here
     isRunning,         ///< the named application, which was to be removed
 };
 
 /// The quiet word about it; the name, or the reason, is made harmless.
 QString noticeText(Notice notice, const QString &name = {});
+
+/// About a program that is not quit from here.
+QString notQuitHereText(const ProcessSample &process);
+/// About one that was to be quit by these means; empty when it is gone.
+QString quitText(const ProcessSample &process, Quitting::Means means, Quitting::Outcome outcome);
 
 } // namespace swabby

@@ -18,11 +18,12 @@ CheckView::CheckView(const UserInterfaceContext &context, MainWindowCoordinator 
     });
     connect(&m_context.cleanup, &CleanupFlow::removed, this, &CheckView::takeBackWhatStayed);
     connect(&m_context.startup, &StartupFlow::busyChanged, this, &CheckView::changed);
-    connect(&m_context.quitting, &QuitFlow::finished, this, [this](std::int32_t pid, bool wasTold) {
-        const auto &process = m_check.result().processToWatch;
-        m_hasQuit = m_hasQuit || (wasTold && process && process->pid == pid);
-        Q_EMIT changed();
-    });
+    connect(&m_context.quitting, &QuitFlow::finished, this,
+            [this](std::int32_t pid, Quitting::Outcome outcome) {
+                const auto &process = m_check.result().processToWatch;
+                m_hasQuit = m_hasQuit || (isOver(outcome) && process && process->pid == pid);
+                Q_EMIT changed();
+            });
 }
 
 CheckView::~CheckView()

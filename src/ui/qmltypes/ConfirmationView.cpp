@@ -1,8 +1,10 @@
 #include "ui/qmltypes/ConfirmationView.h"
 
 #include "flows/cleanup/QuitFlow.h"
+#include "platform/WhenDone.h"
 #include "ui/presentation/NoticeText.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace swabby {
@@ -11,24 +13,34 @@ ConfirmationView::ConfirmationView(const UserInterfaceContext &context, QObject 
     : QObject(parent), m_context(context)
 {
     // Another window may have asked for another one.
-    connect(&m_context.quitting, &QuitFlow::finished, this, [this](std::int32_t pid, bool wasTold) {
-        if (!m_quitting || m_quitting->pid != pid)
-            return;
-        const QString name = std::exchange(m_quitting, std::nullopt)->name;
-        Q_EMIT quitEnded(wasTold ? QString() : noticeText(Notice::notQuit, name));
-    });
+    connect(&m_context.quitting, &QuitFlow::finished, this,
+            [this](std::int32_t pid, Quitting::Outcome outcome) {
+                const auto found = std::find_if(m_quitting.begin(), m_quitting.end(),
+                                                [pid](const Quit &quit) { return quit.process.pid == pid; });
+                if (found == m_quitting.end())
+                    return;
+                const Quit quit = *found;
+                if (isOver(outcome) || outcome == Quitting::Outcome::notTold)
+                    m_quitting.erase(found);
+                Q_EMIT quitEnded(quitText(quit.process, quit.means, outcome));
+            });
 }
 
 void ConfirmationView::askToQuit(const ProcessSample &process, Quitting::Force force)
 {
     // What offers to quit may have been on the screen from before this was known.
-    if (process.holdsSession) {
-        Q_EMIT quitEnded(noticeText(Notice::holdsSession, process.name));
+    if (!process.mayBeQuit()) {
+        Q_EMIT quitEnded(notQuitHereText(process));
         return;
     }
-    const ConfirmationInfo info = ConfirmationBuilder::quit(process, force, m_context.quitting);
-    open(info, confirmationText(info, process.name));
-    m_asked = process;
+    const auto ask = [this, process, question = ++m_question](const QuitPlan &plan) {
+        if (question != m_question) // something else was asked about meanwhile
+            return;
+        const ConfirmationInfo info = ConfirmationBuilder::quit(process, plan, m_context.quitting);
+        open(info, confirmationText(info, process.name));
+        m_asked = Quit{process, plan.means};
+    };
+    whenKnown(this, m_context.quitting.plan(process, force), ask);
 }
 
 void ConfirmationView::askToRemove(const std::vector<RemovableItem> &items,
@@ -45,6 +57,7 @@ void ConfirmationView::askToRemove(const std::vector<RemovableItem> &items,
 
 void ConfirmationView::open(const ConfirmationInfo &info, const ConfirmationText &text)
 {
+    ++m_question;
     m_asked.reset();
     m_info = info;
     m_text = text;
@@ -56,8 +69,10 @@ void ConfirmationView::open(const ConfirmationInfo &info, const ConfirmationText
 void ConfirmationView::confirm()
 {
     const auto info = std::exchange(m_info, std::nullopt);
-    if (m_asked)
-        m_quitting = std::exchange(m_asked, std::nullopt);
+    if (const auto quit = std::exchange(m_asked, std::nullopt)) {
+        std::erase_if(m_quitting, [&](const Quit &one) { return one.process.pid == quit->process.pid; });
+        m_quitting.push_back(*quit);
+    }
     Q_EMIT changed();
     if (info && info->onConfirm)
         info->onConfirm();

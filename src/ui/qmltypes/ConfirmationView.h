@@ -30,7 +30,8 @@ public:
     /// Everything that goes, and what stays of it on purpose.
     RowModel *details() { return &m_details; }
 
-    /// A program that the session stands on is not asked about: quitEnded() says why.
+    /// Opens once it is known what it would do. About what is not quit from here nothing is asked:
+    /// quitEnded() says why.
     void askToQuit(const ProcessSample &process, Quitting::Force force);
     /// onRemoved is called as soon as the removal has begun.
     void askToRemove(const std::vector<RemovableItem> &items, const std::function<void()> &onRemoved = {});
@@ -47,12 +48,19 @@ Q_SIGNALS:
 private:
     void open(const ConfirmationInfo &info, const ConfirmationText &text);
 
+    /// A program that was asked about, and how it is quit.
+    struct Quit {
+        ProcessSample process;
+        Quitting::Means means;
+    };
+
     UserInterfaceContext m_context;
     std::optional<ConfirmationInfo> m_info;
     ConfirmationText m_text;
     RowModel m_details{this};
-    std::optional<ProcessSample> m_asked; ///< about quitting
-    std::optional<ProcessSample> m_quitting;
+    int m_question = 0; ///< the latest one, which may still be looked into
+    std::optional<Quit> m_asked;
+    std::vector<Quit> m_quitting; ///< told, and perhaps not over yet
 };
 
 } // namespace swabby

@@ -25,21 +25,22 @@ private Q_SLOTS:
         const TemporaryMachine folder;
         AppState state(folder.open(), Record::nothing);
         QuitFlow quitting(state);
-        const ConfirmationInfo quit =
-            ConfirmationBuilder::quit(sample(73.9, 12.99), Quitting::Force::no, quitting);
+        const auto asked = [&](const ProcessSample &process, Quitting::Force force) {
+            return ConfirmationBuilder::quit(process, quitting.plan(process, force).result(), quitting);
+        };
+        const ConfirmationInfo quit = asked(sample(73.9, 12.99), Quitting::Force::no);
         QCOMPARE(quit.title + quit.confirmLabel, u"Quit Mill?Quit"_qs);
         QVERIFY(quit.message.startsWith(u"Currently using 73% of your Mac's power and 12% memory."_qs));
         QCOMPARE(quit.trustRatio, std::optional(55));
         QCOMPARE(quit.recommendation, std::optional(ActionRecommendation::forceQuit));
-        const ConfirmationInfo force =
-            ConfirmationBuilder::quit(sample(0, 0), Quitting::Force::yes, quitting);
+        const ConfirmationInfo force = asked(sample(0, 0), Quitting::Force::yes);
         QCOMPARE(force.title + force.confirmLabel, u"Force quit Mill?Force Quit"_qs);
         QVERIFY(force.message.contains(u"without saving"_qs));
         ProcessSample shell = sample(73.9, 12.99);
         shell.holdsSession = true;
         for (const auto how : {Quitting::Force::no, Quitting::Force::yes})
             QVERIFY(
-                ConfirmationBuilder::quit(shell, how, quitting)
+                asked(shell, how)
                     .message.contains(u"ends the session: everything that is open closes, and unsaved"_qs));
         QVERIFY(folder.events(u"signal"_qs).isEmpty() && folder.events(u"terminate"_qs).isEmpty());
 

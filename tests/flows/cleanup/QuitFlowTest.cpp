@@ -15,8 +15,50 @@
 #include <unistd.h>
 
 using namespace swabby;
+using Quitting::Means;
+using Quitting::Outcome;
 
 namespace {
+
+/// What a stand-in machine says of Mill.
+struct Answers {
+    QByteArray askable; ///< "yes", "until then" it is asked, or "no"
+    bool takesIt = false;
+    QByteArray fate; ///< "ends", "goes on", "is not seen"
+};
+
+class Asker : public RunningApplications {
+public:
+    explicit Asker(Answers answers) : m_answers(std::move(answers)) {}
+    std::vector<RunningApplication> list() override { return {}; }
+    bool asksAll() const override { return false; }
+    bool canAsk(const ProcessIdentity &) override { return m_answers.askable == "yes"; }
+    bool terminate(const ProcessIdentity &) override
+    {
+        return m_answers.askable != "no" && m_answers.takesIt;
+    }
+
+private:
+    const Answers m_answers;
+};
+
+class Ender : public ProcessControl {
+public:
+    explicit Ender(Answers answers) : m_answers(std::move(answers)) {}
+    std::optional<ProcessIdentity> identify(std::int32_t pid) override { return ProcessIdentity{pid, 1}; }
+    bool signal(const ProcessIdentity &, QuitSignal) override { return m_answers.takesIt; }
+    std::optional<bool> endsWithin(std::chrono::milliseconds time, const ProcessIdentity &,
+                                   const StopToken &stop) override
+    {
+        // Long after it was told, it still runs.
+        if (time > std::chrono::minutes(1))
+            stop.waitFor(time);
+        return m_answers.fate == "is not seen" ? std::nullopt : std::optional(m_answers.fate == "ends");
+    }
+
+private:
+    const Answers m_answers;
+};
 
 /// A Mac on which Mill runs as 50, its start as the file "start" says.
 struct Mac : TemporaryMachine {
@@ -105,13 +147,16 @@ QString effectsOfQuitting(const Cells &row)
             mac.setProgram("50", "/opt/Mill", "11:00:00");
     };
     change("shown");
-    auto identity = flow.identify(mill);
-    identity.waitForFinished();
+    const auto plan = flow.plan(mill, isForced ? Quitting::Force::yes : Quitting::Force::no);
+    if (!plan.isFinished())
+        return u"the question would wait"_qs;
+    QFuture(plan.result().identity).waitForFinished();
     change("asked");
-    flow.quit(mill, identity, isForced ? Quitting::Force::yes : Quitting::Force::no);
+    flow.quit(mill, plan.result());
     waitUntil([&] { return !finished.isEmpty(); });
     const bool wasTold = !mac.effects().isEmpty();
-    if (finished.value(0) != QVariantList{50, wasTold} ||
+    const auto outcome = wasTold ? Quitting::Outcome::told : Quitting::Outcome::notTold;
+    if (finished.value(0) != QVariantList{50, QVariant::fromValue(outcome)} ||
         state.processes().size() != listed - (wasTold ? 1 : 0))
         return u"it says something else than it did"_qs;
     return QString::fromUtf8(QJsonDocument(mac.effects()).toJson(QJsonDocument::Compact));
@@ -136,8 +181,8 @@ private Q_SLOTS:
         const auto machine = mac.open();
         for (const int pid : {-50, -1, 0, 1}) {
             QVERIFY(!Quitting::identify(shownAs(pid, u"init"_qs), *machine));
-            for (const auto force : {Quitting::Force::no, Quitting::Force::yes})
-                QVERIFY(!Quitting::quit({pid, 0}, force, *machine));
+            for (const auto means : {Means::question, Means::terminate, Means::kill})
+                QCOMPARE(Quitting::quit({pid, 0}, means, *machine), Outcome::notTold);
         }
         // Nor is what the session stands on, unless the question said so.
         mac.setProgram("50", "/System/Library/CoreServices/Dock.app/Contents/MacOS/Dock");
@@ -153,13 +198,10 @@ private Q_SLOTS:
     {
         const Ground home;
         qputenv("HOME", home.path().c_str());
+        qunsetenv("DISPLAY");
+        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere");
         const auto machine = makeThisComputer();
-        AppState state(machine, Record::nothing);
-        QuitFlow flow(state);
-        // Nobody here can ask an application to quit, which is no promise that it saves.
-        QVERIFY(ConfirmationBuilder::quit(shownAs(50, u"Mill"_qs), Quitting::Force::no, flow)
-                    .message.contains(u"may be lost"_qs));
-        for (const auto force : {Quitting::Force::no, Quitting::Force::yes}) {
+        for (const auto means : {Means::terminate, Means::kill}) {
             const Stranger tail;
             const ProcessSample shown = shownAs(tail.pid(), u"tail"_qs);
             QVERIFY(!Quitting::identify(shownAs(tail.pid(), u"Mill"_qs), *machine));
@@ -171,15 +213,59 @@ private Q_SLOTS:
             // Who had this id before is not who has it now.
             ProcessIdentity before = *identity;
             --before.started;
-            QVERIFY(!Quitting::quit(before, force, *machine));
+            QCOMPARE(Quitting::quit(before, means, *machine), Outcome::notTold);
+            QCOMPARE(Quitting::gentlestMeans(*identity, *machine), Means::terminate); // it has no window
+            QCOMPARE(Quitting::quit(*identity, Means::question, *machine), Outcome::notTold);
             QVERIFY(tail.runs());
-            QVERIFY(Quitting::quit(*identity, force, *machine));
+            QCOMPARE(Quitting::quit(*identity, means, *machine), Outcome::ended);
             QVERIFY(tail.hasEnded());
         }
         const ProcessSample self = shownAs(::getpid(), u"quit_flow_test"_qs);
         QVERIFY(!Quitting::identify(self, *machine));
-        QVERIFY(!Quitting::quit({::getpid(), machine->processControl->identify(::getpid())->started},
-                                Quitting::Force::yes, *machine));
+        QCOMPARE(Quitting::quit({::getpid(), machine->processControl->identify(::getpid())->started},
+                                Means::kill, *machine),
+                 Outcome::notTold);
+    }
+
+    void whatComesOfIt()
+    {
+        const QList<QByteArray> means = {"question", "terminate", "kill"};
+        const QStringList outcomes = {u"told"_qs, u"ended"_qs, u"asked"_qs, u"runs on"_qs, u"not told"_qs};
+        // Whether it can be asked, whether it is told then, how it is quit, and what it does.
+        compareTable(fixture(u"flows/quit_outcomes.txt"_qs), [&](const Cells &row) {
+            const Mac mac;
+            const auto machine = mac.open();
+            const Answers answers = {row[0], row[1] == "yes", row[3]};
+            machine->runningApplications = std::make_unique<Asker>(answers);
+            machine->processControl = std::make_unique<Ender>(answers);
+            const auto way = static_cast<Means>(means.indexOf(row[2]));
+            return outcomes[static_cast<int>(Quitting::quit({50, 1}, way, *machine))];
+        });
+    }
+
+    void whatIsAskedAgainIsToldMoreFirmly()
+    {
+        const Mac mac({{u"now"_qs, 1'790'000'000}});
+        const auto machine = mac.open();
+        AppState state(machine, Record::nothing);
+        const Answers answers = {"yes", true, "goes on"};
+        machine->runningApplications = std::make_unique<Asker>(answers);
+        machine->processControl = std::make_unique<Ender>(answers);
+        QuitFlow flow(state);
+        const QSignalSpy finished(&flow, &QuitFlow::finished);
+        const ProcessSample mill = shownAs(50, u"Mill"_qs);
+        QStringList questions;
+        for (const double later : {0, 1, 119}) {
+            machine->clock->advance(later);
+            QFuture<QuitPlan> plan = flow.plan(mill, Quitting::Force::no);
+            plan.waitForFinished();
+            questions += ConfirmationBuilder::quit(mill, plan.result(), flow).message.section(u". "_qs, 1);
+            const qsizetype before = finished.size();
+            flow.quit(mill, plan.result());
+            QVERIFY(waitUntil([&] { return finished.size() > before; }));
+        }
+        QVERIFY(questions[0].startsWith(u"Quits cleanly"_qs) && questions[2] == questions[0]);
+        QVERIFY(questions[1].startsWith(u"It was asked"_qs) && questions[1].contains(u"may be lost"_qs));
     }
 
     void aProgramThatIsGoneIsNotSignalled()
@@ -192,13 +278,16 @@ private Q_SLOTS:
         }
         const auto identity = machine->processControl->identify(child);
         QVERIFY(identity && identity->started > 0);
+        QCOMPARE(machine->processControl->endsWithin({}, *identity, {}), std::optional(false));
         QVERIFY(machine->processControl->signal(*identity, QuitSignal::kill));
+        QVERIFY(*machine->processControl->endsWithin(std::chrono::minutes(1), *identity, {}));
+        QVERIFY(!machine->processControl->identify(child)); // nobody has taken note of its end yet
         int status = 0;
         QCOMPARE(::waitpid(child, &status, 0), child);
         QVERIFY(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
         QVERIFY(!machine->processControl->identify(child));
         QVERIFY(!machine->processControl->signal(*identity, QuitSignal::kill));
-        QVERIFY(!Quitting::quit(*identity, Quitting::Force::no, *machine));
+        QCOMPARE(Quitting::quit(*identity, Means::terminate, *machine), Outcome::notTold);
     }
 };
 

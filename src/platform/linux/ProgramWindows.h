@@ -1,0 +1,65 @@
+#pragma once
+
+#include "platform/ProcessControl.h"
+#include "platform/Shell.h"
+
+#include <cstdint>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+
+namespace swabby {
+
+/// The helper that speaks with the X server.
+inline constexpr auto windowsProgram = "swabby-windows";
+
+/// What the windows of a display tell of processes.
+struct WindowOwners {
+    std::unordered_set<std::int32_t> holders; ///< whom the desktop stands on: window manager and panel
+    std::unordered_set<std::int32_t> askable; ///< whoever has a window that can be asked to close
+};
+
+/// What that helper said.
+WindowOwners windowOwnersFrom(std::string_view text);
+
+/// The windows of an X display, looked at by a helper that ends within a second whatever the display does.
+/// Every call may block that long.
+class ProgramWindows {
+public:
+    /// The helper by its path; an empty display stands for none, and nothing is started for it.
+    ProgramWindows(Shell &shell, std::string helper, const std::string &display)
+        : m_shell(shell), m_helper(display.empty() ? std::string() : std::move(helper))
+    {
+    }
+
+    WindowOwners owners() const;
+    /// Asks every window of the process to close, as its own button does. False when none was asked.
+    bool askToClose(std::int32_t pid) const;
+
+private:
+    std::string run(const std::vector<std::string> &arguments) const;
+
+    Shell &m_shell;
+    const std::string m_helper;
+};
+
+/// The window manager and the panel: looked for again until both are known, and when one of them has ended,
+/// since refreshes are many. Safe to call from several threads.
+class DesktopHolders {
+public:
+    DesktopHolders(ProgramWindows windows, ProcessControl &control)
+        : m_windows(std::move(windows)), m_control(control)
+    {
+    }
+
+    std::unordered_set<std::int32_t> pids();
+
+private:
+    const ProgramWindows m_windows;
+    ProcessControl &m_control;
+    std::mutex m_mutex;
+    std::vector<ProcessIdentity> m_known;
+};
+
+} // namespace swabby
