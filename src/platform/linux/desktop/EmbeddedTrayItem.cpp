@@ -3,28 +3,8 @@
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
 
-#include <cstdlib>
-#include <string>
-
 namespace swabby {
 namespace {
-
-template <typename Reply>
-using Answer = std::unique_ptr<Reply, decltype(&std::free)>;
-
-template <typename Reply>
-Answer<Reply> answer(Reply *reply)
-{
-    return Answer<Reply>(reply, &std::free);
-}
-
-const xcb_screen_t *screenOf(xcb_connection_t *connection, int number)
-{
-    auto screen = xcb_setup_roots_iterator(xcb_get_setup(connection));
-    while (number-- > 0 && screen.rem > 1)
-        xcb_screen_next(&screen);
-    return screen.data;
-}
 
 // The server counts pixels, the toolkit's screens may count larger ones.
 QRect onScreen(const QRect &pixels)
@@ -41,23 +21,13 @@ QRect onScreen(const QRect &pixels)
 } // namespace
 
 EmbeddedTrayItem::EmbeddedTrayItem()
+    : m_manager("_NET_SYSTEM_TRAY", {}, [this] { changeManager(); }), m_connection(m_manager.connection())
 {
-    const auto *native = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (native == nullptr)
+    if (m_connection == nullptr)
         return;
-    m_connection = native->connection();
-    char *host = nullptr;
-    int display = 0;
-    int number = 0;
-    xcb_parse_display(nullptr, &host, &display, &number);
-    std::free(host);
-    m_screen = screenOf(m_connection, number);
-    m_atoms = {atomOf(m_connection, "_NET_SYSTEM_TRAY_S" + std::to_string(number)),
-               atomOf(m_connection, "MANAGER"), atomOf(m_connection, "_NET_SYSTEM_TRAY_OPCODE"),
+    m_atoms = {atomOf(m_connection, "_NET_SYSTEM_TRAY_OPCODE"),
                atomOf(m_connection, "_NET_SYSTEM_TRAY_VISUAL")};
     qGuiApp->installNativeEventFilter(this);
-    listenToRoot();
-    lookForManager();
 }
 
 EmbeddedTrayItem::~EmbeddedTrayItem()
@@ -71,7 +41,7 @@ void EmbeddedTrayItem::show(const TrayPicture &picture)
     m_picture = picture;
     if (m_window != nullptr)
         m_window->paint(m_picture);
-    else if (m_manager != XCB_NONE)
+    else if (m_manager.window() != XCB_NONE)
         dock();
 }
 
@@ -81,39 +51,10 @@ void EmbeddedTrayItem::hide()
     m_window.reset();
 }
 
-// A new manager says so on the root window. The toolkit listens there too, with the same connection.
-void EmbeddedTrayItem::listenToRoot() const
-{
-    const auto attributes = answer(xcb_get_window_attributes_reply(
-        m_connection, xcb_get_window_attributes(m_connection, m_screen->root), nullptr));
-    if (!attributes)
-        return;
-    const std::uint32_t events = attributes->your_event_mask | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_change_window_attributes(m_connection, m_screen->root, XCB_CW_EVENT_MASK, &events);
-}
-
-void EmbeddedTrayItem::lookForManager()
-{
-    // Nobody may go between being found and being listened to.
-    xcb_grab_server(m_connection);
-    const auto owner = answer(xcb_get_selection_owner_reply(
-        m_connection, xcb_get_selection_owner(m_connection, m_atoms.selection), nullptr));
-    m_manager = owner ? owner->owner : xcb_window_t{XCB_NONE};
-    if (m_manager != XCB_NONE) {
-        const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-        letFail(m_connection,
-                xcb_change_window_attributes_checked(m_connection, m_manager, XCB_CW_EVENT_MASK, &events));
-    }
-    xcb_ungrab_server(m_connection);
-    xcb_flush(m_connection);
-}
-
 void EmbeddedTrayItem::changeManager()
 {
-    m_manager = XCB_NONE;
     m_window.reset();
-    lookForManager();
-    if (m_manager != XCB_NONE && m_picture.draw)
+    if (m_manager.window() != XCB_NONE && m_picture.draw)
         dock();
     Q_EMIT placeChanged();
 }
@@ -121,7 +62,8 @@ void EmbeddedTrayItem::changeManager()
 xcb_visualid_t EmbeddedTrayItem::wantedVisual() const
 {
     const auto property = answer(xcb_get_property_reply(
-        m_connection, xcb_get_property(m_connection, 0, m_manager, m_atoms.visual, XCB_ATOM_VISUALID, 0, 1),
+        m_connection,
+        xcb_get_property(m_connection, 0, m_manager.window(), m_atoms.visual, XCB_ATOM_VISUALID, 0, 1),
         nullptr));
     if (!property || property->format != 32 || xcb_get_property_value_length(property.get()) < 4)
         return XCB_NONE;
@@ -130,17 +72,17 @@ xcb_visualid_t EmbeddedTrayItem::wantedVisual() const
 
 void EmbeddedTrayItem::dock()
 {
-    m_window = std::make_unique<TrayWindow>(m_connection, *m_screen, wantedVisual());
+    m_window = std::make_unique<TrayWindow>(m_connection, *m_manager.screen(), wantedVisual());
     constexpr std::uint32_t takeIn = 0;
     xcb_client_message_event_t request = {};
     request.response_type = XCB_CLIENT_MESSAGE;
     request.format = 32;
-    request.window = m_manager;
+    request.window = m_manager.window();
     request.type = m_atoms.request;
     request.data.data32[0] = XCB_CURRENT_TIME;
     request.data.data32[1] = takeIn;
     request.data.data32[2] = m_window->id();
-    letFail(m_connection, xcb_send_event_checked(m_connection, 0, m_manager, XCB_EVENT_MASK_NO_EVENT,
+    letFail(m_connection, xcb_send_event_checked(m_connection, 0, m_manager.window(), XCB_EVENT_MASK_NO_EVENT,
                                                  reinterpret_cast<const char *>(&request)));
     xcb_flush(m_connection);
 }
@@ -159,10 +101,7 @@ bool EmbeddedTrayItem::follow(const xcb_generic_event_t *event)
     };
     switch (event->response_type & ~sentByOthers) {
     case XCB_CLIENT_MESSAGE: {
-        const auto *word = reinterpret_cast<const xcb_client_message_event_t *>(event);
-        if (word->type == m_atoms.manager && word->data.data32[1] == m_atoms.selection)
-            changeManager();
-        return isOurs(word->window);
+        return isOurs(reinterpret_cast<const xcb_client_message_event_t *>(event)->window);
     }
     case XCB_DESTROY_NOTIFY: {
         const auto *end = reinterpret_cast<const xcb_destroy_notify_event_t *>(event);
@@ -170,8 +109,6 @@ bool EmbeddedTrayItem::follow(const xcb_generic_event_t *event)
         if (isOur) {
             m_window->forget();
             m_window.reset();
-        } else if (m_manager != XCB_NONE && end->window == m_manager) {
-            changeManager();
         }
         return isOur;
     }

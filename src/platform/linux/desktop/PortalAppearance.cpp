@@ -1,5 +1,6 @@
 #include "platform/desktop/DesktopAppearance.h"
 #include "platform/linux/BusLoop.h"
+#include "platform/linux/desktop/ToolkitSettings.h"
 
 #include <QtGui/QGuiApplication>
 
@@ -121,17 +122,39 @@ private:
     BusLoop m_loop;
 };
 
+/// The portal's word, where it has one; else what the toolkits are told.
+class LinuxAppearance final : public DesktopAppearance {
+public:
+    explicit LinuxAppearance(Bus bus)
+        : m_portal(bus ? std::make_unique<PortalAppearance>(std::move(bus)) : nullptr)
+    {
+        if (m_portal)
+            connect(m_portal.get(), &DesktopAppearance::changed, this, &LinuxAppearance::combine);
+        connect(&m_toolkit, &DesktopAppearance::changed, this, &LinuxAppearance::combine);
+        combine();
+    }
+
+private:
+    void combine()
+    {
+        Appearance appearance = m_portal ? m_portal->now() : Appearance();
+        if (!appearance.prefersDark)
+            appearance.prefersDark = m_toolkit.now().prefersDark;
+        say(appearance);
+    }
+
+    const std::unique_ptr<PortalAppearance> m_portal;
+    ToolkitAppearance m_toolkit;
+};
+
 } // namespace
 
 std::unique_ptr<DesktopAppearance> makeDesktopAppearance()
 {
     // What is drawn for a test or a picture looks the same on every desktop.
-    Bus bus = QGuiApplication::platformName() == QLatin1String("offscreen")
-                  ? nullptr
-                  : beginBus(qgetenv("DBUS_SESSION_BUS_ADDRESS").toStdString());
-    if (!bus)
+    if (QGuiApplication::platformName() == QLatin1String("offscreen"))
         return std::make_unique<DesktopAppearance>();
-    return std::make_unique<PortalAppearance>(std::move(bus));
+    return std::make_unique<LinuxAppearance>(beginBus(qgetenv("DBUS_SESSION_BUS_ADDRESS").toStdString()));
 }
 
 } // namespace swabby

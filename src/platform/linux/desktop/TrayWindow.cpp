@@ -1,5 +1,7 @@
 #include "platform/linux/desktop/TrayWindow.h"
 
+#include "platform/linux/desktop/SelectionOwner.h"
+
 #include <QtGui/QPainter>
 
 #include <cstdlib>
@@ -26,14 +28,6 @@ void setText(xcb_connection_t *connection, xcb_window_t window, xcb_atom_t prope
 }
 
 } // namespace
-
-xcb_atom_t atomOf(xcb_connection_t *connection, std::string_view name)
-{
-    const auto cookie = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data());
-    const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> reply(
-        xcb_intern_atom_reply(connection, cookie, nullptr), &std::free);
-    return reply ? reply->atom : xcb_atom_t{XCB_NONE};
-}
 
 void letFail(xcb_connection_t *connection, xcb_void_cookie_t checkedRequest)
 {

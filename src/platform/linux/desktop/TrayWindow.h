@@ -38,9 +38,6 @@ private:
     QSize m_size;
 };
 
-/// The atom of that name.
-xcb_atom_t atomOf(xcb_connection_t *connection, std::string_view name);
-
 /// Lets a request fail without a word: what it was about may have gone meanwhile.
 void letFail(xcb_connection_t *connection, xcb_void_cookie_t checkedRequest);
 

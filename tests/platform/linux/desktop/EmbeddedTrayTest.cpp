@@ -1,3 +1,4 @@
+#include "OwnDisplay.h"
 #include "platform/linux/desktop/EmbeddedTrayItem.h"
 #include "support/TemporaryMachine.h"
 
@@ -11,8 +12,6 @@
 using namespace swabby;
 
 namespace {
-
-constexpr int skipped = 77;
 
 /// A real panel without transparency, along the upper edge.
 class Panel {
@@ -135,24 +134,8 @@ private Q_SLOTS:
     }
 };
 
-// The display has to be there before the application.
 int main(int argc, char *argv[])
 {
-    QProcess server;
-    server.start(u"Xvfb"_qs, {u"-displayfd"_qs, u"1"_qs, u"-screen"_qs, u"0"_qs, u"640x480x24"_qs,
-                              u"-nolisten"_qs, u"tcp"_qs});
-    if (!server.waitForReadyRead())
-        return skipped;
-    qputenv("DISPLAY", ':' + server.readLine().trimmed());
-    qputenv("QT_QPA_PLATFORM", "xcb");
-    int status = 0;
-    {
-        QGuiApplication application(argc, argv);
-        EmbeddedTrayTest test;
-        status = QTest::qExec(&test, argc, argv);
-    }
-    server.kill();
-    server.waitForFinished();
-    return status;
+    return runOnOwnDisplay<EmbeddedTrayTest>(argc, argv);
 }
 #include "EmbeddedTrayTest.moc"
