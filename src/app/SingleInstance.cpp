@@ -4,10 +4,13 @@
 
 #include <QtCore/QCryptographicHash>
 #include <QtCore/QDeadlineTimer>
+#include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QStandardPaths>
 #include <QtCore/QThread>
 
+#include <atomic>
+#include <cstdlib>
 #include <string_view>
 
 namespace swabby {
@@ -16,6 +19,9 @@ namespace {
 constexpr std::chrono::milliseconds patience{2'000};
 constexpr std::size_t longestRequest = 64;
 constexpr std::string_view taken = "ok\n";
+
+/// For when the toolkit ends the program where it stands, as it does when the display goes.
+std::atomic<SingleInstance *> listening = nullptr;
 
 QByteArray written(const StartRequest &request)
 {
@@ -39,6 +45,13 @@ SingleInstance::SingleInstance(const QString &path) : m_path(path), m_lock(path 
 {
     // A lock counts for as long as its holder lives, however long that is.
     m_lock.setStaleLockTime(0);
+}
+
+SingleInstance::~SingleInstance()
+{
+    SingleInstance *own = this;
+    listening.compare_exchange_strong(own, nullptr);
+    leave();
 }
 
 SingleInstance::Standing SingleInstance::claim(const StartRequest &request)
@@ -65,8 +78,23 @@ bool SingleInstance::handOver(const StartRequest &request) const
     return askAt(m_path.toStdString(), written(request).toStdString(), taken.size(), patience) == taken;
 }
 
+void SingleInstance::leave()
+{
+    if (!m_listener.isOpen())
+        return;
+    m_isCalled.reset();
+    m_listener = Descriptor();
+    QFile::remove(m_path); // the next one waits for the lock
+    m_lock.unlock();
+}
+
 void SingleInstance::listen()
 {
+    [[maybe_unused]] static const int isArranged = std::atexit([] {
+        if (SingleInstance *left = listening)
+            left->leave();
+    });
+    listening = this;
     m_listener = listenAt(m_path.toStdString());
     if (!m_listener.isOpen()) {
         qWarning("%s: %s", qPrintable(m_path), qPrintable(qt_error_string()));

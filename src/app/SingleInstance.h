@@ -30,6 +30,8 @@ public:
 
     /// The path is the place of the socket; see instancePath.
     explicit SingleInstance(const QString &path);
+    /// Leaves no file behind.
+    ~SingleInstance() override;
 
     /// Whether this is the first one, which listens from then on. Else the request was handed to the first,
     /// or that one did not answer. Waits a few seconds at most.
@@ -40,6 +42,7 @@ Q_SIGNALS:
 
 private:
     void listen();
+    void leave();
     void letIn();
     bool handOver(const StartRequest &request) const;
 

@@ -43,8 +43,12 @@ private Q_SLOTS:
         for (const StartRequest &request : requests)
             QCOMPARE(claimElsewhere(path(), request), Standing::handedOver);
         QCOMPARE(asked, requests);
+        QVERIFY(QFile::exists(path()));
         // For another machine there is another first.
         QCOMPARE(claimElsewhere(path() + u"2"_qs, {}), Standing::first);
+        // Which has ended by now.
+        QCOMPARE(QDir(m_folder->path()).entryList({u"socket2*"_qs}, QDir::AllEntries | QDir::System),
+                 QStringList());
     }
 
     void whatACrashLeftIsNoSwabbyAndSilenceIsNotWaitedForLong()
