@@ -31,7 +31,7 @@ void endProgram()
 
 } // namespace
 
-AppDelegate::AppDelegate(AppState &state, ApplicationFlows &flows, ThemeChoice theme)
+AppDelegate::AppDelegate(AppState &state, ApplicationFlows &flows, std::optional<ThemeChoice> theme)
     : m_state(state), m_flows(flows), m_theme(theme)
 {
 }
@@ -62,9 +62,9 @@ void AppDelegate::applicationDidFinishLaunching()
     QCoreApplication::instance()->installEventFilter(this);
 }
 
-bool AppDelegate::staysWithoutWindow() const
+TrayItem::Place AppDelegate::panelPlace() const
 {
-    return m_statusItemController != nullptr && m_statusItemController->hasPlace();
+    return m_statusItemController ? m_statusItemController->place() : TrayItem::Place::unknown;
 }
 
 void AppDelegate::openMainWindow()
@@ -96,8 +96,9 @@ UserInterface *AppDelegate::userInterface()
 {
     if (m_userInterface != nullptr)
         return m_userInterface.get();
-    UserInterfaceContext context = m_flows.windowContext(m_state, m_theme);
-    context.staysWithoutWindow = [this] { return staysWithoutWindow(); };
+    const ThemeChoice stored = Settings(*m_state.machine().settings).value(setting<"theme">);
+    UserInterfaceContext context = m_flows.windowContext(m_state, m_theme.value_or(stored));
+    context.panelPlace = [this] { return panelPlace(); };
     context.quit = endProgram;
     context.dockChoiceChanged = [this] { syncActivationPolicy(); };
     if (const auto make = lateFunction<UserInterfaceEntry>(userInterfaceLibrary, userInterfaceEntryName))

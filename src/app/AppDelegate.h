@@ -2,6 +2,7 @@
 
 #include "app/CommandLine.h"
 #include "health/MainSection.h"
+#include "platform/desktop/TrayItem.h"
 
 #include <QtCore/QObject>
 
@@ -21,12 +22,13 @@ class AppDelegate : public QObject {
     Q_OBJECT
 
 public:
-    AppDelegate(AppState &state, ApplicationFlows &flows, ThemeChoice theme);
+    /// Without a theme the windows follow the setting.
+    AppDelegate(AppState &state, ApplicationFlows &flows, std::optional<ThemeChoice> theme);
     ~AppDelegate() override;
 
     void applicationDidFinishLaunching();
     /// Whether the item in the menu bar is there, so that no window need be.
-    bool staysWithoutWindow() const;
+    TrayItem::Place panelPlace() const;
     /// Opens the main window, or brings it to the front.
     void openMainWindow();
     /// The same, and shows that section there.
@@ -47,7 +49,7 @@ private:
 
     AppState &m_state;
     ApplicationFlows &m_flows;
-    ThemeChoice m_theme;
+    std::optional<ThemeChoice> m_theme;
     std::unique_ptr<StatusItemController> m_statusItemController;
     std::unique_ptr<UserInterface> m_userInterface;
 };

@@ -1,5 +1,7 @@
 #include "app/CommandLine.h"
 
+#include "settings/SettingTable.h"
+
 #include <QtCore/QCommandLineParser>
 
 namespace swabby {
@@ -23,8 +25,6 @@ std::optional<CommandLine> parseCommandLine(const QStringList &arguments, QStrin
 {
     static const QStringList valued = {QStringLiteral("machine"), QStringLiteral("section"),
                                        QStringLiteral("theme"), QStringLiteral("screenshots")};
-    static const QStringList themes = {QStringLiteral("system"), QStringLiteral("light"),
-                                       QStringLiteral("dark")};
     QCommandLineParser parser;
     for (const QString &name : valued)
         parser.addOption({name, {}, name});
@@ -66,10 +66,13 @@ std::optional<CommandLine> parseCommandLine(const QStringList &arguments, QStrin
     if (!section.isEmpty() && !result.section)
         return refuse(QStringLiteral("unknown section \"%1\"; the sections are %2")
                           .arg(section, sectionNames().join(QStringLiteral(", "))));
-    const QString theme = given(QStringLiteral("theme")).value_or(themes.first());
-    if (!themes.contains(theme))
-        return refuse(QStringLiteral("unknown theme \"%1\"; the themes are light, dark, system").arg(theme));
-    result.theme = static_cast<ThemeChoice>(themes.indexOf(theme));
+    if (const auto theme = given(QStringLiteral("theme"))) {
+        const std::optional<int> word = setting<"theme">.wordIndex(*theme);
+        if (!word)
+            return refuse(
+                QStringLiteral("unknown theme \"%1\"; the themes are light, dark, system").arg(*theme));
+        result.theme = static_cast<ThemeChoice>(*word);
+    }
     return result;
 }
 

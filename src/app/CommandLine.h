@@ -14,7 +14,7 @@ struct CommandLine {
     std::optional<QString> machineFolder;
     bool runsTools = false; ///< those of the machine folder
     std::optional<MainSection> section;
-    ThemeChoice theme = ThemeChoice::system;
+    std::optional<ThemeChoice> theme; ///< else as the setting says
     std::optional<QString> screenshotsFolder;
     bool isBackground = false;
     bool wantsHelp = false;

@@ -21,10 +21,13 @@ StatusItemController::StatusItemController(AppState &state, Actions actions, Tra
     connect(&m_state, &AppState::changed, this, &StatusItemController::updateTitle, Qt::QueuedConnection);
 }
 
-bool StatusItemController::hasPlace() const
+TrayItem::Place StatusItemController::place() const
 {
-    return std::any_of(m_items.begin(), m_items.end(),
-                       [](const auto &item) { return item->place() == TrayItem::Place::there; });
+    TrayItem::Place best = TrayItem::Place::none;
+    for (const auto &item : m_items)
+        if (best == TrayItem::Place::none || item->place() == TrayItem::Place::there)
+            best = item->place();
+    return best;
 }
 
 // As long as a better place may turn up within moments, the item does not flash up in a lesser one.

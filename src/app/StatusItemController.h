@@ -30,8 +30,8 @@ public:
     /// The items are the ways to be shown, the preferred one first.
     StatusItemController(AppState &state, Actions actions, TrayItems items);
 
-    /// Whether there is a place that shows the item now.
-    bool hasPlace() const;
+    /// Whether any place shows the item now.
+    TrayItem::Place place() const;
 
 private:
     /// Draws the title anew when it has changed, in the place that there is now.

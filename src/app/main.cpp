@@ -4,6 +4,7 @@
 #include "app/ScreenshotRun.h"
 #include "app/SingleInstance.h"
 #include "app/TitleImage.h"
+#include "app/ToolkitStart.h"
 #include "machine/MachineChoice.h"
 #include "platform/desktop/Display.h"
 #include "platform/posix/ForeignHome.h"
@@ -15,6 +16,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <optional>
 
 using namespace swabby;
 
@@ -66,7 +68,7 @@ int runApplication(AppState &state, const CommandLine &commandLine, SingleInstan
         delegate.openMainWindow();
     else
         QTimer::singleShot(panelPatience, &delegate, [&delegate] {
-            if (!delegate.staysWithoutWindow())
+            if (delegate.panelPlace() != TrayItem::Place::there)
                 delegate.openMainWindow();
         });
     return QGuiApplication::exec();
@@ -99,13 +101,12 @@ int main(int argc, char *argv[])
     if (commandLine->screenshotsFolder)
         prepareForScreenshots();
     else if (!hasDisplay())
-        return complain(
-            QStringLiteral("there is no display to open a window on; use swabbyctl in a terminal, "
-                           "or --screenshots OUT for pictures"),
-            1);
+        return complain(noDisplayText(), 1);
 
     int toolkitArgumentCount = 1;
+    std::optional<ToolkitStart> start(std::in_place);
     QGuiApplication application(toolkitArgumentCount, argv);
+    start.reset();
     QGuiApplication::setApplicationName(QStringLiteral("swabby"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Swabby"));
     QGuiApplication::setApplicationVersion(QStringLiteral(SWABBY_VERSION));

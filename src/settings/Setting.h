@@ -55,8 +55,13 @@ struct Setting : SettingKey {
         : SettingKey{.name = name, .type = settingTypeOf<Value>(), .figure = static_cast<double>(otherwise)}
     {
     }
-    constexpr Setting(const char *name, Words words) requires std::is_enum_v<Value>
-        : SettingKey{.name = name, .type = settingTypeOf<Value>(), .words = words}
+    constexpr Setting(const char *name, Words words, Check isAllowed = nullptr,
+                      const char *expected = nullptr) requires std::is_enum_v<Value>
+        : SettingKey{.name = name,
+                     .type = settingTypeOf<Value>(),
+                     .words = words,
+                     .isAllowed = isAllowed,
+                     .expected = expected}
     {
     }
     constexpr explicit Setting(const char *name, Check isAllowed = nullptr,

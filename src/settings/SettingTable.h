@@ -9,11 +9,13 @@
 namespace swabby {
 
 enum class RowDensity { comfortable, compact };
+enum class ThemeChoice { system, light, dark };
 
 /// Whether that is a list of paths that lead somewhere whoever reads them: absolute ones, or "~/…" for the
 /// home folder. A path from nowhere in particular would protect nothing.
 bool areAbsolutePaths(const QJsonValue &paths);
 
+bool isTheme(const QJsonValue &word);
 /// Empty, or what may be called.
 bool isModelAddress(const QJsonValue &address);
 /// Empty, or a name in one line.
@@ -37,6 +39,7 @@ inline constexpr std::tuple settingTable = {
     Setting<QStringList>("pinnedProcessNames"),
     Setting<qint64>("weeklyAttentionCount", 0),
     Setting<qint64>("weeklyBytesFreed", 0),
+    Setting<ThemeChoice>("theme", {"system", "light", "dark"}, isTheme, "system, light or dark"),
     Setting<bool>("aiEnabled", true),
     Setting<QString>("aiModel", isModelName, "a model's name, or nothing for the built-in one"),
     Setting<QString>("aiAddress", isModelAddress,

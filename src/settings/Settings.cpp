@@ -79,6 +79,11 @@ QJsonValue parseAs(Type type, const QString &text)
 
 } // namespace
 
+bool isTheme(const QJsonValue &word)
+{
+    return setting<"theme">.wordIndex(word.toString()).has_value();
+}
+
 bool isModelAddress(const QJsonValue &address)
 {
     return address.toString().isEmpty() || mayBeCalled(QUrl(address.toString(), QUrl::StrictMode));

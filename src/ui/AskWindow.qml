@@ -2,31 +2,15 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Swabby.Ui
 
-// As large as what it holds; larger while a question is asked back.
-Window {
+// Larger while a question is asked back.
+FixedWindow {
     id: window
 
     required property AskView view
     readonly property real contentHeight: card.implicitHeight + 40
 
-    readonly property real wantedHeight: sheets.isOpen ? Math.max(contentHeight, 400) : contentHeight
-
-    // A window manager keeps a window to the bounds it was told last: the one in the way goes first.
-    function fit(): void {
-        if (wantedHeight > maximumHeight)
-            maximumHeight = wantedHeight;
-        else
-            minimumHeight = wantedHeight;
-        height = wantedHeight;
-        minimumHeight = wantedHeight;
-        maximumHeight = wantedHeight;
-    }
-
+    wantedHeight: sheets.isOpen ? Math.max(contentHeight, 400) : contentHeight
     width: 480
-    minimumWidth: width
-    maximumWidth: width
-    onWantedHeightChanged: fit()
-    Component.onCompleted: fit()
     title: "Ask Swabby"
     color: Theme.window
 

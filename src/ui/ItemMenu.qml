@@ -4,7 +4,7 @@ import Swabby.Ui
 
 // The menu of the item in the menu bar, where the panel shows none itself. Arrows move in it, Return chooses,
 // Escape closes it.
-Window {
+FixedWindow {
     id: window
 
     required property PopoverView view
@@ -18,7 +18,7 @@ Window {
     }
 
     width: 168
-    height: column.height + 12
+    wantedHeight: column.height + 12
     title: "Swabby's menu"
     flags: Qt.Tool | Qt.FramelessWindowHint | Qt.WindowStaysOnTopHint | Qt.NoDropShadowWindowHint
     color: "transparent"

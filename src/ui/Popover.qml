@@ -3,13 +3,13 @@ import QtQuick
 import Swabby.Ui
 
 // The small panel beside the item in the menu bar.
-Window {
+FixedWindow {
     id: window
 
     required property PopoverView view
 
     width: 280
-    height: content.height + 28
+    wantedHeight: content.height + 28
     title: "Swabby at a glance"
     // A window of the kind that closes by itself is not to be had on every desktop.
     flags: Qt.Tool | Qt.FramelessWindowHint | Qt.WindowStaysOnTopHint | Qt.NoDropShadowWindowHint

@@ -1,6 +1,8 @@
 #include "ui/WindowLibrary.h"
 
+#include "platform/desktop/Display.h"
 #include "platform/posix/MemoryThrift.h"
+#include "settings/Settings.h"
 #include "state/AppState.h"
 #include "ui/PopoverPresenter.h"
 #include "ui/Screenshots.h"
@@ -12,9 +14,11 @@
 #include "ui/qmltypes/SettingsView.h"
 #include "ui/qmltypes/Theme.h"
 
+#include <QtGui/QGuiApplication>
 #include <QtQml/QQmlComponent>
 
 #include <chrono>
+#include <utility>
 
 namespace swabby {
 
@@ -30,6 +34,22 @@ void drawInSoftware()
         return true;
     }();
     Q_UNUSED(isChosen)
+}
+
+ThemeChoice storedTheme(const AppState &state)
+{
+    return Settings(*state.machine().settings).value(setting<"theme">);
+}
+
+void nameInTitle(QWindow &window)
+{
+    const auto complete = [&window](const QString &title) {
+        const QString name = QGuiApplication::applicationDisplayName();
+        if (!title.endsWith(name))
+            window.setTitle(title + QStringLiteral(" — ") + name);
+    };
+    QObject::connect(&window, &QWindow::windowTitleChanged, &window, complete);
+    complete(window.title());
 }
 
 /// The property "view" of the file's window is a view that is made from the context alone.
@@ -93,7 +113,8 @@ std::unique_ptr<OpenWindow<PopoverView>> openItemMenu(const UserInterfaceContext
     return openWindow<PopoverView>(context, QStringLiteral("ItemMenu.qml"), std::move(engine));
 }
 
-WindowLibrary::WindowLibrary(UserInterfaceContext context) : m_context(std::move(context))
+WindowLibrary::WindowLibrary(UserInterfaceContext context)
+    : m_context(std::move(context)), m_storedTheme(storedTheme(m_context.state)), m_places(m_context.state)
 {
     m_context.openMainWindow = [this] { openMainWindow(); };
     m_context.openAskWindow = [this] { openAskWindow(); };
@@ -103,6 +124,7 @@ WindowLibrary::WindowLibrary(UserInterfaceContext context) : m_context(std::move
         if (m_settings != nullptr)
             m_settings->view->showAssistant();
     };
+    QObject::connect(&m_context.state, &AppState::changed, &m_closing, [this] { followTheme(); });
     // Whoever has just closed the last window may open one again.
     m_keeping.setSingleShot(true);
     m_keeping.setInterval(1min);
@@ -131,13 +153,27 @@ std::shared_ptr<WindowEngine> WindowLibrary::sharedEngine()
     return engine;
 }
 
+// What the program was started with counts until somebody chooses.
+void WindowLibrary::followTheme()
+{
+    const ThemeChoice stored = storedTheme(m_context.state);
+    if (std::exchange(m_storedTheme, stored) == stored)
+        return;
+    m_context.theme = stored;
+    if (const auto engine = m_engine.lock())
+        engine->theme->setChoice(stored);
+}
+
 template <typename View>
-void WindowLibrary::present(std::unique_ptr<OpenWindow<View>> &open, MakeWindow<View> *make)
+void WindowLibrary::present(std::unique_ptr<OpenWindow<View>> &open, MakeWindow<View> *make, const char *name)
 {
     if (open == nullptr) {
         open = make(m_context, sharedEngine());
         if (open == nullptr)
             return;
+        m_places.follow(*open->window, QLatin1String(name));
+        if (wantsNameInTitles())
+            nameInTitle(*open->window);
         // A closed window is let go whole: the next one begins anew.
         const auto drop = [this, &open] {
             if (open == nullptr || open->window->isVisible())
@@ -153,8 +189,10 @@ void WindowLibrary::present(std::unique_ptr<OpenWindow<View>> &open, MakeWindow<
                                  QMetaObject::invokeMethod(&m_closing, drop, Qt::QueuedConnection);
                          });
     }
-    QQuickWindow *window = open->window.get();
-    window->show();
+    // Not show(), which would take a maximized one back.
+    QWindow *window = open->window.get();
+    window->setWindowStates(window->windowStates() & ~Qt::WindowStates(Qt::WindowMinimized));
+    window->setVisible(true);
     window->raise();
     window->requestActivate();
     m_settling.start();
@@ -162,7 +200,7 @@ void WindowLibrary::present(std::unique_ptr<OpenWindow<View>> &open, MakeWindow<
 
 void WindowLibrary::openMainWindow()
 {
-    present(m_main, &swabby::openMainWindow);
+    present(m_main, &swabby::openMainWindow, "main");
     if (m_main != nullptr)
         QObject::connect(m_main->view.get(), &MainWindowView::selectionChanged, &m_settling,
                          qOverload<>(&QTimer::start), Qt::UniqueConnection);
@@ -170,12 +208,12 @@ void WindowLibrary::openMainWindow()
 
 void WindowLibrary::openAskWindow()
 {
-    present(m_ask, &swabby::openAskWindow);
+    present(m_ask, &swabby::openAskWindow, "ask");
 }
 
 void WindowLibrary::openSettingsWindow()
 {
-    present(m_settings, &swabby::openSettingsWindow);
+    present(m_settings, &swabby::openSettingsWindow, "settings");
 }
 
 void WindowLibrary::togglePopover(const QRect &statusItem)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ui/UserInterface.h"
+#include "ui/WindowPlaces.h"
 
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
@@ -68,11 +69,14 @@ private:
     /// The engine of the windows that are open, or a new one.
     std::shared_ptr<WindowEngine> sharedEngine();
     template <typename View>
-    void present(std::unique_ptr<OpenWindow<View>> &open, MakeWindow<View> *make);
+    void present(std::unique_ptr<OpenWindow<View>> &open, MakeWindow<View> *make, const char *name);
+    void followTheme();
     void toggle(std::unique_ptr<PopoverPresenter> &presenter, MakeWindow<PopoverView> *make,
                 const QRect &statusItem);
 
     UserInterfaceContext m_context;
+    ThemeChoice m_storedTheme;
+    WindowPlaces m_places;
     std::weak_ptr<WindowEngine> m_engine;
     std::shared_ptr<WindowEngine> m_kept; ///< for a while after a window has been closed
     QTimer m_keeping;

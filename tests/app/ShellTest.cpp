@@ -54,7 +54,7 @@ private Q_SLOTS:
         QCOMPARE(full->section, MainSection::speed);
         QCOMPARE(full->theme, ThemeChoice::dark);
         QVERIFY(full->runsTools && full->isBackground && !full->screenshotsFolder);
-        QCOMPARE(parseCommandLine({}, &problem)->theme, ThemeChoice::system);
+        QVERIFY(!parseCommandLine({}, &problem)->theme);
     }
 
     void wrongArgumentsAreExplained()
@@ -118,7 +118,8 @@ private Q_SLOTS:
              .quit = note(u"quit"_qs)},
             std::move(items));
         spare.setPlace(TrayItem::Place::there);
-        QVERIFY(controller.hasPlace() && spare.tip.isEmpty()); // the better one may still turn up
+        QVERIFY(controller.place() == TrayItem::Place::there &&
+                spare.tip.isEmpty()); // the better one may still turn up
         best.setPlace(TrayItem::Place::none);
         QCOMPARE(spare.tip, u"0%"_qs);
         best.setPlace(TrayItem::Place::there);
@@ -126,7 +127,7 @@ private Q_SLOTS:
         best.setPlace(TrayItem::Place::none);
         QCOMPARE(best.tip + u'|' + spare.tip, u"|0%"_qs);
         spare.setPlace(TrayItem::Place::none);
-        QVERIFY(!controller.hasPlace() && spare.tip.isEmpty());
+        QVERIFY(controller.place() == TrayItem::Place::none && spare.tip.isEmpty());
 
         Q_EMIT best.activated(QRect(7, 0, 1, 1));
         Q_EMIT best.menuWanted(QRect(8, 0, 1, 1));
@@ -177,6 +178,11 @@ private Q_SLOTS:
             std::find_if(windows.begin(), windows.end(), [](auto *one) { return one->isVisible(); });
         QVERIFY(main != windows.end());
         QCOMPARE((*main)->title(), u"Battery"_qs);
+        const auto paper = [&] { return (*main)->property("color").value<QColor>(); };
+        QCOMPARE(paper(), lightColors().window);
+        Settings(*state.machine().settings).store(setting<"theme">, u"dark"_qs);
+        state.noteStoredSetting();
+        QCOMPARE(paper(), darkColors().window); // whatever it was started with
     }
 
 private:

@@ -130,6 +130,10 @@ private Q_SLOTS:
         QVERIFY(!window().isVisible());
         window().show();
         m_stays = false;
+        view().setProperty("showWelcome", true);
+        m_desk->refresh();
+        QVERIFY(textOf(window()).contains(u"Ctrl+Q"_qs));
+        view().setProperty("showWelcome", false);
         window().close();
         QVERIFY(window().isVisible());
         QVERIFY(view().property("showLastWindowNotice").toBool());
@@ -167,7 +171,7 @@ private:
     UserInterfaceContext context() override
     {
         UserInterfaceContext context = WindowTest::context();
-        context.staysWithoutWindow = [this] { return m_stays; };
+        context.panelPlace = [this] { return m_stays ? TrayItem::Place::there : TrayItem::Place::none; };
         context.quit = [this] { m_hasQuit = true; };
         return context;
     }

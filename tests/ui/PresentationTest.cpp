@@ -18,8 +18,10 @@
 #include "ui/presentation/SpeedHistory.h"
 #include "ui/presentation/StartupText.h"
 #include "ui/presentation/WelcomeText.h"
+#include "ui/presentation/WindowPlace.h"
 #include "ui/presentation/Words.h"
 
+#include <QtCore/QJsonDocument>
 #include <QtTest/QTest>
 
 #include <cmath>
@@ -213,7 +215,7 @@ private Q_SLOTS:
         for (const SectionRow &row : sectionRows(machine))
             said << row.title << row.subtitle;
         QVERIFY(!said.contains(u"Battery"_qs)); // which it does not have
-        for (const WelcomePoint &point : welcomePoints(true, machine.words))
+        for (const WelcomePoint &point : welcomePoints(TrayItem::Place::there, machine.words))
             said.append(point.heading);
         for (const MenuEntry &entry : startupMenu(item, machine.words))
             said.append(entry.label);
@@ -345,6 +347,23 @@ private Q_SLOTS:
             return popoverPosition(item, {2'000, 2'000}, available) == available.topLeft()
                        ? u"%1 %2"_qs.arg(place.x()).arg(place.y())
                        : u"no head"_qs;
+        });
+    }
+
+    void aWindowComesBackWhereItCanBeSeen()
+    {
+        compareTable(fixture(u"ui/window_places.txt"_qs), [](const Cells &row) {
+            const auto kept = windowPlaceFrom(QJsonDocument::fromJson(row[1]).object());
+            if (!kept)
+                return u"none"_qs;
+            if (windowPlaceFrom(jsonOf(*kept)) != kept)
+                return u"kept otherwise"_qs;
+            const QList<QRect> screens = {{0, 24, 1'000, 752}, {1'000, 0, 1'600, 1'200}};
+            const WindowPlace place = placedOn(screens, *kept, {820, 560});
+            const QString corner =
+                place.corner ? u"%1,%2"_qs.arg(place.corner->x()).arg(place.corner->y()) : u"somewhere"_qs;
+            return corner + u" %1x%2"_qs.arg(place.size.width()).arg(place.size.height()) +
+                   (place.isMaximized ? u" maximized"_qs : QString());
         });
     }
 

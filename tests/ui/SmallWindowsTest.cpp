@@ -136,6 +136,7 @@ private Q_SLOTS:
         press(*open->window, u"Show Swabby in the Dock"_qs);
         open->view->setNumber(u"cpuRed"_qs, 71);
         open->view->setCompact(true);
+        open->view->setTheme(static_cast<int>(ThemeChoice::dark));
         QVERIFY(open->view->addExcluded(u"~/Music"_qs));
         QVERIFY(!open->view->addExcluded(u"Music"_qs));
         const Machine &machine = m_desk->state.machine();
@@ -144,6 +145,7 @@ private Q_SLOTS:
         QVERIFY(!settings.value(setting<"showInDock">));
         QCOMPARE(settings.value(setting<"cpuRed">), 70.0);
         QCOMPARE(settings.value(setting<"rowDensity">), RowDensity::compact);
+        QCOMPARE(settings.value(setting<"theme">), ThemeChoice::dark);
         QCOMPARE(settings.value(setting<"neverRemove">), QStringList{machine.places.home + u"/Music"_qs});
         QTRY_COMPARE(m_opened, u"dock "_qs);
         open->view->restoreThresholds();
@@ -154,6 +156,7 @@ private Q_SLOTS:
         QVERIFY(!open->view->isSnoozed());
 
         // A folder in the file's place cannot be written to.
+        m_desk->state.bookkeeping().wait();
         const QString file = machine.places.preferences + u"/com.swabby.app.json"_qs;
         QVERIFY(QFile::remove(file) && QDir().mkdir(file));
         press(*open->window, u"Show Swabby in the Dock"_qs);

@@ -6,4 +6,10 @@ namespace swabby {
 /// when there is none.
 bool hasDisplay();
 
+/// Whether programs choose where their windows stand. With a display.
+bool placesWindows();
+
+/// Whether the name of the program is to be part of a window's title, since nothing else on its frame has it.
+bool wantsNameInTitles();
+
 } // namespace swabby

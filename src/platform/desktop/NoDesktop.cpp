@@ -9,6 +9,16 @@ bool hasDisplay()
     return true;
 }
 
+bool placesWindows()
+{
+    return true;
+}
+
+bool wantsNameInTitles()
+{
+    return false;
+}
+
 std::unique_ptr<DesktopAppearance> makeDesktopAppearance()
 {
     return std::make_unique<DesktopAppearance>();

@@ -52,6 +52,7 @@ void addPlaces(Machine &machine, const Session &session)
     const std::string preferences =
         folders.config.string() + (folders.config == folders.data ? "/Swabby/Preferences" : "/Swabby");
     machine.places.preferences = textOf(preferences);
+    machine.places.windowPlaces = textOf(folders.state.string() + "/Swabby/windows.json");
     machine.places.userId = ::getuid();
     machine.cleanup = linuxCleanupPlaces(folders);
     machine.cleanup.containers = session.containers;

@@ -137,6 +137,7 @@ std::shared_ptr<Machine> makeFolderMachine(const MachineFolder &given, QString *
                        .root = folder + QStringLiteral("/root"),
                        .applicationData = applicationDataIn(folder),
                        .preferences = home + QStringLiteral("/Library/Preferences"),
+                       .windowPlaces = {}, // a window is nothing of the machine's
                        .userId = description->userId()};
     machine->ownProcessId = description->ownProcessId().value_or(::getpid());
     machine->refreshesUntilReal = 1;

@@ -2,12 +2,12 @@
 
 namespace swabby {
 
-QList<WelcomePoint> welcomePoints(bool hasMenuBarItem, const MachineWords &words)
+QList<WelcomePoint> welcomePoints(TrayItem::Place place, const MachineWords &words)
 {
-    return {
+    QList<WelcomePoint> points = {
         {QStringLiteral("gauge.with.dots.needle.67percent"),
-         hasMenuBarItem ? QStringLiteral("Always in the %1").arg(words.panel)
-                        : QStringLiteral("How it is at a glance"),
+         place == TrayItem::Place::there ? QStringLiteral("Always in the %1").arg(words.panel)
+                                         : QStringLiteral("How it is at a glance"),
          QStringLiteral("Green is fine, yellow is busy, red needs you.")},
         {QStringLiteral("checkmark.seal"), QStringLiteral("One %1 checks everything").arg(words.press),
          untilConfirmedText()},
@@ -16,6 +16,12 @@ QList<WelcomePoint> welcomePoints(bool hasMenuBarItem, const MachineWords &words
              "Only figures, names and paths are sent, and two numbers once a week; never what is in "
              "your files.")},
     };
+    if (place == TrayItem::Place::none)
+        points.append(
+            {QStringLiteral("power"), QStringLiteral("Runs while its window is open"),
+             QStringLiteral("This desktop has no place for its item, so closing the window or Ctrl+Q "
+                            "ends Swabby.")});
+    return points;
 }
 
 QString untilConfirmedText()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/MachineWords.h"
+#include "platform/desktop/TrayItem.h"
 
 #include <QtCore/QList>
 #include <QtCore/QObject>
@@ -24,8 +25,9 @@ public:
     bool operator==(const WelcomePoint &) const = default;
 };
 
-/// In reading order. Where nothing is in the menu bar, nothing is promised there.
-QList<WelcomePoint> welcomePoints(bool hasMenuBarItem, const MachineWords &words);
+/// In reading order. Where nothing is in the menu bar, nothing is promised there; where it is certain that
+/// nothing will be, how Swabby is left.
+QList<WelcomePoint> welcomePoints(TrayItem::Place place, const MachineWords &words);
 
 /// Beside whatever offers a removal, too.
 QString untilConfirmedText();

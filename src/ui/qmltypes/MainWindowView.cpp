@@ -7,6 +7,8 @@
 
 #include <QtCore/QPointer>
 
+#include <utility>
+
 namespace swabby {
 
 MainWindowView::MainWindowView(const UserInterfaceContext &context)
@@ -41,6 +43,10 @@ void MainWindowView::followState()
     AppState &state = m_context.state;
     m_stateView.show(shownStateOf(state),
                      Settings(*state.machine().settings).value(setting<"rowDensity">) == RowDensity::compact);
+    // Whether there is a panel may turn out only now.
+    QList<WelcomePoint> points = welcomePoints(m_context.panelPlace(), m_context.state.machine().words);
+    if (points != std::exchange(m_welcomePoints, points))
+        Q_EMIT welcomePointsChanged();
     if (m_isScanning != state.isScanning()) {
         m_isScanning = state.isScanning();
         Q_EMIT refreshingChanged();
@@ -162,7 +168,7 @@ void MainWindowView::setRefreshing(bool isRefreshing)
 
 bool MainWindowView::mayClose()
 {
-    if (m_context.staysWithoutWindow())
+    if (m_context.panelPlace() == TrayItem::Place::there)
         return true;
     m_showHealthDetail = false;
     m_showLastWindowNotice = true;

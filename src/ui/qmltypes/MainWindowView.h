@@ -37,7 +37,7 @@ class MainWindowView : public QObject {
     Q_PROPERTY(bool showHealthDetail MEMBER m_showHealthDetail NOTIFY sheetChanged)
     Q_PROPERTY(bool showLastWindowNotice MEMBER m_showLastWindowNotice NOTIFY sheetChanged)
     Q_PROPERTY(bool showWelcome MEMBER m_showWelcome NOTIFY sheetChanged)
-    Q_PROPERTY(QList<swabby::WelcomePoint> welcomePoints READ welcomePoints CONSTANT)
+    Q_PROPERTY(QList<swabby::WelcomePoint> welcomePoints MEMBER m_welcomePoints NOTIFY welcomePointsChanged)
     Q_PROPERTY(QList<swabby::MenuEntry> processMenu READ processMenu CONSTANT)
     Q_PROPERTY(QList<swabby::MenuEntry> tightProcessMenu READ tightProcessMenu CONSTANT)
     Q_PROPERTY(bool isScanning READ isScanning NOTIFY refreshingChanged)
@@ -60,10 +60,6 @@ public:
     StorageView *storage() { return &m_storage; }
     StartupView *startup() { return &m_startup; }
     DeveloperView *developer() { return &m_developer; }
-    QList<WelcomePoint> welcomePoints() const
-    {
-        return swabby::welcomePoints(m_context.staysWithoutWindow(), m_context.state.machine().words);
-    }
     QList<MenuEntry> processMenu() const { return swabby::processMenu(false); }
     QList<MenuEntry> tightProcessMenu() const { return swabby::processMenu(true); }
     /// Whether a full check runs, here or anywhere.
@@ -97,6 +93,7 @@ public:
 Q_SIGNALS:
     void selectionChanged();
     void sheetChanged();
+    void welcomePointsChanged();
     void speedViewChanged();
     void refreshingChanged();
 
@@ -121,6 +118,7 @@ private:
     bool m_showHealthDetail = false;
     bool m_showLastWindowNotice = false;
     bool m_showWelcome = false;
+    QList<WelcomePoint> m_welcomePoints;
     bool m_isScanning = false;
     bool m_isRefreshing = false;
 };

@@ -49,6 +49,7 @@ void SettingsView::read()
     m_model = modelSetting(settings);
     m_address = addressSetting(settings);
     m_isCompact = settings.value(setting<"rowDensity">) == RowDensity::compact;
+    m_theme = settings.value(setting<"theme">);
     m_neverRemove = settings.value(setting<"neverRemove">);
     const QString problem = settings.neverRemove(m_context.state.machine().places.home).problem;
     m_problem = problem.isEmpty() ? QString() : sentence(problem);
@@ -136,6 +137,14 @@ void SettingsView::setCompact(bool isCompact)
         return;
     m_isCompact = isCompact;
     write(setting<"rowDensity">, isCompact ? QStringLiteral("compact") : QStringLiteral("comfortable"));
+}
+
+void SettingsView::setTheme(int theme)
+{
+    if (theme == this->theme())
+        return;
+    m_theme = static_cast<ThemeChoice>(theme);
+    write(setting<"theme">, QLatin1String(setting<"theme">.words.at(static_cast<std::size_t>(theme))));
 }
 
 void SettingsView::toggleLogin()

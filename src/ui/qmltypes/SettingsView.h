@@ -25,6 +25,7 @@ class SettingsView : public QObject {
     Q_PROPERTY(int tab MEMBER m_tab NOTIFY tabChanged)
     Q_PROPERTY(bool isCompact MEMBER m_isCompact NOTIFY changed)
     Q_PROPERTY(bool hasDock READ hasDock CONSTANT)
+    Q_PROPERTY(int theme READ theme NOTIFY changed)
     Q_PROPERTY(swabby::SwitchSetting dock MEMBER m_dock NOTIFY changed)
     Q_PROPERTY(swabby::SwitchSetting login MEMBER m_login NOTIFY changed)
     Q_PROPERTY(swabby::SwitchSetting redNotification MEMBER m_redNotification NOTIFY changed)
@@ -46,6 +47,7 @@ public:
     explicit SettingsView(const UserInterfaceContext &context);
 
     bool hasDock() const { return m_context.state.machine().dock->isThere(); }
+    int theme() const { return static_cast<int>(m_theme); }
     RowModel *thresholds() { return &m_thresholds; }
     KeyView *key() { return &m_key; }
     bool isSnoozed() const
@@ -72,6 +74,7 @@ public:
     /// Stores a figure, brought onto its slider's steps.
     Q_INVOKABLE void setNumber(const QString &name, double value);
     Q_INVOKABLE void setCompact(bool isCompact);
+    Q_INVOKABLE void setTheme(int theme);
     Q_INVOKABLE void toggleLogin();
     Q_INVOKABLE void restoreThresholds();
     Q_INVOKABLE void snooze(int minutes)
@@ -115,6 +118,7 @@ private:
     int m_tab = 0;
     int m_pendingWrites = 0;
     bool m_isCompact = false;
+    ThemeChoice m_theme = ThemeChoice::system;
     SwitchSetting m_dock;
     SwitchSetting m_login = loginSetting(false);
     SwitchSetting m_redNotification;

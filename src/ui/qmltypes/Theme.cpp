@@ -7,6 +7,8 @@
 #include <QtGui/QScreen>
 #include <QtQml/QQmlEngine>
 
+#include <utility>
+
 namespace swabby {
 namespace {
 
@@ -88,6 +90,12 @@ void Theme::setStill(bool isStill)
 {
     m_isStill = isStill;
     Q_EMIT changed();
+}
+
+void Theme::setChoice(ThemeChoice choice)
+{
+    if (std::exchange(m_choice, choice) != choice)
+        follow();
 }
 
 QFont Theme::font(double pixels, QFont::Weight weight)

@@ -67,6 +67,7 @@ public:
     /// Whether anything may move at all.
     bool moves() const;
     void setStill(bool isStill);
+    void setChoice(ThemeChoice choice);
 
     /// Hears when the desktop's palette changes.
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "platform/Machine.h"
+#include "platform/desktop/TrayItem.h"
+#include "settings/SettingTable.h"
 
 #include <functional>
 
@@ -20,8 +22,6 @@ inline int refreshesUntilFigures(const Machine &machine)
     return machine.kernel->cpuTicksAtStart() ? machine.refreshesUntilReal : 2;
 }
 
-enum class ThemeChoice { system, light, dark };
-
 /// What the windows are told by the program that opens them.
 struct UserInterfaceContext {
     // What the windows show and act through; the application's, and alive as long as any window.
@@ -33,8 +33,9 @@ struct UserInterfaceContext {
     /// For what may wait for the system.
     BackgroundWork &systemCalls;
     ThemeChoice theme = ThemeChoice::system;
-    /// Whether Swabby can still be reached once its last window is closed.
-    std::function<bool()> staysWithoutWindow = [] { return true; };
+    /// Whether there is an item in the panel, by which Swabby can still be reached once its last window is
+    /// closed.
+    std::function<TrayItem::Place()> panelPlace = [] { return TrayItem::Place::there; };
     std::function<void()> quit = [] {};
     /// Called when the choice to show Swabby in the Dock was stored.
     std::function<void()> dockChoiceChanged = [] {};

@@ -25,29 +25,22 @@ ScrollPage {
             onToggled: page.view.toggleLogin()
         }
 
-        SettingRow {
-            id: rows
-
+        ChoiceRow {
             width: parent.width
             label: "Rows in lists"
             detail: "How much room each program gets"
+            choices: ["Comfortable", "Compact"]
+            current: page.view.isCompact ? 1 : 0
+            onChosen: index => page.view.setCompact(index === 1)
+        }
 
-            Segments {
-                id: density
-
-                width: 200
-                name: rows.label
-                choices: ["Comfortable", "Compact"]
-                onCurrentChanged: page.view.setCompact(current === 1)
-
-                // Choosing sets the current one, which would end a plain binding.
-                Binding {
-                    target: density
-                    property: "current"
-                    value: page.view.isCompact ? 1 : 0
-                    restoreMode: Binding.RestoreNone
-                }
-            }
+        ChoiceRow {
+            width: parent.width
+            label: "Appearance"
+            detail: "System goes light and dark with the desktop"
+            choices: ["System", "Light", "Dark"]
+            current: page.view.theme
+            onChosen: index => page.view.setTheme(index)
         }
     }
 

@@ -1,10 +1,18 @@
 #include "platform/desktop/Display.h"
 
-#include <QtCore/QtGlobal>
+#include <QtGui/QGuiApplication>
 
 #include <xcb/xcb.h>
 
 namespace swabby {
+namespace {
+
+bool isWayland()
+{
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
+} // namespace
 
 bool hasDisplay()
 {
@@ -17,6 +25,17 @@ bool hasDisplay()
     const bool answers = xcb_connection_has_error(connection) == 0;
     xcb_disconnect(connection);
     return answers;
+}
+
+bool placesWindows()
+{
+    return !isWayland();
+}
+
+// The toolkit adds the name to what it tells the compositor, but not to the frame that it may draw itself.
+bool wantsNameInTitles()
+{
+    return isWayland();
 }
 
 } // namespace swabby
