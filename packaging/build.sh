@@ -14,7 +14,7 @@ test_packages=(qml6-module-qttest dbus-daemon trash-cli gvfs libglib2.0-bin gnom
 # What only some tests need is said by their label, needs-PACKAGE.
 lint_packages=(git clang-format clang-tidy shellcheck imagemagick)
 # What reads the windows as a screen reader does.
-reader_packages=(xvfb xdotool dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3 python3-gi)
+reader_packages=(xvfb xdotool weston qt6-wayland dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3 python3-gi)
 bench_packages=(libbenchmark-dev jdupes)
 
 say() {

@@ -4,6 +4,7 @@ usage: walk_windows.py SWABBY MACHINE SYMBOLS TREES
 """
 
 import os
+import pathlib
 import subprocess
 import sys
 
@@ -12,6 +13,7 @@ from surroundings import Model, StatusPlace
 
 SECRET = "sk-canary-in-the-coal-mine"
 CULPRIT = "Frame Foundry"
+COMPOSITOR = "swabby-walk"
 ASK, SETTINGS, PANEL = "Ask Swabby", "Settings", "Swabby at a glance"
 
 
@@ -25,6 +27,7 @@ class Walk:
         self.start()
         self.symbols = symbols
         self.trees = trees
+        self.keyboard = None
         self.problems = []
         self.views = self.controls = 0
 
@@ -32,6 +35,11 @@ class Walk:
         self.swabby = subprocess.Popen(self.command, env=self.environment)
         self.reader = Reader("swabby")
         self.window = "Overview"
+
+    def start_named(self, window):
+        self.start()
+        self.window = window
+        self.see("Overview", "heading")
 
     def ends(self):
         if self.swabby.wait(30) != 0:
@@ -68,7 +76,8 @@ class Walk:
         subprocess.run(command, check=True)
 
     def type(self, keys):
-        window = ["search", "--onlyvisible", "--name", f"^{self.window}$", "windowfocus", "--sync"]
+        target = self.keyboard or ["--name", f"^{self.window}$"]
+        window = ["search", "--onlyvisible", *target, "windowfocus", "--sync"]
         for command in (window, ["key", keys]):
             subprocess.run(["xdotool", *command], check=True)
 
@@ -205,6 +214,35 @@ class Walk:
             leave()
             self.ends()
 
+    def on_wayland(self):
+        """A compositor without a panel: every window opens there, is named in its title, and can be left."""
+        socket = pathlib.Path(os.environ["XDG_RUNTIME_DIR"], COMPOSITOR)
+        compositor = subprocess.Popen(["weston", "--no-config", "--backend=x11-backend.so", f"--socket={COMPOSITOR}",
+                                       "--width=1200", "--height=900"], stderr=subprocess.DEVNULL)
+        try:
+            wait("a compositor", socket.exists)
+            self.environment.update(QT_QPA_PLATFORM="wayland", WAYLAND_DISPLAY=COMPOSITOR)
+            self.keyboard = ["--class", "Weston"]
+            for leave in (lambda: self.type("ctrl+q"), lambda: self.press("Quit Swabby")):
+                self.start_named("Overview — Swabby")
+                self.type("ctrl+w")
+                self.sheet_is(True)
+                self.look("The last window on Wayland")
+                leave()
+                self.ends()
+            self.start_named("Overview — Swabby")
+            for button, window, sign, key in (("Ask AI", ASK, "Your question", "Escape"),
+                                              ("Settings", "Settings — Swabby", "General", "ctrl+q")):
+                self.press(button)
+                self.see(sign, window=window)
+                self.type(key)
+            self.ends()
+            if left := list(socket.parent.glob("swabby-[0-9a-f]*")):
+                self.problems.append(f"it left {left}")
+        finally:
+            compositor.kill()
+            compositor.wait()
+
 
 def main():
     program, machine, symbols, trees = sys.argv[1:]
@@ -212,7 +250,7 @@ def main():
         walk = Walk(program, machine, set(open(symbols, encoding="utf-8").read().split()), file)
         try:
             for part in (walk.main_window, walk.speed, walk.cleaning, walk.startup, walk.asking, walk.settings,
-                         walk.panel, walk.without_a_panel):
+                         walk.panel, walk.without_a_panel, walk.on_wayland):
                 part()
         except AssertionError as problem:
             walk.problems.append(str(problem))
