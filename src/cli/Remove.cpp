@@ -14,18 +14,26 @@
 namespace swabby {
 namespace {
 
+/// The item of that id, as it is or as lists show it; null when none has it, and when several are shown
+/// alike.
+const RemovableItem *itemOf(const QString &id, const std::vector<RemovableItem> &all)
+{
+    const auto item = std::ranges::find(all, id, &RemovableItem::id);
+    if (item != all.end())
+        return &*item;
+    const auto isShownSo = [&](const RemovableItem &known) { return harmless(known.id) == id; };
+    const auto shown = std::ranges::find_if(all, isShownSo);
+    return shown != all.end() && std::ranges::count_if(all, isShownSo) == 1 ? &*shown : nullptr;
+}
+
 /// The items of these ids, each once, in the order asked for.
 std::vector<RemovableItem> itemsOf(const QStringList &ids, const std::vector<RemovableItem> &all)
 {
     std::vector<RemovableItem> items;
-    QStringList seen;
-    for (const QString &id : ids) {
-        const auto item =
-            std::find_if(all.begin(), all.end(), [&](const RemovableItem &known) { return known.id == id; });
-        if (item != all.end() && !seen.contains(id))
+    for (const QString &id : ids)
+        if (const RemovableItem *item = itemOf(id, all);
+            item != nullptr && std::ranges::count(items, item->id, &RemovableItem::id) == 0)
             items.push_back(*item);
-        seen.append(id);
-    }
     return items;
 }
 
@@ -34,7 +42,7 @@ bool areAllKnown(const QStringList &ids, const std::vector<RemovableItem> &items
 {
     bool areKnown = true;
     for (const QString &id : ids) {
-        if (std::any_of(items.begin(), items.end(), [&](const RemovableItem &item) { return item.id == id; }))
+        if (itemOf(id, items) != nullptr)
             continue;
         printProblem(
             QStringLiteral("swabbyctl: nothing to remove has the id \"%1\"; swabbyctl items lists the ids")

@@ -133,6 +133,20 @@ private Q_SLOTS:
         QVERIFY(text.contains("\nHigh power usage\n  Mill  90% busy\n"));
     }
 
+    void anIdIsTakenAsItIsShown()
+    {
+        const FullMac mac;
+        for (const char *name : {"odd\x1bone", "a\x01z", "a\x02z"})
+            mac.addFolder(u"Library/Caches/"_qs + QString::fromLatin1(name), 30'000);
+        const auto chosenBy = [&](const QString &name) {
+            const QString id = u"cache:"_qs + mac.home() + u"/Library/Caches/"_qs + name;
+            return runOn(mac, {u"remove"_qs, id, u"--json"_qs}).json()[u"itemCount"_qs].toInt();
+        };
+        QCOMPARE(chosenBy(u"odd\x1bone"_qs), 1);
+        QCOMPARE(chosenBy(u"odd\uFFFDone"_qs), 1);
+        QCOMPARE(chosenBy(u"a\uFFFDz"_qs), 0); // it could be either
+    }
+
     void whatIsRefusedIsNotDone()
     {
         const FullMac mac;
