@@ -28,6 +28,16 @@ constexpr std::array sharedNames = {
 /// Where the user keeps application images.
 constexpr std::array imageFolders = {"Applications", ".local/bin", "bin"};
 
+/// Whether a person keeps more than programs' files in there: the home folder, what holds it, and what is in
+/// plain sight in it, whatever the variables say.
+bool isPersonal(const fs::path &folder, const fs::path &home)
+{
+    const fs::path top = resolved(home);
+    const fs::path place = resolved(folder);
+    return isAtOrUnder(top, place) ||
+           (isUnder(place, top) && !place.lexically_relative(top).native().starts_with('.'));
+}
+
 InstalledNames installedNames(const UserFolders &folders, const ProgramFolders &programs,
                               const std::vector<std::string> &entryFolders)
 {
@@ -167,9 +177,11 @@ std::vector<LeftoverPlace> LinuxApplicationSource::leftoverPlaces(const FoundApp
     };
     if (!m_folders.cache.empty())
         add(m_folders.cache, "Cached data");
-    add(m_folders.data, "Support files");
-    add(m_folders.config, "Preferences");
-    add(m_folders.state, "Saved state");
+    for (const auto &[folder, description] :
+         {std::pair(m_folders.data, "Support files"), std::pair(m_folders.config, "Preferences"),
+          std::pair(m_folders.state, "Saved state")})
+        if (!isPersonal(folder, m_folders.home))
+            add(folder, description);
     if (isOneFileName(bundleId) && !isShared)
         places.push_back(
             {m_folders.home / ".var/app", bundleId.toStdString(), QStringLiteral("Sandboxed app data")});

@@ -274,6 +274,16 @@ private Q_SLOTS:
 
     void whatIsFoundGoes()
     {
+        // Where the variables name the home folder, what lies there is the person's.
+        for (const char *said : {"home", "home/things", ""}) {
+            Home careless;
+            careless.folders.data = careless.folders.config = careless.folders.state =
+                careless.files.path(said);
+            QCOMPARE(careless.source()
+                         .leftoverPlaces({careless.files.path("home/x"), u"Loom"_qs, u"loom"_qs, {}})
+                         .size(),
+                     3U); // what is cached by either name, and the sandbox
+        }
         const Home home;
         const auto machine = home.machine();
         machine->clock = std::make_unique<FolderClock>(SystemClock().now());
