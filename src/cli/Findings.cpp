@@ -25,13 +25,15 @@ struct Findings {
     QString nothing;
     int status = done;
 };
+    QString remark = {}; ///< below it, for people
 
 void printFindings(const Arguments &arguments, const Findings &findings)
 {
     if (arguments.json)
         print(jsonText(findings.json) + '\n');
     else
-        print(findings.rows.empty() ? findings.nothing + QLatin1Char('\n') : table(findings.rows, {0}));
+        print((findings.rows.empty() ? findings.nothing + QLatin1Char('\n') : table(findings.rows, {0})) +
+              (findings.remark.isEmpty() ? QString() : findings.remark + QLatin1Char('\n')));
     QCoreApplication::exit(findings.status);
 }
 
@@ -129,6 +131,7 @@ Findings appFindings(const Arguments &arguments, const Search &search)
     }
     findings.json = json;
     return findings;
+    findings.remark = search.machine.words.packagedPrograms;
 }
 
 Findings developerFindings(const Arguments & /*arguments*/, const Search &search)

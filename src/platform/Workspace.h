@@ -15,6 +15,10 @@ public:
     virtual bool reveal(const QString &path) = 0;
     /// Opens the system's own settings for what starts at login. False when there are none to open.
     virtual bool openLoginItemSettings() = 0;
+    /// The name of the program that removes what the system's packages brought; empty when there is none.
+    virtual QString softwareManager() { return {}; }
+    /// Opens that program. False when there is none to open.
+    virtual bool openSoftwareManager() { return false; }
 };
 
 } // namespace swabby

@@ -29,15 +29,11 @@ std::string unescaped(std::string_view value)
 }
 
 constexpr std::pair<std::string_view, std::string DesktopEntry::*> texts[] = {
-    {"Name", &DesktopEntry::name},
-    {"Type", &DesktopEntry::type},
-    {"Exec", &DesktopEntry::exec},
-    {"Icon", &DesktopEntry::icon},
-    {"TryExec", &DesktopEntry::tryExec},
-    {"X-Flatpak", &DesktopEntry::flatpak},
-    {"OnlyShowIn", &DesktopEntry::onlyShowIn},
-    {"NotShowIn", &DesktopEntry::notShowIn},
-    {"Categories", &DesktopEntry::categories},
+    {"Name", &DesktopEntry::name},           {"Type", &DesktopEntry::type},
+    {"Exec", &DesktopEntry::exec},           {"Icon", &DesktopEntry::icon},
+    {"TryExec", &DesktopEntry::tryExec},     {"X-Flatpak", &DesktopEntry::flatpak},
+    {"MimeType", &DesktopEntry::mimeType},   {"OnlyShowIn", &DesktopEntry::onlyShowIn},
+    {"NotShowIn", &DesktopEntry::notShowIn}, {"Categories", &DesktopEntry::categories},
 };
 
 void setField(DesktopEntry &entry, std::string_view key, std::string_view value)

@@ -13,7 +13,8 @@ struct DesktopEntry {
     std::string exec;
     std::string icon; ///< a file's absolute path or a name in the icon theme
     std::string tryExec;
-    std::string flatpak; ///< identifier of the sandboxed application
+    std::string flatpak;  ///< identifier of the sandboxed application
+    std::string mimeType; ///< what it opens, a semicolon behind each
     std::string onlyShowIn;
     std::string notShowIn;
     std::string categories; ///< as "Network;WebBrowser;"

@@ -162,6 +162,7 @@ void addDesktop(Machine &machine, const Session &session)
         LinuxWorkspace::Sources{session.busAddress, session.autostart.desktops, session.programs.searched,
                                 textOf(session.autostart.user)},
         *machine.shell, machine.stop.token());
+                                withEnding(session.sharedData, "/applications"),
     machine.secrets = std::make_unique<LinuxSecretStore>(session.busAddress, LinuxSecretStore::Patience(),
                                                          machine.stop.token());
 }

@@ -1,8 +1,10 @@
 #include "platform/linux/LinuxWorkspace.h"
 
+#include "platform/Utf8.h"
 #include "platform/linux/BusCall.h"
 #include "platform/linux/DesktopEntry.h"
 #include "platform/linux/ProgramFolders.h"
+#include "platform/linux/SoftwareManager.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFileInfo>
@@ -24,11 +26,17 @@ struct SettingsProgram {
 const std::vector<SettingsProgram> &settingsPrograms()
 {
     static const std::vector<SettingsProgram> all = {
-        {"KDE", "systemsettings", {"kcm_autostart"}},     {"KDE", "systemsettings5", {"kcm_autostart"}},
-        {"XFCE", "xfce4-session-settings", {}},           {"MATE", "mate-session-properties", {}},
-        {"X-Cinnamon", "cinnamon-settings", {"startup"}}, {"LXQt", "lxqt-config-session", {}},
-        {"Budgie", "budgie-desktop-settings", {}},        {"GNOME", "gnome-tweaks", {}},
+        {"KDE", "systemsettings", {"kcm_autostart"}},
+        {"KDE", "systemsettings5", {"kcm_autostart"}},
+        {"XFCE", "xfce4-session-settings", {}},
+        {"MATE", "mate-session-properties", {}},
+        {"X-Cinnamon", "cinnamon-settings", {"startup"}},
+        {"LXQt", "lxqt-config-session", {}},
+        {"Budgie", "budgie-desktop-settings", {}},
+        {"GNOME", "gnome-tweaks", {}},
+        {"GNOME", "gnome-session-properties", {}},
         {"Unity", "gnome-session-properties", {}},
+        {"LXDE", "lxsession-edit", {}},
     };
     return all;
 }
@@ -60,6 +68,18 @@ bool LinuxWorkspace::openLoginItemSettings()
     // What starts at login is a folder here, and people can see into it.
     QDir().mkpath(m_sources.autostartFolder);
     return callFileManager("ShowFolders", m_sources.autostartFolder) || openFolder(m_sources.autostartFolder);
+}
+
+QString LinuxWorkspace::softwareManager()
+{
+    const auto manager = findSoftwareManager(m_sources.entryFolders, m_sources.desktops, m_sources.searched);
+    return manager ? textOf(manager->name) : QString();
+}
+
+bool LinuxWorkspace::openSoftwareManager()
+{
+    const auto manager = findSoftwareManager(m_sources.entryFolders, m_sources.desktops, m_sources.searched);
+    return manager && m_shell.launch(manager->program, manager->arguments);
 }
 
 bool LinuxWorkspace::callFileManager(const char *member, const QString &path)

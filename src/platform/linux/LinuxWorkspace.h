@@ -13,9 +13,10 @@ namespace swabby {
 class LinuxWorkspace final : public Workspace {
 public:
     struct Sources {
-        std::string sessionBus;            ///< address; may be empty
-        std::string desktops;              ///< colon-separated names of the running desktop, may be empty
-        std::vector<std::string> searched; ///< folders of programs
+        std::string sessionBus;                ///< address; may be empty
+        std::string desktops;                  ///< colon-separated names of the running desktop, may be empty
+        std::vector<std::string> searched;     ///< folders of programs
+        std::vector<std::string> entryFolders; ///< of the menu, most important first
         QString autostartFolder; ///< shown where the desktop has no settings for what starts at login
     };
 
@@ -23,6 +24,8 @@ public:
 
     bool reveal(const QString &path) override;
     bool openLoginItemSettings() override;
+    QString softwareManager() override;
+    bool openSoftwareManager() override;
 
 private:
     bool callFileManager(const char *member, const QString &path);

@@ -8,9 +8,11 @@ Card {
     required property RemovableList list
     property string actionLabel
     property string note
+    property string noteAction
     property assistantTrouble trouble
 
     signal settingsWanted
+    signal noteFollowed
     signal begun
     signal stopped
     signal toggled(string id, bool isSelected)
@@ -74,5 +76,11 @@ Card {
         font: Theme.axisFont
         color: Theme.secondary
         visible: text !== ""
+    }
+
+    ActionButton {
+        text: card.noteAction
+        visible: text !== ""
+        onActivated: card.noteFollowed()
     }
 }

@@ -127,6 +127,11 @@ QString queueNoteText(const MachineWords &words)
         .arg(words.press);
 }
 
+QString softwareManagerText(const QString &name)
+{
+    return name.isEmpty() ? QString() : QStringLiteral("Open ") + oneLine(name);
+}
+
 QString suggestionsNoteText(const StorageScans::Findings &found)
 {
     if (!found.wasSent)

@@ -90,6 +90,8 @@ void describeApplication(RemovableRowText &row, const RemovableItem &item, const
 QString totalText(const SystemStats &stats);
 /// What the queue is for.
 QString queueNoteText(const MachineWords &words);
+/// "Open Software" for a program of that name; empty for none.
+QString softwareManagerText(const QString &name);
 /// What left this computer for the suggestions, and to where; empty when nothing did.
 QString suggestionsNoteText(const StorageScans::Findings &found);
 

@@ -1,5 +1,7 @@
 #include "ui/qmltypes/StorageView.h"
 
+#include "platform/BackgroundWork.h"
+#include "platform/WhenDone.h"
 #include "ui/presentation/Gauges.h"
 #include "ui/presentation/NoticeText.h"
 #include "ui/qmltypes/MainWindowCoordinator.h"
@@ -35,6 +37,24 @@ void StorageView::enter()
 {
     if (!m_scans.isDone(ClutterKind::quickClean) && !m_scans.isScanning(ClutterKind::quickClean))
         m_scans.begin(ClutterKind::quickClean);
+    if (packagedPrograms().isEmpty())
+        return;
+    const auto asking = m_context.systemCalls.ask(
+        [machine = m_context.state.sharedMachine()] { return machine->workspace->softwareManager(); });
+    whenDone(this, asking, [this](const QString &name) {
+        m_softwareManager = softwareManagerText(name);
+        Q_EMIT changed();
+    });
+}
+
+void StorageView::openSoftwareManager()
+{
+    const auto opening = m_context.systemCalls.ask(
+        [machine = m_context.state.sharedMachine()] { return machine->workspace->openSoftwareManager(); });
+    whenDone(this, opening, [this](bool isOpened) {
+        if (!isOpened)
+            m_coordinator.setNotice(noticeText(Notice::nothingToShowWith));
+    });
 }
 
 std::optional<ClutterKind> StorageView::scanOf(const RemovableList *list) const

@@ -30,6 +30,8 @@ class StorageView : public QObject {
     Q_PROPERTY(bool canCleanUp READ canCleanUp NOTIFY changed)
     Q_PROPERTY(QString sentNote READ sentNote NOTIFY changed)
     Q_PROPERTY(swabby::AssistantTrouble trouble READ trouble NOTIFY changed)
+    Q_PROPERTY(QString packagedPrograms READ packagedPrograms CONSTANT)
+    Q_PROPERTY(QString softwareManager READ softwareManager NOTIFY changed)
     Q_PROPERTY(swabby::RemovableList *quickClean READ quickClean CONSTANT)
     Q_PROPERTY(swabby::RemovableList *unfamiliar READ unfamiliar CONSTANT)
     Q_PROPERTY(swabby::RemovableList *duplicates READ duplicates CONSTANT)
@@ -50,6 +52,8 @@ public:
     Q_INVOKABLE void openAssistantSettings() { m_context.openAssistantSettings(); }
     /// Asks before everything in the queue goes.
     Q_INVOKABLE void cleanUp() { ask(m_queue); }
+    /// Opens what removes the system's packages.
+    Q_INVOKABLE void openSoftwareManager();
     /// Looks for what goes with an application, then asks.
     Q_INVOKABLE void uninstall(const QString &id) { m_scans.prepare(id); }
 
@@ -75,6 +79,10 @@ public:
     {
         return AssistantTrouble(m_scans.findings(ClutterKind::quickClean).failure);
     }
+    /// Who removes what the system's packages brought; empty where nothing did.
+    QString packagedPrograms() const { return m_context.state.machine().words.packagedPrograms; }
+    /// What the button that opens it says; empty when there is none.
+    const QString &softwareManager() const { return m_softwareManager; }
     RemovableList *quickClean() { return &m_quickClean; }
     RemovableList *unfamiliar() { return &m_unfamiliar; }
     RemovableList *duplicates() { return &m_duplicates; }
@@ -106,6 +114,7 @@ private:
     std::vector<RemovableItem> m_queue;
     std::vector<RemovableItem> m_prepared; ///< to be asked about
     std::int64_t m_clearableBytes = 0;
+    QString m_softwareManager;
     StorageScans m_scans;
 };
 

@@ -73,6 +73,9 @@ ScrollPage {
     ClutterCard {
         list: page.storage.applications
         actionLabel: "Remove"
+        note: page.storage.packagedPrograms
+        noteAction: page.storage.softwareManager
+        onNoteFollowed: page.storage.openSoftwareManager()
         onActed: id => page.storage.uninstall(id)
     }
 }
