@@ -19,7 +19,7 @@ ActionRecommendation recommendation(const ExplainRequest &request)
     const LoginItem &item = std::get<LoginItem>(request.kind);
     if (item.isOrphaned)
         return ActionRecommendation::forceQuit;
-    return item.isAppleSigned ? ActionRecommendation::keep : ActionRecommendation::quit;
+    return item.isVouchedFor() ? ActionRecommendation::keep : ActionRecommendation::quit;
 }
 
 QString recommendationLabel(ActionRecommendation recommendation)

@@ -11,6 +11,7 @@ namespace swabby {
 struct IconOwner {
     std::filesystem::path program; ///< its program file, or what holds it; empty when unknown
     QString application{};         ///< the name of the application it belongs to; empty when it is none
+    QString icon{};                ///< named by whatever starts it, and preferred; empty for none
 
     bool operator==(const IconOwner &) const = default;
 };

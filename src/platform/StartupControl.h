@@ -28,7 +28,8 @@ public:
     virtual void beginJob(const QString &definitionPath) = 0;
 
     /// Renames the definition to its name with the ending above, where it starts nothing any more, and never
-    /// over something of that name. False when everything stays as it was.
+    /// over something of that name; everybody's that can be overridden stays, and is. False when everything
+    /// stays as it was.
     virtual bool setAside(const QString &definitionPath) = 0;
     /// The way back, with the path the definition had before. Also never over something.
     virtual bool putBack(const QString &definitionPath) = 0;

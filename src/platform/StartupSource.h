@@ -20,6 +20,10 @@ struct StartupEntry {
     bool isLoaded = false;
     bool programIsMissing = false;
     bool isVendorSigned = false; ///< came with the system
+    /// Whether a definition of the person's own can turn it off, though it is everybody's.
+    bool canBeOverridden = false;
+    bool isOwn = false; ///< Swabby's own
+    QString icon{};     ///< a file's absolute path or a name in the icon theme; empty when it names none
     std::optional<std::int32_t> pid;
 
     bool operator==(const StartupEntry &) const = default;

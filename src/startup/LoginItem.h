@@ -20,11 +20,15 @@ struct LoginItem {
     bool isAppleSigned = false;
     bool canDisableInPlace = false;
     std::optional<int> bootDelaySeconds;
+    bool isOwn = false; ///< Swabby's own
+    QString icon{};     ///< as its definition names it; empty when it names none
 
     /// The scope's words, a colon and the label.
     QString id() const;
-    /// Whether it has lost its program or does not come from the system's vendor.
-    bool deservesALook() const { return isOrphaned || !isAppleSigned; }
+    /// Whether it comes from the system's vendor or is Swabby's own.
+    bool isVouchedFor() const { return isAppleSigned || isOwn; }
+    /// Whether it has lost its program or nobody vouches for it.
+    bool deservesALook() const { return isOrphaned || !isVouchedFor(); }
 
     bool operator==(const LoginItem &) const = default;
 };

@@ -17,8 +17,10 @@ LoginItem itemOf(const StartupEntry &entry, BootClock &boot)
             .isOrphaned = entry.programIsMissing,
             .isAppleSigned = entry.isVendorSigned,
             // Only what lies in the user's own folders can be changed without administrator rights.
-            .canDisableInPlace = entry.scope == LoginItemScope::userAgent,
-            .bootDelaySeconds = entry.pid ? BootTime::delaySeconds(boot, *entry.pid) : std::nullopt};
+            .canDisableInPlace = entry.scope == LoginItemScope::userAgent || entry.canBeOverridden,
+            .bootDelaySeconds = entry.pid ? BootTime::delaySeconds(boot, *entry.pid) : std::nullopt,
+            .isOwn = entry.isOwn,
+            .icon = entry.icon};
 }
 
 // By code point: UTF-16 order, which QString compares by, puts characters beyond U+FFFF too early.
@@ -52,6 +54,7 @@ QList<LoginItem> LoginItemScanner::disabledItems(StartupControl &control)
         item.programPath = entry.programPath;
         item.scope = entry.scope;
         item.isOrphaned = entry.programIsMissing;
+        item.icon = entry.icon;
         items.append(item);
     }
     std::stable_sort(items.begin(), items.end(),

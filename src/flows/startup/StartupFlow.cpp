@@ -50,6 +50,12 @@ void StartupFlow::lookForDisabled()
     });
 }
 
+void StartupFlow::noteLoginSetting()
+{
+    lookForDisabled();
+    m_state.refresh();
+}
+
 void StartupFlow::reveal(const QString &path)
 {
     if (!path.isEmpty())

@@ -28,6 +28,8 @@ public:
     const QStringList &busyIds() const { return m_busyIds; }
     /// Looks again for what was turned off.
     void lookForDisabled();
+    /// Looks again at everything: whether Swabby itself starts was changed elsewhere.
+    void noteLoginSetting();
     /// What was turned off, as of the last look.
     const QList<LoginItem> &disabledItems() const { return m_disabledItems; }
     void reveal(const QString &path);

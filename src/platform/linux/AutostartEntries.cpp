@@ -1,13 +1,15 @@
 #include "platform/linux/AutostartEntries.h"
 
 #include "platform/Utf8.h"
+#include "platform/linux/LinuxLoginService.h"
 
 #include <algorithm>
 
 namespace swabby {
 
-AutostartEntries::AutostartEntries(AutostartFolders folders, ProgramFolders programs)
-    : m_folders(std::move(folders)), m_programs(std::move(programs))
+AutostartEntries::AutostartEntries(AutostartFolders folders, ProgramFolders programs,
+                                   const std::string &ownProgram)
+    : m_folders(std::move(folders)), m_programs(std::move(programs)), m_ownProgram(withoutLinks(ownProgram))
 {
 }
 
@@ -49,6 +51,9 @@ void AutostartEntries::addFolder(const std::string &folder, LoginItemScope scope
         result.programPath = textOf(program);
         result.scope = scope;
         result.programIsMissing = !isThere(program);
+        result.canBeOverridden = scope == LoginItemScope::globalAgent;
+        result.isOwn = name == ownAutostartEntry && withoutLinks(program) == m_ownProgram;
+        result.icon = textOf(entry->icon);
         result.isVendorSigned = isVendorDefined && isVendorProgram(withoutLinks(program), m_programs.root);
         entries.push_back(std::move(result));
     }

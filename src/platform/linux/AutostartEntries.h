@@ -24,7 +24,8 @@ struct AutostartFolders {
 /// belong to its start sequence. Not safe for several threads at once.
 class AutostartEntries {
 public:
-    AutostartEntries(AutostartFolders folders, ProgramFolders programs);
+    /// The program is Swabby's own for a window.
+    AutostartEntries(AutostartFolders folders, ProgramFolders programs, const std::string &ownProgram);
 
     /// User's first, each folder in the order of the file names. Nothing is said about running programs.
     std::vector<StartupEntry> list();
@@ -36,6 +37,7 @@ private:
 
     const AutostartFolders m_folders;
     const ProgramFolders m_programs;
+    const std::string m_ownProgram;
     FileCache<DesktopEntry> m_cache;
 };
 

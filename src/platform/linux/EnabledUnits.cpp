@@ -92,6 +92,7 @@ std::optional<EnabledUnit> EnabledUnits::enabledUnit(const std::string &link, co
         return std::nullopt;
 
     EnabledUnit unit;
+    unit.entry.label = textOf(unitLabel(*file, {name, m_programs.home}));
     unit.unit = name;
     unit.service = name;
     if (isTimer(name)) {
@@ -107,7 +108,6 @@ std::optional<EnabledUnit> EnabledUnits::enabledUnit(const std::string &link, co
     if (program.empty())
         return std::nullopt;
 
-    unit.entry.label = textOf(name);
     unit.entry.definitionPath = textOf(link);
     unit.entry.programPath = textOf(program);
     unit.entry.programIsMissing = !isThere(program);

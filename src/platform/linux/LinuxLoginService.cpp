@@ -1,7 +1,11 @@
 #include "platform/linux/LinuxLoginService.h"
 
+#include "platform/StartupControl.h"
 #include "platform/Utf8.h"
+#include "platform/linux/AutostartOverride.h"
 #include "platform/linux/DesktopEntry.h"
+#include "platform/posix/RenameWithoutReplacing.h"
+#include "platform/posix/SmallFile.h"
 #include "platform/posix/WholeFile.h"
 
 #include <QtCore/QDir>
@@ -13,8 +17,6 @@
 
 namespace swabby {
 namespace {
-
-const QString entryName = QStringLiteral("/com.swabby.app.desktop");
 
 /// The path as one argument of an Exec line.
 std::string quoted(const std::string &path)
@@ -34,56 +36,100 @@ std::string quoted(const std::string &path)
     return text + '"';
 }
 
+QByteArray contentOf(const QString &path)
+{
+    constexpr std::int64_t most = 1024 * 1024;
+    return smallFile(QFile::encodeName(path).toStdString(), most);
+}
+
+/// The path as the value of a key that holds one file's name.
+std::string escaped(const std::string &path)
+{
+    std::string text;
+    for (const char character : path)
+        text.append(character == '\\' ? 2 : 1, character);
+    return text;
+}
+
+std::vector<QString> entriesIn(const std::vector<std::string> &folders)
+{
+    std::vector<QString> entries;
+    entries.reserve(folders.size());
+    for (const std::string &folder : folders)
+        entries.push_back(textOf(folder) + QLatin1Char('/') + QLatin1String(ownAutostartEntry));
+    return entries;
+}
+
 } // namespace
 
-LinuxLoginService::LinuxLoginService(const std::string &folder, std::vector<std::string> systemFolders,
+LinuxLoginService::LinuxLoginService(const std::string &folder, const std::vector<std::string> &systemFolders,
                                      std::string program)
-    : m_entry(textOf(folder) + entryName),
-      m_folder(textOf(folder)),
-      m_systemFolders(std::move(systemFolders)),
+    : m_folder(textOf(folder)),
+      m_entry(entriesIn({folder}).front()),
+      m_systemEntries(entriesIn(systemFolders)),
       m_program(std::move(program))
 {
 }
 
+QString LinuxLoginService::systemEntry() const
+{
+    const auto found = std::find_if(m_systemEntries.begin(), m_systemEntries.end(),
+                                    [](const QString &entry) { return QFileInfo::exists(entry); });
+    return found == m_systemEntries.end() ? QString() : *found;
+}
+
 bool LinuxLoginService::isEnabled()
 {
-    QFile file(m_entry);
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    constexpr qint64 most = 64 * 1024;
-    const DesktopEntry entry = desktopEntryFrom(file.read(most).toStdString());
+    const QString there = QFileInfo::exists(m_entry) ? m_entry : systemEntry();
+    const DesktopEntry entry = desktopEntryFrom(contentOf(there).toStdString());
     const std::vector<std::string> words = execArguments(entry.exec);
+    const std::string ownName = m_program.substr(m_program.rfind('/') + 1);
     // An entry that starts a copy that has moved away is as good as none.
     return entry.type == "Application" && !entry.isHidden && entry.isAutostartEnabled && !words.empty() &&
-           words.front() == m_program;
+           (words.front() == m_program || words.front() == ownName);
 }
 
 QString LinuxLoginService::registerAtLogin()
 {
     if (!QDir().mkpath(m_folder))
         return textOf(std::generic_category().message(errno));
-    return saveWholeFile(m_entry, "[Desktop Entry]\n"
-                                  "Type=Application\n"
-                                  "Name=Swabby\n"
-                                  "Comment=Looks after this computer\n"
-                                  "Icon=com.swabby.app\n"
-                                  "Exec=" +
-                                      QByteArray::fromStdString(quoted(m_program)) +
-                                      " --background\n"
-                                      "X-GNOME-Autostart-enabled=true\n");
+    const QString problem = saveWholeFile(m_entry, "[Desktop Entry]\n"
+                                                   "Type=Application\n"
+                                                   "Name=Swabby\n"
+                                                   "Comment=Looks after this computer\n"
+                                                   "Icon=com.swabby.app\n"
+                                                   "Exec=" +
+                                                       QByteArray::fromStdString(quoted(m_program)) +
+                                                       " --background\n"
+                                                       "TryExec=" +
+                                                       QByteArray::fromStdString(escaped(m_program)) +
+                                                       "\n"
+                                                       "X-GNOME-Autostart-enabled=true\n");
+    if (problem.isEmpty())
+        QFile::remove(asideName(m_entry));
+    return problem;
 }
 
 QString LinuxLoginService::unregister()
 {
-    const bool isInstalledForAll =
-        std::any_of(m_systemFolders.begin(), m_systemFolders.end(),
-                    [](const std::string &folder) { return QFileInfo::exists(textOf(folder) + entryName); });
-    if (isInstalledForAll)
-        return QDir().mkpath(m_folder)
-                   ? saveWholeFile(m_entry, "[Desktop Entry]\nType=Application\nName=Swabby\nHidden=true\n")
-                   : textOf(std::generic_category().message(errno));
-    QFile file(m_entry);
-    return !file.exists() || file.remove() ? QString() : file.errorString();
+    const QFileInfo there(m_entry);
+    const bool isThere = there.exists() || there.isSymLink();
+    if (isThere && desktopEntryFrom(contentOf(m_entry).toStdString()).isHidden)
+        return {};
+    if (isThere) {
+        QFile::remove(asideName(m_entry)); // an older one of ours
+        if (!renameWithoutReplacing(m_entry, asideName(m_entry)))
+            return textOf(std::generic_category().message(errno));
+    }
+    const QString system = systemEntry();
+    if (system.isEmpty())
+        return {};
+    if (!QDir().mkpath(m_folder))
+        return textOf(std::generic_category().message(errno));
+    const QString problem = saveWholeFile(m_entry, turnedOffCopy(contentOf(system)));
+    if (!problem.isEmpty() && isThere)
+        renameWithoutReplacing(asideName(m_entry), m_entry);
+    return problem;
 }
 
 } // namespace swabby

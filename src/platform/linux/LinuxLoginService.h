@@ -7,22 +7,29 @@
 
 namespace swabby {
 
+/// What Swabby's own entry is called in every autostart folder.
+inline constexpr auto ownAutostartEntry = "com.swabby.app.desktop";
+
 /// Swabby's own autostart entry: a desktop entry in the user's folder that starts the running program with
-/// --background. Where the system's folders have an entry of that name too, off is written down as hidden, or
-/// theirs would start.
+/// --background. One that is turned off is kept beside its place, with ".disabled" behind its name. Where the
+/// system's folders have an entry of that name too, off is written down as hidden, or theirs would start.
 class LinuxLoginService final : public LoginService {
 public:
     /// The user's autostart folder, the system's, and the absolute path of the program to start.
-    LinuxLoginService(const std::string &folder, std::vector<std::string> systemFolders, std::string program);
+    LinuxLoginService(const std::string &folder, const std::vector<std::string> &systemFolders,
+                      std::string program);
 
     bool isEnabled() override;
     QString registerAtLogin() override;
     QString unregister() override;
 
 private:
-    const QString m_entry;
+    /// Of the system's folders; empty when they have none.
+    QString systemEntry() const;
+
     const QString m_folder;
-    const std::vector<std::string> m_systemFolders;
+    const QString m_entry;
+    const std::vector<QString> m_systemEntries;
     const std::string m_program;
 };
 

@@ -144,12 +144,14 @@ void addStartup(Machine &machine, const Session &session, const PidRunning &pidR
         LinuxStartupSource::Sources{.autostart = autostart,
                                     .units = units,
                                     .programs = session.programs,
+                                    .ownProgram = session.ownProgram,
                                     .systemBus = session.systemBusAddress,
                                     .userBus = session.busAddress,
                                     .pidRunning = pidRunning,
                                     .stop = machine.stop.token()});
     machine.startupControl = std::make_unique<LinuxStartupControl>(
-        LinuxStartupControl::Folders{autostart.user, autostart.system, units.user, session.busAddress},
+        LinuxStartupControl::Folders{autostart.user, autostart.system, units.user, session.busAddress,
+                                     session.ownProgram, session.folders.home.string()},
         machine.stop.token());
     machine.login = std::make_unique<LinuxLoginService>(autostart.user, autostart.system, session.ownProgram);
 }
@@ -160,9 +162,9 @@ void addDesktop(Machine &machine, const Session &session)
     machine.notifier = std::make_unique<LinuxNotifier>(session.busAddress);
     machine.workspace = std::make_unique<LinuxWorkspace>(
         LinuxWorkspace::Sources{session.busAddress, session.autostart.desktops, session.programs.searched,
+                                withEnding(session.sharedData, "/applications"),
                                 textOf(session.autostart.user)},
         *machine.shell, machine.stop.token());
-                                withEnding(session.sharedData, "/applications"),
     machine.secrets = std::make_unique<LinuxSecretStore>(session.busAddress, LinuxSecretStore::Patience(),
                                                          machine.stop.token());
 }

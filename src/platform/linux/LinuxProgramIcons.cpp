@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxProgramIcons.h"
 
+#include "platform/linux/KernelFile.h"
 #include "platform/posix/SmallFile.h"
 
 namespace swabby {
@@ -13,9 +14,15 @@ QByteArray LinuxProgramIcons::picture(const IconOwner &owner, const IconRequest 
 std::string LinuxProgramIcons::find(const IconOwner &owner, const IconRequest &request)
 {
     const std::scoped_lock lock(m_mutex);
+    const auto fileOf = [&](const std::string &icon) {
+        return icon.starts_with('/') ? icon
+                                     : m_themes.find(icon, request.pixels, request.theme.toStdString());
+    };
+    if (const std::string file = fileOf(owner.icon.toStdString()); isThere(file))
+        return file;
     m_applications.refresh();
-    std::string icon(m_applications.iconFor(owner.program.native(), owner.application.toStdString()));
-    return icon.starts_with('/') ? icon : m_themes.find(icon, request.pixels, request.theme.toStdString());
+    return fileOf(
+        std::string(m_applications.iconFor(owner.program.native(), owner.application.toStdString())));
 }
 
 } // namespace swabby

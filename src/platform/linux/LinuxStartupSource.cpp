@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxStartupSource.h"
 
+#include "platform/linux/StartupLabels.h"
 #include "platform/linux/UnitStates.h"
 
 namespace swabby {
@@ -13,7 +14,7 @@ constexpr std::chrono::milliseconds busPatience{1'000};
 
 LinuxStartupSource::LinuxStartupSource(Sources sources)
     : m_sources(std::move(sources)),
-      m_autostart(m_sources.autostart, m_sources.programs),
+      m_autostart(m_sources.autostart, m_sources.programs, m_sources.ownProgram),
       m_units(m_sources.units, m_sources.programs)
 {
 }
@@ -24,6 +25,7 @@ std::vector<StartupEntry> LinuxStartupSource::entries()
     std::vector<StartupEntry> entries;
     addAutostart(entries);
     addUnits(entries);
+    tellApart(entries);
     return entries;
 }
 

@@ -21,7 +21,8 @@ public:
         AutostartFolders autostart;
         UnitFolders units;
         ProgramFolders programs;
-        std::string systemBus; ///< address; empty when there is no service manager to ask
+        std::string ownProgram; ///< Swabby's own for a window
+        std::string systemBus;  ///< address; empty when there is no service manager to ask
         std::string userBus;
         /// The process that runs a program, or one in its private folder; 0 when none does.
         std::function<std::int32_t(const std::string &program, const std::string &folder)> pidRunning;

@@ -66,6 +66,8 @@ void setField(UnitFile &unit, std::string_view line)
         unit.command = value;
     else if (key == "Unit")
         unit.activates = value;
+    else if (key == "Description")
+        unit.description = value;
 }
 
 } // namespace
@@ -87,6 +89,12 @@ UnitFile unitFileFrom(std::string_view text)
         whole.clear();
     }
     return unit;
+}
+
+std::string unitLabel(const UnitFile &unit, const UnitNames &names)
+{
+    const std::string label = filledIn(unit.description, names).value_or(std::string());
+    return label.empty() ? names.unit : label;
 }
 
 std::vector<std::string> unitCommand(std::string_view command, const UnitNames &names)

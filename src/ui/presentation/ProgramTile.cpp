@@ -32,7 +32,7 @@ ProgramTile tileOf(const ProcessSample &process)
 
 ProgramTile tileOf(const LoginItem &item)
 {
-    return tileFor(item.label, {pathOf(item.programPath), item.label});
+    return tileFor(item.label, {pathOf(item.programPath), item.label, item.icon});
 }
 
 ProgramTile tileOf(const QString &name, const std::filesystem::path &application)

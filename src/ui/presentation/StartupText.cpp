@@ -54,7 +54,7 @@ QList<StartupRowText> startupRowTexts(const QList<LoginItem> &items, bool worthA
         if (item.isOrphaned) {
             row.badge = QStringLiteral("Left behind");
             row.badgeTint = Tint::red;
-        } else if (!item.isAppleSigned) {
+        } else if (!item.isVouchedFor()) {
             row.badge = QStringLiteral("Not part of the system");
         }
         rows.append(row);

@@ -34,7 +34,7 @@ std::size_t qHash(const IconKey &key, std::size_t seed)
 {
     const std::string &program = key.owner.program.native();
     return qHashMulti(seed, QByteArrayView(program.data(), static_cast<qsizetype>(program.size())),
-                      key.owner.application, key.pixels);
+                      key.owner.application, key.owner.icon, key.pixels);
 }
 
 IconStore::IconStore(QQmlEngine *engine, std::shared_ptr<Machine> machine, BackgroundWork &work)

@@ -1,5 +1,6 @@
 #include "ui/qmltypes/SettingsView.h"
 
+#include "flows/startup/StartupFlow.h"
 #include "platform/WhenDone.h"
 #include "startup/LoginAtLogin.h"
 #include "ui/presentation/NoticeText.h"
@@ -27,6 +28,12 @@ SettingsView::SettingsView(const UserInterfaceContext &context) : m_context(cont
     });
     read();
     m_key.look();
+    connect(&m_context.startup, &StartupFlow::disabledItemsChanged, this, &SettingsView::lookAtLogin);
+    lookAtLogin();
+}
+
+void SettingsView::lookAtLogin()
+{
     const auto asking = m_context.systemCalls.ask(
         [machine = m_context.state.sharedMachine()] { return machine->login->isEnabled(); });
     whenDone(this, asking, [this](bool isEnabled) {
@@ -160,6 +167,7 @@ void SettingsView::toggleLogin()
         m_login = loginSetting(isEnabled);
         m_notice = isEnabled == opens ? QString() : noticeText(Notice::notFollowed);
         Q_EMIT changed();
+        m_context.startup.noteLoginSetting();
     });
 }
 

@@ -97,6 +97,8 @@ private:
     static constexpr int assistantTab = 3; ///< in SettingsWindow.qml
 
     void read();
+    /// Whether Swabby opens at login may be changed on the startup page too.
+    void lookAtLogin();
     /// Stores, or removes for an undefined value.
     void write(const SettingKey &key, const QJsonValue &value);
     /// Does the work behind the window, shows what it says, and calls on when that is nothing.

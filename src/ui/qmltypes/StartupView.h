@@ -18,6 +18,7 @@ class StartupView : public QObject {
     QML_ELEMENT
     QML_UNCREATABLE("made with the window")
     Q_PROPERTY(swabby::RowModel *disabled READ disabled CONSTANT)
+    Q_PROPERTY(QString systemWideItems READ systemWideItems CONSTANT)
     Q_PROPERTY(QStringList busyIds READ busyIds NOTIFY busyChanged)
 
 public:
@@ -25,6 +26,8 @@ public:
 
     /// What was turned off here.
     RowModel *disabled() { return &m_disabled; }
+    /// How those are changed that are not changed here.
+    QString systemWideItems() const { return m_context.state.machine().words.systemWideItems; }
     /// The items that are being changed.
     QStringList busyIds() const;
 

@@ -49,7 +49,7 @@ ScrollPage {
             anchors.right: settings.left
             anchors.rightMargin: 12
             anchors.verticalCenter: parent.verticalCenter
-            text: "System-wide items are changed in the system's own settings."
+            text: page.view.startup.systemWideItems
         }
 
         ActionButton {

@@ -63,7 +63,7 @@ private Q_SLOTS:
         // A program in a language of its own, or in a sandbox, is known by its application's name.
         compareTable(fixture(u"linux/whose_icon_it_is.txt"_qs), [&](const Cells &row) {
             const QByteArray program = row[1].replace("ROOT", machine.files.path().c_str());
-            return QString::fromUtf8(machine.picture({program.toStdString(), row.text(2)}));
+            return QString::fromUtf8(machine.picture({program.toStdString(), row.text(2), row.text(3)}));
         });
     }
 

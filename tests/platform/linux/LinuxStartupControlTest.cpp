@@ -40,8 +40,9 @@ QString textOfFile(const StandIn &files, const std::string &name)
 
 LinuxStartupControl controlOf(const StandIn &files, const std::string &bus = {})
 {
-    return LinuxStartupControl({files.path("user"), {files.path("system")}, files.path("units"), bus},
-                               StopToken());
+    return LinuxStartupControl(
+        {files.path("user"), {files.path("system")}, files.path("units"), bus, "/usr/bin/swabby"},
+        StopToken());
 }
 
 QString pathIn(const StandIn &files, const std::string &name)
@@ -100,12 +101,73 @@ private Q_SLOTS:
         QCOMPARE(textOfFile(files, "user/mill.desktop"), before);
     }
 
+    void aSystemEntryIsTurnedOffByAnOverride()
+    {
+        // What the user has of that name before, what stands in the override later where it says that it is
+        // hidden, what is listed as turned off then, and what the user has when it was turned on again.
+        compareTable(fixture(u"linux/autostart_overrides.txt"_qs), [](const Cells &row) {
+            const StandIn files;
+            files.plant("system/mill.desktop | Mill | mill | Hidden=false\\nOnlyShowIn=KDE;\\nIcon=wheel");
+            if (!row[1].isEmpty())
+                files.plant("user/mill.desktop | " + row[1]);
+            LinuxStartupControl control = controlOf(files);
+            const QString path = pathIn(files, "system/mill.desktop");
+            const QString before = textOfFile(files, "user/mill.desktop");
+            if (!control.setAside(path))
+                return textOfFile(files, "user/mill.desktop") == before ? u"refused"_qs : u"changed"_qs;
+            const QString copy = textOfFile(files, "user/mill.desktop");
+            const DesktopEntry hidden = desktopEntryFrom(copy.toStdString());
+            if (!hidden.isHidden || hidden.onlyShowIn != "KDE;" || hidden.exec != "mill")
+                return copy;
+            if (!row[2].isEmpty())
+                files.write("user/mill.desktop",
+                            QString(copy).replace(u"Hidden=true"_qs, row.text(2)).toStdString());
+            const QString off = lines(control.setAsideEntries(), [&](const StartupEntry &entry) {
+                return entry.label + u' ' + entry.icon + (entry.definitionPath == path ? u""_qs : u"?"_qs);
+            });
+            const bool isOn = control.putBack(path);
+            const QString after = textOfFile(files, "user/mill.desktop");
+            return (off + (isOn ? u" on "_qs : u" stays "_qs) +
+                    after.section(u'\n', 0, 1).section(u'=', 0, 0).replace(u'\n', u' '))
+                .trimmed();
+        });
+    }
+
+    void swabbyHasOneSwitch()
+    {
+        const StandIn files;
+        LinuxStartupControl control = controlOf(files);
+        LinuxLoginService login(files.path("user"), {files.path("system")}, "/usr/bin/swabby");
+        for (const std::string folder : {"user", "system"}) {
+            files.remove("user");
+            if (folder == "system")
+                files.plant("system/com.swabby.app.desktop | Swabby | swabby --background");
+            else
+                LoginAtLogin::setEnabled(true, login);
+            const QString entry = pathIn(files, folder + "/com.swabby.app.desktop");
+            for (const bool isOnThePage : {true, false}) {
+                QVERIFY(login.isEnabled() && control.setAsideEntries().empty());
+                if (isOnThePage)
+                    QVERIFY(control.setAside(entry));
+                else
+                    LoginAtLogin::setEnabled(false, login);
+                QVERIFY(!login.isEnabled());
+                QCOMPARE(lines(control.setAsideEntries(), [](const auto &off) { return off.label; }),
+                         u"Swabby"_qs);
+                if (isOnThePage)
+                    QVERIFY(control.putBack(entry));
+                else
+                    LoginAtLogin::setEnabled(true, login);
+            }
+        }
+    }
+
     void aUnitGoesOutOfEveryTarget()
     {
         const StandIn files;
         const std::string link = "units/default.target.wants/mill.service";
         const std::string other = "units/graphical.target.requires/mill.service";
-        files.plant(R"(mill.service | [Service]\nExecStart=/usr/bin/mill\n
+        files.plant(R"(mill.service | [Unit]\nDescription=The %n\n[Service]\nExecStart=/usr/bin/mill\n
                        units/default.target.wants/mill.service | -> ROOT/mill.service
                        units/graphical.target.requires/mill.service | -> ROOT/mill.service
                        units/default.target.wants/gone.timer | -> ROOT/gone)");
@@ -117,7 +179,7 @@ private Q_SLOTS:
                                  return entry.label;
                              }).split(u'\n');
         labels.sort();
-        QCOMPARE(labels, QStringList({u"gone.timer"_qs, u"mill.service"_qs}));
+        QCOMPARE(labels, QStringList({u"The mill.service"_qs, u"gone.timer"_qs}));
         QVERIFY(control.putBack(pathIn(files, link)));
         QVERIFY(isLink(files, link) && isLink(files, other));
         QVERIFY(!isLink(files, other + ".disabled"));
@@ -137,7 +199,7 @@ private Q_SLOTS:
         const auto change = std::async(std::launch::async, [&] {
             LinuxStartupControl control = controlOf(files, bus.address);
             const QString link = pathIn(files, "units/default.target.wants/mill.service");
-            control.endJob(u"mill.service"_qs, link);
+            control.endJob(u"The mill"_qs, link);
             control.beginJob(link);
             control.endJob(u"Mill"_qs, pathIn(files, "user/mill.desktop"));
             control.beginJob(pathIn(files, "user/mill.desktop"));
@@ -163,6 +225,7 @@ private Q_SLOTS:
             const DesktopEntry entry =
                 desktopEntryFrom(textOfFile(files, "new/autostart/com.swabby.app.desktop").toStdString());
             QCOMPARE(execArguments(entry.exec), (std::vector<std::string>{path, "--background"}));
+            QCOMPARE(entry.tryExec, path);
             QVERIFY(!LinuxLoginService(files.path("new/autostart"), {}, "/usr/bin/other").isEnabled());
             LoginAtLogin::setEnabled(false, service);
             LoginAtLogin::setEnabled(false, service);

@@ -22,16 +22,18 @@ LinuxStartupSource sourceOf(
                      files.path("etc/systemd/system")};
     sources.programs = {
         files.path(), files.path("home"), {files.path("usr/local/bin"), files.path("usr/bin")}};
+    sources.ownProgram = files.path("usr/bin/swabby");
     sources.pidRunning = pidRunning;
     return LinuxStartupSource(std::move(sources));
 }
 
-/// Scope, label, program, flags (missing, vendor) and where it is defined.
+/// Scope, label, program, flags (missing, vendor, overridable, Swabby's own) and where it is defined.
 QString wordsOf(const StartupEntry &entry)
 {
     return QString::number(static_cast<int>(entry.scope)) + u'|' + entry.label + u'|' + entry.programPath +
            u'|' + (entry.programIsMissing ? u"m"_qs : QString()) +
-           (entry.isVendorSigned ? u"v"_qs : QString()) + u'|' + entry.definitionPath;
+           (entry.isVendorSigned ? u"v"_qs : QString()) + (entry.canBeOverridden ? u"o"_qs : QString()) +
+           (entry.isOwn ? u"s"_qs : QString()) + u'|' + entry.definitionPath;
 }
 
 } // namespace
