@@ -65,22 +65,49 @@ bool cleanOne(const Machine &machine, const CacheEntry &entry, const ExcludeList
         return entry.trash &&
                machine.disposal->emptyTrash({entry.path, places.trash.parent_path(), entry.identity},
                                             *entry.trash, mustStay);
-    const RemovalTarget target = {entry.path, places.cachesRoot, entry.identity};
+    const RemovalTarget target = {entry.path, entry.foundIn.empty() ? places.cachesRoot : entry.foundIn,
+                                  entry.identity};
     if (isCalledTrash(entry.path))
         return machine.disposal->emptyFolder(target, mustStay);
     return !excludes.covers(entry.path) && !isMoreThanACache(places, entry.path) &&
            machine.disposal->deleteOutright(target);
 }
 
-} // namespace
+/// The folders of caches of sandboxed applications.
+std::vector<KnownCache> sandboxCaches(const CleanupPlaces &places)
+{
+    std::vector<fs::path> sandboxes =
+        places.sandboxes.empty() ? std::vector<fs::path>() : childrenOf(places.sandboxes);
+    std::ranges::sort(sandboxes);
+    std::vector<KnownCache> caches;
+    for (const fs::path &sandbox : sandboxes) {
+        const auto identity = FileIdentity::of(sandbox);
+        const fs::path cache = sandbox / "cache";
+        // The folder of caches is one of them where Swabby was started in a sandbox.
+        if (identity && identity->kind == FileKind::folder && !isAtOrUnder(places.cachesRoot, cache))
+            caches.push_back(
+                {.path = cache,
+                 .description =
+                     QStringLiteral("Flatpak app cache (%1)").arg(textOf(sandbox.filename().native())),
+                 .foundIn = places.sandboxes});
+    }
+    return caches;
+}
 
-std::vector<CacheEntry> scan(const Search &search)
+/// Whether its removal, which follows no link, would find it: what it lies in is given without links.
+bool canBeReached(const KnownCache &known)
+{
+    std::error_code problem;
+    return known.foundIn.empty() || fs::canonical(known.path, problem) == known.path;
+}
+
+std::vector<CacheEntry> scanPlaces(const Search &search, const std::vector<KnownCache> &places)
 {
     std::vector<Candidate> candidates;
-    for (const KnownCache &known : search.machine.cleanup.knownCaches) {
+    for (const KnownCache &known : places) {
         std::error_code problem;
         const auto identity = FileIdentity::of(known.path);
-        if (!identity || !fs::exists(known.path, problem) ||
+        if (!identity || !fs::exists(known.path, problem) || !canBeReached(known) ||
             isMoreThanACache(search.machine.cleanup, known.path))
             continue;
         std::vector<fs::path> parts = {known.path};
@@ -90,7 +117,11 @@ std::vector<CacheEntry> scan(const Search &search)
                         : std::vector<fs::path>();
         if (parts.empty())
             continue;
-        candidates.push_back({{.path = known.path, .description = known.description, .identity = *identity},
+        candidates.push_back({{.path = known.path,
+                               .description = known.description,
+                               .identity = *identity,
+                               .foundIn = known.foundIn,
+                               .isBuildTool = known.isBuildTool},
                               std::move(parts)});
         // Before it is measured: what comes meanwhile was not looked at.
         if (known.path == search.machine.cleanup.trash)
@@ -98,6 +129,24 @@ std::vector<CacheEntry> scan(const Search &search)
                 search.machine.disposal->listTrash(known.path, mustStayFrom(search.excludes)));
     }
     return measured(search, std::move(candidates), smallestKnownCache);
+}
+
+} // namespace
+
+std::vector<CacheEntry> scan(const Search &search)
+{
+    std::vector<KnownCache> places = search.machine.cleanup.knownCaches;
+    for (KnownCache &cache : sandboxCaches(search.machine.cleanup))
+        places.push_back(std::move(cache));
+    return scanPlaces(search, places);
+}
+
+std::vector<CacheEntry> scanBuildTools(const Search &search)
+{
+    std::vector<KnownCache> places;
+    std::ranges::copy_if(search.machine.cleanup.knownCaches, std::back_inserter(places),
+                         &KnownCache::isBuildTool);
+    return scanPlaces(search, places);
 }
 
 std::vector<CacheEntry> scanUnknownCaches(const Search &search)
@@ -109,7 +158,10 @@ std::vector<CacheEntry> scanUnknownCaches(const Search &search)
         const auto identity = FileIdentity::of(path);
         if (!identity || !fs::is_directory(path, problem) || search.excludes.covers(path) ||
             isMoreThanACache(search.machine.cleanup, path) ||
-            std::any_of(known.begin(), known.end(), [&](const auto &row) { return row.path == path; }))
+            std::any_of(known.begin(), known.end(), [&](const KnownCache &row) {
+                return row.path == path ||
+                       (isUnder(row.path, path) && !search.machine.cleanup.offersFoldersOfKnown);
+            }))
             continue;
         candidates.push_back(
             {{.path = path, .description = textOf(path.filename().native()), .identity = *identity}, {path}});

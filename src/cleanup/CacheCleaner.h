@@ -12,6 +12,9 @@ namespace swabby::CacheCleaner {
 /// The known places that hold more than a megabyte, largest first.
 std::vector<CacheEntry> scan(const Search &search);
 
+/// Those of them that developers' tools fill.
+std::vector<CacheEntry> scanBuildTools(const Search &search);
+
 /// The eight largest other folders of caches of more than twenty megabytes, largest first.
 std::vector<CacheEntry> scanUnknownCaches(const Search &search);
 

@@ -15,6 +15,9 @@ struct CacheEntry {
     QString description;
     std::int64_t sizeBytes = 0; ///< on the disk
     FileIdentity identity{};    ///< what was measured; no part of what the entry says
+    // The same of these as of the known cache that it is.
+    std::filesystem::path foundIn{};
+    bool isBuildTool = false;
     /// Of the Trash, what of it goes; no part of what the entry says either.
     std::shared_ptr<const TrashListing> trash = {};
 

@@ -29,11 +29,22 @@ bool holds(const fs::path &folder, fs::path::iterator pattern, const fs::path::i
     });
 }
 
+/// The folder of caches that it is or lies in: that of a sandboxed application, or everybody's.
+fs::path rootOf(const CleanupPlaces &places, const fs::path &folder)
+{
+    if (places.sandboxes.empty() || isUnder(folder, places.cachesRoot) || !isUnder(folder, places.sandboxes))
+        return places.cachesRoot;
+    return places.sandboxes / *folder.lexically_relative(places.sandboxes).begin() / "cache";
+}
+
 } // namespace
 
 bool isMoreThanACache(const CleanupPlaces &places, const fs::path &folder)
 {
-    const fs::path below = folder.lexically_relative(places.cachesRoot);
+    const fs::path root = rootOf(places, folder);
+    const fs::path below = folder == root ? fs::path() : folder.lexically_relative(root);
+    if (root.empty())
+        return false;
     return std::any_of(places.moreThanCaches.begin(), places.moreThanCaches.end(), [&](const auto &pattern) {
         const auto [name, rest] =
             std::mismatch(below.begin(), below.end(), pattern.begin(), pattern.end(), isCalledLike);

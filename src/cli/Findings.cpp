@@ -1,4 +1,5 @@
 #include "cleanup/AppUninstaller.h"
+#include "cleanup/CacheCleaner.h"
 #include "cleanup/DeepScanner.h"
 #include "cleanup/DeveloperCleanup.h"
 #include "cleanup/Engines.h"
@@ -24,8 +25,8 @@ struct Findings {
     std::vector<QStringList> rows; ///< the size first
     QString nothing;
     int status = done;
-};
     QString remark = {}; ///< below it, for people
+};
 
 void printFindings(const Arguments &arguments, const Findings &findings)
 {
@@ -130,8 +131,8 @@ Findings appFindings(const Arguments &arguments, const Search &search)
                                  isRunning ? QStringLiteral("Running — quit it first") : QString()});
     }
     findings.json = json;
-    return findings;
     findings.remark = search.machine.words.packagedPrograms;
+    return findings;
 }
 
 Findings developerFindings(const Arguments & /*arguments*/, const Search &search)
@@ -144,6 +145,9 @@ Findings developerFindings(const Arguments & /*arguments*/, const Search &search
                                      {QStringLiteral("docker"), toJson(docker)}},
                          {},
                          QStringLiteral("No developer clutter found.")};
+    for (const CacheEntry &cache : CacheCleaner::scanBuildTools(search))
+        findings.rows.push_back(
+            {fileByteCount(cache.sizeBytes), harmless(cache.description), pathText(cache.path)});
     if (buildCache > 0)
         findings.rows.push_back({fileByteCount(buildCache), QStringLiteral("Xcode build cache")});
     for (const SimulatorRuntimeInfo &runtime : runtimes)

@@ -17,6 +17,8 @@ enum class AgeFrom { modification, lastTouch };
 struct KnownCache {
     std::filesystem::path path;
     QString description;
+    std::filesystem::path foundIn{}; ///< what it lies in; empty for the folder of caches
+    bool isBuildTool = false;        ///< whether developers' tools are the ones to fill it again
 
     bool operator==(const KnownCache &) const = default;
 };
@@ -50,6 +52,10 @@ struct CleanupPlaces {
     /// What lies in the folder of caches and is more than one, "*" standing for any letters: a folder that is
     /// or holds one of them is never offered.
     std::vector<std::filesystem::path> moreThanCaches;
+    /// Whether a folder of caches that holds a known one is looked at as a whole too.
+    bool offersFoldersOfKnown = true;
+    /// The folder with one for each sandboxed application, whose "cache" in there is a folder of caches.
+    std::filesystem::path sandboxes;
     std::vector<PackageCleanup> packageCleanups;
     std::vector<std::filesystem::path> projectRoots; ///< those that exist are searched, in this order
     AgeFrom ageFrom = AgeFrom::modification;

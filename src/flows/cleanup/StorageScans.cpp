@@ -1,6 +1,7 @@
 #include "flows/cleanup/StorageScans.h"
 
 #include "cleanup/AppUninstaller.h"
+#include "cleanup/CacheCleaner.h"
 #include "cleanup/Search.h"
 
 #include <QCoroFuture>
@@ -56,15 +57,21 @@ Findings developerClutter(const swabby::Search &search)
     Findings found = {.items = oldRuntimes(DeveloperCleanup::scanSimulatorRuntimes(search))};
     for (RemovableItem &item : find(CleanupEngine::buildCache, search))
         found.items.push_back(std::move(item));
+    for (const CacheEntry &cache : CacheCleaner::scanBuildTools(search))
+        found.items.push_back(RemovableItem::of(cache));
     found.docker = DeveloperCleanup::dockerStatus(search);
     if (found.docker.state == DeveloperCleanup::DockerState::available)
         found.items.push_back(RemovableItem::of(DeveloperCleanup::clutterOf(found.docker)));
     return found;
 }
 
+/// Those that the developer panel does not list.
 Findings knownCaches(const swabby::Search &search)
 {
-    return {.items = foundOnce(CleanupEngine::knownCaches, search)};
+    Findings found = {.items = foundOnce(CleanupEngine::knownCaches, search)};
+    std::erase_if(found.items,
+                  [](const RemovableItem &item) { return std::get<CacheEntry>(item.kind).isBuildTool; });
+    return found;
 }
 
 Findings unknownCaches(const swabby::Search &search)

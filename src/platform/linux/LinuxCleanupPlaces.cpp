@@ -10,22 +10,60 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr struct {
-    const char *path; // in the folder of caches
-    const char *description;
-} knownCaches[] = {
+struct CacheRow {
+    const char *path;
+    const char *description; ///< of a build tool's the tool's name
+};
+
+constexpr CacheRow programCaches[] = {
+    // In the folder of caches.
     {"google-chrome", "Chrome's temporary browsing files"},
     {"mozilla/firefox", "Firefox's temporary browsing files"},
-    {"CocoaPods", "Coding tool cache (CocoaPods)"},
-    {"Cypress", "Coding tool cache (Cypress)"},
-    {"ms-playwright", "Coding tool cache (Playwright)"},
-    {"dotslash", "Coding tool cache (dotslash)"},
-    {"node-gyp", "Coding tool cache (node-gyp)"},
-    {"typescript", "Coding tool cache (TypeScript)"},
-    {"composer", "Coding tool cache (Composer)"},
-    {"pip", "Coding tool cache (pip)"},
-    {"yarn", "Coding tool cache (Yarn)"},
-    {"puppeteer", "Coding tool cache (Puppeteer)"},
+    {"thumbnails", "Small previews of pictures and documents"},
+    {"mesa_shader_cache", "Graphics driver cache (Mesa)"},
+    {"mesa_shader_cache_db", "Graphics driver cache (Mesa)"},
+    {"mesa_shader_cache_sf", "Graphics driver cache (Mesa)"},
+    {"radv_builtin_shaders32", "Graphics driver cache (RADV)"},
+    {"radv_builtin_shaders64", "Graphics driver cache (RADV)"},
+    {"nvidia/GLCache", "Graphics driver cache (NVIDIA)"},
+};
+
+constexpr CacheRow toolCaches[] = {
+    // In the folder of caches.
+    {"CocoaPods", "CocoaPods"},
+    {"Cypress", "Cypress"},
+    {"ms-playwright", "Playwright"},
+    {"dotslash", "dotslash"},
+    {"node-gyp", "node-gyp"},
+    {"typescript", "TypeScript"},
+    {"composer", "Composer"},
+    {"pip", "pip"},
+    {"yarn", "Yarn"},
+    {"puppeteer", "Puppeteer"},
+    {"go-build", "Go"},
+    {"npm/_cacache", "npm"},
+    {"pnpm", "pnpm"},
+    {"uv", "uv"},
+};
+
+// Beside these lie the settings of the same tools, what somebody installed with them, and in Maven's
+// repository what was built here and is nowhere else.
+constexpr CacheRow driverCaches[] = {
+    {"GLCache", "Graphics driver cache (NVIDIA)"},
+    {"ComputeCache", "Graphics driver cache (CUDA)"},
+};
+constexpr CacheRow npmCaches[] = {
+    {"_cacache", "npm"},
+};
+constexpr CacheRow mavenCaches[] = {
+    {"wrapper/dists", "Maven"},
+};
+constexpr CacheRow cargoCaches[] = {
+    {"registry/cache", "Cargo"},
+    {"registry/src", "Cargo, unpacked"},
+};
+constexpr CacheRow gradleCaches[] = {
+    {"caches", "Gradle"},
 };
 
 /// In the folder of caches, with what there is to lose.
@@ -59,7 +97,8 @@ constexpr const char *moreThanCaches[] = {
     "*credential*",            // passwords and tokens
     "*oauth*",                 // tokens
     "ms-playwright/mcp-*",     // browsers that are signed in
-    "mozilla",                 // nothing, but the known one in it is offered by itself
+    "go-build/fuzz",           // what hours of fuzzing have found
+    "tmp/*",                   // what a sandboxed program keeps until it is started again
 };
 
 /// The text between the quotes, its escapes undone; no value when the quotes are missing.
@@ -78,12 +117,44 @@ std::optional<std::string> quotedText(std::string_view value)
     return std::nullopt;
 }
 
+/// A folder of the person's that a tool keeps its things in: where it was told to, if that is called after it
+/// and does not hold the home folder, else the usual one.
+fs::path toolFolder(const fs::path &said, const char *tool, const fs::path &home)
+{
+    const fs::path usual = home / (std::string(".") + tool);
+    const bool isCalledAfterIt = said.filename().native().find(tool) != std::string::npos;
+    // With its links followed: the folder of caches may be where it leads.
+    return resolved(isCalledAfterIt && !isAtOrUnder(resolved(home), resolved(said)) ? said : usual);
+}
+
+template <std::size_t count>
+void add(CleanupPlaces &places, const CacheRow (&rows)[count], const fs::path &folder, bool areTools)
+{
+    const bool areCaches = folder == places.cachesRoot;
+    for (const CacheRow &row : rows) {
+        const QString text = QString::fromUtf8(row.description);
+        places.knownCaches.push_back(
+            {.path = folder / row.path,
+             .description = areTools ? QStringLiteral("Coding tool cache (%1)").arg(text) : text,
+             .foundIn = areCaches ? fs::path() : folder,
+             .isBuildTool = areTools});
+    }
+}
+
+void addHomeCaches(CleanupPlaces &places, const UserFolders &folders)
+{
+    add(places, driverCaches, resolved(folders.home / ".nv"), false);
+    add(places, npmCaches, resolved(folders.home / ".npm"), true);
+    add(places, mavenCaches, resolved(folders.home / ".m2"), true);
+    add(places, cargoCaches, toolFolder(folders.cargo, "cargo", folders.home), true);
+    add(places, gradleCaches, toolFolder(folders.gradle, "gradle", folders.home), true);
+}
+
 void addCaches(CleanupPlaces &places)
 {
     const fs::path &root = places.cachesRoot;
-    for (const auto &row : knownCaches)
-        places.knownCaches.push_back({root / row.path, QString::fromUtf8(row.description)});
-    places.moreThanCaches.assign(std::begin(moreThanCaches), std::end(moreThanCaches));
+    add(places, programCaches, root, false);
+    add(places, toolCaches, root, true);
     // Their own settings may name another folder than the one that was shown.
     const fs::path brew = root / "Homebrew", pip = root / "pip";
     places.packageCleanups = {
@@ -144,6 +215,10 @@ CleanupPlaces linuxCleanupPlaces(const UserFolders &folders)
     places.knownCaches.push_back({places.trash, QStringLiteral("Trash \u2014 stuff you already deleted")});
     if (!folders.cache.empty())
         addCaches(places);
+    addHomeCaches(places, folders);
+    places.moreThanCaches.assign(std::begin(moreThanCaches), std::end(moreThanCaches));
+    places.offersFoldersOfKnown = false;
+    places.sandboxes = resolved(folders.home / ".var/app");
     for (const char *name :
          {"Documents", "Desktop", "Developer", "Projects", "GitHub", "dev", "code", "Sites"})
         places.projectRoots.push_back(folders.home / name);

@@ -13,6 +13,9 @@ struct UserFolders {
     std::filesystem::path config;
     std::filesystem::path data;
     std::filesystem::path state;
+    // Where these tools are told to keep what is theirs; empty for the usual place.
+    std::filesystem::path cargo{};
+    std::filesystem::path gradle{};
 };
 
 /// Where this system keeps what piles up. Reads the desktop's names for Downloads and Desktop. A folder

@@ -16,13 +16,20 @@ QString sizeText(const RemovableItem *item)
     return item == nullptr ? QString() : fileByteCount(item->sizeBytes);
 }
 
-std::vector<RemovableItem> runtimesAmong(const std::vector<RemovableItem> &items)
+/// Of all of these together; empty for none.
+QString sizeText(const std::vector<RemovableItem> &items)
 {
-    std::vector<RemovableItem> runtimes;
-    std::copy_if(items.begin(), items.end(), std::back_inserter(runtimes), [](const RemovableItem &item) {
-        return std::holds_alternative<SimulatorRuntimeInfo>(item.kind);
-    });
-    return runtimes;
+    return items.empty() ? QString() : fileByteCount(totalBytes(items));
+}
+
+/// Those of that kind.
+template <typename Kind>
+std::vector<RemovableItem> among(const std::vector<RemovableItem> &items)
+{
+    std::vector<RemovableItem> chosen;
+    std::copy_if(items.begin(), items.end(), std::back_inserter(chosen),
+                 [](const RemovableItem &item) { return std::holds_alternative<Kind>(item.kind); });
+    return chosen;
 }
 
 } // namespace
@@ -40,9 +47,11 @@ DeveloperView::DeveloperView(const UserInterfaceContext &context, MainWindowCoor
 
 void DeveloperView::show()
 {
-    m_runtimes.show(runtimesAmong(found().items), [this](const RemovableItem &item) {
+    const auto row = [this](const RemovableItem &item) {
         return removableRowText(item, false, m_context.state.machine().places.home);
-    });
+    };
+    m_runtimes.show(among<SimulatorRuntimeInfo>(found().items), row);
+    m_toolCaches.show(among<CacheEntry>(found().items), row);
     Q_EMIT changed();
 }
 
@@ -66,7 +75,7 @@ void DeveloperView::removeBuildCache()
     ask(find<DerivedData>());
 }
 
-void DeveloperView::removeRuntime(const QString &id)
+void DeveloperView::removeListed(const QString &id)
 {
     for (const RemovableItem &item : found().items)
         if (item.id == id) {
@@ -87,8 +96,12 @@ QString DeveloperView::buildCacheSize() const
 
 QString DeveloperView::runtimesSize() const
 {
-    const std::vector<RemovableItem> runtimes = runtimesAmong(found().items);
-    return runtimes.empty() ? QString() : fileByteCount(totalBytes(runtimes));
+    return sizeText(among<SimulatorRuntimeInfo>(found().items));
+}
+
+QString DeveloperView::toolCachesSize() const
+{
+    return sizeText(among<CacheEntry>(found().items));
 }
 
 QString DeveloperView::dockerSize() const

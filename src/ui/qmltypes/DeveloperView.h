@@ -25,7 +25,9 @@ class DeveloperView : public QObject {
     Q_PROPERTY(QString dockerSize READ dockerSize NOTIFY changed)
     Q_PROPERTY(bool dockerIsOff READ dockerIsOff NOTIFY changed)
     Q_PROPERTY(QList<swabby::DockerRowText> dockerRows READ dockerRows NOTIFY changed)
+    Q_PROPERTY(QString toolCachesSize READ toolCachesSize NOTIFY changed)
     Q_PROPERTY(swabby::RemovableList *runtimes READ runtimes CONSTANT)
+    Q_PROPERTY(swabby::RemovableList *toolCaches READ toolCaches CONSTANT)
 
 public:
     DeveloperView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator, QObject *parent);
@@ -34,7 +36,7 @@ public:
     Q_INVOKABLE void stop() { m_scans.stop(ClutterKind::developer); }
     // Each asks first.
     Q_INVOKABLE void removeBuildCache();
-    Q_INVOKABLE void removeRuntime(const QString &id);
+    Q_INVOKABLE void removeListed(const QString &id);
     Q_INVOKABLE void removeDockerClutter();
 
     ScanText text() const { return scanText(m_scans, ClutterKind::developer); }
@@ -44,11 +46,13 @@ public:
     // Each is empty when there is no such thing.
     QString buildCacheSize() const;
     QString runtimesSize() const;
+    QString toolCachesSize() const;
     QString dockerSize() const;
     /// Whether the container engine is there and does not answer.
     bool dockerIsOff() const { return found().docker.state == DeveloperCleanup::DockerState::notRunning; }
     QList<DockerRowText> dockerRows() const { return dockerRowTexts(found().docker.rows); }
     RemovableList *runtimes() { return &m_runtimes; }
+    RemovableList *toolCaches() { return &m_toolCaches; }
 
 Q_SIGNALS:
     void changed();
@@ -65,6 +69,7 @@ private:
     UserInterfaceContext m_context;
     MainWindowCoordinator &m_coordinator;
     RemovableList m_runtimes{this};
+    RemovableList m_toolCaches{this};
     StorageScans m_scans; ///< for this kind only
 };
 

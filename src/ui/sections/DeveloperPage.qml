@@ -9,6 +9,37 @@ ScrollPage {
     required property MainWindowView view
     readonly property DeveloperView developer: view.developer
 
+    component RowsCard: Card {
+        id: rowsCard
+
+        required property RemovableList list
+        property alias symbol: header.symbol
+        property alias title: header.title
+        property alias subtitle: header.subtitle
+        property string size
+
+        width: parent === null ? 0 : parent.width
+        spacing: 6
+        visible: size !== ""
+
+        CleanupHeader {
+            id: header
+
+            PlainLabel {
+                anchors.verticalCenter: parent.verticalCenter
+                text: rowsCard.size
+                font: Theme.titleFont
+            }
+        }
+
+        RemovableRows {
+            width: parent.width
+            list: rowsCard.list
+            actionLabel: "Remove"
+            onActed: id => page.developer.removeListed(id)
+        }
+    }
+
     Item {
         width: parent.width
         height: 32
@@ -96,29 +127,20 @@ ScrollPage {
         }
     }
 
-    Card {
-        width: parent.width
-        spacing: 6
-        visible: page.developer.runtimesSize !== ""
+    RowsCard {
+        symbol: "shippingbox"
+        title: "Old Simulator Runtimes"
+        subtitle: "Not used for two weeks or more"
+        size: page.developer.runtimesSize
+        list: page.developer.runtimes
+    }
 
-        CleanupHeader {
-            symbol: "shippingbox"
-            title: "Old Simulator Runtimes"
-            subtitle: "Not used for two weeks or more"
-
-            PlainLabel {
-                anchors.verticalCenter: parent.verticalCenter
-                text: page.developer.runtimesSize
-                font: Theme.titleFont
-            }
-        }
-
-        RemovableRows {
-            width: parent.width
-            list: page.developer.runtimes
-            actionLabel: "Remove"
-            onActed: id => page.developer.removeRuntime(id)
-        }
+    RowsCard {
+        symbol: "hammer"
+        title: "Build Tool Caches"
+        subtitle: "Downloaded or built again when they are needed."
+        size: page.developer.toolCachesSize
+        list: page.developer.toolCaches
     }
 
     DockerCard {

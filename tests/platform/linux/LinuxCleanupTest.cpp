@@ -141,25 +141,51 @@ private Q_SLOTS:
 
     void caches()
     {
-        const Home home("elsewhere/cache");
+        Home home("elsewhere/cache");
         home.fill({{"elsewhere/cache/pip/http/a", 1'200},
                    {"elsewhere/cache/mozilla/firefox/b", 2'000},
                    {"elsewhere/cache/yarn/c", 900},
                    {"home/.cache/pip/d", 3'000}, // not where caches are
                    {"elsewhere/cache/caf\xe9/e", 21'000},
-                   {"elsewhere/cache/thumbnails/f", 20'100},
+                   {"elsewhere/cache/waves/f", 20'100},
+                   {"elsewhere/cache/nvidia/GLCache/k", 20'200}, // what holds a known one is none by itself
+                   {"elsewhere/cache/go-build/fuzz/l", 20'100},
+                   {"home/.m2/repository/m", 20'100},
+                   {"home/tools/cargo/registry/cache/n", 5'000},
+                   {"home/.cargo/registry/cache/o", 6'000}, // not where it was told to keep them
+                   {"home/.gradle/caches/p", 7'000},
+                   {"home/.var/app/org.example.Loom/cache/loom/q", 8'000},
+                   {"home/.var/app/org.example.Tide/cache/tmp/r", 9'000},
+                   {"home/.var/app/org.example.Tide/data/s", 9'000},
+                   {"home/.var/app/org.example.Ebb/cache/JetBrains/t", 9'000},
                    {"elsewhere/cache/small/g", 19'000},
                    {"elsewhere/cache/rclone/vfs/i", 20'100},
                    {"elsewhere/cache/mozilla/other/j", 20'100},
                    {"home/.local/share/Trash/files/h", 4'000}});
+        home.folders.cargo = home.files.path("home/tools/cargo");
+        home.folders.gradle = home.folders.home; // everything, and not called after it
+        home.files.link("home/.m2/wrapper", home.files.path("elsewhere")); // none is followed from there
+        home.fill({{"elsewhere/dists/u", 4'000}});
+        home.files.link("home/.var/app/org.example.Link", home.files.path("home/.var/app/org.example.Loom"));
         const auto machine = home.machine();
         const auto wordsOf = [](const CacheEntry &entry) {
             return entry.description + u'=' + QString::number(entry.sizeBytes / 1'000'000);
         };
         QCOMPARE(lines(CacheCleaner::scan({*machine, {}, {}}), wordsOf) + u'\n' +
                      lines(CacheCleaner::scanUnknownCaches({*machine, {}, {}}), wordsOf),
-                 u"Trash — stuff you already deleted=4\nFirefox's temporary browsing files=2\n"
-                 "Coding tool cache (pip)=1\ncaf\uFFFD=21\nthumbnails=20"_qs);
+                 u"Graphics driver cache (NVIDIA)=20\nFlatpak app cache (org.example.Loom)=8\n"
+                 "Coding tool cache (Gradle)=7\nCoding tool cache (Cargo)=5\n"
+                 "Trash — stuff you already deleted=4\nFirefox's temporary browsing files=2\n"
+                 "Coding tool cache (pip)=1\ncaf\uFFFD=21\nwaves=20"_qs);
+        const auto tools = CacheCleaner::scanBuildTools({*machine, {}, {}});
+        QCOMPARE(lines(tools, [&](const CacheEntry &entry) { return home.shortened(entry.path); }),
+                 u"home/.gradle/caches\nhome/tools/cargo/registry/cache\nelsewhere/cache/pip"_qs);
+        machine->cleanup.packageCleanups.clear(); // the computer's own package managers
+        fs::remove_all(machine->cleanup.trash);
+        const std::vector<CacheEntry> known = CacheCleaner::scan({*machine, {}, {}});
+        QCOMPARE(CacheCleaner::clean(*machine, known, {}), std::vector<bool>(known.size(), true));
+        QVERIFY(CacheCleaner::scan({*machine, {}, {}}).empty());
+        QVERIFY(fs::exists(home.files.path("home/.var/app/org.example.Loom")));
         fs::remove_all(home.folders.cache); // the temporary folder cannot name everything in there
     }
 
@@ -248,6 +274,16 @@ private Q_SLOTS:
         const QString less = QString(all).remove(u"home/.local/share/Loom|Support files\n"_qs);
         for (const char *path : {"home/.local/share/Loom", "home/.local/share/Loom/loom"})
             QCOMPARE(listed({home.files.path(path), u"Loom"_qs, u"org.example.Loom"_qs, 1}), less);
+        // Where the variables name the home folder, what lies there is the person's.
+        for (const char *said : {"home", "home/things", ""}) {
+            Home careless;
+            careless.folders.data = careless.folders.config = careless.folders.state =
+                careless.files.path(said);
+            QCOMPARE(careless.source()
+                         .leftoverPlaces({careless.files.path("home/x"), u"Loom"_qs, u"loom"_qs, {}})
+                         .size(),
+                     3U); // what is cached by either name, and the sandbox
+        }
         // Folders that belong to everybody, and names that lead elsewhere.
         for (const QString &name : {u"trash"_qs, u"autostart"_qs, u".."_qs, u""_qs, u"../Loom"_qs})
             QCOMPARE(listed({home.files.path("home/opt/x"), name, name, 1}), QString());
@@ -274,16 +310,6 @@ private Q_SLOTS:
 
     void whatIsFoundGoes()
     {
-        // Where the variables name the home folder, what lies there is the person's.
-        for (const char *said : {"home", "home/things", ""}) {
-            Home careless;
-            careless.folders.data = careless.folders.config = careless.folders.state =
-                careless.files.path(said);
-            QCOMPARE(careless.source()
-                         .leftoverPlaces({careless.files.path("home/x"), u"Loom"_qs, u"loom"_qs, {}})
-                         .size(),
-                     3U); // what is cached by either name, and the sandbox
-        }
         const Home home;
         const auto machine = home.machine();
         machine->clock = std::make_unique<FolderClock>(SystemClock().now());
