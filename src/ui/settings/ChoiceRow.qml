@@ -12,7 +12,7 @@ SettingRow {
     Segments {
         id: segments
 
-        width: 100 * choices.length
+        width: Math.min(100 * choices.length, 240)
         name: row.label
         onCurrentChanged: row.chosen(current)
 

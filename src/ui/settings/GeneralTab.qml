@@ -37,7 +37,7 @@ ScrollPage {
         ChoiceRow {
             width: parent.width
             label: "Appearance"
-            detail: "System goes light and dark with the desktop"
+            detail: "System follows the desktop"
             choices: ["System", "Light", "Dark"]
             current: page.view.theme
             onChosen: index => page.view.setTheme(index)
