@@ -43,7 +43,7 @@ function(swabby_late_library target)
     target_link_libraries(${target} PRIVATE swabby_core swabby_warnings ${late_LIBRARIES})
     set_target_properties(${target} PROPERTIES OUTPUT_NAME swabby-${late_NAME} CXX_VISIBILITY_PRESET hidden
         INSTALL_RPATH "$ORIGIN")
-    install(TARGETS ${target} LIBRARY DESTINATION lib/swabby)
+    install(TARGETS ${target} LIBRARY DESTINATION ${SWABBY_LIBRARY_FOLDER})
     set_property(GLOBAL APPEND PROPERTY SWABBY_LATE_LIBRARIES ${target})
 endfunction()
 

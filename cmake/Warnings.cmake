@@ -10,3 +10,13 @@ if(SWABBY_SANITIZE)
     add_compile_options(-fsanitize=${SWABBY_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${SWABBY_SANITIZE})
 endif()
+
+# What people run takes no advantage of a mistake: Debian's hardening, with all symbols bound at the start.
+if(NOT SWABBY_SANITIZE)
+    include(CheckCXXCompilerFlag)
+    check_cxx_compiler_flag(-fcf-protection SWABBY_HAS_CF_PROTECTION)
+    set(hardening -fstack-protector-strong -fstack-clash-protection -D_FORTIFY_SOURCE=2
+        $<$<BOOL:${SWABBY_HAS_CF_PROTECTION}>:-fcf-protection>)
+    add_compile_options("$<$<CONFIG:Release>:${hardening}>")
+    add_link_options("$<$<CONFIG:Release>:-Wl,-z,relro,-z,now>")
+endif()

@@ -6,11 +6,15 @@ top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
 build_packages=(g++ cmake ninja-build pkg-config qt6-base-dev qt6-declarative-dev
     qt6-declarative-dev-tools libgl-dev libplist-dev libsystemd-dev libmnl-dev libxcb1-dev libxcb-res0-dev
-    qcoro-qt6-dev libsecret-1-dev libgcrypt20-dev librsvg2-dev libseccomp-dev)
+    qcoro-qt6-dev libsecret-1-dev libgcrypt20-dev librsvg2-dev librsvg2-bin libseccomp-dev)
 run_packages=(qml6-module-qtqml qml6-module-qtqml-models qml6-module-qtqml-workerscript qml6-module-qtquick
     qml6-module-qtquick-window fonts-inter)
 test_packages=(qml6-module-qttest dbus-daemon trash-cli gvfs libglib2.0-bin gnome-keyring libsecret-tools
     openssl)
+package_packages=(dpkg-dev file gzip)
+# What tries the packages, and what reads them.
+trial_packages=(debootstrap xvfb xdotool imagemagick)
+package_lint_packages=(lintian desktop-file-utils appstream)
 # What only some tests need is said by their label, needs-PACKAGE.
 lint_packages=(git clang-format clang-tidy shellcheck imagemagick)
 # What reads the windows as a screen reader does.
@@ -64,11 +68,15 @@ processors() {
     nproc 2>/dev/null || echo 2
 }
 
-# build_preset PRESET MINUTES: configures when that is due and builds. MINUTES is what a first build takes
-# on two processors.
+# What build_preset configures with beside the preset.
+cmake_options=()
+
+# build_preset PRESET MINUTES [TARGET…]: configures when that is due and builds everything, or the targets. MINUTES is
+# what a first build takes on two processors.
 build_preset() {
     local preset=$1 minutes=$2
     local folder=$top/build/$preset
+    shift 2
     # A folder that was moved or copied carries a configuration of its old place, which CMake refuses.
     if [[ -f $folder/CMakeCache.txt ]] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$top" "$folder/CMakeCache.txt"; then
         rm -rf -- "$folder"
@@ -76,8 +84,9 @@ build_preset() {
     if [[ ! -f $folder/build.ninja ]]; then
         say "Building for the first time: about $(((minutes * 2 + $(processors) - 1) / $(processors))) minutes on this machine."
     fi
-    if [[ ! -f $folder/build.ninja || $top/CMakePresets.json -nt $folder/build.ninja ]]; then
-        (cd "$top" && cmake --preset "$preset" --log-level=WARNING)
+    if [[ ! -f $folder/build.ninja || $top/CMakePresets.json -nt $folder/build.ninja ]] ||
+        ((${#cmake_options[@]} > 0)); then
+        (cd "$top" && cmake --preset "$preset" --log-level=WARNING "${cmake_options[@]}")
     fi
-    NINJA_STATUS='[%f of %t, %e s] ' cmake --build "$folder" --parallel "$(processors)"
+    NINJA_STATUS='[%f of %t, %e s] ' cmake --build "$folder" --parallel "$(processors)" ${1:+--target "$@"}
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "health/MainSection.h"
+#include "papers/CommandWords.h"
 #include "ui/UserInterface.h"
 
 #include <QtCore/QStringList>
@@ -26,5 +27,8 @@ struct CommandLine {
 std::optional<CommandLine> parseCommandLine(const QStringList &arguments, QString *problem);
 
 QString commandLineHelp(const MachineWords &words);
+
+/// What swabby can be told, for its papers.
+CommandWords applicationWords();
 
 } // namespace swabby

@@ -2,9 +2,11 @@
 
 #include "cli/Verbs.h"
 #include "machine/MachineChoice.h"
+#include "settings/Settings.h"
 
 #include <QtCore/QCommandLineParser>
 #include <QtCore/QCoreApplication>
+#include <QtCore/QRegularExpression>
 
 #include <algorithm>
 #include <array>
@@ -19,25 +21,27 @@ struct Option {
     const char *valueName;
     bool (*take)(Arguments &arguments, const QString &value);
     const char *takes;
+    const char *does;
 };
 
 template <bool Arguments::*field>
-constexpr Option flag(const char *name)
+constexpr Option flag(const char *name, const char *does)
 {
     return {name, nullptr,
-            [](Arguments &arguments, const QString & /*value*/) { return arguments.*field = true; }, nullptr};
+            [](Arguments &arguments, const QString & /*value*/) { return arguments.*field = true; }, nullptr,
+            does};
 }
 
 template <std::optional<QString> Arguments::*field>
-constexpr Option text(const char *name, const char *valueName)
+constexpr Option text(const char *name, const char *valueName, const char *does)
 {
     return {name, valueName,
             [](Arguments &arguments, const QString &value) { return (arguments.*field = value).has_value(); },
-            nullptr};
+            nullptr, does};
 }
 
 template <auto field>
-constexpr Option seconds(const char *name)
+constexpr Option seconds(const char *name, const char *does)
 {
     return {name, "SECONDS",
             [](Arguments &arguments, const QString &value) {
@@ -46,11 +50,11 @@ constexpr Option seconds(const char *name)
                 arguments.*field = number;
                 return isNumber && std::isfinite(number) && number >= 0;
             },
-            "seconds from 0"};
+            "seconds from 0", does};
 }
 
 template <auto field, int least>
-constexpr Option wholeNumber(const char *name, const char *valueName, const char *takes)
+constexpr Option wholeNumber(const char *name, const char *valueName, const char *takes, const char *does)
 {
     return {name, valueName,
             [](Arguments &arguments, const QString &value) {
@@ -58,24 +62,26 @@ constexpr Option wholeNumber(const char *name, const char *valueName, const char
                 arguments.*field = value.toInt(&isNumber);
                 return isNumber && arguments.*field >= least;
             },
-            takes};
+            takes, does};
 }
 
 /// In the order in which they are refused to a verb that does not know them.
 constexpr std::array options = {
-    text<&Arguments::machineFolder>("machine", "DIR"),
-    flag<&Arguments::runTools>("run-tools"),
-    flag<&Arguments::json>("json"),
-    flag<&Arguments::unset>("unset"),
-    wholeNumber<&Arguments::refreshes, 1>("refreshes", "N", "a whole number from 1"),
-    seconds<&Arguments::interval>("interval"),
-    seconds<&Arguments::snooze>("snooze"),
-    wholeNumber<&Arguments::pid, std::numeric_limits<int>::min()>("pid", "PID", "a process id"),
-    text<&Arguments::item>("item", "ID"),
-    flag<&Arguments::yes>("yes"),
-    flag<&Arguments::force>("force"),
-    flag<&Arguments::unknown>("unknown"),
-    flag<&Arguments::vet>("vet"),
+    text<&Arguments::machineFolder>("machine", "DIR", "looks after the machine that a folder describes"),
+    flag<&Arguments::runTools>("run-tools", "runs the programs in that folder, with your own rights"),
+    flag<&Arguments::json>("json", "prints one JSON document instead of text"),
+    flag<&Arguments::unset>("unset", "removes the stored value, so that the default is in force"),
+    wholeNumber<&Arguments::refreshes, 1>("refreshes", "N", "a whole number from 1",
+                                          "ends after so many lines"),
+    seconds<&Arguments::interval>("interval", "waits so long between two refreshes"),
+    seconds<&Arguments::snooze>("snooze", "keeps notifications back for so long"),
+    wholeNumber<&Arguments::pid, std::numeric_limits<int>::min()>("pid", "PID", "a process id",
+                                                                  "names a program by its process id"),
+    text<&Arguments::item>("item", "ID", "names a startup item by its id"),
+    flag<&Arguments::yes>("yes", "agrees to the question"),
+    flag<&Arguments::force>("force", "ends it at once, without asking it to save"),
+    flag<&Arguments::unknown>("unknown", "lists caches that no table knows"),
+    flag<&Arguments::vet>("vet", "has those looked over by the assistant"),
 };
 
 QString helpText(const MachineWords &words)
@@ -105,7 +111,46 @@ WrongUsage wrong(const QString &what, const Verb &verb)
     return {what + QStringLiteral("; usage: swabbyctl ") + QLatin1String(verb.usage)};
 }
 
+/// The words of a verb's usage that stand for themselves.
+QStringList fixedOperands(const Verb &verb)
+{
+    const QString name = verb.name();
+    if (name == QLatin1String("settings")) {
+        QStringList keys;
+        for (const SettingKey *key : Settings::keys())
+            keys.append(QLatin1String(key->name));
+        return keys;
+    }
+    static const QRegularExpression separators(QStringLiteral("[\\[\\]| ]+"));
+    QStringList words = QString::fromLatin1(verb.usage).split(separators, Qt::SkipEmptyParts);
+    words.removeIf([&](const QString &word) {
+        return word == name || word.startsWith(QLatin1Char('-')) || word != word.toLower();
+    });
+    return words;
+}
+
 } // namespace
+
+CommandWords terminalWords()
+{
+    CommandWords words = {
+        QStringLiteral("swabbyctl"),
+        QStringLiteral("looks after a computer, in the terminal"),
+        QStringLiteral("swabbyctl [--machine DIR [--run-tools]] VERB [ARGUMENT...] [--json]"),
+        {},
+        {}};
+    for (const Option &option : options)
+        words.options.append(
+            {QLatin1String(option.name), QLatin1String(option.valueName), QLatin1String(option.does), {}});
+    for (const Verb &verb : verbs()) {
+        VerbWords row = {QLatin1String(verb.usage), QLatin1String(verb.does), {}, fixedOperands(verb)};
+        for (const Option &option : options)
+            if (verb.knows(option.name))
+                row.options.append(QLatin1String(option.name));
+        words.verbs.append(row);
+    }
+    return words;
+}
 
 std::variant<Arguments, WrongUsage, Information> parseArguments(const QStringList &commandLine)
 {

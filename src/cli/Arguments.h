@@ -1,5 +1,7 @@
 #pragma once
 
+#include "papers/CommandWords.h"
+
 #include <QtCore/QStringList>
 
 #include <optional>
@@ -38,6 +40,9 @@ struct WrongUsage {
 struct Information {
     QString text;
 };
+
+/// What swabbyctl can be told, for its papers.
+CommandWords terminalWords();
 
 std::variant<Arguments, WrongUsage, Information> parseArguments(const QStringList &commandLine);
 

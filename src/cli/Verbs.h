@@ -17,6 +17,7 @@ enum ExitStatus { done = 0, notDone = 1, wrongUsage = 2 };
 /// One verb.
 struct Verb {
     const char *usage; ///< as help shows it: the name, then the operands and the options of its own
+    const char *does;  ///< in a sentence without its subject and its full stop
     int fewestOperands;
     int mostOperands;
     /// Carries it out on the machine. Needs a QCoreApplication; gives the exit status.
