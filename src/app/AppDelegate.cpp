@@ -8,11 +8,14 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
+#include <QtCore/QFileInfo>
+#include <QtCore/QPointer>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QWindow>
 
 #include <algorithm>
+#include <cstdio>
 
 namespace swabby {
 namespace {
@@ -29,11 +32,25 @@ void endProgram()
     QCoreApplication::exit();
 }
 
+// Also before the event loop has begun.
+void leaveWith(int status)
+{
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(), [status] { QCoreApplication::exit(status); }, Qt::QueuedConnection);
+}
+
+void endWithProblem(const QString &why)
+{
+    std::fprintf(stderr, "swabby: %s\n", qPrintable(why));
+    leaveWith(1);
+}
+
 } // namespace
 
 AppDelegate::AppDelegate(AppState &state, ApplicationFlows &flows, std::optional<ThemeChoice> theme)
-    : m_state(state), m_flows(flows), m_theme(theme)
+    : m_state(state), m_flows(flows), m_theme(theme), m_program(QCoreApplication::applicationFilePath())
 {
+    connect(&state, &AppState::applied, this, &AppDelegate::followStanding);
 }
 
 AppDelegate::~AppDelegate() = default;
@@ -45,6 +62,8 @@ std::function<void(Arguments...)> AppDelegate::inWindows(void (UserInterface::*o
     return [this, open](Arguments... arguments) {
         if (UserInterface *windows = userInterface())
             (windows->*open)(arguments...);
+        else
+            goOnWithoutWindows();
     };
 }
 
@@ -100,10 +119,55 @@ UserInterface *AppDelegate::userInterface()
     UserInterfaceContext context = m_flows.windowContext(m_state, m_theme.value_or(stored));
     context.panelPlace = [this] { return panelPlace(); };
     context.quit = endProgram;
+    context.standing = [this] { return m_standing; };
+    context.startAnew = [this] { startAnew(); };
+    context.cannotOpen = endWithProblem;
     context.dockChoiceChanged = [this] { syncActivationPolicy(); };
     if (const auto make = lateFunction<UserInterfaceEntry>(userInterfaceLibrary, userInterfaceEntryName))
         m_userInterface.reset(make(context));
     return m_userInterface.get();
+}
+
+Standing AppDelegate::standing() const
+{
+    if (!wasReplaced())
+        return {};
+    if (QFileInfo::exists(m_program))
+        return {QStringLiteral("Swabby was updated while it ran. Start it anew to use the new version."),
+                true};
+    return {QStringLiteral("Swabby was removed from this computer. It ends when you quit it."), false};
+}
+
+void AppDelegate::followStanding()
+{
+    const Standing now = standing();
+    if (now == m_standing)
+        return;
+    m_standing = now;
+    std::fprintf(stderr, "swabby: %s\n", qPrintable(now.text));
+    if (now.canStartAnew)
+        m_state.machine().notifier->post(
+            {QStringLiteral("Swabby was updated"), QStringLiteral("Open this to start the new version.")},
+            [self = QPointer(this)] {
+                if (self)
+                    self->startAnew();
+            });
+}
+
+void AppDelegate::startAnew()
+{
+    leaveWith(startAnewStatus);
+}
+
+// Nothing is under way while no window was ever opened, so the installed Swabby opens what was asked for.
+void AppDelegate::goOnWithoutWindows()
+{
+    const Standing now = standing();
+    if (now.canStartAnew)
+        startAnew();
+    else
+        endWithProblem(now.text.isEmpty() ? QStringLiteral("its windows cannot be loaded")
+                                          : now.text.chopped(1));
 }
 
 bool AppDelegate::eventFilter(QObject *watched, QEvent *event)

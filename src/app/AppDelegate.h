@@ -34,6 +34,9 @@ public:
     /// The same, and shows that section there.
     void openMainWindowAt(MainSection section);
     void openSettingsWindow();
+    /// Ends the event loop with startAnewStatus, for the caller to begin the Swabby that is installed now.
+    void startAnew();
+    static constexpr int startAnewStatus = 85;
     /// In the dock while a titled window is open, else as the setting says.
     void syncActivationPolicy();
 
@@ -46,10 +49,15 @@ private:
     template <typename... Arguments>
     std::function<void(Arguments...)> inWindows(void (UserInterface::*open)(Arguments...));
     bool press(const QKeyEvent &key);
+    Standing standing() const;
+    void followStanding();
+    void goOnWithoutWindows();
 
     AppState &m_state;
     ApplicationFlows &m_flows;
     std::optional<ThemeChoice> m_theme;
+    const QString m_program;
+    Standing m_standing;
     std::unique_ptr<StatusItemController> m_statusItemController;
     std::unique_ptr<UserInterface> m_userInterface;
 };

@@ -40,7 +40,8 @@ QStringList themeNames()
 {
     QStringList names;
     for (const char *word : setting<"theme">.words)
-        names.append(QLatin1String(word));
+        if (word != nullptr)
+            names.append(QLatin1String(word));
     return names;
 }
 
@@ -126,9 +127,9 @@ CommandWords applicationWords()
     for (const Option &option : options) {
         const QString name = QLatin1String(option.name);
         command.options.append({name, QLatin1String(option.value), QLatin1String(option.does),
-                              name == QLatin1String("section") ? sectionNames()
-                              : name == QLatin1String("theme") ? themeNames()
-                                                               : QStringList()});
+                                name == QLatin1String("section") ? sectionNames()
+                                : name == QLatin1String("theme") ? themeNames()
+                                                                 : QStringList()});
     }
     return command;
 }

@@ -8,15 +8,19 @@
 #include "machine/MachineChoice.h"
 #include "platform/desktop/Display.h"
 #include "platform/posix/ForeignHome.h"
+#include "platform/posix/StartAnew.h"
 #include "platform/posix/TerminationSignals.h"
 #include "state/AppState.h"
 
+#include <QtCore/QFile>
 #include <QtCore/QTimer>
 #include <QtGui/QGuiApplication>
 
 #include <chrono>
 #include <cstdio>
 #include <optional>
+#include <string>
+#include <vector>
 
 using namespace swabby;
 
@@ -74,9 +78,7 @@ int runApplication(AppState &state, const CommandLine &commandLine, SingleInstan
     return QGuiApplication::exec();
 }
 
-} // namespace
-
-int main(int argc, char *argv[])
+int runSwabby(int argc, char *argv[], std::string *program)
 {
     prepareProcess();
     const TerminationSignals signalsEndTheLoop;
@@ -107,6 +109,7 @@ int main(int argc, char *argv[])
     std::optional<ToolkitStart> start(std::in_place);
     QGuiApplication application(toolkitArgumentCount, argv);
     start.reset();
+    *program = QFile::encodeName(QGuiApplication::applicationFilePath()).toStdString();
     QGuiApplication::setApplicationName(QStringLiteral("swabby"));
     QGuiApplication::setApplicationDisplayName(QStringLiteral("Swabby"));
     QGuiApplication::setApplicationVersion(QStringLiteral(SWABBY_VERSION));
@@ -132,4 +135,19 @@ int main(int argc, char *argv[])
     }
     AppState state(machine, Record::everything);
     return runApplication(state, *commandLine, instance);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    std::string program;
+    const int status = runSwabby(argc, argv, &program);
+    if (status != AppDelegate::startAnewStatus)
+        return status;
+    // Somebody asked for the new one, so it shows itself.
+    std::vector<std::string> arguments(argv + 1, argv + argc);
+    std::erase(arguments, "--background");
+    startAnew(program, arguments);
+    return complain(QString::fromStdString(program) + QStringLiteral(": ") + qt_error_string(), 1);
 }

@@ -179,9 +179,12 @@ template <typename View, typename Prepare>
 std::optional<QString> drawNew(MakeWindow<View> openNew, const UserInterfaceContext &context,
                                const char *name, const QString &folder, Prepare prepare)
 {
-    const auto open = openNew(context, {});
+    QString problem;
+    UserInterfaceContext own = context;
+    own.cannotOpen = [&problem](const QString &why) { problem = why; };
+    const auto open = openNew(own, {});
     if (open == nullptr)
-        return QStringLiteral("the window could not be made");
+        return problem;
     open->engine->theme->setStill(true);
     prepare(*open->view);
     return draw(*open->window, name, folder);

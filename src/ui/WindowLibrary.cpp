@@ -6,6 +6,7 @@
 #include "state/AppState.h"
 #include "ui/PopoverPresenter.h"
 #include "ui/Screenshots.h"
+#include "ui/presentation/NoticeText.h"
 #include "ui/presentation/Words.h"
 #include "ui/qmltypes/AskView.h"
 #include "ui/qmltypes/IconStore.h"
@@ -62,13 +63,16 @@ std::unique_ptr<OpenWindow<View>> openWindow(const UserInterfaceContext &context
     open->view = std::make_unique<View>(context);
     QQmlEngine::setObjectOwnership(open->view.get(), QQmlEngine::CppOwnership);
     QQmlComponent component(&open->engine->engine, QUrl(QStringLiteral("qrc:/qt/qml/Swabby/Ui/") + file));
-    QObject *root = component.createWithInitialProperties(
-        {{QStringLiteral("view"), QVariant::fromValue<QObject *>(open->view.get())}});
+    // One that lacks a module must not be begun at all.
+    QObject *root = component.isReady()
+                        ? component.createWithInitialProperties(
+                              {{QStringLiteral("view"), QVariant::fromValue<QObject *>(open->view.get())}})
+                        : nullptr;
     open->window.reset(qobject_cast<QQuickWindow *>(root));
     if (open->window != nullptr)
         return open;
     delete root;
-    qWarning("%s", qPrintable(component.errorString()));
+    context.cannotOpen(unopenedText(component.errorString()));
     return nullptr;
 }
 

@@ -58,6 +58,49 @@ private Q_SLOTS:
         QCOMPARE(refused.errors.count('\n'), 1);
     }
 
+    void anotherStartAfterAnUpdateBringsTheNewOne()
+    {
+        TemporaryMachine machine({{u"now"_qs, 1'790'000'000}});
+        QTemporaryDir folder;
+        const QDir built = QFileInfo(QStringLiteral(SWABBY_PROGRAM)).dir();
+        const auto install = [&](const QString &name) {
+            QFile::remove(folder.filePath(name));
+            QVERIFY(QFile::link(built.filePath(name), folder.filePath(name)));
+        };
+        for (const QString &library : built.entryList({u"*.so"_qs}))
+            install(library);
+        QVERIFY(QFile::copy(QStringLiteral(SWABBY_PROGRAM), folder.filePath(u"swabby"_qs)));
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(u"LD_LIBRARY_PATH"_qs, folder.path());
+        environment.insert(u"XDG_RUNTIME_DIR"_qs, folder.path());
+        QProcess first;
+        QProcess second;
+        for (QProcess *process : {&first, &second}) {
+            process->setProcessEnvironment(environment);
+            process->setProgram(folder.filePath(u"swabby"_qs));
+            process->setArguments({u"--machine"_qs, machine.folder()});
+        }
+        const auto commandLine = [&first] {
+            QFile file(u"/proc/%1/cmdline"_qs.arg(first.processId()));
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        };
+        const auto isListening = [&folder] {
+            return !QDir(folder.path()).entryList({u"swabby-*"_qs}, QDir::System).isEmpty();
+        };
+        first.setArguments(first.arguments() + QStringList(u"--background"_qs));
+        first.start();
+        QTRY_VERIFY(isListening());
+        QVERIFY(commandLine().contains("--background"));
+        install(u"libswabby-core.so"_qs);
+        second.start();
+        QVERIFY(second.waitForFinished() && second.exitCode() == 0);
+        QTRY_VERIFY(!commandLine().contains("--background")); // it shows its window, as the second one asked
+        QTRY_VERIFY(isListening());
+        QVERIFY(first.state() == QProcess::Running);
+        first.terminate();
+        QVERIFY(first.waitForFinished());
+    }
+
     void refusalsAreOneLine()
     {
         for (const auto &[arguments, status] : {std::pair{QStringList{u"--theme"_qs, u"blue"_qs}, 2},

@@ -22,6 +22,7 @@
 #include "ui/presentation/Words.h"
 
 #include <QtCore/QJsonDocument>
+#include <QtCore/QRegularExpression>
 #include <QtTest/QTest>
 
 #include <cmath>
@@ -57,6 +58,24 @@ class PresentationTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void aMissingModuleIsNamed()
+    {
+        compareTable(R"(
+qrc:/a.qml:3:1: module "QtQuick.Window" is not installed | QtQuick.Window, qml6-module-qtquick-window
+<Unknown File>: module "QtQml.WorkerScript" is not installed\n | QtQml.WorkerScript, qml6-module-qtqml-workerscript
+module "QtQuick" plugin "qtquick2plugin" not found | QtQuick, qml6-module-qtquick
+qrc:/a.qml:9:2: Expected token\nand more | none
+)",
+                     [](const Cells &row) {
+                         static const QRegularExpression names(u"module ([^,]+), .* (qml6-[a-z0-9-]+)$"_qs);
+                         const QString text = unopenedText(row.text(0));
+                         const auto found = names.match(text);
+                         return text.contains(u'\n') ? text
+                                : found.hasMatch()   ? found.captured(1) + u", "_qs + found.captured(2)
+                                                     : u"none"_qs;
+                     });
+    }
+
     void gaugesAndChipsTurnAtLimitsOfTheirOwn()
     {
         // The load, the memory and the storage in use, and a letter of its tint for each gauge and each chip.

@@ -36,4 +36,10 @@ const std::string &keyFromEnvironment()
     return taken();
 }
 
+void giveKeyBackToEnvironment()
+{
+    if (!taken().empty())
+        ::setenv(variable, taken().c_str(), 1);
+}
+
 } // namespace swabby

@@ -11,4 +11,7 @@ void takeKeyFromEnvironment();
 /// The key that was taken last, as ANTHROPIC_API_KEY gave it; empty when there was none.
 const std::string &keyFromEnvironment();
 
+/// Puts it back, for a program that takes this one's place.
+void giveKeyBackToEnvironment();
+
 } // namespace swabby

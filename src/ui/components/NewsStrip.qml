@@ -21,7 +21,7 @@ Item {
         text: strip.view.selected.subtitle
         font: Theme.subtitleFont
         color: Theme.secondary
-        opacity: strip.hasBanner || strip.hasNotice || putBack.visible ? 0 : 1
+        opacity: strip.hasBanner || strip.hasNotice || standing.visible || putBack.visible ? 0 : 1
     }
 
     NoticeBar {
@@ -42,12 +42,24 @@ Item {
         removal: strip.view.removal
     }
 
+    NoticeBar {
+        id: standing
+
+        y: 6
+        width: parent.width
+        text: strip.view.standing
+        offer: strip.view.canStartAnew ? "Start anew" : ""
+        canBeDismissed: false
+        visible: text !== "" && !strip.hasBanner && !strip.hasNotice
+        onAccepted: strip.view.startAnew()
+    }
+
     PutBackRow {
         id: putBack
 
         y: 12
         width: parent.width
         removal: strip.view.removal
-        isWanted: strip.view.canRemoveHere && !strip.hasNotice
+        isWanted: strip.view.canRemoveHere && !strip.hasNotice && !standing.visible
     }
 }

@@ -1,12 +1,15 @@
 import QtQuick
 import Swabby.Ui
 
-// A quiet word about something that did not work, until it is read.
+// A quiet word about something that did not work, until it is read, with what can be done about it.
 Rectangle {
     id: bar
 
     property string text
+    property string offer
+    property bool canBeDismissed: true
 
+    signal accepted
     signal dismissed
 
     implicitHeight: visible ? Math.max(36, label.implicitHeight + 16) : 0
@@ -36,12 +39,24 @@ Rectangle {
 
         anchors.left: parent.left
         anchors.leftMargin: 38
-        anchors.right: close.left
+        anchors.right: bar.offer === "" ? close.left : button.left
         anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter
         text: bar.text
         color: Theme.inks[Tints.orange]
         Accessible.ignored: true
+    }
+
+    ActionButton {
+        id: button
+
+        anchors.right: parent.right
+        anchors.rightMargin: 8
+        anchors.verticalCenter: parent.verticalCenter
+        implicitHeight: 24
+        visible: bar.offer !== ""
+        text: bar.offer
+        onActivated: bar.accepted()
     }
 
     SymbolButton {
@@ -53,6 +68,7 @@ Rectangle {
         symbol: "xmark"
         symbolSize: 12
         tip: "Dismiss"
+        visible: bar.canBeDismissed
         onActivated: bar.dismissed()
     }
 }

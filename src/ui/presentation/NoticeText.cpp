@@ -2,6 +2,8 @@
 
 #include "ui/presentation/PlainWords.h"
 
+#include <QtCore/QRegularExpression>
+
 namespace swabby {
 
 QString noticeText(Notice notice, const QString &name)
@@ -53,6 +55,18 @@ QString quitText(const ProcessSample &process, Quitting::Means means, Quitting::
                      : means == Quitting::Means::terminate
                          ? QStringLiteral(". If it stays, Force Quit ends it.")
                          : QStringLiteral(". It was asked to quit; quit it again to end it."));
+}
+
+QString unopenedText(const QString &errors)
+{
+    static const QRegularExpression missing(
+        QStringLiteral("module \"([A-Za-z.]+)\" (is not installed|plugin)"));
+    const QString module = missing.match(errors).captured(1);
+    if (module.isEmpty())
+        return QStringLiteral("its windows cannot be opened: ") + oneLine(errors);
+    return QStringLiteral("its windows need the QML module %1, which is not installed; Debian has it as "
+                          "qml6-module-%2")
+        .arg(module, module.toLower().replace(QLatin1Char('.'), QLatin1Char('-')));
 }
 
 } // namespace swabby

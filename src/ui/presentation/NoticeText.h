@@ -27,4 +27,8 @@ QString notQuitHereText(const ProcessSample &process);
 /// About one that was to be quit by these means; empty when it is gone.
 QString quitText(const ProcessSample &process, Quitting::Means means, Quitting::Outcome outcome);
 
+/// Why a window cannot be opened, of what the toolkit said of its files: one line without a full stop, which
+/// names the module that is not installed and what Debian calls it.
+QString unopenedText(const QString &errors);
+
 } // namespace swabby

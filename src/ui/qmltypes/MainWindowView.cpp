@@ -24,12 +24,25 @@ MainWindowView::MainWindowView(const UserInterfaceContext &context)
     m_showWelcome = Settings(*state.machine().settings).isFirstRun();
     m_isRefreshing = state.refreshesApplied() == 0;
     connect(&state, &AppState::changed, this, &MainWindowView::followState);
-    connect(&state, &AppState::applied, this, [this] { setRefreshing(false); });
+    connect(&state, &AppState::applied, this, [this] {
+        setRefreshing(false);
+        followStanding();
+    });
     connect(&state, &AppState::historyNotStored, this, &MainWindowView::showHistoryTrouble);
     connect(&state, &AppState::pinNotStored, this,
             [this] { m_coordinator.setNotice(noticeText(Notice::notStored)); });
     showHistoryTrouble(state.historyTrouble());
     followState();
+    followStanding();
+}
+
+void MainWindowView::followStanding()
+{
+    const Standing now = m_context.standing();
+    if (now == m_standing)
+        return;
+    m_standing = now;
+    Q_EMIT standingChanged();
 }
 
 void MainWindowView::showHistoryTrouble(const QString &why)

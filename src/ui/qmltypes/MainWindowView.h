@@ -42,6 +42,8 @@ class MainWindowView : public QObject {
     Q_PROPERTY(QList<swabby::MenuEntry> tightProcessMenu READ tightProcessMenu CONSTANT)
     Q_PROPERTY(bool isScanning READ isScanning NOTIFY refreshingChanged)
     Q_PROPERTY(int speedView MEMBER m_speedView NOTIFY speedViewChanged)
+    Q_PROPERTY(QString standing READ standing NOTIFY standingChanged)
+    Q_PROPERTY(bool canStartAnew READ canStartAnew NOTIFY standingChanged)
     Q_PROPERTY(bool isRefreshing READ isRefreshing NOTIFY refreshingChanged)
 
 public:
@@ -69,6 +71,9 @@ public:
     int selectedIndex() const;
     SectionRow selected() const { return sectionRow(m_selection, m_context.state.machine().words); }
     MainSection selection() const { return m_selection; }
+    /// That Swabby itself was updated or removed; empty while what runs is what is installed.
+    const QString &standing() const { return m_standing.text; }
+    bool canStartAnew() const { return m_standing.canStartAnew; }
     bool isRefreshing() const { return m_isRefreshing; }
 
     void select(MainSection section);
@@ -88,6 +93,7 @@ public:
     Q_INVOKABLE void refresh();
     /// Whether the window may close now; when not, it says why.
     Q_INVOKABLE bool mayClose();
+    Q_INVOKABLE void startAnew() { m_context.startAnew(); }
     Q_INVOKABLE void quit() { m_context.quit(); }
 
 Q_SIGNALS:
@@ -96,9 +102,11 @@ Q_SIGNALS:
     void welcomePointsChanged();
     void speedViewChanged();
     void refreshingChanged();
+    void standingChanged();
 
 private:
     void followState();
+    void followStanding();
     void showHistoryTrouble(const QString &why);
     void setRefreshing(bool isRefreshing);
     /// The listed program of that id; none when it is listed no more.
@@ -119,6 +127,7 @@ private:
     bool m_showLastWindowNotice = false;
     bool m_showWelcome = false;
     QList<WelcomePoint> m_welcomePoints;
+    Standing m_standing;
     bool m_isScanning = false;
     bool m_isRefreshing = false;
 };

@@ -22,6 +22,14 @@ inline int refreshesUntilFigures(const Machine &machine)
     return machine.kernel->cpuTicksAtStart() ? machine.refreshesUntilReal : 2;
 }
 
+/// What became of the installed Swabby since the one that runs was started.
+struct Standing {
+    QString text; ///< in a sentence or two; empty while the two are the same
+    bool canStartAnew = false;
+
+    bool operator==(const Standing &) const = default;
+};
+
 /// What the windows are told by the program that opens them.
 struct UserInterfaceContext {
     // What the windows show and act through; the application's, and alive as long as any window.
@@ -37,6 +45,11 @@ struct UserInterfaceContext {
     /// closed.
     std::function<TrayItem::Place()> panelPlace = [] { return TrayItem::Place::there; };
     std::function<void()> quit = [] {};
+    std::function<Standing()> standing = [] { return Standing(); };
+    /// Ends this Swabby and begins the one that is installed now.
+    std::function<void()> startAnew = [] {};
+    /// Called with the reason, in a line without a full stop, when a window cannot be made.
+    std::function<void(const QString &why)> cannotOpen = [](const QString & /*why*/) {};
     /// Called when the choice to show Swabby in the Dock was stored.
     std::function<void()> dockChoiceChanged = [] {};
     // How one window leads to another; set by the windows' library.

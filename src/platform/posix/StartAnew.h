@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace swabby {
+
+/// Puts that program, with these arguments and this process's environment as it was begun with, in the place
+/// of this process. Returns only when that fails; the reason is in errno then.
+void startAnew(const std::string &program, const std::vector<std::string> &arguments);
+
+} // namespace swabby
