@@ -13,7 +13,8 @@ QString foreignHome(const Places &places)
 {
     if (::geteuid() != 0)
         return {};
-    for (const QString &folder : {places.home, places.preferences, places.applicationData, places.windowPlaces}) {
+    for (const QString &folder :
+         {places.home, places.preferences, places.applicationData, places.windowPlaces}) {
         // What is not there yet would be made in what is.
         std::filesystem::path there = QFile::encodeName(folder).toStdString();
         struct stat facts = {};

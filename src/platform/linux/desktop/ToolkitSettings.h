@@ -3,8 +3,11 @@
 #include "platform/desktop/DesktopAppearance.h"
 #include "platform/linux/desktop/SelectionOwner.h"
 
+#include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 
 namespace swabby {
