@@ -150,10 +150,10 @@ qrc:/a.qml:9:2: Expected token\nand more | none
     {
         ProcessSample cron = process(u"cron\n"_qs);
         cron.owner = u"the system"_qs;
-        QVERIFY(!processRowText(cron, ProcessRowMode::network, false).canQuit);
-        QCOMPARE(topProcessTexts({cron}, {}).first().detail, u"1.5 GB memory · belongs to the system"_qs);
-        QVERIFY(explainText({cron}).actionLabel.isEmpty() &&
-                explainText({cron}).figures.endsWith(u"the system"_qs));
+        QVERIFY(!processRowText(cron, ProcessRowMode::network, false, {}).canQuit);
+        QCOMPARE(topProcessTexts({cron}, {}, {}).first().detail, u"1.5 GB memory · belongs to the system"_qs);
+        QVERIFY(explainText({cron}, {}).actionLabel.isEmpty() &&
+                explainText({cron}, {}).figures.endsWith(u"the system"_qs));
         QCOMPARE(notQuitHereText(cron), u"cron  belongs to the system, so it is not quit here."_qs);
         using namespace Quitting;
         const auto said = [&](Means means, Outcome outcome) { return quitText(cron, means, outcome); };

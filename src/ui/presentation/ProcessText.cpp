@@ -95,8 +95,8 @@ QList<ProcessRowText> topProcessTexts(const QList<ProcessSample> &processes,
     QList<ProcessRowText> rows =
         processRowTexts(processes.mid(0, 1), ProcessRowMode::activity, pinnedNames, words);
     for (ProcessRowText &row : rows)
-        row.detail = fileByteCount(static_cast<std::int64_t>(processes.first().rssBytes)) +
-                     QStringLiteral(" memory") + ownerRemark(processes.first());
+        row.detail = programMemoryText(processes.first().rssBytes, words) + QStringLiteral(" memory") +
+                     ownerRemark(processes.first());
     return rows;
 }
 
