@@ -48,9 +48,13 @@ MadeFolders::MadeFolders(int start, const std::filesystem::path &relativePath, m
         if (!here.isOpen() || !pleases(here.number()))
             break;
         Descriptor next = holdFolder(here.number(), part.native(), Links::follow);
-        if (!next.isOpen() && errno == ENOENT && ::mkdirat(here.number(), part.c_str(), mode) == 0) {
-            next = holdFolder(here.number(), part.native(), Links::refuse);
-            m_made.push_back({std::move(here), part.native()});
+        if (!next.isOpen() && errno == ENOENT) {
+            const bool isMade = ::mkdirat(here.number(), part.c_str(), mode) == 0;
+            // Another program may have made it in between.
+            if (isMade || errno == EEXIST)
+                next = holdFolder(here.number(), part.native(), isMade ? Links::refuse : Links::follow);
+            if (isMade)
+                m_made.push_back({std::move(here), part.native()});
         }
         here = std::move(next);
     }
