@@ -107,6 +107,10 @@ std::vector<CacheEntry> scanPlaces(const Search &search, const std::vector<Known
     for (const KnownCache &known : places) {
         std::error_code problem;
         const auto identity = FileIdentity::of(known.path);
+        // A link may lead from one of them to another.
+        if (std::ranges::any_of(candidates,
+                                [&](const Candidate &other) { return other.entry.path == known.path; }))
+            continue;
         if (!identity || !fs::exists(known.path, problem) || !canBeReached(known) ||
             isMoreThanACache(search.machine.cleanup, known.path))
             continue;

@@ -71,8 +71,11 @@ std::optional<std::int64_t> reclaimableStorage(const Machine &machine, const Sca
     const Search search = Search::on(machine, control);
     if (!search.problem().isEmpty())
         return std::nullopt;
-    return saturatedSum(totalBytes(find(CleanupEngine::knownCaches, search)),
-                        totalBytes(find(CleanupEngine::duplicates, search)));
+    std::vector<RemovableItem> caches = find(CleanupEngine::knownCaches, search);
+    // The build tools' stand on another page than the one that people are sent to.
+    std::erase_if(caches,
+                  [](const RemovableItem &item) { return std::get<CacheEntry>(item.kind).isBuildTool; });
+    return saturatedSum(totalBytes(caches), totalBytes(find(CleanupEngine::duplicates, search)));
 }
 
 } // namespace swabby

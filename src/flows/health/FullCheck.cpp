@@ -217,6 +217,15 @@ void FullCheck::setSelected(const QString &removalID, bool isSelected)
     Q_EMIT changed();
 }
 
+void FullCheck::setAllSelected(bool isSelected)
+{
+    m_selectedRemovalIDs.clear();
+    if (isSelected)
+        for (const RemovableItem &candidate : m_result.removalCandidates)
+            m_selectedRemovalIDs.insert(candidate.id);
+    Q_EMIT changed();
+}
+
 void FullCheck::forget(const std::vector<RemovableItem> &removed)
 {
     for (const RemovableItem &item : removed) {

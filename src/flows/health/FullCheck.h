@@ -69,6 +69,8 @@ public:
     const std::set<QString> &dismissedLoginItemIDs() const { return m_dismissedLoginItemIDs; }
 
     void setSelected(const QString &removalID, bool isSelected);
+    /// Every candidate, or none.
+    void setAllSelected(bool isSelected);
     /// Takes what a confirmed removal removes off the result.
     void forget(const std::vector<RemovableItem> &removed);
     /// Lists those of them again that stayed.

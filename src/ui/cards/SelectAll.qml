@@ -10,19 +10,31 @@ Row {
 
     signal wanted(bool isSelected)
 
+    // The one that was pressed rests afterwards; the keyboard goes on with the other.
+    function choose(isSelected: bool, pressed: Item, other: Item): void {
+        const hadKeyboard = pressed.activeFocus;
+        wanted(isSelected);
+        if (hadKeyboard && other.enabled)
+            other.forceActiveFocus(Qt.TabFocusReason);
+    }
+
     visible: list.rows.count > 0
 
     LinkButton {
+        id: all
+
         text: "Select all"
         name: text + ": " + controls.subject
         isAvailable: controls.list.selectedCount < controls.list.rows.count
-        onActivated: controls.wanted(true)
+        onActivated: controls.choose(true, all, none)
     }
 
     LinkButton {
+        id: none
+
         text: "None"
         name: "Select none: " + controls.subject
         isAvailable: controls.list.selectedCount > 0
-        onActivated: controls.wanted(false)
+        onActivated: controls.choose(false, none, all)
     }
 }

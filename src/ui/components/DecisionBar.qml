@@ -18,6 +18,12 @@ Rectangle {
     Hairline {
     }
 
+    // What lies beneath is not meant by a press on the bar, nor by one on its resting button.
+    MouseArea {
+        anchors.fill: parent
+        hoverEnabled: true
+    }
+
     Column {
         anchors.left: parent.left
         anchors.leftMargin: 20

@@ -50,7 +50,7 @@ Item {
         text: strip.view.standing
         offer: strip.view.canStartAnew ? "Start anew" : ""
         canBeDismissed: false
-        visible: text !== "" && !strip.hasBanner && !strip.hasNotice
+        visible: text !== "" && !strip.hasBanner && !strip.hasNotice && !putBack.visible
         onAccepted: strip.view.startAnew()
     }
 
@@ -60,6 +60,6 @@ Item {
         y: 12
         width: parent.width
         removal: strip.view.removal
-        isWanted: strip.view.canRemoveHere && !strip.hasNotice && !standing.visible
+        isWanted: strip.view.canRemoveHere && !strip.hasNotice
     }
 }

@@ -19,6 +19,12 @@ Rectangle {
     Accessible.role: Accessible.AlertMessage
     Accessible.name: text
 
+    // It may reach over the page, and what lies there is not meant by a press on it.
+    MouseArea {
+        anchors.fill: parent
+        hoverEnabled: true
+    }
+
     Rectangle {
         anchors.fill: parent
         radius: bar.radius

@@ -22,6 +22,13 @@ Flickable {
         return ancestor !== null;
     }
 
+    function isInFooter(item: Item): bool {
+        let ancestor = item;
+        while (ancestor !== null && ancestor !== footer)
+            ancestor = ancestor.parent;
+        return ancestor !== null;
+    }
+
     function reveal(item: Item): void {
         if (!holds(item))
             return;
@@ -39,7 +46,7 @@ Flickable {
         const start = middle(item);
         let found = null;
         let place = start;
-        for (let next = item.nextItemInFocusChain(isBelow); next !== null && next !== item && holds(next); next = next.nextItemInFocusChain(isBelow)) {
+        for (let next = item.nextItemInFocusChain(isBelow); next !== null && next !== item && (holds(next) || isInFooter(next)); next = next.nextItemInFocusChain(isBelow)) {
             const here = middle(next);
             if (Math.abs(here.y - start.y) <= 12)
                 continue;

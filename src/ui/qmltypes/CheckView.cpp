@@ -96,12 +96,6 @@ void CheckView::showStartupItems()
                         [](const StartupRowText &row) { return row.id; });
 }
 
-void CheckView::setAllSelected(bool isSelected)
-{
-    for (const RemovableItem &item : std::vector(m_check.result().removalCandidates))
-        m_check.setSelected(item.id, isSelected);
-}
-
 void CheckView::remove()
 {
     if (!canRemove())

@@ -51,7 +51,7 @@ public:
     Q_INVOKABLE void run();
     Q_INVOKABLE void cancel();
     Q_INVOKABLE void setSelected(const QString &id, bool isSelected) { m_check.setSelected(id, isSelected); }
-    Q_INVOKABLE void setAllSelected(bool isSelected);
+    Q_INVOKABLE void setAllSelected(bool isSelected) { m_check.setAllSelected(isSelected); }
     /// Asks before what is ticked goes.
     Q_INVOKABLE void remove();
     Q_INVOKABLE void disable(const QString &id);

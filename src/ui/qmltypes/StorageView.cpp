@@ -181,6 +181,12 @@ void StorageView::fillQueue()
     m_queue.clear();
     std::copy_if(offers.begin(), offers.end(), std::back_inserter(m_queue),
                  [&](const RemovableItem &item) { return m_selected.count(item.id) != 0; });
+    // What is not offered any more is not chosen when it comes back.
+    if (isScanning())
+        return;
+    m_selected.clear();
+    for (const RemovableItem &item : m_queue)
+        m_selected.insert(item.id);
 }
 
 double StorageView::usedFraction() const
@@ -190,9 +196,10 @@ double StorageView::usedFraction() const
 
 double StorageView::clearableFraction() const
 {
-    if (m_context.state.stats().diskTotalBytes <= 0)
-        return 0;
     const SystemStats &stats = m_context.state.stats();
+    // What is found lies in the home, which another volume has where the system's is named.
+    if (stats.diskTotalBytes <= 0 || stats.diskMountPoint == QLatin1String("/"))
+        return 0;
     return std::clamp(static_cast<double>(m_clearableBytes) / static_cast<double>(stats.diskTotalBytes), 0.0,
                       usedStorageFraction(stats));
 }

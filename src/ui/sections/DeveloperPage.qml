@@ -37,6 +37,7 @@ ScrollPage {
             list: rowsCard.list
             actionLabel: "Remove"
             onActed: id => page.developer.removeListed(id)
+            onShown: path => page.view.coordinator.confirmation.showInFolder(path)
         }
     }
 
