@@ -59,8 +59,8 @@ Quitting::Outcome Quitting::quit(const ProcessIdentity &process, Means means, Ma
         return Outcome::told;
     if (*hasEnded)
         return Outcome::ended;
-    return means == Means::question && machine.runningApplications->canAsk(process) ? Outcome::isAsked
-                                                                                    : Outcome::runsOn;
+    const bool isWorthAsking = means == Means::question && !stop.stopRequested();
+    return isWorthAsking && machine.runningApplications->canAsk(process) ? Outcome::isAsked : Outcome::runsOn;
 }
 
 } // namespace swabby

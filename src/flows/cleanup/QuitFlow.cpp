@@ -15,7 +15,10 @@ constexpr std::chrono::seconds memory(120);
 
 } // namespace
 
-QuitFlow::QuitFlow(AppState &state) : m_state(state), m_work(questionsAtOnce), m_waits(questionsAtOnce) {}
+QuitFlow::QuitFlow(AppState &state)
+    : m_state(state), m_work(questionsAtOnce), m_telling(questionsAtOnce), m_waits(questionsAtOnce)
+{
+}
 
 QFuture<QuitPlan> QuitFlow::plan(const ProcessSample &shown, Quitting::Force force)
 {
@@ -29,7 +32,8 @@ QFuture<QuitPlan> QuitFlow::plan(const ProcessSample &shown, Quitting::Force for
         const std::optional<ProcessIdentity> process = look();
         QuitPlan plan = {QtFuture::makeReadyFuture(process)};
         plan.isAnew = std::any_of(asked.begin(), asked.end(), [&](const Asked &one) {
-            return one.process == process && now - one.time < static_cast<double>(memory.count());
+            const double age = now - one.time; // negative where the clock was set back
+            return one.process == process && age >= 0 && age < static_cast<double>(memory.count());
         });
         if (process && !plan.isAnew)
             plan.means = Quitting::gentlestMeans(*process, *machine);
@@ -46,7 +50,7 @@ QCoro::Task<Quitting::Outcome> QuitFlow::quit(ProcessSample shown, QuitPlan plan
         co_return Outcome::notTold;
     Outcome outcome = Outcome::notTold;
     if (process) {
-        const auto quitting = m_work.ask([machine = m_state.sharedMachine(), process, plan, stop] {
+        const auto quitting = m_telling.ask([machine = m_state.sharedMachine(), process, plan, stop] {
             return Quitting::quit(*process, plan.means, *machine, stop);
         });
         outcome = co_await quitting;

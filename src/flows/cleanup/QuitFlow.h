@@ -52,7 +52,8 @@ private:
     AppState &m_state;
     std::vector<Asked> m_asked;
     BackgroundWork m_work;
-    BackgroundWork m_waits; ///< for what runs on
+    BackgroundWork m_telling; ///< each waits to see its program end
+    BackgroundWork m_waits;   ///< for what runs on
     LatestRun m_quits;
 };
 

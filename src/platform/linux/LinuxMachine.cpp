@@ -94,7 +94,7 @@ LinuxRunningApplications::Sources waysToQuit(Machine &machine, const Session &se
     };
     LinuxRunningApplications::Sources ways;
     ways.canAsk = [windows, offers](const ProcessIdentity &process) {
-        return windows.owners().askable.contains(process.pid) || offers(QuitAction::look, process);
+        return windows.askable().contains(process.pid) || offers(QuitAction::look, process);
     };
     ways.ask = [windows, offers](const ProcessIdentity &process) {
         return windows.askToClose(process.pid) || offers(QuitAction::take, process);

@@ -120,7 +120,8 @@ bool LinuxStartupControl::turnOff(const QString &systemEntry) const
 
 bool LinuxStartupControl::putBack(const QString &definitionPath)
 {
-    if (isSwabby(definitionPath))
+    // What was set aside comes back as it was; only where nothing was is a new one written.
+    if (isSwabby(definitionPath) && !QFileInfo::exists(asideName(definitionPath)))
         return m_login.registerAtLogin().isEmpty();
     if (isSystemEntry(definitionPath))
         return turnOn(definitionPath);

@@ -4,31 +4,22 @@
 #include "platform/linux/KernelFile.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace swabby {
 
-WindowOwners windowOwnersFrom(std::string_view text)
+std::unordered_set<std::int32_t> processIdsFrom(std::string_view text)
 {
-    WindowOwners owners;
-    while (auto line = nextLine(text)) {
-        const std::string_view what = nextWord(*line);
-        const std::int32_t pid = integerOf<std::int32_t>(nextWord(*line)).value_or(0);
-        if (pid > 0 && what == "holder")
-            owners.holders.insert(pid);
-        if (pid > 0 && what == "windows")
-            owners.askable.insert(pid);
-    }
-    return owners;
-}
-
-WindowOwners ProgramWindows::owners() const
-{
-    return windowOwnersFrom(run({}));
+    std::unordered_set<std::int32_t> pids;
+    while (const auto line = nextLine(text))
+        if (const auto pid = integerOf<std::int32_t>(*line); pid && *pid > 0)
+            pids.insert(*pid);
+    return pids;
 }
 
 bool ProgramWindows::askToClose(std::int32_t pid) const
 {
-    const std::string answer = run({std::to_string(pid)});
+    const std::string answer = run(std::to_string(pid));
     std::string_view text = answer;
     return integerOf<int>(nextWord(text)).value_or(0) > 0;
 }
@@ -37,25 +28,25 @@ std::unordered_set<std::int32_t> DesktopHolders::pids()
 {
     constexpr std::size_t managerAndPanel = 2;
     const std::lock_guard lock(m_mutex);
-    const bool stand = std::all_of(m_known.begin(), m_known.end(), [this](const ProcessIdentity &known) {
-        return m_control.identify(known.pid) == known;
-    });
-    if (!stand || m_known.size() < managerAndPanel) {
-        m_known.clear();
-        for (const std::int32_t pid : m_windows.owners().holders)
-            if (const auto identity = m_control.identify(pid))
+    // A display that does not answer just now takes nobody off.
+    std::erase_if(m_known,
+                  [this](const ProcessIdentity &known) { return m_control.identify(known.pid) != known; });
+    if (m_known.size() < managerAndPanel)
+        for (const std::int32_t pid : m_windows.holders())
+            if (const auto identity = m_control.identify(pid);
+                identity && std::find(m_known.begin(), m_known.end(), *identity) == m_known.end())
                 m_known.push_back(*identity);
-    }
     std::unordered_set<std::int32_t> pids;
     for (const ProcessIdentity &known : m_known)
         pids.insert(known.pid);
     return pids;
 }
 
-std::string ProgramWindows::run(const std::vector<std::string> &arguments) const
+std::string ProgramWindows::run(const std::string &argument) const
 {
     if (m_helper.empty())
         return {};
+    const auto arguments = argument.empty() ? std::vector<std::string>() : std::vector{argument};
     return m_shell.run(m_helper, arguments, ToolOutput::standardOutput).value_or(std::string());
 }
 

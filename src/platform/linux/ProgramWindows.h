@@ -14,14 +14,8 @@ namespace swabby {
 /// The helper that speaks with the X server.
 inline constexpr auto windowsProgram = "swabby-windows";
 
-/// What the windows of a display tell of processes.
-struct WindowOwners {
-    std::unordered_set<std::int32_t> holders; ///< whom the desktop stands on: window manager and panel
-    std::unordered_set<std::int32_t> askable; ///< whoever has a window that can be asked to close
-};
-
-/// What that helper said.
-WindowOwners windowOwnersFrom(std::string_view text);
+/// What that helper said: a process id on each line.
+std::unordered_set<std::int32_t> processIdsFrom(std::string_view text);
 
 /// The windows of an X display, looked at by a helper that ends within a second whatever the display does.
 /// Every call may block that long.
@@ -33,12 +27,15 @@ public:
     {
     }
 
-    WindowOwners owners() const;
+    /// Whom the desktop stands on: window manager and panel.
+    std::unordered_set<std::int32_t> holders() const { return processIdsFrom(run("holders")); }
+    /// Whoever has a window that can be asked to close.
+    std::unordered_set<std::int32_t> askable() const { return processIdsFrom(run({})); }
     /// Asks every window of the process to close, as its own button does. False when none was asked.
     bool askToClose(std::int32_t pid) const;
 
 private:
-    std::string run(const std::vector<std::string> &arguments) const;
+    std::string run(const std::string &argument) const;
 
     Shell &m_shell;
     const std::string m_helper;

@@ -2,8 +2,9 @@
 // does. A program of its own, because a display that hangs holds up whoever talks to it, and nobody else here
 // needs its library.
 //
-//   swabby-windows        one line for each process: "holder PID", which the desktop stands on, "windows PID"
-//   swabby-windows PID    asks that one's windows, and prints how many
+//   swabby-windows            prints the id of each process that has such windows
+//   swabby-windows holders    that of each which the desktop stands on
+//   swabby-windows PID        asks that one's windows, and prints how many
 #include "platform/linux/windows/WindowServer.h"
 #include "platform/posix/OwnLimits.h"
 
@@ -12,6 +13,7 @@
 #include <cstdlib>
 #include <map>
 #include <set>
+#include <string_view>
 
 using namespace swabby;
 
@@ -78,11 +80,22 @@ std::vector<Closable> withoutDialogs(const std::vector<Closable> &windows)
     return result.empty() ? windows : result;
 }
 
+/// What stands for the window manager. A number that one which has ended left behind is another program's
+/// window by now, or none: only the manager's own names itself.
+std::vector<xcb_window_t> managerWindows(const WindowServer &server, xcb_window_t root)
+{
+    const xcb_atom_t check = server.atom("_NET_SUPPORTING_WM_CHECK");
+    std::vector<xcb_window_t> windows = server.numbers(root, check);
+    std::erase_if(windows, [&](xcb_window_t window) { return !server.contains(window, check, window); });
+    return windows;
+}
+
 void askToClose(const WindowServer &server, const Closable &closable)
 {
     constexpr std::uint32_t person = 2; // asks, not the program itself
     const xcb_atom_t request = server.atom("_NET_CLOSE_WINDOW");
-    if (server.contains(closable.root, server.atom("_NET_SUPPORTED"), request))
+    if (!managerWindows(server, closable.root).empty() &&
+        server.contains(closable.root, server.atom("_NET_SUPPORTED"), request))
         server.send(closable.root, XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                     closable.window, request, {XCB_CURRENT_TIME, person, 0, 0, 0});
     else
@@ -96,7 +109,7 @@ std::set<std::int32_t> holders(const WindowServer &server)
     std::set<std::int32_t> processes;
     int screen = 0;
     for (const xcb_window_t root : server.roots()) {
-        std::vector<xcb_window_t> windows = server.numbers(root, server.atom("_NET_SUPPORTING_WM_CHECK"));
+        std::vector<xcb_window_t> windows = managerWindows(server, root);
         windows.push_back(server.selectionOwner("_NET_SYSTEM_TRAY_S" + std::to_string(screen++)));
         for (const xcb_window_t window : windows)
             processes.insert(window != XCB_NONE ? server.processOf(window) : 0);
@@ -113,12 +126,15 @@ int main(int argc, char *argv[])
     const WindowServer server;
     if (!server.isThere())
         return EXIT_FAILURE;
+    if (argc > 1 && std::string_view(argv[1]) == "holders") {
+        for (const std::int32_t process : holders(server))
+            std::printf("%d\n", process);
+        return EXIT_SUCCESS;
+    }
     const WindowsByProcess windows = closableWindows(server);
     if (argc < 2) {
-        for (const std::int32_t process : holders(server))
-            std::printf("holder %d\n", process);
         for (const auto &[process, ignored] : windows)
-            std::printf("windows %d\n", process);
+            std::printf("%d\n", process);
         return EXIT_SUCCESS;
     }
     const auto own = windows.find(std::atoi(argv[1]));
