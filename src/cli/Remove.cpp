@@ -10,6 +10,7 @@
 #include "flows/cleanup/ConfirmationBuilder.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace swabby {
 namespace {
@@ -37,19 +38,13 @@ std::vector<RemovableItem> itemsOf(const QStringList &ids, const std::vector<Rem
     return items;
 }
 
-/// Says of each id that stands for nothing that it does.
-bool areAllKnown(const QStringList &ids, const std::vector<RemovableItem> &items)
+/// Those that stand for nothing, or for several things.
+QStringList unknownAmong(const QStringList &ids, const std::vector<RemovableItem> &all)
 {
-    bool areKnown = true;
-    for (const QString &id : ids) {
-        if (itemOf(id, items) != nullptr)
-            continue;
-        printProblem(
-            QStringLiteral("swabbyctl: nothing to remove has the id \"%1\"; swabbyctl items lists the ids")
-                .arg(id));
-        areKnown = false;
-    }
-    return areKnown;
+    QStringList unknown;
+    std::ranges::copy_if(ids, std::back_inserter(unknown),
+                         [&](const QString &id) { return itemOf(id, all) == nullptr; });
+    return unknown;
 }
 
 /// The applications among the items that have to be quit first. Blocks for the list of what runs.
@@ -108,6 +103,7 @@ void printRun(const Arguments &arguments, const ConfirmationInfo &info,
 struct Chosen {
     std::vector<RemovableItem> items;
     QStringList running; ///< what of it has to be quit first
+    QStringList unknown; ///< ids that stand for nothing
 };
 
 void askAndRemove(const Arguments &arguments, const Chosen &chosen, CleanupFlow &flow)
@@ -116,7 +112,11 @@ void askAndRemove(const Arguments &arguments, const Chosen &chosen, CleanupFlow 
     const ConfirmationInfo info = ConfirmationBuilder::remove(items, flow);
     for (const QString &name : chosen.running)
         printProblem(QStringLiteral("swabbyctl: %1 is running: quit it first").arg(name));
-    if (!areAllKnown(arguments.operands, items) || !chosen.running.isEmpty() ||
+    for (const QString &id : chosen.unknown)
+        printProblem(
+            QStringLiteral("swabbyctl: nothing to remove has the id \"%1\"; swabbyctl items lists the ids")
+                .arg(id));
+    if (!chosen.unknown.isEmpty() || !chosen.running.isEmpty() ||
         !isAgreed(arguments, info, effectsText(items))) {
         printRun(arguments, info, items, std::nullopt);
         return;
@@ -139,7 +139,7 @@ int runRemove(const Arguments &arguments, const std::shared_ptr<Machine> &machin
     const auto choose = [&](const Search &search) {
         const auto all = findNamed(arguments.operands, search);
         const auto items = itemsOf(arguments.operands, all);
-        return Chosen{items, runningAmong(items, *machine)};
+        return Chosen{items, runningAmong(items, *machine), unknownAmong(arguments.operands, all)};
     };
     return searchInBackground(*machine, choose,
                               [&](const Chosen &chosen) { askAndRemove(arguments, chosen, flow); });

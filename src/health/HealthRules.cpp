@@ -217,6 +217,13 @@ void judgeStorage(const SystemStats &stats, const MachineWords &words, QList<Hea
                            "remove."),
                        .action = OpenSection{MainSection::storage}});
     }
+    // Where the system's volume is named, the person's own files lie on another one.
+    if (freeShare < yellowBelow && stats.diskMountPoint == QLatin1String("/")) {
+        issues.last().how =
+            QStringLiteral("Your own files lie on another volume, so clearing them makes no room "
+                           "there. Removing programs you don't need does.");
+        issues.last().action.reset();
+    }
 }
 
 } // namespace
