@@ -145,7 +145,10 @@ void AppDelegate::followStanding()
         return;
     m_standing = now;
     std::fprintf(stderr, "swabby: %s\n", qPrintable(now.text));
-    if (now.canStartAnew)
+    // Nothing on a described Mac has anything to do with it, and a snooze is for all.
+    const Machine &machine = m_state.machine();
+    const bool isSnoozed = m_state.snoozedUntil() && *m_state.snoozedUntil() > machine.clock->now();
+    if (now.canStartAnew && !isSnoozed && machine.places.root.isEmpty())
         m_state.machine().notifier->post(
             {QStringLiteral("Swabby was updated"), QStringLiteral("Open this to start the new version.")},
             [self = QPointer(this)] {

@@ -148,6 +148,7 @@ int main(int argc, char *argv[])
     // Somebody asked for the new one, so it shows itself.
     std::vector<std::string> arguments(argv + 1, argv + argc);
     std::erase(arguments, "--background");
+    giveLocaleBackToEnvironment();
     startAnew(program, arguments);
     return complain(QString::fromStdString(program) + QStringLiteral(": ") + qt_error_string(), 1);
 }

@@ -6,13 +6,23 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <iterator>
 #include <string>
 
 namespace swabby {
+namespace {
+
+constexpr const char *localeNames[] = {"LC_ALL", "LC_CTYPE", "LC_NUMERIC", "LC_TIME"};
+std::optional<std::string> localeAtStart[std::size(localeNames)];
+
+} // namespace
 
 void prepareProcess()
 {
     takeKeyFromEnvironment();
+    for (std::size_t index = 0; index < std::size(localeNames); ++index)
+        if (const char *value = std::getenv(localeNames[index]))
+            localeAtStart[index] = value;
     // What is shown keeps the person's own style, and every QLocale() is that from here on.
     QLocale::setDefault(localeOfTimes());
     // Tools print numbers and dates in the locale of their environment, and are read in the C locale's. A
@@ -26,6 +36,16 @@ void prepareProcess()
     // A file that may not grow is a save that fails, and the person is told; it is no end of the program.
     std::signal(SIGXFSZ, SIG_IGN);
     prepareForThisComputer();
+}
+
+void giveLocaleBackToEnvironment()
+{
+    for (std::size_t index = 0; index < std::size(localeNames); ++index) {
+        if (localeAtStart[index])
+            ::setenv(localeNames[index], localeAtStart[index]->c_str(), 1);
+        else
+            ::unsetenv(localeNames[index]);
+    }
 }
 
 MachineWords chooseWords(const std::optional<QString> &folder)

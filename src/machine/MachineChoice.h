@@ -13,6 +13,9 @@ namespace swabby {
 /// main.
 void prepareProcess();
 
+/// Undoes to the locale what that did, for a program that takes this one's place.
+void giveLocaleBackToEnvironment();
+
 /// How the machine in that folder, else this computer, speaks of itself; neither is looked at for it.
 MachineWords chooseWords(const std::optional<QString> &folder);
 

@@ -53,7 +53,8 @@ QString manPage(const CommandWords &program, const QString &version)
                 "error, when it was asked wrongly.\n");
     page += section("FILES") + entry(QStringLiteral("~/.config/Swabby/"), QStringLiteral("The preferences")) +
             entry(QStringLiteral("~/.local/share/Swabby/"),
-                  QStringLiteral("The last 24 hours of load, and what the last removal moved to the Trash"));
+                  QStringLiteral("The last 24 hours of load, and what the last removal moved to the Trash")) +
+            entry(QStringLiteral("~/.local/state/Swabby/"), QStringLiteral("Where the windows stood"));
     const bool isTerminals = program.name.endsWith(QLatin1String("ctl"));
     return page + section("SEE ALSO") +
            QStringLiteral(".BR %1 (1)\n").arg(QLatin1String(isTerminals ? "swabby" : "swabbyctl"));

@@ -12,6 +12,7 @@ void startAnew(const std::string &program, const std::vector<std::string> &argum
     std::vector<std::string> words = arguments;
     words.insert(words.begin(), program);
     std::vector<char *> pointers;
+    pointers.reserve(words.size() + 1);
     for (std::string &word : words)
         pointers.push_back(word.data());
     pointers.push_back(nullptr);
