@@ -6,6 +6,7 @@
 #include <sys/statvfs.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <optional>
 
@@ -29,9 +30,21 @@ std::filesystem::path mountPointOf(const std::string &name)
     return path;
 }
 
+QString mountPointIn(const Volume &volume)
+{
+    return volume.capacity.mountPoint;
+}
+
 double freeShare(const Volume &volume)
 {
     return static_cast<double>(volume.capacity.freeBytes) / static_cast<double>(volume.capacity.totalBytes);
+}
+
+/// Whether what is asked one after the other, while programs write, is the same room.
+bool isSameRoom(const VolumeCapacity &one, const VolumeCapacity &other)
+{
+    return one.totalBytes == other.totalBytes &&
+           std::abs(one.freeBytes - other.freeBytes) <= one.totalBytes / 100;
 }
 
 } // namespace
@@ -40,8 +53,10 @@ std::vector<Volume> volumesOf(std::span<const std::string> paths)
 {
     std::vector<Volume> volumes;
     for (const std::string &path : paths) {
+        const QString mountPoint = textOf(mountPointOf(path).native());
         struct statvfs figures = {};
-        if (::statvfs(path.c_str(), &figures) != 0)
+        if (std::ranges::count(volumes, mountPoint, mountPointIn) > 0 ||
+            ::statvfs(path.c_str(), &figures) != 0)
             continue;
         const auto bytes = [&](fsblkcnt_t blocks) {
             return static_cast<std::int64_t>(blocks * figures.f_frsize);
@@ -51,7 +66,7 @@ std::vector<Volume> volumesOf(std::span<const std::string> paths)
             continue; // the kernel's own, which hold nothing
         volumes.push_back({{.freeBytes = bytes(figures.f_bavail),
                             .totalBytes = used + bytes(figures.f_bavail),
-                            .mountPoint = textOf(mountPointOf(path).native())},
+                            .mountPoint = mountPoint},
                            (figures.f_flag & ST_RDONLY) != 0});
     }
     return volumes;
@@ -65,10 +80,8 @@ VolumeCapacity fullestOf(std::vector<Volume> volumes)
         return {};
     VolumeCapacity fullest = std::ranges::min_element(volumes, {}, freeShare)->capacity;
     // Folders of one pool may look like volumes of their own, but it is the same room that fills up.
-    if (std::ranges::all_of(volumes, [&](const Volume &volume) {
-            return volume.capacity.totalBytes == fullest.totalBytes &&
-                   volume.capacity.freeBytes == fullest.freeBytes;
-        }))
+    if (std::ranges::all_of(volumes,
+                            [&](const Volume &volume) { return isSameRoom(volume.capacity, fullest); }))
         fullest.mountPoint.clear();
     return fullest;
 }

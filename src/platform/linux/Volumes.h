@@ -14,7 +14,7 @@ struct Volume {
 };
 
 /// The volumes that these paths lie on, as `df` counts: what the system keeps back for itself is neither free
-/// nor used. One that cannot be asked is missing. Waits for a file system that is far away.
+/// nor used. Each stands once; one that cannot be asked is missing. Waits for a file system that is far away.
 std::vector<Volume> volumesOf(std::span<const std::string> paths);
 
 /// The one of which the largest share is used, named when there are others. One that nobody can fill counts

@@ -159,8 +159,7 @@ private Q_SLOTS:
         QVERIFY(used > 0 && used < kernel.physicalMemory());
         const VolumeCapacity volume = kernel.startupVolume();
         QVERIFY(volume.freeBytes > 0 && volume.freeBytes < volume.totalBytes);
-        QCOMPARE(volumesOf(std::vector<std::string>{"/usr/bin"}).front().capacity.mountPoint,
-                 volume.mountPoint.isEmpty() ? u"/"_qs : u"/usr"_qs);
+        QCOMPARE(volumesOf(std::vector<std::string>{"/usr/bin", "/usr/bin/env"}).size(), 1);
 
         LinuxBootClock clock("/proc");
         const auto start = clock.startEpoch(::getpid());
