@@ -6,6 +6,11 @@ target_compile_options(swabby_warnings INTERFACE
 target_compile_definitions(swabby_warnings INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS QT_WARN_DEPRECATED_UP_TO=0x060400)
 
+# Files that are built together look like headers, whose coroutines may hold no type of their own.
+if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(swabby_warnings INTERFACE -Wno-subobject-linkage)
+endif()
+
 if(SWABBY_SANITIZE)
     add_compile_options(-fsanitize=${SWABBY_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${SWABBY_SANITIZE})

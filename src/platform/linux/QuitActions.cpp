@@ -12,7 +12,7 @@
 namespace swabby {
 namespace {
 
-constexpr std::chrono::milliseconds patience(1'000);
+constexpr std::chrono::milliseconds waitForAnswers(1'000);
 
 /// A conversation with a bus; what is not answered in time is as good as not there.
 struct Talk {
@@ -174,7 +174,7 @@ Taking playerQuit(const Service &service, const Talk &talk)
 bool offersQuit(QuitAction what, const std::string &busAddress, const ProcessIdentity &process,
                 ProcessControl &control, const StopToken &stop)
 {
-    const auto end = Steady::now() + patience;
+    const auto end = Steady::now() + waitForAnswers;
     const Bus bus = connectBus(busAddress, end, stop);
     if (!bus)
         return false;

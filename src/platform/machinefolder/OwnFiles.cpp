@@ -9,14 +9,6 @@
 #include <algorithm>
 
 namespace swabby {
-namespace {
-
-std::filesystem::path pathOf(const QString &name)
-{
-    return QFile::encodeName(name).toStdString();
-}
-
-} // namespace
 
 bool isWithoutLinks(const std::filesystem::path &folder, const std::filesystem::path &below)
 {
@@ -29,15 +21,16 @@ bool isWithoutLinks(const std::filesystem::path &folder, const std::filesystem::
 
 bool isOwnFile(const QString &path)
 {
-    const auto found = FileIdentity::of(pathOf(path));
+    const auto found = FileIdentity::of(QFile::encodeName(path).toStdString());
     return !found || found->kind == FileKind::file;
 }
 
 QJsonObject ownObject(const QString &path)
 {
     constexpr std::int64_t largest = 1'000'000;
-    return isOwnFile(path) ? QJsonDocument::fromJson(smallFile(pathOf(path), largest)).object()
-                           : QJsonObject();
+    return isOwnFile(path)
+               ? QJsonDocument::fromJson(smallFile(QFile::encodeName(path).toStdString(), largest)).object()
+               : QJsonObject();
 }
 
 } // namespace swabby
