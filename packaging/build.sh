@@ -17,6 +17,8 @@ trial_packages=(debootstrap xvfb xdotool imagemagick)
 package_lint_packages=(lintian desktop-file-utils appstream)
 # What only some tests need is said by their label, needs-PACKAGE.
 lint_packages=(git clang-format clang-tidy shellcheck imagemagick)
+# What compiles for a Mac.
+mac_packages=(clang-16 llvm-16 libc++-16-dev musl-dev)
 # What reads the windows as a screen reader does.
 reader_packages=(xvfb xdotool weston qt6-wayland dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3 python3-gi)
 bench_packages=(libbenchmark-dev jdupes)
