@@ -98,8 +98,9 @@ Window {
             required property int index
 
             sequence: shortcut.modelData.shortcut
+            autoRepeat: false
             enabled: !sheets.isOpen
-            onActivated: window.view.selectIndex(shortcut.index)
+            onActivated: window.view.followShortcut(shortcut.index)
         }
     }
 }

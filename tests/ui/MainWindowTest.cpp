@@ -1,5 +1,7 @@
 #include "WindowTest.h"
 
+#include <algorithm>
+
 using namespace swabby;
 
 namespace {
@@ -103,6 +105,48 @@ private Q_SLOTS:
         QCOMPARE(view().selection(), MainSection::speed);
         view().performIssue(999);
         QCOMPARE(view().selection(), MainSection::speed);
+    }
+
+    void theTroubleComesFirstAndCanBeActedOn()
+    {
+        const QString memory = u"Urgent: It's almost out of memory…"_qs;
+        const auto quits = [this] {
+            const QList<QQuickItem *> items = visibleItems(window().contentItem());
+            return std::ranges::count_if(
+                items, [](const QQuickItem *one) { return one->property("isDestructive").toBool(); });
+        };
+        m_desk->refresh();
+        const QString text = textOf(window());
+        QList<qsizetype> places;
+        for (const char *words : {"Issues detected", "Why it matters", "It's almost out of memory",
+                                  "Mill is using", "Speed\n", "Last 24 hours"})
+            places.append(text.indexOf(QLatin1String(words)));
+        QVERIFY2(!places.contains(-1) && std::ranges::is_sorted(places), qPrintable(text));
+        QCOMPARE(quits(), 1);
+        QVERIFY(item(u"Look into it"_qs) == nullptr);
+        pressHere(u"Urgent: Mill is using…"_qs);
+        pressHere(memory);
+        QVERIFY(comes(u"Look into it"_qs));
+        QCOMPARE(quits(), 1); // the first card's
+        pressHere(memory);
+        QVERIFY(goes(u"Look into it"_qs));
+
+        const QQuickItem *check = item(u"Swabby Check, Issues…"_qs);
+        QTest::mouseClick(&window(), Qt::LeftButton, {}, check->mapToScene({90, 30}).toPoint());
+        QVERIFY(isShowingDetail());
+        type(Qt::Key_Escape);
+
+        view().select(MainSection::speed);
+        view().setProperty("speedView", 1);
+        pressHere(memory);
+        pressHere(u"Look into it"_qs);
+        QCOMPARE(view().property("speedView").toInt(), 0);
+        QCOMPARE(window().activeFocusItem(), item(u"What is this? Mill"_qs));
+
+        for (const int checks : {1, 2}) {
+            type(Qt::Key_2, Qt::ControlModifier);
+            QVERIFY(waitUntil([&] { return m_finishedChecks == checks && !view().check()->isScanning(); }));
+        }
     }
 
     void askingAgainForTheCheckStartsAnotherOne()

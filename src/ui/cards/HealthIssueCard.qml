@@ -1,21 +1,22 @@
 import QtQuick
 import Swabby.Ui
 
-// One health issue. On a page the two explanations stand side by side, in a sheet one below the other.
+// One health issue, which may be folded to the line that says what it is.
 Item {
     id: root
 
     property issueCard issue
     property bool isInSheet: false
+    property bool folds: false
+    property bool isUnfolded: false
+    property bool isFolding: false
+    readonly property bool isOpen: !folds || isUnfolded
+    readonly property real inset: isInSheet ? 14 : 16
+    readonly property real edge: folds ? 10 : 14
 
     signal action
 
-    readonly property bool isWide: !isInSheet && width >= 480
-    // Beside the explanations, unless they would get narrow.
-    readonly property bool isBeside: isWide && (column.width - button.width - 48) / 2 >= 190
-    readonly property real inset: isInSheet ? 14 : 16
-
-    implicitHeight: column.implicitHeight + 28
+    implicitHeight: fold.y + fold.height + edge
 
     Card {
         anchors.fill: parent
@@ -32,75 +33,84 @@ Item {
         visible: root.isInSheet
     }
 
-    Column {
-        id: column
+    Pressable {
+        id: head
 
-        x: root.inset
-        y: 14
-        width: root.width - 2 * root.inset
-        spacing: 8
-
-        Row {
-            width: parent.width
-            spacing: 10
-
-            SymbolItem {
-                y: 1
-                name: "exclamationmark.triangle.fill"
-                color: Theme.marks[root.issue.tint]
-                Accessible.role: Accessible.Graphic
-                Accessible.name: root.issue.severity
-            }
-
-            Paragraph {
-                width: parent.width - 26
-                text: root.issue.what
-                font: Theme.headingFont
-                Accessible.role: Accessible.Heading
-            }
+        width: parent.width
+        height: heading.height + 2 * root.edge
+        innerRadius: 12
+        name: root.issue.severity + ": " + root.issue.what
+        tip: root.isOpen ? "Show less" : "Why it matters and how to help"
+        visible: root.folds
+        Accessible.checkable: true
+        Accessible.checked: root.isOpen
+        onActivated: {
+            root.isFolding = true;
+            root.isUnfolded = !root.isUnfolded;
         }
 
-        Grid {
-            id: explanations
-
-            readonly property real columnWidth: root.isWide ? (width - 24) / 2 : width
-
-            width: parent.width - (root.isBeside && button.visible ? button.width + 24 : 0)
-            columns: root.isWide ? 2 : 1
-            columnSpacing: 24
-            rowSpacing: 8
-
-            Explanation {
-                width: explanations.columnWidth
-                heading: "Why it matters"
-                text: root.issue.why
-            }
-
-            Explanation {
-                width: explanations.columnWidth
-                heading: "How to help"
-                text: root.issue.how
-            }
-        }
-
-        Item {
-            width: 1
-            height: button.height
-            visible: button.visible && !root.isBeside
+        SymbolItem {
+            anchors.right: parent.right
+            anchors.rightMargin: root.inset
+            anchors.verticalCenter: parent.verticalCenter
+            width: 13
+            height: 13
+            name: root.isOpen ? "chevron.up" : "chevron.down"
+            color: head.isHovered ? Theme.primary : Theme.secondary
         }
     }
 
-    ActionButton {
-        id: button
+    SymbolItem {
+        x: root.inset
+        y: root.edge + 1
+        name: "exclamationmark.triangle.fill"
+        color: Theme.marks[root.issue.tint]
+        Accessible.role: Accessible.Graphic
+        Accessible.name: root.issue.severity
+        Accessible.ignored: root.folds
+    }
 
-        x: root.isWide ? root.width - root.inset - width : root.inset
-        y: root.height - 14 - height
-        width: Math.min(implicitWidth, root.isWide ? 240 : column.width)
-        text: root.issue.actionLabel
-        isDestructive: root.issue.isDestructive
-        visible: root.issue.actionLabel !== ""
-        // The same program may be to blame for several issues.
-        Accessible.description: root.issue.what
-        onActivated: root.action()
+    Paragraph {
+        id: heading
+
+        x: root.inset + 26
+        y: root.edge
+        width: root.width - x - root.inset - (root.folds ? 24 : 0)
+        text: root.issue.what
+        font: Theme.headingFont
+        Accessible.role: Accessible.Heading
+        Accessible.ignored: root.folds
+    }
+
+    Item {
+        id: fold
+
+        x: root.inset
+        y: heading.y + heading.height
+        width: root.width - 2 * root.inset
+        height: root.isOpen ? body.height + 8 : 0
+        clip: root.folds
+        visible: height > 0
+        enabled: root.isOpen
+
+        Behavior on height {
+            enabled: root.isFolding
+
+            NumberAnimation {
+                duration: Theme.foldDuration
+                easing.type: Easing.InOutQuad
+            }
+        }
+
+        IssueBody {
+            id: body
+
+            y: 8
+            width: parent.width
+            height: implicitHeight
+            issue: root.issue
+            isInSheet: root.isInSheet
+            onAction: root.action()
+        }
     }
 }

@@ -11,6 +11,26 @@ Card {
         width: parent.width
         height: 40
 
+        Pressable {
+            anchors.fill: parent
+            anchors.topMargin: -card.verticalPadding
+            anchors.bottomMargin: -card.verticalPadding
+            anchors.leftMargin: -card.sidePadding
+            anchors.rightMargin: -card.sidePadding
+            innerRadius: 12
+            name: Words.check + ", " + card.view.state.checkInvitation
+            // Only then does the card say that it can be pressed.
+            visible: card.view.state.isKnown && !card.view.state.isHealthy
+            onActivated: card.view.showHealthDetail = true
+
+            Rectangle {
+                anchors.fill: parent
+                radius: 12
+                color: Theme.quietFill
+                visible: (parent as Pressable).isHovered
+            }
+        }
+
         SymbolPlate {
             id: plate
 

@@ -13,6 +13,8 @@ Flickable {
     property Item footer: null
     readonly property real footerHeight: footer?.visible ? footer.height : 0
     readonly property real viewHeight: height - footerHeight
+    // Where the page helps with what is wrong.
+    property Item remedy: null
     readonly property Item focusItem: Window.activeFocusItem
 
     function holds(item: Item): bool {
@@ -38,6 +40,16 @@ Flickable {
             contentY = Math.max(0, top);
         else if (bottom > contentY + viewHeight)
             contentY = Math.min(contentHeight - height, bottom - viewHeight);
+    }
+
+    // Brings the remedy up, with what stands right above it, and hands it the keyboard.
+    function showRemedy(): void {
+        if (remedy === null)
+            return;
+        scrollBy(remedy.mapToItem(column, 0, 0).y - 60 - contentY);
+        const first = remedy.nextItemInFocusChain();
+        if (holds(first))
+            first.forceActiveFocus(Qt.TabFocusReason);
     }
 
     // The nearest control in the row above or below, so that the arrows lead through a list. None at its ends.

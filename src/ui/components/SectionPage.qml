@@ -31,6 +31,14 @@ Item {
             });
     }
 
+    Connections {
+        function onRemedyWanted(): void {
+            (loader.item as ScrollPage)?.showRemedy();
+        }
+
+        target: frame.view
+    }
+
     onPageChanged: showPage()
     Component.onCompleted: showPage()
 

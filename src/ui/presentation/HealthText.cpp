@@ -3,17 +3,25 @@
 #include "health/HealthRules.h"
 #include "ui/presentation/PlainWords.h"
 
+#include <set>
+
 namespace swabby {
 
 namespace {
+
+/// The program that the issue's button ends; 0 when it ends none.
+std::int32_t pidToQuit(const HealthIssue &issue)
+{
+    const auto *kill = issue.action ? std::get_if<KillProcess>(&*issue.action) : nullptr;
+    return kill == nullptr ? 0 : kill->process.pid;
+}
 
 // What an issue says has figures in it, so it is told by what it is about.
 QString issueId(const HealthIssue &issue)
 {
     QString id = sectionName(issue.section);
-    if (issue.action)
-        if (const auto *kill = std::get_if<KillProcess>(&*issue.action))
-            id += QLatin1Char('/') + QString::number(kill->process.pid);
+    if (const std::int32_t pid = pidToQuit(issue))
+        id += QLatin1Char('/') + QString::number(pid);
     return id;
 }
 
@@ -22,6 +30,7 @@ QString issueId(const HealthIssue &issue)
 QList<IssueCard> issueCards(const QList<HealthIssue> &issues, std::optional<MainSection> only)
 {
     QList<IssueCard> cards;
+    std::set<std::int32_t> offered; // to be quit
     for (int index = 0; index < issues.size(); ++index) {
         const HealthIssue &issue = issues.at(index);
         if (only && issue.section != *only)
@@ -38,6 +47,7 @@ QList<IssueCard> issueCards(const QList<HealthIssue> &issues, std::optional<Main
         if (issue.action) {
             card.actionLabel = oneLine(actionLabel(issue).value_or(QString()));
             card.isDestructive = isDestructive(issue);
+            card.isOfferedAbove = card.isDestructive && !offered.insert(pidToQuit(issue)).second;
         }
         cards.append(card);
     }

@@ -22,6 +22,7 @@ struct IssueCard {
     Q_PROPERTY(QString how MEMBER how)
     Q_PROPERTY(QString actionLabel MEMBER actionLabel)
     Q_PROPERTY(bool isDestructive MEMBER isDestructive)
+    Q_PROPERTY(bool isOfferedAbove MEMBER isOfferedAbove)
     Q_PROPERTY(int index MEMBER index)
 
 public:
@@ -32,8 +33,9 @@ public:
     QString how;
     QString actionLabel; ///< empty: no button
     bool isDestructive = false;
-    int index = 0; ///< among the published issues
-    QString id;    ///< the same from one refresh to the next while it is about the same thing
+    bool isOfferedAbove = false; ///< an earlier one of these cards offers to quit the same program
+    int index = 0;               ///< among the published issues
+    QString id;                  ///< the same from one refresh to the next while it is about the same thing
 
     int tintIndex() const { return static_cast<int>(tint); }
     bool operator==(const IssueCard &) const = default;

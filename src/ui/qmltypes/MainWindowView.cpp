@@ -96,6 +96,14 @@ void MainWindowView::selectIndex(int index)
         select(*section);
 }
 
+void MainWindowView::followShortcut(int index)
+{
+    if (sectionFrom(m_sections.value(index).name) == MainSection::swabbyCheck)
+        openCheck();
+    else
+        selectIndex(index);
+}
+
 void MainWindowView::performIssue(int index)
 {
     m_showHealthDetail = false;
@@ -103,9 +111,15 @@ void MainWindowView::performIssue(int index)
     const QList<HealthIssue> &issues = m_stateView.shown().healthIssues;
     if (index < 0 || index >= issues.size())
         return;
+    const HealthIssue issue = issues.at(index);
     MainSection selection = m_selection;
-    m_coordinator.perform(issues.at(index), selection);
+    m_coordinator.perform(issue, selection);
+    const bool isThere = selection == m_selection && issue.action && !isDestructive(issue);
     select(selection);
+    if (!isThere)
+        return;
+    setProperty("speedView", 0); // where the busiest are listed
+    Q_EMIT remedyWanted();
 }
 
 std::optional<ProcessSample> MainWindowView::findProcess(int pid) const

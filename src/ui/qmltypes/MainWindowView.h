@@ -78,6 +78,8 @@ public:
 
     void select(MainSection section);
     Q_INVOKABLE void selectIndex(int index);
+    /// The same, but for the full check, which begins anew when it is shown already.
+    Q_INVOKABLE void followShortcut(int index);
     /// Closes the sheet and does what the issue at that place offers.
     Q_INVOKABLE void performIssue(int index);
     Q_INVOKABLE void togglePin(int pid);
@@ -98,6 +100,8 @@ public:
 
 Q_SIGNALS:
     void selectionChanged();
+    /// Of the page that is shown already: somebody wants to be shown what helps.
+    void remedyWanted();
     void sheetChanged();
     void welcomePointsChanged();
     void speedViewChanged();

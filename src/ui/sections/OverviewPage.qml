@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Swabby.Ui
 
-// How the machine is doing right now.
+// How the machine is doing right now; what is wrong comes before the figures.
 ScrollPage {
     id: page
 
@@ -11,6 +11,22 @@ ScrollPage {
     HeroCard {
         width: parent.width
         view: page.view
+    }
+
+    IssueStack {
+        width: parent.width
+        view: page.view
+        issues: page.view.state.issues
+    }
+
+    Repeater {
+        model: page.view.state.leaks
+
+        LeakBanner {
+            width: parent.width
+            onExplained: page.view.explainProcess(entry.pid)
+            onQuitted: page.view.quitProcess(entry.pid)
+        }
     }
 
     Grid {
@@ -37,31 +53,9 @@ ScrollPage {
         }
     }
 
-    Repeater {
-        model: page.view.state.leaks
-
-        LeakBanner {
-            width: parent.width
-            onExplained: page.view.explainProcess(entry.pid)
-            onQuitted: page.view.quitProcess(entry.pid)
-        }
-    }
-
     SpeedHistoryCard {
         width: parent.width
         figures: page.view.state
-    }
-
-    Repeater {
-        model: page.view.state.issues
-
-        HealthIssueCard {
-            required property issueCard entry
-
-            width: parent.width
-            issue: entry
-            onAction: page.view.performIssue(entry.index)
-        }
     }
 
     TopProcessCard {

@@ -8,16 +8,12 @@ ScrollPage {
 
     required property MainWindowView view
 
-    Repeater {
-        model: page.view.state.speedIssues
+    remedy: list
 
-        HealthIssueCard {
-            required property issueCard entry
-
-            width: parent.width
-            issue: entry
-            onAction: page.view.performIssue(entry.index)
-        }
+    IssueStack {
+        width: parent.width
+        view: page.view
+        issues: page.view.state.speedIssues
     }
 
     Card {
@@ -31,8 +27,12 @@ ScrollPage {
             Segments {
                 name: "Running apps"
                 choices: ["Busiest", "By Browser"]
-                current: page.view.speedView
                 onCurrentChanged: page.view.speedView = current
+
+                // An issue that leads to the list of programs chooses too.
+                Binding on current {
+                    value: page.view.speedView
+                }
             }
 
             ProcessSearchField {
@@ -44,6 +44,8 @@ ScrollPage {
         }
 
         ProcessListView {
+            id: list
+
             width: parent.width
             view: page.view
             rows: page.view.state.processes

@@ -18,6 +18,7 @@ ScrollPage {
         onShown: path => page.view.coordinator.confirmation.showInFolder(path)
     }
 
+    remedy: quickClean
     footer: DecisionBar {
         parent: page
         y: page.viewHeight
@@ -36,6 +37,8 @@ ScrollPage {
     }
 
     ClutterCard {
+        id: quickClean
+
         list: page.storage.quickClean
         note: page.storage.sentNote
         trouble: page.storage.trouble
