@@ -94,11 +94,14 @@ std::vector<KnownCache> sandboxCaches(const CleanupPlaces &places)
     return caches;
 }
 
-/// Whether its removal, which follows no link, would find it: what it lies in is given without links.
-bool canBeReached(const KnownCache &known)
+/// Whether its removal, which follows no link below what it lies in, would find it.
+bool canBeReached(const KnownCache &known, const CleanupPlaces &places)
 {
+    const fs::path &folder = known.foundIn.empty() ? places.cachesRoot : known.foundIn;
     std::error_code problem;
-    return known.foundIn.empty() || fs::canonical(known.path, problem) == known.path;
+    return !isUnder(known.path, folder) ||
+           fs::canonical(known.path, problem) ==
+               fs::canonical(folder, problem) / known.path.lexically_relative(folder);
 }
 
 std::vector<CacheEntry> scanPlaces(const Search &search, const std::vector<KnownCache> &places)
@@ -111,7 +114,7 @@ std::vector<CacheEntry> scanPlaces(const Search &search, const std::vector<Known
         if (std::ranges::any_of(candidates,
                                 [&](const Candidate &other) { return other.entry.path == known.path; }))
             continue;
-        if (!identity || !fs::exists(known.path, problem) || !canBeReached(known) ||
+        if (!identity || !fs::exists(known.path, problem) || !canBeReached(known, search.machine.cleanup) ||
             isMoreThanACache(search.machine.cleanup, known.path))
             continue;
         std::vector<fs::path> parts = {known.path};

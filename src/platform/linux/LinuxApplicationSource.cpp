@@ -28,14 +28,13 @@ constexpr std::array sharedNames = {
 /// Where the user keeps application images.
 constexpr std::array imageFolders = {"Applications", ".local/bin", "bin"};
 
-/// Whether a person keeps more than programs' files in there: the home folder, what holds it, and what is in
-/// plain sight in it, whatever the variables say.
-bool isPersonal(const fs::path &folder, const fs::path &home)
+/// Whether nobody but programs keeps files in there, whatever the variables say: not in the home folder
+/// itself, in what is in plain sight in it, or outside, where others may keep theirs too.
+bool isForPrograms(const fs::path &folder, const fs::path &home)
 {
     const fs::path top = resolved(home);
     const fs::path place = resolved(folder);
-    return isAtOrUnder(top, place) ||
-           (isUnder(place, top) && !place.lexically_relative(top).native().starts_with('.'));
+    return isUnder(place, top) && place.lexically_relative(top).native().starts_with('.');
 }
 
 InstalledNames installedNames(const UserFolders &folders, const ProgramFolders &programs,
@@ -180,7 +179,7 @@ std::vector<LeftoverPlace> LinuxApplicationSource::leftoverPlaces(const FoundApp
     for (const auto &[folder, description] :
          {std::pair(m_folders.data, "Support files"), std::pair(m_folders.config, "Preferences"),
           std::pair(m_folders.state, "Saved state")})
-        if (!isPersonal(folder, m_folders.home))
+        if (isForPrograms(folder, m_folders.home))
             add(folder, description);
     if (isOneFileName(bundleId) && !isShared)
         places.push_back(

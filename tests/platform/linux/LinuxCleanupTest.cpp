@@ -165,7 +165,8 @@ private Q_SLOTS:
         home.folders.cargo = home.files.path("home/tools/cargo");
         home.folders.gradle = home.folders.home; // everything, and not called after it
         home.files.link("home/.m2/wrapper", home.files.path("elsewhere")); // none is followed from there
-        home.fill({{"elsewhere/dists/u", 4'000}});
+        home.files.link("elsewhere/cache/npm", home.files.path("elsewhere"));
+        home.fill({{"elsewhere/dists/u", 4'000}, {"elsewhere/_cacache/v", 4'000}});
         home.files.link("home/.var/app/org.example.Link", home.files.path("home/.var/app/org.example.Loom"));
         const auto machine = home.machine();
         const auto wordsOf = [](const CacheEntry &entry) {
@@ -275,7 +276,7 @@ private Q_SLOTS:
         for (const char *path : {"home/.local/share/Loom", "home/.local/share/Loom/loom"})
             QCOMPARE(listed({home.files.path(path), u"Loom"_qs, u"org.example.Loom"_qs, 1}), less);
         // Where the variables name the home folder, what lies there is the person's.
-        for (const char *said : {"home", "home/things", ""}) {
+        for (const char *said : {"home", "home/things", "data", ""}) {
             Home careless;
             careless.folders.data = careless.folders.config = careless.folders.state =
                 careless.files.path(said);
