@@ -40,6 +40,11 @@ QByteArray edited(const QByteArray &text, const QList<QByteArray> &dropped, cons
     return lines.join('\n');
 }
 
+bool isEntry(const QByteArray &text)
+{
+    return !desktopEntryFrom(text.toStdString()).type.empty();
+}
+
 QByteArray noteOn(const QByteArray &text)
 {
     return noteKey + '=' + QCryptographicHash::hash(text, QCryptographicHash::Sha256).toHex();
@@ -49,9 +54,8 @@ QByteArray noteOn(const QByteArray &text)
 
 QByteArray turnedOffCopy(const QByteArray &entry)
 {
-    const bool isEntry = !desktopEntryFrom(entry.toStdString()).type.empty();
-    const QByteArray hidden =
-        edited(isEntry ? entry : header + "\nType=Application\n", {hiddenKey, noteKey}, hiddenKey + "=true");
+    const QByteArray hidden = edited(isEntry(entry) ? entry : header + "\nType=Application\n",
+                                     {hiddenKey, noteKey}, hiddenKey + "=true");
     return edited(hidden, {}, noteOn(hidden));
 }
 
@@ -64,6 +68,14 @@ bool isUntouchedCopy(const QByteArray &entry)
 {
     const QByteArray rest = edited(entry, {noteKey});
     return rest != entry && edited(rest, {}, noteOn(rest)) == entry;
+}
+
+QByteArray startingAs(const QByteArray &entry, const QByteArray &start)
+{
+    const QByteArray fresh = header + "\nType=Application\nName=Swabby\nComment=Looks after this computer\n"
+                                      "Icon=com.swabby.app\n";
+    return edited(isEntry(entry) ? entry : fresh,
+                  {"Exec", "TryExec", "X-GNOME-Autostart-enabled", hiddenKey, noteKey}, start);
 }
 
 QByteArray turnedOnAgain(const QByteArray &entry)

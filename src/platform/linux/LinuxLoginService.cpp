@@ -2,10 +2,11 @@
 
 #include "platform/StartupControl.h"
 #include "platform/Utf8.h"
+#include "platform/linux/AutostartFiles.h"
 #include "platform/linux/AutostartOverride.h"
 #include "platform/linux/DesktopEntry.h"
+#include "platform/linux/ProgramFolders.h"
 #include "platform/posix/RenameWithoutReplacing.h"
-#include "platform/posix/SmallFile.h"
 #include "platform/posix/WholeFile.h"
 
 #include <QtCore/QDir>
@@ -34,12 +35,6 @@ std::string quoted(const std::string &path)
         text += character;
     }
     return text + '"';
-}
-
-QByteArray contentOf(const QString &path)
-{
-    constexpr std::int64_t most = 1024 * 1024;
-    return smallFile(QFile::encodeName(path).toStdString(), most);
 }
 
 /// The path as the value of a key that holds one file's name.
@@ -81,8 +76,8 @@ QString LinuxLoginService::systemEntry() const
 bool LinuxLoginService::isEnabled()
 {
     const QString there = QFileInfo::exists(m_entry) ? m_entry : systemEntry();
-    const DesktopEntry entry = desktopEntryFrom(contentOf(there).toStdString());
-    const std::vector<std::string> words = execArguments(entry.exec);
+    const DesktopEntry entry = desktopEntryFrom(definitionText(there).toStdString());
+    const std::vector<std::string> words = withoutEnvironment(execArguments(entry.exec));
     const std::string ownName = m_program.substr(m_program.rfind('/') + 1);
     // An entry that starts a copy that has moved away is as good as none.
     return entry.type == "Application" && !entry.isHidden && entry.isAutostartEnabled && !words.empty() &&
@@ -93,18 +88,17 @@ QString LinuxLoginService::registerAtLogin()
 {
     if (!QDir().mkpath(m_folder))
         return textOf(std::generic_category().message(errno));
-    const QString problem = saveWholeFile(m_entry, "[Desktop Entry]\n"
-                                                   "Type=Application\n"
-                                                   "Name=Swabby\n"
-                                                   "Comment=Looks after this computer\n"
-                                                   "Icon=com.swabby.app\n"
-                                                   "Exec=" +
-                                                       QByteArray::fromStdString(quoted(m_program)) +
-                                                       " --background\n"
-                                                       "TryExec=" +
-                                                       QByteArray::fromStdString(escaped(m_program)) +
-                                                       "\n"
-                                                       "X-GNOME-Autostart-enabled=true\n");
+    // What a person wrote in it is theirs.
+    putAsideBack(m_entry);
+    if (isUntouchedCopy(definitionText(m_entry)))
+        QFile::remove(m_entry);
+    if (isEnabled())
+        return {};
+    const QByteArray program = QByteArray::fromStdString(quoted(m_program));
+    const QByteArray start = "Exec=" + program +
+                             " --background\nTryExec=" + QByteArray::fromStdString(escaped(m_program)) +
+                             "\nX-GNOME-Autostart-enabled=true";
+    const QString problem = saveWholeFile(m_entry, startingAs(definitionText(m_entry), start));
     if (problem.isEmpty())
         QFile::remove(asideName(m_entry));
     return problem;
@@ -114,7 +108,7 @@ QString LinuxLoginService::unregister()
 {
     const QFileInfo there(m_entry);
     const bool isThere = there.exists() || there.isSymLink();
-    if (isThere && desktopEntryFrom(contentOf(m_entry).toStdString()).isHidden)
+    if (isThere && desktopEntryFrom(definitionText(m_entry).toStdString()).isHidden)
         return {};
     if (isThere) {
         QFile::remove(asideName(m_entry)); // an older one of ours
@@ -126,7 +120,7 @@ QString LinuxLoginService::unregister()
         return {};
     if (!QDir().mkpath(m_folder))
         return textOf(std::generic_category().message(errno));
-    const QString problem = saveWholeFile(m_entry, turnedOffCopy(contentOf(system)));
+    const QString problem = saveWholeFile(m_entry, turnedOffCopy(definitionText(system)));
     if (!problem.isEmpty() && isThere)
         renameWithoutReplacing(asideName(m_entry), m_entry);
     return problem;

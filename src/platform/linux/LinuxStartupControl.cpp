@@ -1,13 +1,13 @@
 #include "platform/linux/LinuxStartupControl.h"
 
 #include "platform/Utf8.h"
+#include "platform/linux/AutostartFiles.h"
 #include "platform/linux/AutostartOverride.h"
 #include "platform/linux/DesktopEntry.h"
 #include "platform/linux/StartupLabels.h"
 #include "platform/linux/UnitFile.h"
 #include "platform/linux/UnitStates.h"
 #include "platform/posix/RenameWithoutReplacing.h"
-#include "platform/posix/SmallFile.h"
 #include "platform/posix/WholeFile.h"
 
 #include <QtCore/QDir>
@@ -23,18 +23,6 @@ namespace {
 
 constexpr std::chrono::milliseconds managerPatience{5'000};
 constexpr auto fileKinds = QDir::Files | QDir::System | QDir::Hidden;
-
-QByteArray contentOf(const QString &path)
-{
-    constexpr std::int64_t most = 1024 * 1024;
-    return smallFile(QFile::encodeName(path).toStdString(), most);
-}
-
-bool isEmptyFile(const QString &path)
-{
-    const QFileInfo file(path);
-    return file.isFile() && file.size() == 0;
-}
 
 /// Saves it under a name that nothing has; false, and nothing is there, when it has or the disk is full.
 bool saveNewFile(const QString &path, const QByteArray &content)
@@ -98,7 +86,7 @@ bool LinuxStartupControl::setAside(const QString &definitionPath)
         return turnOff(definitionPath);
     const bool hadSystemEntry =
         !isUnit(definitionPath) && !systemEntry(QFileInfo(definitionPath).fileName()).isEmpty();
-    const QByteArray content = contentOf(definitionPath);
+    const QByteArray content = definitionText(definitionPath);
     if (!renameWithoutReplacing(definitionPath, asideName(definitionPath)))
         return false;
     if (hadSystemEntry && !saveNewFile(definitionPath, turnedOffCopy(content))) {
@@ -113,23 +101,18 @@ bool LinuxStartupControl::setAside(const QString &definitionPath)
 
 bool LinuxStartupControl::turnOff(const QString &systemEntry) const
 {
-    const QByteArray content = contentOf(systemEntry);
+    const QByteArray content = definitionText(systemEntry);
     return !content.isEmpty() && QDir().mkpath(textOf(m_folders.autostart)) &&
            saveNewFile(overrideOf(systemEntry), turnedOffCopy(content));
 }
 
 bool LinuxStartupControl::putBack(const QString &definitionPath)
 {
-    // What was set aside comes back as it was; only where nothing was is a new one written.
-    if (isSwabby(definitionPath) && !QFileInfo::exists(asideName(definitionPath)))
+    if (isSwabby(definitionPath))
         return m_login.registerAtLogin().isEmpty();
     if (isSystemEntry(definitionPath))
         return turnOn(definitionPath);
-    // An empty one is what a full disk can have left of ours; it says nothing of its own.
-    const bool isHiddenByUs = isUntouchedCopy(contentOf(definitionPath)) || isEmptyFile(definitionPath);
-    if (isHiddenByUs && (!QFileInfo::exists(asideName(definitionPath)) || !QFile::remove(definitionPath)))
-        return false;
-    if (!renameWithoutReplacing(asideName(definitionPath), definitionPath))
+    if (!putAsideBack(definitionPath))
         return false;
     if (isUnit(definitionPath))
         for (const QString &other : wantedFrom(definitionPath, QLatin1String(setAsideEnding)))
@@ -140,7 +123,7 @@ bool LinuxStartupControl::putBack(const QString &definitionPath)
 bool LinuxStartupControl::turnOn(const QString &systemEntry) const
 {
     const QString path = overrideOf(systemEntry);
-    const QByteArray content = contentOf(path);
+    const QByteArray content = definitionText(path);
     // A link leads to a file that somebody keeps elsewhere.
     if (QFileInfo(path).isSymLink() || !isTurnedOffCopy(content))
         return false;
@@ -162,13 +145,13 @@ void LinuxStartupControl::addAutostart(std::vector<StartupEntry> &entries) const
     const QString folder = textOf(m_folders.autostart);
     for (QDirIterator files(folder, {QStringLiteral("*.desktop.disabled")}, fileKinds); files.hasNext();) {
         const QString path = files.next();
-        entries.push_back(entryFrom(contentOf(path), withoutEnding(path), LoginItemScope::userAgent));
+        entries.push_back(entryFrom(definitionText(path), withoutEnding(path), LoginItemScope::userAgent));
     }
     for (QDirIterator files(folder, {QStringLiteral("*.desktop")}, fileKinds | QDir::NoSymLinks);
          files.hasNext();) {
         const QString path = files.next();
         const QString system = systemEntry(files.fileName());
-        const QByteArray content = contentOf(path);
+        const QByteArray content = definitionText(path);
         if (!system.isEmpty() && isTurnedOffCopy(content) && !QFileInfo::exists(asideName(path)))
             entries.push_back(entryFrom(content, system, LoginItemScope::globalAgent));
     }
@@ -190,8 +173,8 @@ void LinuxStartupControl::addUnits(std::vector<StartupEntry> &entries) const
                 continue;
             seen.append(unit);
             StartupEntry entry;
-            entry.label = textOf(
-                unitLabel(unitFileFrom(contentOf(path).toStdString()), {unit.toStdString(), m_folders.home}));
+            entry.label = textOf(unitLabel(unitFileFrom(definitionText(path).toStdString()),
+                                           {unit.toStdString(), m_folders.home}));
             entry.definitionPath = withoutEnding(path);
             entry.scope = LoginItemScope::userAgent;
             entries.push_back(std::move(entry));

@@ -138,6 +138,8 @@ private Q_SLOTS:
         const StandIn files;
         LinuxStartupControl control = controlOf(files);
         LinuxLoginService login(files.path("user"), {files.path("system")}, "/usr/bin/swabby");
+        const char *const mine = "[Desktop Entry]\nType=Application\nName=Swabby\n"
+                                 "Exec=env LANG=de /usr/bin/swabby --background\nX-Mine=1\n";
         for (const std::string folder : {"user", "system"}) {
             files.remove("user");
             if (folder == "system")
@@ -147,6 +149,8 @@ private Q_SLOTS:
             const QString entry = pathIn(files, folder + "/com.swabby.app.desktop");
             for (const bool isOnThePage : {true, false}) {
                 QVERIFY(login.isEnabled() && control.setAsideEntries().empty());
+                if (folder == "user")
+                    files.write("user/com.swabby.app.desktop", mine);
                 if (isOnThePage)
                     QVERIFY(control.setAside(entry));
                 else
@@ -158,6 +162,8 @@ private Q_SLOTS:
                     QVERIFY(control.putBack(entry));
                 else
                     LoginAtLogin::setEnabled(true, login);
+                if (folder == "user")
+                    QCOMPARE(textOfFile(files, "user/com.swabby.app.desktop"), QLatin1String(mine));
             }
         }
     }
@@ -226,7 +232,8 @@ private Q_SLOTS:
                 desktopEntryFrom(textOfFile(files, "new/autostart/com.swabby.app.desktop").toStdString());
             QCOMPARE(execArguments(entry.exec), (std::vector<std::string>{path, "--background"}));
             QCOMPARE(entry.tryExec, path);
-            QVERIFY(!LinuxLoginService(files.path("new/autostart"), {}, "/usr/bin/other").isEnabled());
+            LinuxLoginService moved(files.path("new/autostart"), {}, "/usr/bin/other");
+            QVERIFY(!moved.isEnabled());
             LoginAtLogin::setEnabled(false, service);
             LoginAtLogin::setEnabled(false, service);
             QVERIFY(!service.isEnabled());
