@@ -120,7 +120,11 @@ PidRunning addPrograms(Machine &machine, const Session &session)
         return table->pidRunning(program, folder);
     };
     machine.processControl = std::make_unique<LinuxProcessControl>(procRoot);
-    const ProgramWindows windows(*machine.shell, ownFolder() / windowsProgram, session.display);
+    const auto isOpenForCalls = [isOnDemand = !session.compositor.empty(), socket = session.displaySocket] {
+        return !isOnDemand || socket.empty() || isInUse(socket, fileText("/proc/net/unix"));
+    };
+    const ProgramWindows windows(*machine.shell, ownFolder() / windowsProgram, session.display,
+                                 isOpenForCalls);
     machine.processes = std::make_unique<LinuxProcessSurveyor>(
         LinuxProcessSurveyor::Sources{procRoot, table, steadySeconds, tcpSocketBytes, machine.stop.token(),
                                       sessionHoldersOf(machine, session, windows)});

@@ -17,6 +17,25 @@ std::unordered_set<std::int32_t> processIdsFrom(std::string_view text)
     return pids;
 }
 
+bool isInUse(std::string_view socket, std::string_view kernelsTable)
+{
+    constexpr std::size_t stateColumn = 5;
+    constexpr std::size_t nameColumn = 7;
+    constexpr std::string_view isConnected = "03";
+    if (kernelsTable.empty())
+        return true;
+    while (const auto line = nextLine(kernelsTable)) {
+        const std::vector<std::string_view> columns = piecesOf(*line);
+        if (columns.size() <= nameColumn || columns[stateColumn] != isConnected)
+            continue;
+        std::string_view name = columns[nameColumn];
+        name.remove_prefix(name.starts_with('@') ? 1 : 0); // no file has that name
+        if (name == socket)
+            return true;
+    }
+    return false;
+}
+
 bool ProgramWindows::askToClose(std::int32_t pid) const
 {
     const std::string answer = run(std::to_string(pid));
@@ -44,7 +63,7 @@ std::unordered_set<std::int32_t> DesktopHolders::pids()
 
 std::string ProgramWindows::run(const std::string &argument) const
 {
-    if (m_helper.empty())
+    if (m_helper.empty() || (m_mayCall && !m_mayCall()))
         return {};
     const auto arguments = argument.empty() ? std::vector<std::string>() : std::vector{argument};
     return m_shell.run(m_helper, arguments, ToolOutput::standardOutput).value_or(std::string());

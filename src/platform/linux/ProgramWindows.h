@@ -4,6 +4,7 @@
 #include "platform/Shell.h"
 
 #include <cstdint>
+#include <functional>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -17,13 +18,21 @@ inline constexpr auto windowsProgram = "swabby-windows";
 /// What that helper said: a process id on each line.
 std::unordered_set<std::int32_t> processIdsFrom(std::string_view text);
 
+/// Whether a program has a connection through that socket, by what the kernel tells of local sockets: an X
+/// server that a compositor starts on demand is there for those. True when the kernel tells nothing.
+bool isInUse(std::string_view socket, std::string_view kernelsTable);
+
 /// The windows of an X display, looked at by a helper that ends within a second whatever the display does.
 /// Every call may block that long.
 class ProgramWindows {
 public:
-    /// The helper by its path; an empty display stands for none, and nothing is started for it.
-    ProgramWindows(Shell &shell, std::string helper, const std::string &display)
-        : m_shell(shell), m_helper(display.empty() ? std::string() : std::move(helper))
+    /// The helper by its path; an empty display stands for none, and nothing is started for it, nor while
+    /// there is a say in it that says no.
+    ProgramWindows(Shell &shell, std::string helper, const std::string &display,
+                   std::function<bool()> mayCall = {})
+        : m_shell(shell),
+          m_helper(display.empty() ? std::string() : std::move(helper)),
+          m_mayCall(std::move(mayCall))
     {
     }
 
@@ -39,6 +48,7 @@ private:
 
     Shell &m_shell;
     const std::string m_helper;
+    const std::function<bool()> m_mayCall;
 };
 
 /// The window manager and the panel: looked for again until both are known, and when one of them has ended,

@@ -57,18 +57,27 @@ std::string busAddress()
     return variable("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + runtimeFolder() + "/bus");
 }
 
+/// Where the display server listens; empty when it is another computer's.
+std::string displaySocket()
+{
+    const std::string display = variable("DISPLAY", ":0");
+    const std::size_t colon = display.rfind(':');
+    if (colon != 0 && display.substr(0, colon) != "unix")
+        return {};
+    return "/tmp/.X11-unix/X" + display.substr(colon + 1, display.find('.', colon) - colon - 1);
+}
+
 /// As the libraries of the display server and the compositor find them, also where the environment is silent.
 SessionServers sessionServers()
 {
     SessionServers servers = {{runtimeFolder() + "/systemd/private"}, busAddress()};
-    const std::string compositor = variable("WAYLAND_DISPLAY", "wayland-0");
-    servers.sockets.push_back(compositor.starts_with('/') ? compositor : runtimeFolder() + '/' + compositor);
-    const std::string display = variable("DISPLAY", ":0");
-    const std::size_t colon = display.rfind(':');
-    if (colon == 0 || display.substr(0, colon) == "unix") { // any other is another computer's
-        const std::string number = display.substr(colon + 1, display.find('.', colon) - colon - 1);
-        servers.sockets.push_back("/tmp/.X11-unix/X" + number);
-        servers.sockets.push_back('\0' + servers.sockets.back());
+    const std::string compositor = variable("WAYLAND_DISPLAY", {});
+    const std::string socket = compositor.empty() ? "wayland-0" : compositor;
+    servers.sockets.push_back(socket.starts_with('/') ? socket : runtimeFolder() + '/' + socket);
+    // A compositor listens there itself, and would start an X server for whoever calls.
+    if (const std::string display = displaySocket(); compositor.empty() && !display.empty()) {
+        servers.sockets.push_back(display);
+        servers.sockets.push_back('\0' + display);
     }
     return servers;
 }
@@ -126,6 +135,7 @@ Session sessionFromEnvironment()
                           variable("XDG_CURRENT_DESKTOP", {})},
             .busAddress = busAddress(),
             .display = variable("DISPLAY", {}),
+            .displaySocket = displaySocket(),
             .compositor = variable("WAYLAND_DISPLAY", {}),
             .servers = sessionServers(),
             .systemBusAddress = variable("DBUS_SYSTEM_BUS_ADDRESS",

@@ -18,6 +18,7 @@ struct Session {
     AutostartFolders autostart;
     std::string busAddress;       ///< of the session's message bus
     std::string display;          ///< of its X server; empty when it has none
+    std::string displaySocket;    ///< where that listens; empty when it is another computer's
     std::string compositor;       ///< of its Wayland session, the same
     SessionServers servers;       ///< that bus among them
     std::string systemBusAddress; ///< empty when no service manager runs this machine
