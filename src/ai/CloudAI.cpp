@@ -71,7 +71,7 @@ CloudAI::CloudAI(std::shared_ptr<Machine> machine, ModelAddresses addresses,
       m_addresses(std::move(addresses)),
       m_patience(patience),
       m_connection(std::make_shared<ModelConnection>()),
-      m_lookups(lookupsAtOnce)
+      m_lookups(lookupsAtOnce, Urgency::isWaitedFor)
 {
 }
 

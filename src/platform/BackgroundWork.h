@@ -10,12 +10,15 @@
 
 namespace swabby {
 
-/// Threads of low priority for work that may hang in a tool for good: a stuck task keeps its own thread and
-/// nothing else.
+/// Whether work gives way to whatever the person is doing, or is what the person waits for.
+enum class Urgency { canWait, isWaitedFor };
+
+/// Threads, of low priority unless somebody waits for them, for work that may hang in a tool for good: a
+/// stuck task keeps its own thread and nothing else.
 class BackgroundWork {
 public:
     /// At most so many tasks at a time.
-    explicit BackgroundWork(int limit);
+    explicit BackgroundWork(int limit, Urgency urgency = Urgency::canWait);
     /// Waits for the tasks; whoever owns this ends them first.
     ~BackgroundWork();
 
@@ -39,6 +42,9 @@ public:
     void wait();
 
 private:
+    std::function<void()> prepared(std::function<void()> task) const;
+
+    const Urgency m_urgency;
     QThreadPool m_threads;
 };
 

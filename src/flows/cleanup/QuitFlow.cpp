@@ -16,7 +16,10 @@ constexpr std::chrono::seconds memory(120);
 } // namespace
 
 QuitFlow::QuitFlow(AppState &state)
-    : m_state(state), m_work(questionsAtOnce), m_telling(questionsAtOnce), m_waits(questionsAtOnce)
+    : m_state(state),
+      m_work(questionsAtOnce, Urgency::isWaitedFor),
+      m_telling(questionsAtOnce, Urgency::isWaitedFor),
+      m_waits(questionsAtOnce)
 {
 }
 

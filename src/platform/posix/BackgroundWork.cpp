@@ -4,7 +4,7 @@
 
 namespace swabby {
 
-BackgroundWork::BackgroundWork(int limit)
+BackgroundWork::BackgroundWork(int limit, Urgency urgency) : m_urgency(urgency)
 {
     // A thread that waits for the next minute would only hold memory.
     constexpr int idleMilliseconds = 1'000;
@@ -17,26 +17,24 @@ BackgroundWork::~BackgroundWork()
     wait();
 }
 
-namespace {
-
-std::function<void()> withLowPriority(std::function<void()> task)
+std::function<void()> BackgroundWork::prepared(std::function<void()> task) const
 {
+    if (m_urgency == Urgency::isWaitedFor)
+        return task;
     return [task = std::move(task)] {
         useUtilityPriority();
         task();
     };
 }
 
-} // namespace
-
 bool BackgroundWork::begin(std::function<void()> task)
 {
-    return m_threads.tryStart(withLowPriority(std::move(task)));
+    return m_threads.tryStart(prepared(std::move(task)));
 }
 
 void BackgroundWork::queue(std::function<void()> task)
 {
-    m_threads.start(withLowPriority(std::move(task)));
+    m_threads.start(prepared(std::move(task)));
 }
 
 void BackgroundWork::wait()
