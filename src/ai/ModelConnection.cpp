@@ -43,7 +43,7 @@ ModelResponse exchange(const ModelRequest &request, const StopToken &own, const 
 
 } // namespace
 
-ModelConnection::ModelConnection() : m_work(requestsAtOnce) {}
+ModelConnection::ModelConnection() : m_work(requestsAtOnce, Urgency::isWaitedFor) {}
 
 ModelConnection::~ModelConnection()
 {
@@ -57,6 +57,8 @@ QFuture<ModelResponse> ModelConnection::post(const ModelRequest &request, const 
             return {.body = std::nullopt, .failure = ModelFailure::offline};
         if (!fitsHeader(request.key))
             return {.body = std::nullopt, .failure = ModelFailure::keyRefused};
+        if (wasReplaced())
+            return {.body = std::nullopt, .failure = ModelFailure::replaced};
         return exchange(request, own, stop);
     });
 }

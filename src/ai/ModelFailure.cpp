@@ -19,6 +19,7 @@ QString caseName(ModelFailure failure)
     case ModelFailure::busy:
         return QStringLiteral("busy");
     case ModelFailure::retired:
+    case ModelFailure::replaced:
         return QStringLiteral("retired");
     case ModelFailure::storeLocked:
         return QStringLiteral("storeLocked");

@@ -19,10 +19,12 @@ enum class ModelFailure {
     retired,     ///< the model or the address is gone
     storeLocked, ///< the password store keeps a key and does not give it
     unreadable,  ///< something came that is no answer
+    replaced,    ///< this Swabby was updated or removed while it runs, and what asks for it is another's
     cancelled,
 };
 
-/// Its name in JSON; one that is switched off, or may be, counts as no assistant.
+/// Its name in JSON; one that is switched off, or may be, counts as no assistant, a Swabby that was replaced
+/// as one that needs an update.
 QString caseName(ModelFailure failure);
 
 /// What the answer's HTTP status stands for; none for a good one.

@@ -8,7 +8,7 @@
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
-#include <QtCore/QFileInfo>
+#include <QtCore/QFile>
 #include <QtCore/QPointer>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QKeyEvent>
@@ -48,7 +48,11 @@ void endWithProblem(const QString &why)
 } // namespace
 
 AppDelegate::AppDelegate(AppState &state, ApplicationFlows &flows, std::optional<ThemeChoice> theme)
-    : m_state(state), m_flows(flows), m_theme(theme), m_program(QCoreApplication::applicationFilePath())
+    : m_state(state),
+      m_flows(flows),
+      m_theme(theme),
+      m_program(QCoreApplication::applicationFilePath()),
+      m_programAtStart(FileIdentity::of(QFile::encodeName(m_program).toStdString()))
 {
     connect(&state, &AppState::applied, this, &AppDelegate::followStanding);
 }
@@ -113,7 +117,7 @@ void AppDelegate::syncActivationPolicy()
 
 UserInterface *AppDelegate::userInterface()
 {
-    if (m_userInterface != nullptr)
+    if (m_userInterface != nullptr || standing() != Standing())
         return m_userInterface.get();
     const ThemeChoice stored = Settings(*m_state.machine().settings).value(setting<"theme">);
     UserInterfaceContext context = m_flows.windowContext(m_state, m_theme.value_or(stored));
@@ -130,9 +134,12 @@ UserInterface *AppDelegate::userInterface()
 
 Standing AppDelegate::standing() const
 {
-    if (!wasReplaced())
+    const auto now = FileIdentity::of(QFile::encodeName(m_program).toStdString());
+    // Of another version the libraries may lie beside these.
+    const bool isSameProgram = now && m_programAtStart && now->isSameThing(*m_programAtStart);
+    if (!wasReplaced() && isSameProgram)
         return {};
-    if (QFileInfo::exists(m_program))
+    if (now)
         return {QStringLiteral("Swabby was updated while it ran. Start it anew to use the new version."),
                 true};
     return {QStringLiteral("Swabby was removed from this computer. It ends when you quit it."), false};

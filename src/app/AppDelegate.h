@@ -2,6 +2,7 @@
 
 #include "app/CommandLine.h"
 #include "health/MainSection.h"
+#include "platform/FileIdentity.h"
 #include "platform/desktop/TrayItem.h"
 
 #include <QtCore/QObject>
@@ -57,6 +58,7 @@ private:
     ApplicationFlows &m_flows;
     std::optional<ThemeChoice> m_theme;
     const QString m_program;
+    const std::optional<FileIdentity> m_programAtStart;
     Standing m_standing;
     std::unique_ptr<StatusItemController> m_statusItemController;
     std::unique_ptr<UserInterface> m_userInterface;

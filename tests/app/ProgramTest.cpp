@@ -58,18 +58,26 @@ private Q_SLOTS:
         QCOMPARE(refused.errors.count('\n'), 1);
     }
 
+    void anotherStartAfterAnUpdateBringsTheNewOne_data()
+    {
+        QTest::addColumn<QString>("replaced");
+        QTest::newRow("in its place") << u"libswabby-core.so"_qs;
+        QTest::newRow("its libraries beside the old ones") << u"swabby"_qs;
+    }
     void anotherStartAfterAnUpdateBringsTheNewOne()
     {
+        QFETCH(QString, replaced);
         TemporaryMachine machine({{u"now"_qs, 1'790'000'000}});
         QTemporaryDir folder;
         const QDir built = QFileInfo(QStringLiteral(SWABBY_PROGRAM)).dir();
         const auto install = [&](const QString &name) {
             QFile::remove(folder.filePath(name));
-            QVERIFY(QFile::link(built.filePath(name), folder.filePath(name)));
+            QVERIFY(name == u"swabby" ? QFile::copy(QStringLiteral(SWABBY_PROGRAM), folder.filePath(name))
+                                      : QFile::link(built.filePath(name), folder.filePath(name)));
         };
         for (const QString &library : built.entryList({u"*.so"_qs}))
             install(library);
-        QVERIFY(QFile::copy(QStringLiteral(SWABBY_PROGRAM), folder.filePath(u"swabby"_qs)));
+        install(u"swabby"_qs);
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(u"LD_LIBRARY_PATH"_qs, folder.path());
         environment.insert(u"XDG_RUNTIME_DIR"_qs, folder.path());
@@ -91,7 +99,7 @@ private Q_SLOTS:
         first.start();
         QTRY_VERIFY(isListening());
         QVERIFY(commandLine().contains("--background"));
-        install(u"libswabby-core.so"_qs);
+        install(replaced);
         second.start();
         QVERIFY(second.waitForFinished() && second.exitCode() == 0);
         QTRY_VERIFY(!commandLine().contains("--background")); // it shows its window, as the second one asked

@@ -38,6 +38,8 @@ constexpr Row rows[] = {
      "The password store that keeps your key is locked or does not answer. Unlock it, then try again.",
      false},
     {ModelFailure::unreadable, "What came back could not be read as an answer.", false},
+    {ModelFailure::replaced, "Swabby was updated or removed while it ran. Start it anew, then ask again.",
+     false},
     {ModelFailure::cancelled, "You stopped this before the answer came.", false},
 };
 
