@@ -74,19 +74,23 @@ void AppState::start()
 
 void AppState::refresh()
 {
-    const bool isBegun = m_refreshes.begin([this, sampler = m_sampler, stop = m_machine->stop.token()] {
+    const auto look = [this, sampler = m_sampler, stop = m_machine->stop.token(), turn = m_begun + 1] {
         MachineSample sample = sampler->sample();
         if (stop.stopRequested())
             return;
-        QMetaObject::invokeMethod(
-            this, [this, sample = std::move(sample)] { apply(sample); }, Qt::QueuedConnection);
-    });
-    m_refreshesUnderWay += isBegun ? 1 : 0;
+        const auto take = [this, turn, sample = std::move(sample)] {
+            m_newestApplied = std::max(m_newestApplied, turn);
+            apply(sample);
+        };
+        QMetaObject::invokeMethod(this, take, Qt::QueuedConnection);
+    };
+    m_begun += m_refreshes.begin(look) ? 1 : 0;
 }
 
 void AppState::refreshAnew()
 {
-    m_wantsAnother = m_refreshesUnderWay > 0;
+    // One that was overtaken hangs, perhaps for good.
+    m_wantsAnother = m_begun > m_newestApplied;
     if (!m_wantsAnother)
         refresh();
 }
@@ -98,7 +102,6 @@ void AppState::apply(const MachineSample &sample)
     m_published.leakSuspects = m_leakTracker.update(sample.processes, m_machine->clock->now());
     judgeHealth();
     ++m_published.refreshesApplied;
-    --m_refreshesUnderWay;
     Q_EMIT changed();
     Q_EMIT applied();
     if (std::exchange(m_wantsAnother, false))

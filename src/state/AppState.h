@@ -127,8 +127,9 @@ private:
     QTimer m_timer;
 
     Published m_published;
-    int m_refreshesUnderWay = 0;
-    bool m_wantsAnother = false; ///< of them
+    int m_begun = 0;             ///< refreshes
+    int m_newestApplied = 0;     ///< which of them, counted from 1
+    bool m_wantsAnother = false; ///< one more, after the newest
     int m_pinsOnTheirWay = 0;    ///< published and not stored yet
 
     BackgroundWork m_bookkeeping;

@@ -77,8 +77,13 @@ Mill.10,300,20,\n')");
     void changesAreSeenByOneMoreRefresh()
     {
         const TemporaryMachine folder;
+        folder.addTool(u"/usr/bin/top"_qs, R"(mkdir "$MACHINE_DIR/hangs" && exec tail -f /dev/null)");
         AppState state(folder.open(), Record::nothing);
         QSignalSpy applied(&state, &AppState::applied);
+        state.refresh(); // which nobody hears of again
+        QVERIFY(waitUntil([&] { return QFile::exists(folder.folder() + u"/hangs"_qs); }));
+        refreshOnce(state);
+        applied.clear();
         const auto settles = [&](int refreshes) {
             return waitUntil([&] { return applied.size() == refreshes; });
         };
