@@ -16,6 +16,13 @@ namespace {
 /// Two checks' worth of scans: those of one that was left may take a moment to end.
 constexpr int scansAtOnce = 12;
 
+/// What a developer's tools would have to fetch anew: they decide on it one by one.
+bool isBuildTools(const RemovableItem &candidate)
+{
+    const auto *const cache = std::get_if<CacheEntry>(&candidate.kind);
+    return cache && cache->isBuildTool;
+}
+
 const QString storageStep = QStringLiteral("Checking storage");
 const QString startupStep = QStringLiteral("Checking startup items");
 const QString appsStep = QStringLiteral("Checking running apps");
@@ -192,7 +199,8 @@ void FullCheck::finish(SwabbyCheckResult result)
 {
     m_result = std::move(result);
     for (const RemovableItem &candidate : m_result.removalCandidates)
-        m_selectedRemovalIDs.insert(candidate.id);
+        if (!isBuildTools(candidate))
+            m_selectedRemovalIDs.insert(candidate.id);
     m_run.end();
     if (m_result.problem.isEmpty())
         m_state.setLastScan(m_state.machine().clock->now());

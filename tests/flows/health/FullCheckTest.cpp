@@ -161,8 +161,12 @@ printf '5000\t%s\n' "$2")");
         mac.addTool(u"/usr/local/bin/docker"_qs, "printf 'Images\\t0B\\n'");
         mac.addFolder(u"Library/Developer/Xcode/DerivedData"_qs, 0);
         Scene scene(mac);
+        for (KnownCache &known : scene.state.machine().cleanup.knownCaches)
+            known.isBuildTool = true;
         QVERIFY(scene.run());
         const auto ids = mac.allIds();
+        // What developers' tools would fetch again is chosen by them.
+        QCOMPARE(scene.check->selectedRemovalIDs(), (std::set<QString>{ids[3], ids[4], ids[6]}));
         // Nothing to reclaim is still Docker's to offer, an empty build cache is not.
         QCOMPARE(scene.candidates(), QStringList({ids[0], ids[3], ids[4], ids[6]}));
         QCOMPARE(scene.check->result().removalCandidates.back().sizeBytes, 0);
