@@ -69,6 +69,9 @@ private Q_SLOTS:
         QVERIFY(!confirmation().isOpen());
         QCOMPARE(view().coordinator()->notice(),
                  u"Dock keeps your session running, so it is not quit here."_qs);
+        // That another one has ended meanwhile takes nothing of it back.
+        Q_EMIT view().coordinator()->confirmation()->quitEnded({}, u"Mill is still running."_qs);
+        QVERIFY(!view().coordinator()->notice().isEmpty());
     }
 
     void aFailureIsSaidInPlace_data()

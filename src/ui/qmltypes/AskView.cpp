@@ -9,7 +9,11 @@ AskView::AskView(const UserInterfaceContext &context)
     : m_context(context), m_confirmation(context, this), m_flow(context.state, context.ai)
 {
     connect(&m_flow, &AskFlow::changed, this, &AskView::followFlow);
-    connect(&m_confirmation, &ConfirmationView::quitEnded, this, &AskView::setNotice);
+    connect(&m_confirmation, &ConfirmationView::quitEnded, this,
+            [this](const QString &problem, const QString &before) {
+                if (!problem.isEmpty() || m_notice == before)
+                    setNotice(problem);
+            });
 }
 
 void AskView::setQuestion(const QString &question)

@@ -19,10 +19,11 @@ ConfirmationView::ConfirmationView(const UserInterfaceContext &context, QObject 
                                                 [pid](const Quit &quit) { return quit.process.pid == pid; });
                 if (found == m_quitting.end())
                     return;
-                const Quit quit = *found;
+                const QString words = quitText(found->process, found->means, outcome);
+                const QString before = std::exchange(found->said, words);
                 if (isOver(outcome) || outcome == Quitting::Outcome::notTold)
                     m_quitting.erase(found);
-                Q_EMIT quitEnded(quitText(quit.process, quit.means, outcome));
+                Q_EMIT quitEnded(words, before);
             });
 }
 
@@ -30,7 +31,7 @@ void ConfirmationView::askToQuit(const ProcessSample &process, Quitting::Force f
 {
     // What offers to quit may have been on the screen from before this was known.
     if (!process.mayBeQuit()) {
-        Q_EMIT quitEnded(notQuitHereText(process));
+        Q_EMIT quitEnded(notQuitHereText(process), {});
         return;
     }
     const auto ask = [this, process, question = ++m_question](const QuitPlan &plan) {
@@ -38,7 +39,7 @@ void ConfirmationView::askToQuit(const ProcessSample &process, Quitting::Force f
             return;
         const ConfirmationInfo info = ConfirmationBuilder::quit(process, plan, m_context.quitting);
         open(info, confirmationText(info, process.name));
-        m_asked = Quit{process, plan.means};
+        m_asked = Quit{process, plan.means, {}};
     };
     whenKnown(this, m_context.quitting.plan(process, force), ask);
 }

@@ -42,8 +42,9 @@ public:
 
 Q_SIGNALS:
     void changed();
-    /// A quit that was agreed to here has been carried out, with no words, or could not be.
-    void quitEnded(const QString &problem);
+    /// A quit that was agreed to here has been carried out, with no words, or could not be. What was said of
+    /// the same one before is not so any more.
+    void quitEnded(const QString &problem, const QString &before);
 
 private:
     void open(const ConfirmationInfo &info, const ConfirmationText &text);
@@ -52,6 +53,7 @@ private:
     struct Quit {
         ProcessSample process;
         Quitting::Means means;
+        QString said; ///< of how it goes
     };
 
     UserInterfaceContext m_context;

@@ -5,7 +5,11 @@ namespace swabby {
 MainWindowCoordinator::MainWindowCoordinator(const UserInterfaceContext &context, QObject *parent)
     : QObject(parent), m_confirmation(context, this), m_explanation(context, m_confirmation, this)
 {
-    connect(&m_confirmation, &ConfirmationView::quitEnded, this, &MainWindowCoordinator::setNotice);
+    connect(&m_confirmation, &ConfirmationView::quitEnded, this,
+            [this](const QString &problem, const QString &before) {
+                if (!problem.isEmpty() || m_notice == before)
+                    setNotice(problem);
+            });
 }
 
 void MainWindowCoordinator::setNotice(const QString &notice)
