@@ -67,7 +67,8 @@ int change(const Arguments &arguments, const Action &action, Machine &machine)
             QStringLiteral("swabbyctl: no startup item \"%1\"; swabbyctl startup --json lists their ids")
                 .arg(arguments.operands.last()));
     else if (action.act == disable && !item->canDisableInPlace)
-        printProblem(QStringLiteral("swabbyctl: only the system's own settings can turn that one off"));
+        printProblem(QStringLiteral("swabbyctl: only %1 can turn that one off")
+                         .arg(machine.words.whereTheRestIsTurnedOff));
     else
         printProblem(action.act == disable
                          ? QStringLiteral("swabbyctl: it could not be turned off for good; it may be stopped "

@@ -28,6 +28,7 @@ struct MachineWords {
     int processors = 0;            ///< that a program's load is said of; 0 where it is one of the computer
     bool programsLikeDisks = true; ///< a program's memory is counted in powers of 1000, as a disk's bytes are
     QString systemWideItems = QStringLiteral("System-wide items are changed in the system's own settings.");
+    QString whereTheRestIsTurnedOff = QStringLiteral("the system's own settings");
     QString packagedPrograms; ///< who removes what the system's packages brought; empty where nothing did
     std::array<QString, 2> nameMarks; ///< around each name; empty for none
     QString aboutMarks;               ///< what they mean, at the end of an instruction

@@ -51,6 +51,7 @@ MachineWords linuxWords(std::string_view osRelease, const std::string &desktops)
     words.isNotTheSystems = QStringLiteral("It is not installed by the system's packages.");
     words.programsLikeDisks = false;
     words.systemWideItems = QStringLiteral("System-wide services are changed with the system's own tools.");
+    words.whereTheRestIsTurnedOff = QStringLiteral("the system's own tools");
     words.packagedPrograms =
         QStringLiteral("Programs that came with the system's packages are removed by its software manager.");
     words.nameMarks = {QStringLiteral("“"), QStringLiteral("”")};
