@@ -48,17 +48,28 @@ std::unordered_set<std::int32_t> DesktopHolders::pids()
     constexpr std::size_t managerAndPanel = 2;
     const std::lock_guard lock(m_mutex);
     // A display that does not answer just now takes nobody off.
-    std::erase_if(m_known,
-                  [this](const ProcessIdentity &known) { return m_control.identify(known.pid) != known; });
-    if (m_known.size() < managerAndPanel)
-        for (const std::int32_t pid : m_windows.holders())
-            if (const auto identity = m_control.identify(pid);
-                identity && std::find(m_known.begin(), m_known.end(), *identity) == m_known.end())
-                m_known.push_back(*identity);
+    const auto hasEnded = [this](const ProcessIdentity &known) {
+        return m_control.identify(known.pid) != known;
+    };
+    if (std::erase_if(m_known, hasEnded) > 0)
+        m_pause = m_callsToPass = 0;
+    if (m_known.size() < managerAndPanel && m_callsToPass-- == 0)
+        look();
     std::unordered_set<std::int32_t> pids;
     for (const ProcessIdentity &known : m_known)
         pids.insert(known.pid);
     return pids;
+}
+
+// A panel comes up soon after what the desktop starts with it, or never.
+void DesktopHolders::look()
+{
+    constexpr int longestPause = 15;
+    m_pause = m_callsToPass = std::min(2 * m_pause + 1, longestPause);
+    for (const std::int32_t pid : m_windows.holders())
+        if (const auto identity = m_control.identify(pid);
+            identity && std::find(m_known.begin(), m_known.end(), *identity) == m_known.end())
+            m_known.push_back(*identity);
 }
 
 std::string ProgramWindows::run(const std::string &argument) const

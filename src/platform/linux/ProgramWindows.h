@@ -51,8 +51,9 @@ private:
     const std::function<bool()> m_mayCall;
 };
 
-/// The window manager and the panel: looked for again until both are known, and when one of them has ended,
-/// since refreshes are many. Safe to call from several threads.
+/// The window manager and the panel. Since refreshes are many, they are looked for again when one of them has
+/// ended, and until both are known ever more rarely: each look starts a program. Safe to call from several
+/// threads.
 class DesktopHolders {
 public:
     DesktopHolders(ProgramWindows windows, ProcessControl &control)
@@ -60,13 +61,18 @@ public:
     {
     }
 
+    /// Those that are known; looks for others when it is time.
     std::unordered_set<std::int32_t> pids();
 
 private:
+    void look();
+
     const ProgramWindows m_windows;
     ProcessControl &m_control;
     std::mutex m_mutex;
     std::vector<ProcessIdentity> m_known;
+    int m_pause = 0;       ///< how many calls passed between the last two looks
+    int m_callsToPass = 0; ///< until the next look
 };
 
 } // namespace swabby

@@ -8,6 +8,8 @@
 #include "platform/posix/PosixShell.h"
 #include "support/TemporaryMachine.h"
 
+#include <QtCore/QFileInfo>
+#include <QtCore/QProcess>
 #include <QtDBus/QDBusConnection>
 #include <QtDBus/QDBusMessage>
 #include <QtDBus/QDBusVariant>
@@ -238,6 +240,38 @@ private Q_SLOTS:
         display.asked();
         QCOMPARE(windows.holders(), self);
         QVERIFY(ProgramWindows(shell, ownFolder() / windowsProgram, {}).holders().empty());
+    }
+
+    // Each look starts a program, and on many desktops there is no panel to find.
+    void theDesktopIsLookedForEverMoreRarely()
+    {
+        const StandIn files;
+        files.writeProgram("look");
+        files.write("look", "#!/bin/sh\necho >>\"$0.looks\"; cat \"$0.found\"\n");
+        PosixShell shell({});
+        LinuxProcessControl control("/proc");
+        DesktopHolders holders(ProgramWindows(shell, files.path("look"), ":0"), control);
+        const auto looksInCalls = [&](int calls) {
+            const auto looks = [&] {
+                return QFileInfo(QString::fromStdString(files.path("look.looks"))).size();
+            };
+            const qint64 before = looks();
+            for (int call = 0; call < calls; ++call)
+                holders.pids();
+            return looks() - before;
+        };
+        QCOMPARE(looksInCalls(46), 5);
+        QProcess panel;
+        panel.start(u"sleep"_qs, {u"100"_qs});
+        QVERIFY(panel.waitForStarted());
+        const auto pid = static_cast<std::int32_t>(panel.processId());
+        files.write("look.found", std::to_string(::getpid()) + "\n" + std::to_string(pid) + "\n");
+        QCOMPARE(looksInCalls(60), 1);
+        QCOMPARE(holders.pids(), (std::unordered_set<std::int32_t>{::getpid(), pid}));
+        panel.kill();
+        QVERIFY(panel.waitForFinished());
+        QCOMPARE(looksInCalls(3), 2);
+        QCOMPARE(holders.pids(), std::unordered_set<std::int32_t>{::getpid()});
     }
 
     void whatTheHelperSays()
