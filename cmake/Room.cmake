@@ -1,3 +1,9 @@
+# The folders of that name in src/platform hold what is this system's own.
+set(SWABBY_SYSTEM linux)
+if(APPLE)
+    set(SWABBY_SYSTEM mac)
+endif()
+
 # One set of headers is compiled once for every room, program and test of the house.
 function(swabby_precompile name)
     get_property(owner GLOBAL PROPERTY SWABBY_PRECOMPILED)

@@ -103,7 +103,7 @@ PutBackRecord::~PutBackRecord()
 {
     // A killed program needs no more than the written line; once at the end is for a loss of power.
     if (m_adding.isOpen())
-        ::fdatasync(m_adding.number());
+        keepContentOnDisk(m_adding.number());
 }
 
 std::vector<TrashedItem> PutBackRecord::linesThatCount(std::size_t most) const

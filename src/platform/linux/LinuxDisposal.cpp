@@ -152,18 +152,9 @@ bool LinuxDisposal::putBack(const TrashedItem &item)
     const std::string name = item.trashed.filename().native();
     if (!trash || files.filename() != "files" || !item.from.is_absolute())
         return false;
-    const auto found = notedThing({trash->files.number(), name}, item.identity);
-    if (!found)
+    if (!moveBack({trash->files.number(), name}, item.identity, holdFolder("/").number(),
+                  item.from.relative_path(), [](int) { return true; }))
         return false;
-
-    const Descriptor root = holdFolder("/");
-    MadeFolders parent(root.number(), item.from.parent_path().relative_path(), 0777,
-                       [](int) { return true; });
-    if (moveEntry({trash->files.number(), name}, {parent.last().number(), item.from.filename().native()},
-                  *found) != MoveResult::moved) {
-        parent.undo();
-        return false;
-    }
     removeRecord(*trash, name);
     return true;
 }

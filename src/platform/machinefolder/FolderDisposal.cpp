@@ -86,20 +86,12 @@ std::optional<TrashedItem> FolderDisposal::moveToTrash(const RemovalTarget &targ
 bool FolderDisposal::putBack(const TrashedItem &item)
 {
     const Descriptor trash = holdFolder(AT_FDCWD, trashPath().native(), Links::refuse);
-    const std::string name = item.trashed.filename().native();
-    const auto found = notedThing({trash.number(), name}, item.identity);
-    if (item.trashed.parent_path() != trashPath() || !isInside(trash.number()) || !found ||
-        !isAtOrUnder(item.from, m_folder))
+    if (item.trashed.parent_path() != trashPath() || !isInside(trash.number()) ||
+        !isAtOrUnder(item.from, m_folder) ||
+        !moveBack({trash.number(), item.trashed.filename().native()}, item.identity,
+                  holdFolder(m_folder).number(), item.from.lexically_relative(m_folder),
+                  [this](int folder) { return isInside(folder); }))
         return false;
-
-    const Descriptor whole = holdFolder(m_folder);
-    MadeFolders parent(whole.number(), item.from.parent_path().lexically_relative(m_folder), 0777,
-                       [this](int folder) { return isInside(folder); });
-    if (moveEntry({trash.number(), name}, {parent.last().number(), item.from.filename().native()}, *found) !=
-        MoveResult::moved) {
-        parent.undo();
-        return false;
-    }
     m_events.write(QStringLiteral("putBack"), fromTo(item.trashed, item.from));
     return true;
 }

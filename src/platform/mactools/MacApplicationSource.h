@@ -7,9 +7,9 @@ namespace swabby {
 /// The bundles of the applications folders, the machine's first, then the user's own.
 class MacApplicationSource final : public ApplicationSource {
 public:
-    /// Our own bundle identifier is never listed.
+    /// The root is empty where the machine is this one. Our own bundle identifier is never listed.
     MacApplicationSource(std::filesystem::path root, std::filesystem::path home, QString ownBundleId)
-        : m_root(std::move(root)), m_home(std::move(home)), m_ownBundleId(std::move(ownBundleId))
+        : m_root("/" / root), m_home(std::move(home)), m_ownBundleId(std::move(ownBundleId))
     {
     }
 

@@ -44,7 +44,7 @@ QByteArray pictureIn(const fs::path &bundle, int pixels)
 
 fs::path MacProgramIcons::place(const fs::path &path) const
 {
-    if (!path.is_absolute() || m_root.empty() || isUnder(path, m_root) || isUnder(path, m_home))
+    if (!path.is_absolute() || isUnder(path, m_root) || isUnder(path, m_home))
         return path;
     return m_root / path.relative_path();
 }
@@ -66,7 +66,7 @@ std::vector<fs::path> MacProgramIcons::bundlesOf(const IconOwner &owner) const
 
 QByteArray MacProgramIcons::picture(const IconOwner &owner, const IconRequest &request)
 {
-    const fs::path root = realPath(m_root.empty() ? fs::path("/") : m_root).value_or(m_root);
+    const fs::path root = realPath(m_root).value_or(m_root);
     const fs::path home = realPath(m_home).value_or(m_home);
     for (const fs::path &folder : bundlesOf(owner)) {
         const auto bundle = realPath(folder);

@@ -9,9 +9,10 @@ namespace swabby {
 /// The icon files of application bundles.
 class MacProgramIcons final : public ProgramIcons {
 public:
-    /// Neither a program nor its icon is looked for anywhere but under these two folders.
+    /// The root is empty where the machine is this one. Neither a program nor its icon is looked for anywhere
+    /// but under these two folders.
     MacProgramIcons(std::filesystem::path root, std::filesystem::path home)
-        : m_root(std::move(root)), m_home(std::move(home))
+        : m_root("/" / root), m_home(std::move(home))
     {
     }
 

@@ -47,9 +47,12 @@ pid_t startChild(const ChildProgram &program, const ChildStreams &streams, Bond 
     ::posix_spawnattr_setsigmask(&attributes, &none);
     ::posix_spawnattr_setsigdefault(&attributes, &all);
     ::posix_spawnattr_setpgroup(&attributes, 0);
-    ::posix_spawnattr_setflags(
-        &attributes, static_cast<short>(POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF |
-                                        (bond == Bond::child ? POSIX_SPAWN_SETPGROUP : POSIX_SPAWN_SETSID)));
+    int flags = POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF;
+    flags |= bond == Bond::child ? POSIX_SPAWN_SETPGROUP : POSIX_SPAWN_SETSID;
+#ifdef POSIX_SPAWN_CLOEXEC_DEFAULT
+    flags |= POSIX_SPAWN_CLOEXEC_DEFAULT;
+#endif
+    ::posix_spawnattr_setflags(&attributes, static_cast<short>(flags));
 
     std::vector<std::string> words = {program.executable};
     words.insert(words.end(), program.arguments.begin(), program.arguments.end());

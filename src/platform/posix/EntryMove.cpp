@@ -1,17 +1,15 @@
 #include "platform/posix/EntryMove.h"
 
-#include "platform/posix/HeldFolder.h"
+#include "platform/posix/RenameWithoutReplacing.h"
 
 #include <cerrno>
-#include <cstdio>
-#include <fcntl.h>
 
 namespace swabby {
 namespace {
 
 MoveResult rename(const EntryAt &from, const EntryAt &to)
 {
-    if (::renameat2(from.folder, from.name.c_str(), to.folder, to.name.c_str(), RENAME_NOREPLACE) == 0)
+    if (renameWithoutReplacing(from.folder, from.name.c_str(), to.folder, to.name.c_str()))
         return MoveResult::moved;
     if (errno == EEXIST)
         return MoveResult::nameTaken;
@@ -86,6 +84,19 @@ std::optional<FileIdentity> notedThing(const EntryAt &entry, const FileIdentity 
         return found;
     expected.device = found->device;
     return found->isSameThing(expected) ? found : std::nullopt;
+}
+
+bool moveBack(const EntryAt &entry, const FileIdentity &noted, int start, const std::filesystem::path &path,
+              const MadeFolders::Pleases &pleases)
+{
+    const auto found = notedThing(entry, noted);
+    if (!found)
+        return false;
+    MadeFolders parent(start, path.parent_path(), 0777, pleases);
+    if (moveEntry(entry, {parent.last().number(), path.filename().native()}, *found) == MoveResult::moved)
+        return true;
+    parent.undo();
+    return false;
 }
 
 std::string numberedName(const std::string &name, int attempt, std::size_t largest)

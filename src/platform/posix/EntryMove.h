@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FileIdentity.h"
+#include "platform/posix/HeldFolder.h"
 
 #include <functional>
 #include <string>
@@ -22,6 +22,12 @@ MoveResult moveEntry(const EntryAt &from, const EntryAt &to, const FileIdentity 
 /// What lies there when it is what was noted, perhaps before a restart, which may number the disks anew; no
 /// value when it is something else.
 std::optional<FileIdentity> notedThing(const EntryAt &entry, const FileIdentity &noted);
+
+/// Moves what was noted back to that path under a held folder, never over something that is there meanwhile;
+/// folders above it that are gone are made again, as long as every one on the way pleases. False when it
+/// stays.
+bool moveBack(const EntryAt &entry, const FileIdentity &noted, int start, const std::filesystem::path &path,
+              const MadeFolders::Pleases &pleases);
 
 /// The name for the attempt of that number, from 1: the name itself, then with the number before its
 /// ending, as in "film 2.mov". Cut to that many bytes, where it can be between two characters.

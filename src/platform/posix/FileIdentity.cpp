@@ -1,20 +1,11 @@
-#include "platform/FileIdentity.h"
+#include "platform/posix/FileFacts.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/sysmacros.h>
 
 namespace swabby {
-namespace {
 
-constexpr std::int64_t nanosecondsPerSecond = 1'000'000'000;
-
-std::int64_t nanosecondsOf(const statx_timestamp &time)
-{
-    return nanosecondsPerSecond * time.tv_sec + time.tv_nsec;
-}
-
-FileKind kindOf(mode_t mode)
+FileKind kindOfMode(unsigned mode)
 {
     if (S_ISREG(mode))
         return FileKind::file;
@@ -23,8 +14,6 @@ FileKind kindOf(mode_t mode)
     return S_ISLNK(mode) ? FileKind::link : FileKind::other;
 }
 
-} // namespace
-
 std::optional<FileIdentity> FileIdentity::of(const std::filesystem::path &path)
 {
     return path.empty() ? std::nullopt : in(AT_FDCWD, path.c_str());
@@ -32,28 +21,8 @@ std::optional<FileIdentity> FileIdentity::of(const std::filesystem::path &path)
 
 std::optional<FileIdentity> FileIdentity::in(int folder, const char *name)
 {
-    struct statx facts = {};
-    const int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_EMPTY_PATH;
-    if (::statx(folder, name, flags, STATX_BASIC_STATS | STATX_BTIME, &facts) != 0)
-        return std::nullopt;
-    return FileIdentity{.device = ::makedev(facts.stx_dev_major, facts.stx_dev_minor),
-                        .inode = facts.stx_ino,
-                        .kind = kindOf(facts.stx_mode),
-                        .size = static_cast<std::int64_t>(facts.stx_size),
-                        .modifiedNanoseconds = nanosecondsOf(facts.stx_mtime),
-                        .changedNanoseconds = nanosecondsOf(facts.stx_ctime),
-                        .bornNanoseconds =
-                            (facts.stx_mask & STATX_BTIME) != 0 ? nanosecondsOf(facts.stx_btime) : 0};
-}
-
-FileIdentity FileIdentity::from(const struct ::stat &facts)
-{
-    return {.device = facts.st_dev,
-            .inode = facts.st_ino,
-            .kind = kindOf(facts.st_mode),
-            .size = facts.st_size,
-            .modifiedNanoseconds = nanosecondsPerSecond * facts.st_mtim.tv_sec + facts.st_mtim.tv_nsec,
-            .changedNanoseconds = nanosecondsPerSecond * facts.st_ctim.tv_sec + facts.st_ctim.tv_nsec};
+    const auto facts = factsOf(folder, name);
+    return facts ? std::optional(facts->identity) : std::nullopt;
 }
 
 bool FileIdentity::isSameEntry(const FileIdentity &other) const

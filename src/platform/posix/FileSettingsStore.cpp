@@ -1,5 +1,6 @@
 #include "platform/posix/FileSettingsStore.h"
 
+#include "platform/FileIdentity.h"
 #include "platform/posix/FolderLock.h"
 #include "platform/posix/OwnFolder.h"
 #include "platform/posix/SmallFile.h"
@@ -16,11 +17,6 @@ namespace swabby {
 namespace {
 
 constexpr std::int64_t largestFile = 4'000'000;
-
-qint64 nanosecondsOf(const timespec &time)
-{
-    return time.tv_sec * 1'000'000'000LL + time.tv_nsec;
-}
 
 /// Why that is no JSON object, for the person who wrote it.
 QString problemOf(const QByteArray &content, const QJsonParseError &error)
@@ -48,9 +44,9 @@ std::optional<FileSettingsStore::Stamp> FileSettingsStore::stamp() const
     struct stat facts = {};
     if (::stat(QFile::encodeName(m_filePath).constData(), &facts) != 0)
         return std::nullopt;
-    return Stamp{static_cast<qint64>(facts.st_dev), static_cast<qint64>(facts.st_ino),
-                 static_cast<qint64>(facts.st_size), nanosecondsOf(facts.st_mtim),
-                 nanosecondsOf(facts.st_ctim)};
+    const FileIdentity found = FileIdentity::from(facts);
+    return Stamp{static_cast<qint64>(found.device), static_cast<qint64>(found.inode), found.size,
+                 found.modifiedNanoseconds, found.changedNanoseconds};
 }
 
 FileSettingsStore::Contents FileSettingsStore::contents() const

@@ -1,28 +1,14 @@
 #include "platform/posix/HeldFolder.h"
 
+#include "platform/posix/FileFacts.h"
+
 #include <cerrno>
-#include <climits>
 #include <dirent.h>
 #include <fcntl.h>
 #include <string_view>
 #include <sys/stat.h>
 
 namespace swabby {
-namespace {
-
-/// The one path on which a held folder can be changed that may not be opened for reading.
-std::string pathOfDescriptor(int number)
-{
-    return "/proc/self/fd/" + std::to_string(number);
-}
-
-} // namespace
-
-Descriptor holdFolder(int folder, const std::string &name, Links links)
-{
-    const int flags = O_PATH | O_DIRECTORY | O_CLOEXEC | (links == Links::refuse ? O_NOFOLLOW : 0);
-    return Descriptor(::openat(folder, name.c_str(), flags));
-}
 
 Descriptor holdFolder(const std::filesystem::path &path)
 {
@@ -84,12 +70,8 @@ std::optional<FileIdentity> identityOf(int descriptor)
 
 std::uint64_t mountOf(int folder, const std::string &name)
 {
-    struct statx more = {};
-    const int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_EMPTY_PATH;
-    if (::statx(folder, name.c_str(), flags, STATX_MNT_ID, &more) == 0 && (more.stx_mask & STATX_MNT_ID))
-        return more.stx_mnt_id;
-    const auto identity = name.empty() ? identityOf(folder) : identityIn(folder, name);
-    return identity ? identity->device : 0;
+    const auto facts = factsOf(folder, name.c_str());
+    return facts ? facts->mount : 0;
 }
 
 bool liesAtOrUnder(int folder, const FileIdentity &above)
@@ -141,9 +123,7 @@ std::vector<ListedEntry> entriesIn(int folder)
 
 std::filesystem::path pathOf(int folder)
 {
-    std::string target(PATH_MAX, '\0');
-    const ssize_t length = ::readlink(pathOfDescriptor(folder).c_str(), target.data(), target.size());
-    target.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
+    const std::string target = toldPathOf(folder);
     // A folder that is gone, or has no path here, is told of by a text that is no path to it.
     const auto there = target.empty() ? std::nullopt : FileIdentity::of(target);
     const auto here = identityOf(folder);
@@ -157,14 +137,9 @@ std::optional<mode_t> unlockOwnFolder(int folder)
     if (::fstat(folder, &facts) != 0 || facts.st_uid != ::geteuid() || (facts.st_mode & S_IRWXU) == S_IRWXU)
         return std::nullopt;
     const mode_t before = facts.st_mode & 07777;
-    if (::chmod(pathOfDescriptor(folder).c_str(), before | S_IRWXU) != 0)
+    if (!setRights(folder, before | S_IRWXU))
         return std::nullopt;
     return before;
-}
-
-void setRights(int folder, mode_t mode)
-{
-    ::chmod(pathOfDescriptor(folder).c_str(), mode);
 }
 
 } // namespace swabby

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include <sys/types.h>
+
 namespace swabby {
 
 // A folder that is held open stays the same folder whatever happens to the paths that lead to it. All that
@@ -65,10 +67,12 @@ std::vector<ListedEntry> entriesIn(int folder);
 
 /// Where a held folder lies now, without links; empty when the system does not tell.
 std::filesystem::path pathOf(int folder);
+/// The same as the system has it: of a folder that is gone, some other text.
+std::string toldPathOf(int folder);
 
 /// Gives this user every right on their own held folder; the rights it had before when that was needed and
 /// done.
 std::optional<mode_t> unlockOwnFolder(int folder);
-void setRights(int folder, mode_t mode);
+bool setRights(int folder, mode_t mode);
 
 } // namespace swabby

@@ -1,5 +1,6 @@
 #include "platform/posix/HelperProgram.h"
 
+#include "platform/posix/Channels.h"
 #include "platform/posix/ChildProcess.h"
 #include "platform/posix/LateLibrary.h"
 
@@ -19,19 +20,6 @@ namespace {
 /// No answer is larger.
 constexpr std::size_t largestAnswer = 8 * 1024 * 1024;
 
-struct SocketPair {
-    Descriptor own;
-    Descriptor others;
-};
-
-SocketPair makeSockets()
-{
-    int ends[2] = {-1, -1};
-    if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
-        return {};
-    return {Descriptor(ends[0]), Descriptor(ends[1])};
-}
-
 /// Sends the task with the descriptor. Without waiting: a helper that takes none is stopped.
 bool sendTask(int socket, const HelperTask &task, int descriptor)
 {
@@ -42,7 +30,7 @@ bool sendTask(int socket, const HelperTask &task, int descriptor)
     head->cmsg_type = SCM_RIGHTS;
     head->cmsg_len = CMSG_LEN(sizeof descriptor);
     std::memcpy(CMSG_DATA(head), &descriptor, sizeof descriptor);
-    return ::sendmsg(socket, &message.head, MSG_NOSIGNAL | MSG_DONTWAIT) ==
+    return ::sendmsg(socket, &message.head, withoutSignal | MSG_DONTWAIT) ==
            static_cast<ssize_t>(sizeof message.task);
 }
 
@@ -59,7 +47,7 @@ bool waitFor(int socket, short event, const QDeadlineTimer &end)
 bool sendAll(int socket, std::string_view content, const QDeadlineTimer &end)
 {
     while (!content.empty() && waitFor(socket, POLLOUT, end)) {
-        const ssize_t count = ::send(socket, content.data(), content.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+        const ssize_t count = ::send(socket, content.data(), content.size(), withoutSignal | MSG_DONTWAIT);
         if (count >= 0)
             content.remove_prefix(static_cast<std::size_t>(count));
         else if (errno != EAGAIN && errno != EINTR)
@@ -91,16 +79,15 @@ std::optional<std::string> receiveAll(int socket, const QDeadlineTimer &end)
 std::optional<std::string> HelperProgram::ask(std::string_view request,
                                               std::chrono::milliseconds processorTime)
 {
-    SocketPair sockets = makeSockets();
-    if (!sockets.own.isOpen() ||
-        !hand(sockets.others.number(), {static_cast<std::uint32_t>(processorTime.count())}))
+    auto [own, others] = makeSocketPair();
+    if (!own.isOpen() || !hand(others.number(), {static_cast<std::uint32_t>(processorTime.count())}))
         return std::nullopt;
     // Held by the process that answers and nobody else: its end is the end of the answer.
-    sockets.others.reset();
+    others.reset();
     const QDeadlineTimer end(helperPatience);
-    if (!sendAll(sockets.own.number(), request, end))
+    if (!sendAll(own.number(), request, end))
         return std::nullopt;
-    return receiveAll(sockets.own.number(), end);
+    return receiveAll(own.number(), end);
 }
 
 void HelperProgram::begin()
@@ -128,12 +115,12 @@ bool HelperProgram::hand(int descriptor, const HelperTask &task)
 
 bool HelperProgram::start()
 {
-    SocketPair sockets = makeSockets();
-    if (!sockets.own.isOpen())
+    auto [own, others] = makeSocketPair();
+    if (!own.isOpen())
         return false;
     const std::string program = ownFolder() / m_name;
-    m_process = startChild({program}, {.input = sockets.others.number()});
-    m_socket = std::move(sockets.own);
+    m_process = startChild({program}, {.input = others.number()});
+    m_socket = std::move(own);
     if (m_process < 0 && !std::exchange(m_hasComplained, true))
         qWarning("%s cannot be started", program.c_str());
     return m_process >= 0;

@@ -1,5 +1,7 @@
 #include "platform/posix/LocalSocket.h"
 
+#include "platform/posix/Channels.h"
+
 #include <cstring>
 #include <fcntl.h>
 #include <optional>
@@ -21,12 +23,18 @@ std::optional<sockaddr_un> addressOf(const std::filesystem::path &path)
     return address;
 }
 
+void useWithoutWaiting(const Descriptor &socket)
+{
+    ::fcntl(socket.number(), F_SETFL, ::fcntl(socket.number(), F_GETFL) | O_NONBLOCK);
+}
+
 } // namespace
 
 Descriptor listenAt(const std::filesystem::path &path)
 {
     const auto address = addressOf(path);
-    Descriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+    Descriptor socket = makeLocalSocket();
+    useWithoutWaiting(socket);
     ::unlink(path.c_str());
     constexpr int fewWaiting = 8;
     // Nobody can connect before it listens, and by then it is the user's own.
@@ -39,13 +47,14 @@ Descriptor listenAt(const std::filesystem::path &path)
 
 Descriptor acceptFrom(const Descriptor &listener)
 {
-    return Descriptor(::accept4(listener.number(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
+    Descriptor caller = acceptCaller(listener.number());
+    useWithoutWaiting(caller);
+    return caller;
 }
 
 bool sayTo(const Descriptor &socket, std::string_view words)
 {
-    // Who hangs up must not end this program.
-    return ::send(socket.number(), words.data(), words.size(), MSG_NOSIGNAL) ==
+    return ::send(socket.number(), words.data(), words.size(), withoutSignal) ==
            static_cast<ssize_t>(words.size());
 }
 
@@ -61,7 +70,7 @@ std::string askAt(const std::filesystem::path &path, std::string_view words, std
                   std::chrono::milliseconds patience)
 {
     const auto address = addressOf(path);
-    const Descriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    const Descriptor socket = makeLocalSocket();
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(patience);
     const timeval time = {seconds.count(),
                           static_cast<suseconds_t>(std::chrono::microseconds(patience - seconds).count())};

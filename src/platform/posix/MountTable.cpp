@@ -3,8 +3,6 @@
 #include "platform/FolderListing.h"
 #include "platform/TextScan.h"
 
-#include <fstream>
-#include <iterator>
 #include <string>
 
 namespace swabby {
@@ -57,12 +55,6 @@ Path moved(const Path &path, const Path &from, const Path &to)
 }
 
 } // namespace
-
-std::vector<Path> otherWaysTo(const Path &path)
-{
-    std::ifstream file("/proc/self/mountinfo");
-    return otherWaysTo(path, std::string(std::istreambuf_iterator(file), {}));
-}
 
 std::vector<Path> otherWaysTo(const Path &path, std::string_view table)
 {

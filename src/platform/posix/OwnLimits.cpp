@@ -28,7 +28,7 @@ void limitOwnProcess(const OwnLimits &limits)
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(limits.time);
     const auto rest = std::chrono::duration_cast<std::chrono::microseconds>(limits.time - seconds);
     // A time of nothing would be no limit.
-    const itimerval alarm = {{0, 0}, {seconds.count(), rest.count() + 1}};
+    const itimerval alarm = {{0, 0}, {seconds.count(), static_cast<suseconds_t>(rest.count() + 1)}};
     ::setitimer(ITIMER_REAL, &alarm, nullptr);
     limit(RLIMIT_CPU, static_cast<rlim_t>(limits.processorTime.count()));
 // An address sanitizer reserves more than any limit for itself.

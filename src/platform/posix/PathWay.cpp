@@ -1,7 +1,8 @@
 #include "platform/posix/PathWay.h"
 
+#include "platform/FileIdentity.h"
+
 #include <fcntl.h>
-#include <sys/stat.h>
 
 #include <string>
 
@@ -11,24 +12,19 @@ PathWay PathWay::to(const std::filesystem::path &path)
 {
     PathWay way;
     std::string upTo = path.native();
-    struct stat facts = {};
     for (std::size_t slash = upTo.find('/', 1); slash != std::string::npos;
          slash = upTo.find('/', slash + 1)) {
         upTo[slash] = '\0';
-        if (::lstat(upTo.c_str(), &facts) != 0)
+        const auto found = FileIdentity::in(AT_FDCWD, upTo.c_str());
+        if (!found)
             return way;
         upTo[slash] = '/';
-        way.above.emplace_back(facts.st_dev, facts.st_ino);
-        way.hasLink = way.hasLink || S_ISLNK(facts.st_mode);
+        way.above.emplace_back(found->device, found->inode);
+        way.hasLink = way.hasLink || found->kind == FileKind::link;
     }
-    if (::lstat(upTo.c_str(), &facts) == 0)
-        way.itself.emplace(facts.st_dev, facts.st_ino);
+    if (const auto found = FileIdentity::of(path))
+        way.itself.emplace(found->device, found->inode);
     return way;
-}
-
-Descriptor holdEntry(const std::filesystem::path &path)
-{
-    return Descriptor(::open(path.c_str(), O_PATH | O_NOFOLLOW | O_CLOEXEC));
 }
 
 } // namespace swabby

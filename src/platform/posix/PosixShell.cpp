@@ -1,13 +1,12 @@
 #include "platform/posix/PosixShell.h"
 
 #include "platform/Utf8.h"
+#include "platform/posix/Channels.h"
 #include "platform/posix/ChildProcess.h"
-#include "platform/posix/Descriptor.h"
 
 #include <cerrno>
 #include <csignal>
 #include <cstring>
-#include <fcntl.h>
 #include <filesystem>
 #include <poll.h>
 #include <sys/socket.h>
@@ -19,16 +18,6 @@ extern char **environ;
 
 namespace swabby {
 namespace {
-
-bool makePipe(Descriptor &readEnd, Descriptor &writeEnd)
-{
-    int ends[2] = {-1, -1};
-    if (::pipe2(ends, O_CLOEXEC) != 0)
-        return false;
-    readEnd = Descriptor(ends[0]);
-    writeEnd = Descriptor(ends[1]);
-    return true;
-}
 
 bool names(const char *entry, const std::string &variable)
 {
@@ -83,7 +72,7 @@ void sendAll(int socket, std::string_view input, const StopToken &own, const Sto
         pollfd watched[3] = {
             {socket, POLLOUT, 0}, {own.descriptor(), POLLIN, 0}, {callers.descriptor(), POLLIN, 0}};
         ::poll(watched, 3, -1);
-        const ssize_t count = ::send(socket, input.data(), input.size(), MSG_NOSIGNAL | MSG_DONTWAIT);
+        const ssize_t count = ::send(socket, input.data(), input.size(), withoutSignal | MSG_DONTWAIT);
         if (count > 0)
             input.remove_prefix(static_cast<std::size_t>(count));
         else if (errno != EINTR && errno != EAGAIN)
@@ -142,9 +131,8 @@ std::optional<std::string> PosixShell::runWith(const Variables &variables, const
                                                const std::vector<std::string> &arguments, ToolOutput output,
                                                const StopToken &stop, const std::function<void()> &started)
 {
-    Descriptor readEnd;
-    Descriptor writeEnd;
-    if (m_stop.stopRequested() || stop.stopRequested() || !makePipe(readEnd, writeEnd))
+    auto [readEnd, writeEnd] = makePipe();
+    if (m_stop.stopRequested() || stop.stopRequested() || !readEnd.isOpen())
         return std::nullopt;
     const pid_t child =
         startChild({executable, arguments, environmentFor(variables)},
@@ -166,12 +154,9 @@ std::optional<std::string> PosixShell::runWith(const Variables &variables, const
 
 std::string PosixShell::converse(const std::string &executable, std::string_view input, const StopToken &stop)
 {
-    int ends[2] = {-1, -1};
-    if (m_stop.stopRequested() || stop.stopRequested() ||
-        ::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
+    auto [own, childs] = makeSocketPair();
+    if (m_stop.stopRequested() || stop.stopRequested() || !own.isOpen())
         return {};
-    const Descriptor own(ends[0]);
-    Descriptor childs(ends[1]);
     const pid_t child = startChild({executable, {}, environmentFor({})},
                                    {.input = childs.number(), .output = childs.number()});
     childs.reset();

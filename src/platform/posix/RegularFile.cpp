@@ -1,8 +1,9 @@
 #include "platform/posix/RegularFile.h"
 
+#include "platform/posix/HeldFolder.h"
+
 #include <cerrno>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace swabby {
@@ -20,10 +21,10 @@ std::optional<RegularFile> RegularFile::openIn(int folder, const char *name)
     Descriptor file(::openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
     if (!file.isOpen())
         return std::nullopt;
-    const auto facts = factsOf(file.number());
-    if (!facts || facts->identity.kind != FileKind::file)
+    const auto identity = identityOf(file.number());
+    if (!identity || identity->kind != FileKind::file)
         return std::nullopt;
-    return RegularFile(std::move(file), *facts);
+    return RegularFile(std::move(file), *identity);
 }
 
 bool RegularFile::readAt(std::int64_t offset, char *buffer, std::size_t size) const
@@ -41,25 +42,10 @@ bool RegularFile::readAt(std::int64_t offset, char *buffer, std::size_t size) co
     return true;
 }
 
-void RegularFile::expectWholeReading() const
-{
-    ::posix_fadvise(m_file.number(), 0, 0, POSIX_FADV_SEQUENTIAL);
-}
-
 bool RegularFile::hasChanged() const
 {
-    const auto now = factsOf(m_file.number());
-    return !now || !now->identity.isSameThing(m_facts.identity) ||
-           now->changedNanoseconds != m_facts.changedNanoseconds;
-}
-
-std::optional<RegularFile::Facts> RegularFile::factsOf(int descriptor)
-{
-    constexpr std::int64_t nanoseconds = 1'000'000'000;
-    struct stat facts = {};
-    if (::fstat(descriptor, &facts) != 0)
-        return std::nullopt;
-    return Facts{FileIdentity::from(facts), facts.st_ctim.tv_sec * nanoseconds + facts.st_ctim.tv_nsec};
+    const auto now = identityOf(m_file.number());
+    return !now || !now->isSameThing(m_identity) || now->changedNanoseconds != m_identity.changedNanoseconds;
 }
 
 } // namespace swabby

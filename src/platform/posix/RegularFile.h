@@ -21,7 +21,7 @@ public:
     static std::optional<RegularFile> openIn(int folder, const char *name);
 
     /// What it was when it was opened.
-    const FileIdentity &identity() const { return m_facts.identity; }
+    const FileIdentity &identity() const { return m_identity; }
     /// Fills the buffer from there on. False when it cannot be read or ends before.
     bool readAt(std::int64_t offset, char *buffer, std::size_t size) const;
     /// Tells the system that all of it will be read in turn.
@@ -30,16 +30,12 @@ public:
     bool hasChanged() const;
 
 private:
-    struct Facts {
-        FileIdentity identity;
-        std::int64_t changedNanoseconds = 0; ///< when content or attributes changed last; nobody can set it
-    };
-
-    RegularFile(Descriptor file, const Facts &facts) : m_file(std::move(file)), m_facts(facts) {}
-    static std::optional<Facts> factsOf(int descriptor);
+    RegularFile(Descriptor file, const FileIdentity &identity) : m_file(std::move(file)), m_identity(identity)
+    {
+    }
 
     Descriptor m_file;
-    Facts m_facts;
+    FileIdentity m_identity;
 };
 
 } // namespace swabby

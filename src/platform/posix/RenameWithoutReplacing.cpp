@@ -2,7 +2,7 @@
 
 #include <QtCore/QFile>
 
-#include <cstdio>
+#include <cerrno>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -12,7 +12,7 @@ bool renameWithoutReplacing(const QString &from, const QString &to)
 {
     const QByteArray source = QFile::encodeName(from);
     const QByteArray target = QFile::encodeName(to);
-    if (::renameat2(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) == 0)
+    if (renameWithoutReplacing(AT_FDCWD, source.constData(), AT_FDCWD, target.constData()))
         return true;
     // File systems that do not know the flag can still refuse a taken name in one step, by a second name.
     return errno == EINVAL && ::link(source.constData(), target.constData()) == 0 &&

@@ -8,4 +8,7 @@ namespace swabby {
 /// nothing was renamed.
 bool renameWithoutReplacing(const QString &from, const QString &to);
 
+/// The same of names in open folders. False with EINVAL in errno where the disk knows no such way.
+bool renameWithoutReplacing(int fromFolder, const char *from, int toFolder, const char *to);
+
 } // namespace swabby

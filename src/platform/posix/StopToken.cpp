@@ -1,35 +1,23 @@
 #include "platform/StopToken.h"
 
-#include "platform/posix/Descriptor.h"
+#include "platform/posix/Channels.h"
 
 #include <atomic>
 #include <cerrno>
-#include <fcntl.h>
 #include <poll.h>
-#include <unistd.h>
 
 namespace swabby {
 
 // Closing the writing end makes the reading end readable for everybody and for good.
 struct StopToken::Pipe {
-    Pipe()
-    {
-        int ends[2] = {-1, -1};
-        if (::pipe2(ends, O_CLOEXEC) == 0) {
-            readEnd = Descriptor(ends[0]);
-            writeEnd = Descriptor(ends[1]);
-        }
-    }
-
     void close()
     {
         // Said first, so that whoever is woken by the pipe finds it.
         if (!stopped.exchange(true))
-            writeEnd.reset();
+            ends.second.reset();
     }
 
-    Descriptor readEnd;
-    Descriptor writeEnd;
+    Ends ends = makePipe();
     std::atomic<bool> stopped = false;
 };
 
@@ -40,7 +28,7 @@ bool StopToken::stopRequested() const
 
 int StopToken::descriptor() const
 {
-    return m_pipe ? m_pipe->readEnd.number() : -1;
+    return m_pipe ? m_pipe->ends.first.number() : -1;
 }
 
 bool StopToken::waitFor(std::chrono::milliseconds time) const

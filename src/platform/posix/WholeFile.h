@@ -14,4 +14,7 @@ enum class FileAudience { everyone, owner };
 QString saveWholeFile(const QString &path, const QByteArray &content,
                       FileAudience audience = FileAudience::everyone);
 
+/// Waits until what was written to an open file outlasts a loss of power, as far as the system sees to that.
+void keepContentOnDisk(int file);
+
 } // namespace swabby

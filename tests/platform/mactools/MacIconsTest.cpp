@@ -1,8 +1,11 @@
 #include "platform/mactools/IconFile.h"
+#include "platform/mactools/MacApplicationSource.h"
+#include "platform/mactools/MacProgramIcons.h"
 #include "support/IconFiles.h"
 #include "support/Table.h"
 #include "support/TemporaryMachine.h"
 
+#include <QtCore/QDir>
 #include <QtTest/QTest>
 
 #include <sys/stat.h>
@@ -108,6 +111,16 @@ private Q_SLOTS:
             return QString::fromUtf8(
                 machine->icons->picture({program.toStdString(), row.text(2)}, {48, {}}).mid(24));
         });
+
+        // This machine's folders are not those of wherever the program was started.
+        const QString startedIn = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(folder.folder() + u"/root"_qs));
+        MacProgramIcons icons({}, elsewhere);
+        MacApplicationSource source({}, elsewhere, {});
+        const bool isFound = !icons.picture({{}, u"Plain"_qs}, {48, {}}).isEmpty();
+        const auto found = source.applications();
+        QDir::setCurrent(startedIn);
+        QVERIFY(!isFound && found.empty());
     }
 };
 
