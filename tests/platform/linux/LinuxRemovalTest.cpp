@@ -40,9 +40,9 @@ TreePicture relevant(TreePicture picture, const std::vector<std::string> &touche
 }
 
 /// Removes random things from a random tree, and tries to remove what may not be.
-std::string runOfRemovals(std::uint32_t seed, bool isMachineFolder, Way way)
+std::string runOfRemovals(std::uint32_t seed, Kind kind, Way way)
 {
-    Scene scene(isMachineFolder);
+    Scene scene(kind);
     growRandomTree(scene.tree(), scene.ground / "outside", seed);
     const TreePicture before = pictureOf(scene.ground.path());
     std::mt19937 random(seed);
@@ -126,14 +126,14 @@ class LinuxRemovalTest : public QObject {
 private Q_SLOTS:
     void everythingElseStaysAsItWas()
     {
-        for (const bool isMachineFolder : {false, true})
+        for (const Kind kind : everyKind)
             for (const bool isNobody : {false, true}) {
                 const std::string problem = inChild([&] {
                     if (isNobody)
                         becomeNobody();
                     for (std::uint32_t seed = 1; seed <= 25; ++seed)
                         for (const Way way : everyWay)
-                            if (const auto found = runOfRemovals(seed, isMachineFolder, way); !found.empty())
+                            if (const auto found = runOfRemovals(seed, kind, way); !found.empty())
                                 return "seed " + std::to_string(seed) + ", way " +
                                        std::to_string(static_cast<int>(way)) + ": " + found;
                     return std::string();
@@ -144,7 +144,7 @@ private Q_SLOTS:
 
     void theGuardRefuses()
     {
-        Scene scene(false);
+        Scene scene(Kind::thisComputer);
         for (const char *name : {"home/tree/file", "home2/file", "home/tree/inner/file"})
             writeBytes(scene.machine() / name, name);
         fs::create_directory_symlink(scene.ground / "outside", scene.home() / "out");
@@ -168,7 +168,7 @@ private Q_SLOTS:
     void depthCostsNoDescriptors()
     {
         const std::string problem = inChild([]() -> std::string {
-            Scene scene(false);
+            Scene scene(Kind::thisComputer);
             fs::create_directory(scene.tree());
             Descriptor here = holdFolder(scene.tree());
             for (int depth = 0; depth < 5000; ++depth) {
@@ -185,7 +185,7 @@ private Q_SLOTS:
     void anotherMountStays()
     {
         const std::string problem = inOwnMounts([]() -> std::string {
-            Scene scene(false);
+            Scene scene(Kind::thisComputer);
             const fs::path disk = scene.tree() / "a/disk";
             const fs::path view = scene.tree() / "b/view";
             const auto isWrong = [&](Way way) -> std::string {
@@ -220,7 +220,7 @@ private Q_SLOTS:
 
     void whatMustStayStaysInAnEmptiedFolder()
     {
-        Scene scene(true);
+        Scene scene(Kind::machineFolder);
         for (const char *name : {"kept/inner", "gone/inner", "file"})
             writeBytes(scene.tree() / name, name);
         const auto mustStay = [&](const fs::path &path) { return path == scene.tree() / "kept"; };
@@ -233,8 +233,8 @@ private Q_SLOTS:
 
     void theTrashLosesWhatWasListed()
     {
-        for (const bool isMachineFolder : {false, true}) {
-            Scene scene(isMachineFolder);
+        for (const Kind kind : everyKind) {
+            Scene scene(kind);
             const auto throwAway = [&](const char *name) {
                 writeBytes(scene.tree() / name, name);
                 return scene.remove(Way::moveToTrash,
@@ -242,8 +242,9 @@ private Q_SLOTS:
             };
             for (const char *name : {"gone", "folder/file", "changed", "replaced", "restored"})
                 QVERIFY(throwAway(name));
-            const fs::path trash = scene.home() / (isMachineFolder ? ".Trash" : "data/Trash");
-            const fs::path items = isMachineFolder ? trash : trash / "files";
+            const bool isLinux = kind == Kind::thisComputer;
+            const fs::path trash = scene.home() / (isLinux ? "data/Trash" : ".Trash");
+            const fs::path items = isLinux ? trash / "files" : trash;
             const TrashListing listed = scene.disposal->listTrash(trash, {});
             QCOMPARE(listed.items.size(), 5U);
             // While the question waits.
@@ -257,7 +258,7 @@ private Q_SLOTS:
             for (const auto &entry : fs::directory_iterator(items))
                 left.insert(entry.path().filename());
             QCOMPARE(left, (std::set<std::string>{"changed", "folder", "new", "replaced"}));
-            QVERIFY(isMachineFolder || fs::exists(trash / "info/new.trashinfo"));
+            QVERIFY(!isLinux || fs::exists(trash / "info/new.trashinfo"));
             QVERIFY(emptyNow(*scene.disposal, targetAt(trash, scene.home())));
             QVERIFY(fs::is_empty(items) && fs::exists(scene.tree() / "restored"));
         }
@@ -265,8 +266,8 @@ private Q_SLOTS:
 
     void aFolderThatChangedStays()
     {
-        for (const bool isMachineFolder : {false, true}) {
-            Scene scene(isMachineFolder);
+        for (const Kind kind : everyKind) {
+            Scene scene(kind);
             const fs::path folder = scene.tree() / "folder";
             writeBytes(folder / "inner/file", "x");
             const RemovalTarget before = targetAt(folder, scene.tree());
@@ -285,7 +286,8 @@ private Q_SLOTS:
     {
         for (const Way way : everyWay) {
             // In memory there are far more swaps in the time that a removal takes.
-            Scene scene(false, fs::is_directory("/dev/shm") ? "/dev/shm" : fs::temp_directory_path());
+            Scene scene(Kind::thisComputer,
+                        fs::is_directory("/dev/shm") ? "/dev/shm" : fs::temp_directory_path());
             // What lies outside has the same names, so that every step would find something there.
             const auto names = [](const std::string &prefix) {
                 std::vector<std::string> result = {prefix + "two/three"};

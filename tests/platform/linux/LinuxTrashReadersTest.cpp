@@ -27,7 +27,7 @@ std::string printed(const std::string &name)
 
 /// The Trash as others read it: programs of two makers that know nothing of this one.
 struct ReadTrash : Scene {
-    ReadTrash() : Scene(false)
+    ReadTrash() : Scene(Kind::thisComputer)
     {
         ::setenv("HOME", home().c_str(), 1);
         ::setenv("XDG_DATA_HOME", (home() / "data").c_str(), 1);

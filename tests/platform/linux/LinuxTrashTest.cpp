@@ -13,7 +13,7 @@ using namespace swabby;
 namespace {
 
 struct TrashScene : Scene {
-    TrashScene() : Scene(false) {}
+    TrashScene() : Scene(Kind::thisComputer) {}
 
     fs::path trash() const { return home() / "data/Trash"; }
     std::optional<TrashedItem> move(const fs::path &path) { return move(path, home()); }

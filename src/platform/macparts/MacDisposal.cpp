@@ -1,0 +1,97 @@
+#include "platform/macparts/MacDisposal.h"
+
+#include "platform/posix/EntryMove.h"
+#include "platform/posix/HeldFolder.h"
+#include "platform/posix/TreeRemoval.h"
+
+#include <fcntl.h>
+
+namespace swabby {
+namespace {
+
+using Path = std::filesystem::path;
+
+/// The Trash, what contains it and what it contains are not moved into it.
+bool isOfTheTrash(const Path &trash, const HeldEntry &entry, const FileIdentity &identity)
+{
+    const Descriptor folder = holdFolder(trash);
+    const auto own = identityOf(folder.number());
+    return own && (liesAtOrUnder(entry.folder.number(), *own) ||
+                   (identity.kind == FileKind::folder && liesAtOrUnder(folder.number(), identity)));
+}
+
+} // namespace
+
+std::optional<TrashedItem> MacDisposal::moveToTrash(const RemovalTarget &target, const BeforeMove &beforeMove)
+{
+    const auto entry = passTrashGuard(target);
+    // The way there without links: one that is swapped in on the target's own leads nowhere else.
+    const Path folder = entry ? pathOf(entry->folder.number()) : Path();
+    if (folder.empty() || isOfTheTrash(m_trash, *entry, target.identity))
+        return std::nullopt;
+    TrashedItem item = {target.path, m_trash / entry->name, target.identity};
+    if (beforeMove && !beforeMove(item))
+        return std::nullopt;
+    const Path told = std::exchange(item.trashed, m_toTrash(folder / entry->name).value_or(Path()));
+    if (item.trashed.empty())
+        return std::nullopt;
+
+    const Descriptor trash = holdFolder(item.trashed.parent_path());
+    const EntryAt place = {trash.number(), item.trashed.filename().native()};
+    const auto landed = identityIn(place.folder, place.name);
+    // Who may not look into the Trash has the system's word for it.
+    if (!landed)
+        return identityIn(entry->folder.number(), entry->name) ? std::nullopt : std::optional(item);
+    const bool isIt = notedThing(place, target.identity).has_value();
+    if (isIt && (item.trashed == told || !beforeMove || beforeMove(item)))
+        return item;
+    // Another thing may have been put in its place, or another folder in the place of the one it lay in.
+    bool isBack = moveEntry(place, {entry->folder.number(), entry->name}, *landed) == MoveResult::moved;
+    if (!isIt && !isBack)
+        isBack = moveEntry(place, {holdFolder(folder).number(), entry->name}, *landed) == MoveResult::moved;
+    return isIt && !isBack ? std::optional(item) : std::nullopt;
+}
+
+bool MacDisposal::putBack(const TrashedItem &item)
+{
+    const Descriptor trash = holdFolder(AT_FDCWD, item.trashed.parent_path().native(), Links::refuse);
+    return item.from.is_absolute() &&
+           moveBack({trash.number(), item.trashed.filename().native()}, item.identity,
+                    holdFolder("/").number(), item.from.relative_path(), [](int) { return true; });
+}
+
+bool MacDisposal::deleteOutright(const RemovalTarget &target)
+{
+    const auto entry = passGuard(target);
+    return entry && deleteGuarded(*entry, target);
+}
+
+bool MacDisposal::emptyFolder(const RemovalTarget &folder, const MustStay &mustStay)
+{
+    const auto entry = passGuard(folder);
+    return entry && emptyGuarded(*entry, folder, mustStay);
+}
+
+TrashListing MacDisposal::listTrash(const Path &path, const MustStay &mustStay)
+{
+    const Descriptor folder = holdFolder(AT_FDCWD, path.native(), Links::refuse);
+    if (!folder.isOpen() || !canBeListed(folder.number()))
+        return {.isWhole = false};
+    TrashListing listing = {.items = entriesIn(folder.number())};
+    leaveOut(listing, path, mustStay);
+    return listing;
+}
+
+bool MacDisposal::emptyTrash(const RemovalTarget &target, const TrashListing &listed,
+                             const MustStay &mustStay)
+{
+    const auto entry = passGuard(target);
+    if (!entry)
+        return false;
+    const Descriptor folder = holdFolder(entry->folder.number(), entry->name, Links::refuse);
+    const auto identity = identityOf(folder.number());
+    return identity && identity->isSameThing(target.identity) &&
+           removeListed(folder.number(), target.path, listed.items, mustStay) && listed.isWhole;
+}
+
+} // namespace swabby
