@@ -8,16 +8,21 @@
 #include "machine/MachineChoice.h"
 #include "platform/desktop/Display.h"
 #include "platform/posix/ForeignHome.h"
+#include "platform/posix/LateLibrary.h"
+#include "platform/posix/MemoryThrift.h"
 #include "platform/posix/StartAnew.h"
 #include "platform/posix/TerminationSignals.h"
 #include "state/AppState.h"
+#include "ui/UserInterface.h"
 
 #include <QtCore/QFile>
 #include <QtCore/QTimer>
+#include <QtGui/QFontDatabase>
 #include <QtGui/QGuiApplication>
 
 #include <chrono>
 #include <cstdio>
+#include <future>
 #include <optional>
 #include <string>
 #include <vector>
@@ -27,6 +32,7 @@ using namespace swabby;
 namespace {
 
 constexpr std::chrono::seconds panelPatience(5);
+constexpr std::chrono::seconds timeUntilRest(10);
 
 int complain(const QString &words, int status)
 {
@@ -40,6 +46,17 @@ QStringList argumentsOf(int argc, char *argv[])
     for (int index = 1; index < argc; ++index)
         arguments.append(QString::fromLocal8Bit(argv[index]));
     return arguments;
+}
+
+// What the first window waits for, its library and the fonts, is brought in by a thread of its own.
+std::future<void> bringIn(const CommandLine &commandLine)
+{
+    if (commandLine.isBackground)
+        return {};
+    return std::async(std::launch::async, [] {
+        loadAhead(userInterfaceLibrary);
+        QFontDatabase::families();
+    });
 }
 
 // The load is a figure over time, and a second look, where it takes one, need not wait a minute.
@@ -75,6 +92,7 @@ int runApplication(AppState &state, const CommandLine &commandLine, SingleInstan
             if (delegate.panelPlace() != TrayItem::Place::there)
                 delegate.openMainWindow();
         });
+    QTimer::singleShot(timeUntilRest, &delegate, &giveMemoryBack);
     return QGuiApplication::exec();
 }
 
@@ -133,6 +151,7 @@ int runSwabby(int argc, char *argv[], std::string *program)
     case SingleInstance::Standing::first:
         break;
     }
+    const std::future<void> bringingIn = bringIn(*commandLine);
     AppState state(machine, Record::everything);
     return runApplication(state, *commandLine, instance);
 }

@@ -20,6 +20,12 @@ std::filesystem::path ownFile()
 // Seen while the program is loaded.
 const std::optional<FileIdentity> loadedFrom = FileIdentity::of(ownFile());
 
+// Null, with a word for dlerror(), when it cannot be loaded.
+void *load(const char *library)
+{
+    return ::dlopen((ownFolder() / library).c_str(), RTLD_NOW);
+}
+
 } // namespace
 
 std::filesystem::path ownFolder()
@@ -39,11 +45,17 @@ void *lateSymbol(const char *library, const char *name)
         qWarning("%s belongs to another Swabby than the one that runs", library);
         return nullptr;
     }
-    void *const handle = ::dlopen((ownFolder() / library).c_str(), RTLD_NOW);
+    void *const handle = load(library);
     void *const symbol = handle != nullptr ? ::dlsym(handle, name) : nullptr;
     if (symbol == nullptr)
         qWarning("%s", ::dlerror());
     return symbol;
+}
+
+void loadAhead(const char *library)
+{
+    if (!wasReplaced())
+        load(library);
 }
 
 } // namespace swabby

@@ -23,4 +23,8 @@ Function *lateFunction(const char *library, const char *name)
     return reinterpret_cast<Function *>(lateSymbol(library, name));
 }
 
+/// Loads that library before somebody asks for a symbol of it. Says nothing when it cannot. Waits for the
+/// disk; any thread may ask.
+void loadAhead(const char *library);
+
 } // namespace swabby

@@ -2,7 +2,9 @@
 
 namespace swabby {
 
-/// Gives what has been freed in small pieces back to the system. Takes a few milliseconds.
+/// Gives back to the system what has been freed in small pieces, and the pages of program code that were
+/// needed once, as at the start or to open a window. Takes some milliseconds, now and when they are needed
+/// again.
 void giveMemoryBack();
 
 } // namespace swabby

@@ -71,8 +71,8 @@ std::optional<QImage> IconStore::icon(const IconKey &key, QObject *asker)
         return QImage();
     if (const QImage *known = m_known.object(key))
         return *known;
-    // From here, since the threads that draw give way to others.
-    if (!isBusy())
+    // From here, since the threads that draw give way to others. Later on most new programs have no icon.
+    if (!isBusy() && m_known.isEmpty())
         m_painter->begin();
     QList<QPointer<QObject>> &askers = m_askers[key];
     askers.append(asker);
