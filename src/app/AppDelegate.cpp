@@ -2,6 +2,7 @@
 
 #include "app/ApplicationFlows.h"
 #include "app/StatusItemController.h"
+#include "platform/desktop/Display.h"
 #include "platform/posix/LateLibrary.h"
 #include "settings/Settings.h"
 #include "state/AppState.h"
@@ -10,15 +11,19 @@
 #include <QtCore/QEvent>
 #include <QtCore/QFile>
 #include <QtCore/QPointer>
+#include <QtCore/QTimer>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QWindow>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 
 namespace swabby {
 namespace {
+
+constexpr std::chrono::seconds panelPatience(5);
 
 bool isTitledWindow(const QWindow *window)
 {
@@ -64,6 +69,7 @@ template <typename... Arguments>
 std::function<void(Arguments...)> AppDelegate::inWindows(void (UserInterface::*open)(Arguments...))
 {
     return [this, open](Arguments... arguments) {
+        comeToFront();
         if (UserInterface *windows = userInterface())
             (windows->*open)(arguments...);
         else
@@ -83,6 +89,33 @@ void AppDelegate::applicationDidFinishLaunching()
         .quit = endProgram};
     m_statusItemController = std::make_unique<StatusItemController>(m_state, actions, makeTrayItems());
     QCoreApplication::instance()->installEventFilter(this);
+}
+
+void AppDelegate::begin(bool isInBackground)
+{
+    if (!isInBackground)
+        return openMainWindow();
+    // A panel may come up a little later than what the desktop starts with it.
+    QTimer::singleShot(panelPatience, this, [this] {
+        if (panelPlace() != TrayItem::Place::there)
+            openMainWindow();
+    });
+}
+
+DesktopRequests AppDelegate::requests(bool isInBackground)
+{
+    DesktopRequests requests = {
+        .started = [this, isInBackground](bool isAtLogin) { begin(isInBackground || isAtLogin); },
+        .openedAgain =
+            [this] {
+                if (!hasTitledWindow())
+                    openMainWindow();
+            },
+        .chosen = [this](TrayCommand command) { m_statusItemController->follow(command); },
+        .sectionChosen = [this](int section) { openMainWindowAt(allSections.at(std::size_t(section))); }};
+    for (const MainSection section : allSections)
+        requests.sections.append(sectionTitle(section));
+    return requests;
 }
 
 TrayItem::Place AppDelegate::panelPlace() const
@@ -106,11 +139,16 @@ void AppDelegate::openMainWindowAt(MainSection section)
     openMainWindow();
 }
 
-void AppDelegate::syncActivationPolicy()
+bool AppDelegate::hasTitledWindow() const
 {
     const QWindowList windows = QGuiApplication::topLevelWindows();
-    const bool isOpen = std::any_of(windows.begin(), windows.end(), isTitledWindow);
-    const bool isShown = isOpen || Settings(*m_state.machine().settings).value(setting<"showInDock">);
+    return std::any_of(windows.begin(), windows.end(), isTitledWindow);
+}
+
+void AppDelegate::syncActivationPolicy()
+{
+    const bool isShown =
+        hasTitledWindow() || Settings(*m_state.machine().settings).value(setting<"showInDock">);
     m_state.machine().dock->setActivationPolicy(isShown ? ActivationPolicy::regular
                                                         : ActivationPolicy::accessory);
 }

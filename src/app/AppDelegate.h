@@ -3,7 +3,7 @@
 #include "app/CommandLine.h"
 #include "health/MainSection.h"
 #include "platform/FileIdentity.h"
-#include "platform/desktop/TrayItem.h"
+#include "platform/desktop/DesktopRequests.h"
 
 #include <QtCore/QObject>
 
@@ -28,6 +28,10 @@ public:
     ~AppDelegate() override;
 
     void applicationDidFinishLaunching();
+    /// Opens the main window, unless the login started the program: then only where no panel comes up.
+    void begin(bool isInBackground);
+    /// What the desktop may ask of it, for as long as it lives.
+    DesktopRequests requests(bool isInBackground);
     /// Whether the item in the menu bar is there, so that no window need be.
     TrayItem::Place panelPlace() const;
     /// Opens the main window, or brings it to the front.
@@ -50,6 +54,7 @@ private:
     template <typename... Arguments>
     std::function<void(Arguments...)> inWindows(void (UserInterface::*open)(Arguments...));
     bool press(const QKeyEvent &key);
+    bool hasTitledWindow() const;
     Standing standing() const;
     void followStanding();
     void goOnWithoutWindows();

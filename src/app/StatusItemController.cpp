@@ -52,7 +52,8 @@ void StatusItemController::updateTitle()
     if (m_statusItem == nullptr || now == m_shown)
         return;
     m_shown = now;
-    m_statusItem->show({[now](int side) { return renderTraySquare(now, side); }, now.text});
+    m_statusItem->show({[now](int side) { return renderTraySquare(now, side); }, now.text,
+                        [now](double ratio) { return renderTitleImage(now, ratio); }});
 }
 
 void StatusItemController::follow(TrayCommand command)

@@ -32,12 +32,13 @@ public:
 
     /// Whether any place shows the item now.
     TrayItem::Place place() const;
+    /// Does what a menu's line says.
+    void follow(TrayCommand command);
 
 private:
     /// Draws the title anew when it has changed, in the place that there is now.
     void updateTitle();
     void chooseItem();
-    void follow(TrayCommand command);
 
     AppState &m_state;
     Actions m_actions;

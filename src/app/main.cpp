@@ -6,6 +6,7 @@
 #include "app/TitleImage.h"
 #include "app/ToolkitStart.h"
 #include "machine/MachineChoice.h"
+#include "platform/desktop/DesktopRequests.h"
 #include "platform/desktop/Display.h"
 #include "platform/posix/ForeignHome.h"
 #include "platform/posix/LateLibrary.h"
@@ -31,7 +32,6 @@ using namespace swabby;
 
 namespace {
 
-constexpr std::chrono::seconds panelPatience(5);
 constexpr std::chrono::seconds timeUntilRest(10);
 
 int complain(const QString &words, int status)
@@ -84,14 +84,7 @@ int runApplication(AppState &state, const CommandLine &commandLine, SingleInstan
         else if (request.wantsWindow)
             delegate.openMainWindow();
     });
-    // A panel may come up a little later than what the desktop starts with it.
-    if (!commandLine.isBackground)
-        delegate.openMainWindow();
-    else
-        QTimer::singleShot(panelPatience, &delegate, [&delegate] {
-            if (delegate.panelPlace() != TrayItem::Place::there)
-                delegate.openMainWindow();
-        });
+    const auto desktop = followDesktop(delegate.requests(commandLine.isBackground));
     QTimer::singleShot(timeUntilRest, &delegate, &giveMemoryBack);
     return QGuiApplication::exec();
 }

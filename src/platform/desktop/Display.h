@@ -9,6 +9,9 @@ bool hasDisplay();
 /// Whether programs choose where their windows stand. With a display.
 bool placesWindows();
 
+/// Brings the program before all others, where its windows cannot do so themselves.
+void comeToFront();
+
 /// Whether the name of the program is to be part of a window's title, since nothing else on its frame has it.
 bool wantsNameInTitles();
 

@@ -14,6 +14,8 @@ bool placesWindows()
     return true;
 }
 
+void comeToFront() {}
+
 bool wantsNameInTitles()
 {
     return false;

@@ -14,11 +14,12 @@ namespace swabby {
 /// What the item's own menu leads to.
 enum class TrayCommand { openMainWindow, openAskWindow, openSettingsWindow, refresh, quit };
 
-/// What the item shows: a square that is drawn in the sizes its panel wants, and words for the pointer above
-/// it.
+/// What the item shows: a square that is drawn in the sizes its panel wants, or in a menu bar a title as wide
+/// as it needs, and words for the pointer above it.
 struct TrayPicture {
     std::function<QImage(int side)> draw = {};
     QString tip = {};
+    std::function<QImage(double devicePixelRatio)> drawTitle = {};
 };
 
 /// One way to stand in the desktop's panel. It notices by itself when a panel comes up, goes or is replaced,

@@ -33,6 +33,8 @@ bool placesWindows()
 }
 
 // The toolkit adds the name to what it tells the compositor, but not to the frame that it may draw itself.
+void comeToFront() {}
+
 bool wantsNameInTitles()
 {
     return isWayland();
