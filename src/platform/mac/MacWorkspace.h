@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/Workspace.h"
+
+namespace swabby {
+
+/// The file manager and the system's settings.
+class MacWorkspace final : public Workspace {
+public:
+    bool reveal(const QString &path) override;
+    bool openLoginItemSettings() override;
+};
+
+} // namespace swabby
