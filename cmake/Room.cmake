@@ -48,7 +48,7 @@ function(swabby_late_library target)
     add_library(${target} MODULE ${late_SOURCES})
     target_link_libraries(${target} PRIVATE swabby_core swabby_warnings ${late_LIBRARIES})
     set_target_properties(${target} PROPERTIES OUTPUT_NAME swabby-${late_NAME} CXX_VISIBILITY_PRESET hidden
-        INSTALL_RPATH "$ORIGIN")
+        INSTALL_RPATH ${SWABBY_ORIGIN})
     install(TARGETS ${target} LIBRARY DESTINATION ${SWABBY_LIBRARY_FOLDER})
     set_property(GLOBAL APPEND PROPERTY SWABBY_LATE_LIBRARIES ${target})
 endfunction()

@@ -17,7 +17,9 @@ if(SWABBY_SANITIZE)
 endif()
 
 # What people run takes no advantage of a mistake: Debian's hardening, with all symbols bound at the start.
-if(NOT SWABBY_SANITIZE)
+if(APPLE)
+    add_compile_options("$<$<CONFIG:Release>:-fstack-protector-strong;-D_FORTIFY_SOURCE=2>")
+elseif(NOT SWABBY_SANITIZE)
     include(CheckCXXCompilerFlag)
     check_cxx_compiler_flag(-fcf-protection SWABBY_HAS_CF_PROTECTION)
     set(hardening -fstack-protector-strong -fstack-clash-protection -D_FORTIFY_SOURCE=2

@@ -1,6 +1,7 @@
 # shellcheck shell=bash disable=SC2034
-# What ./run, ./test, ./bench and the checks share: which Debian packages are needed, how they are
-# installed, and how a preset is built. Sourced; top is the project's folder.
+# What ./run, ./test, ./bench and the checks share: which packages are needed, how they are installed, and how a preset
+# is built. Sourced; top is the project's folder. A Mac has the bash of 2007, so what runs there takes no array that may
+# be empty as it is, and no mapfile.
 
 top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
@@ -22,6 +23,8 @@ mac_packages=(clang-16 llvm-16 libc++-16-dev musl-dev)
 # What reads the windows as a screen reader does.
 reader_packages=(xvfb xdotool weston qt6-wayland dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3 python3-gi)
 bench_packages=(libbenchmark-dev jdupes)
+# What Homebrew calls what building on a Mac needs.
+brew_packages=(cmake ninja pkgconf qt libplist libgcrypt)
 
 say() {
     printf '%s\n' "$*"
@@ -29,6 +32,27 @@ say() {
 
 complain() {
     printf '%s: %s\n' "$(basename "$0")" "$*" >&2
+}
+
+is_mac() {
+    [[ $(uname) == Darwin ]]
+}
+
+# need_brew_packages PURPOSE: what need_packages does, on a Mac.
+need_brew_packages() {
+    local missing=()
+    if ! command -v brew >/dev/null; then
+        complain "$1 needs Homebrew (https://brew.sh), and of it: ${brew_packages[*]}"
+        exit 1
+    fi
+    IFS=$'\n' read -r -d '' -a missing < <(printf '%s\n' "${brew_packages[@]}" |
+        grep -vxF -e "$(brew list --formula -1)") || true
+    if ((${#missing[@]} > 0)); then
+        say "Installing what $1 needs: ${missing[*]}"
+        brew install --quiet "${missing[@]}" </dev/null
+    fi
+    CMAKE_PREFIX_PATH=$(brew --prefix qt)${CMAKE_PREFIX_PATH:+:$CMAKE_PREFIX_PATH}
+    export CMAKE_PREFIX_PATH
 }
 
 # missing_packages NAME…: those of the packages that are not installed, one a line.
@@ -41,14 +65,18 @@ missing_packages() {
 
 # need_packages PURPOSE NAME…: installs what is missing, or says what to install and ends.
 need_packages() {
-    local purpose=$1 missing=() as_root=()
+    local purpose=$1 missing=() as_root=(env)
     shift
+    if is_mac; then
+        need_brew_packages "$purpose"
+        return
+    fi
     (($# > 0)) || return 0
     if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
         say "Not a Debian system, so nothing is installed here; $purpose needs what Debian calls: $*"
         return 0
     fi
-    mapfile -t missing < <(missing_packages "$@")
+    IFS=$'\n' read -r -d '' -a missing < <(missing_packages "$@") || true
     ((${#missing[@]} > 0)) || return 0
     if ((EUID != 0)); then
         if ! command -v sudo >/dev/null; then
@@ -67,7 +95,7 @@ need_packages() {
 }
 
 processors() {
-    nproc 2>/dev/null || echo 2
+    getconf _NPROCESSORS_ONLN 2>/dev/null || echo 2
 }
 
 # What build_preset configures with beside the preset.
@@ -88,7 +116,7 @@ build_preset() {
     fi
     if [[ ! -f $folder/build.ninja || $top/CMakePresets.json -nt $folder/build.ninja ]] ||
         ((${#cmake_options[@]} > 0)); then
-        (cd "$top" && cmake --preset "$preset" --log-level=WARNING "${cmake_options[@]}")
+        (cd "$top" && cmake --preset "$preset" --log-level=WARNING ${cmake_options[@]+"${cmake_options[@]}"})
     fi
     NINJA_STATUS='[%f of %t, %e s] ' cmake --build "$folder" --parallel "$(processors)" ${1:+--target "$@"}
 }

@@ -54,8 +54,8 @@ TEXT
 # write_icon NAME FILE: the icon file of the pictures that were drawn of that application (from the drawing
 # beside them: rsvg-convert -w 64 NAME.svg); none for an application that nobody drew.
 write_icon() {
-    local picture=${1,,} file=$2 small large
-    picture=$here/icons/${picture// /-}
+    local picture file=$2 small large
+    picture=$here/icons/$(tr 'A-Z ' 'a-z-' <<<"$1")
     small=$picture-64.png large=$picture-128.png
     [[ -e $small ]] || return 0
     local small_size=$(($(wc -c <"$small") + 8)) large_size=$(($(wc -c <"$large") + 8))

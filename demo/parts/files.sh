@@ -32,7 +32,7 @@ fill() {
 # sparse FILE MIB: a file of that length which occupies nothing; for what is measured by its length.
 sparse() {
     mkdir -p "$(dirname "$1")"
-    truncate -s "$2M" "$1"
+    dd if=/dev/null of="$1" bs=1048576 seek="$2" 2>/dev/null
 }
 
 # text FILE KIB WORDS: real contents of that length, the same for the same words.
@@ -41,11 +41,16 @@ text() {
     yes "$3" 2>/dev/null | head -c "$(($2 * 1024))" >"$1" || true
 }
 
+# at SECONDS FORMAT: that moment, in seconds since 1970, as the format says; a Mac's date has another option for it.
+at() {
+    date -d "@$1" "$2" 2>/dev/null || date -r "$1" "$2"
+}
+
 # aged DAYS FILE…: last changed that many days before the demo's morning.
 aged() {
     local days=$1
     shift
-    touch -d "@$((now - days * 86400))" -- "$@"
+    touch -t "$(at $((now - days * 86400)) +%Y%m%d%H%M.%S)" -- "$@"
 }
 
 xml_text() {

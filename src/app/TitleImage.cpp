@@ -96,13 +96,14 @@ QImage renderTraySquare(const MenuBarTitle &title, int size)
     return image;
 }
 
-QIcon applicationIcon()
+QImage applicationPicture(int side)
 {
-    constexpr int size = 64;
-    QImage image = clearImage(QSize(size, size));
+    constexpr double unit = 64;
+    QImage image = clearImage(QSize(side, side));
     QPainter painter(&image);
+    painter.scale(side / unit, side / unit);
     painter.setRenderHint(QPainter::Antialiasing);
-    QLinearGradient fill(0, 0, size, size);
+    QLinearGradient fill(0, 0, unit, unit);
     fill.setColorAt(0, QColor(0x5a, 0xb8, 0xff));
     fill.setColorAt(1, QColor(0x0a, 0x6b, 0xe6));
     painter.setPen(Qt::NoPen);
@@ -115,7 +116,12 @@ QIcon applicationIcon()
     stroke.cubicTo(23, 34, 42, 30, 42, 39);
     stroke.cubicTo(42, 49, 24, 49, 21, 40);
     painter.drawPath(stroke);
-    return QIcon(QPixmap::fromImage(image));
+    return image;
+}
+
+QIcon applicationIcon()
+{
+    return QIcon(QPixmap::fromImage(applicationPicture(64)));
 }
 
 } // namespace swabby

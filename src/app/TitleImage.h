@@ -18,7 +18,10 @@ QImage renderTitleImage(const MenuBarTitle &title, double devicePixelRatio);
 /// The load alone in a small square, on a dark plate so that it can be read on any panel.
 QImage renderTraySquare(const MenuBarTitle &title, int size);
 
-/// Swabby's own mark, for windows.
+/// Swabby's own mark, in a square of so many pixels.
+QImage applicationPicture(int side);
+
+/// The same for windows.
 QIcon applicationIcon();
 
 } // namespace swabby
