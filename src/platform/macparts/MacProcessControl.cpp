@@ -25,7 +25,8 @@ std::optional<ProcessIdentity> MacProcessControl::identify(std::int32_t pid)
     // Anything else stands for a group of processes.
     if (pid <= 0)
         return std::nullopt;
-    const auto text = m_shell.run("/bin/ps", {"-o", "stat=,lstart=", "-p", std::to_string(pid)},
+    // A Mac's ps takes everything after the first sign for a heading, so each column comes by itself.
+    const auto text = m_shell.run("/bin/ps", {"-o", "stat=", "-o", "lstart=", "-p", std::to_string(pid)},
                                   ToolOutput::standardOutput);
     const auto started = text ? parseLivingStart(*text) : std::nullopt;
     return started ? std::optional(ProcessIdentity{.pid = pid, .started = *started}) : std::nullopt;

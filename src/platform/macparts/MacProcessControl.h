@@ -8,8 +8,8 @@
 
 namespace swabby {
 
-/// When a process started, in seconds since 1970, from the text of `ps -o stat=,lstart=`. No value when there
-/// is none, or when it has ended and is only not yet forgotten.
+/// When a process started, in seconds since 1970, from the text of `ps -o stat= -o lstart=`. No value when
+/// there is none, or when it has ended and is only not yet forgotten.
 std::optional<std::uint64_t> parseLivingStart(std::string_view text);
 
 /// Processes by their id and the second in which they started, as `ps` tells it.
