@@ -174,7 +174,7 @@ Standing AppDelegate::standing() const
 {
     const auto now = FileIdentity::of(QFile::encodeName(m_program).toStdString());
     // Of another version the libraries may lie beside these.
-    const bool isSameProgram = now && m_programAtStart && now->isSameThing(*m_programAtStart);
+    const bool isSameProgram = !m_programAtStart || (now && now->isSameThing(*m_programAtStart));
     if (!wasReplaced() && isSameProgram)
         return {};
     if (now)

@@ -82,6 +82,7 @@ constexpr std::array options = {
     flag<&Arguments::force>("force", "ends it at once, without asking it to save"),
     flag<&Arguments::unknown>("unknown", "lists caches that no table knows"),
     flag<&Arguments::vet>("vet", "has those looked over by the assistant"),
+    flag<&Arguments::withNames>("with-names", "keeps the names of programs, files and startup items"),
 };
 
 QString helpText(const MachineWords &words)

@@ -27,8 +27,9 @@ struct Arguments {
     std::optional<QString> item; ///< id of a startup item
     bool yes = false;            ///< agrees to the question
     bool force = false;
-    bool unknown = false; ///< caches that no table knows
-    bool vet = false;     ///< the same, looked over by the assistant
+    bool unknown = false;   ///< caches that no table knows
+    bool vet = false;       ///< the same, looked over by the assistant
+    bool withNames = false; ///< those that people and makers chose, in a recording
 };
 
 /// One line: what is wrong and what is right.

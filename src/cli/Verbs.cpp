@@ -85,6 +85,10 @@ constexpr std::array verbTable = {
          runSettings},
     Verb{"pin NAME", "marks a program as known, so that it never raises an issue; again to unmark it", 1, 1,
          runPin},
+    Verb{"record DIR [--with-names]",
+         "writes a machine folder as data, for somebody who is to see what you see; without --with-names it "
+         "names neither your files nor your programs",
+         1, 1, runRecord},
     Verb{"context", "shows the machine in a few plain lines, as the assistant is told", 0, 0, runSnapshot},
 };
 

@@ -48,6 +48,7 @@ int runRemove(const Arguments &arguments, const std::shared_ptr<Machine> &machin
 int runPutBack(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
 int runQuit(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
 int runCheck(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
+int runRecord(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
 int runKey(const Arguments &arguments, const std::shared_ptr<Machine> &machine);
 
 /// What to end with once a setting of that machine was written or not, which is said then.

@@ -15,4 +15,17 @@ struct MachineFolder {
     std::function<void(const QString &words)> remark = [](const QString & /*words*/) {};
 };
 
+/// What stands for such a folder's own path in what was recorded, so that it may lie anywhere.
+inline constexpr const char *folderMark = "$MACHINE_DIR";
+
+/// A path of a definition in a machine folder, with the folder that has this root in the place of the mark;
+/// as it stands on a real machine, which has none.
+inline QString withoutMark(const QString &path, const QString &root)
+{
+    const QString mark = QLatin1String(folderMark);
+    return root.isEmpty() || !path.startsWith(mark + QLatin1Char('/'))
+               ? path
+               : root.left(root.lastIndexOf(QLatin1Char('/'))) + path.mid(mark.size());
+}
+
 } // namespace swabby

@@ -114,7 +114,7 @@ private Q_SLOTS:
             pressHere(u"Dismiss"_qs);
             QVERIFY(!textOf(window()).contains(said));
         }
-        QVERIFY(comes(row.text(3)));
+        QVERIFY2(comes(row.text(3)), qPrintable(textOf(window())));
     }
 
     void aStartupItemIsExplainedShownAndTurnedOffAndOnAgain()

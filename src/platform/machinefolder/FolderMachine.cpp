@@ -34,6 +34,7 @@ public:
     }
 
     std::optional<CpuTicks> cpuTicks() override { return m_description->nextCpuTicks(); }
+    std::optional<CpuTicks> cpuTicksAtStart() override { return m_description->cpuTicksAtStart(); }
     std::optional<MemoryPages> memoryPages() override { return m_description->memoryPages(); }
     std::uint64_t physicalMemory() override { return m_description->physicalMemory(); }
     std::uint64_t swapUsedBytes() override { return m_description->swapUsedBytes(); }
@@ -114,6 +115,22 @@ QString applicationDataIn(const QString &folder)
     return folder + QLatin1Char('/') + below;
 }
 
+/// A Mac's, and what the description says of another kind of machine.
+CleanupPlaces placesIn(const MachineDescription &description, const std::filesystem::path &home,
+                       const std::filesystem::path &root)
+{
+    CleanupPlaces places = macCleanupPlaces(home, root);
+    if (const std::filesystem::path caches = description.cachesFolder(); !caches.empty())
+        places.cachesRoot = home / caches;
+    for (KnownCache cache : description.knownCaches()) {
+        cache.path = home / cache.path;
+        cache.foundIn = cache.path.parent_path();
+        places.offersFoldersOfKnown = false;
+        places.knownCaches.push_back(std::move(cache));
+    }
+    return places;
+}
+
 // The log stands as long as every service that writes to it.
 struct FolderMachine : Machine {
     explicit FolderMachine(const QString &folder) : events(folder + QStringLiteral("/events.jsonl")) {}
@@ -156,7 +173,7 @@ std::shared_ptr<Machine> makeFolderMachine(const MachineFolder &given, QString *
                                                                      *machine->boot, machine->events);
     machine->startup = std::make_unique<MacStartupSource>(*machine->shell, machine->places);
     machine->startupControl = std::make_unique<MacStartupControl>(*machine->shell, machine->places);
-    machine->cleanup = macCleanupPlaces(pathOf(home), pathOf(machine->places.root));
+    machine->cleanup = placesIn(*description, pathOf(home), pathOf(machine->places.root));
     machine->applications = std::make_unique<MacApplicationSource>(
         machine->cleanup.root, machine->cleanup.home, description->bundleId());
     machine->icons = std::make_unique<MacProgramIcons>(machine->cleanup.root, machine->cleanup.home);

@@ -17,6 +17,7 @@ std::string secondsText(double seconds)
 
 FolderShell::FolderShell(MachineFolder folder, const Clock &clock, const EventLog &events, StopToken stop)
     : m_folder(std::move(folder)),
+      m_answers(m_folder.path),
       m_path(QFile::encodeName(m_folder.path).toStdString()),
       m_clock(clock),
       m_events(events),
@@ -24,12 +25,12 @@ FolderShell::FolderShell(MachineFolder folder, const Clock &clock, const EventLo
 {
 }
 
-std::optional<std::string> FolderShell::run(const std::string &executable,
-                                            const std::vector<std::string> &arguments, ToolOutput output,
-                                            const StopToken &stop)
+std::optional<std::string> FolderShell::perform(const std::string &executable,
+                                                const std::vector<std::string> &arguments, ToolOutput output,
+                                                const StopToken &stop)
 {
-    if (!has(executable))
-        return std::nullopt;
+    if (!runs(executable))
+        return m_answers.next(executable, arguments);
     const auto writeEvent = [&] {
         QJsonArray words = {textOf(executable)};
         for (const std::string &argument : arguments)
@@ -42,8 +43,13 @@ std::optional<std::string> FolderShell::run(const std::string &executable,
 
 bool FolderShell::has(const std::string &executable)
 {
+    return runs(executable) || m_answers.knows(executable);
+}
+
+bool FolderShell::runs(const std::string &executable)
+{
     const bool isThere = m_shell.has(m_path + "/root" + executable);
-    if (isThere && !m_folder.runsTools)
+    if (isThere && !m_folder.runsTools && !m_answers.knows(executable))
         std::call_once(
             m_hasRemarked, m_folder.remark,
             QStringLiteral("the programs in this machine folder count as missing; --run-tools runs "

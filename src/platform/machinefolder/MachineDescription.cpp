@@ -35,6 +35,31 @@ QJsonValue sampleOf(const QJsonArray &samples, int index)
     return samples.isEmpty() ? QJsonValue() : samples.at(std::min<qsizetype>(index, samples.size() - 1));
 }
 
+/// A way down from a folder; empty for anything that leads out of it.
+std::filesystem::path placeBelow(const QJsonValue &value)
+{
+    const std::filesystem::path path =
+        std::filesystem::path(QFile::encodeName(value.toString()).toStdString()).lexically_normal();
+    return path.is_absolute() || path.empty() || *path.begin() == ".." || path == "."
+               ? std::filesystem::path()
+               : path;
+}
+
+std::optional<CpuTicks> ticksFrom(const QJsonValue &value)
+{
+    const QJsonArray ticks = value.toArray();
+    if (ticks.size() != 4)
+        return std::nullopt;
+    std::uint64_t values[4] = {};
+    for (int i = 0; i < 4; ++i) {
+        const auto number = wholeNumber<std::int64_t>(ticks.at(i));
+        if (!number || *number < 0)
+            return std::nullopt;
+        values[i] = static_cast<std::uint64_t>(*number);
+    }
+    return CpuTicks{.user = values[0], .system = values[1], .idle = values[2], .nice = values[3]};
+}
+
 std::optional<ThermalState> thermalStateOf(const QString &name)
 {
     if (name == QLatin1String("nominal"))
@@ -75,18 +100,12 @@ std::optional<double> MachineDescription::now() const
 
 std::optional<CpuTicks> MachineDescription::nextCpuTicks()
 {
-    const QJsonArray ticks =
-        sampleOf(m_facts.value(QLatin1String("cpuTicks")).toArray(), m_cpuSamples++).toArray();
-    if (ticks.size() != 4)
-        return std::nullopt;
-    std::uint64_t values[4] = {};
-    for (int i = 0; i < 4; ++i) {
-        const auto value = wholeNumber<std::int64_t>(ticks.at(i));
-        if (!value || *value < 0)
-            return std::nullopt;
-        values[i] = static_cast<std::uint64_t>(*value);
-    }
-    return CpuTicks{.user = values[0], .system = values[1], .idle = values[2], .nice = values[3]};
+    return ticksFrom(sampleOf(m_facts.value(QLatin1String("cpuTicks")).toArray(), m_cpuSamples++));
+}
+
+std::optional<CpuTicks> MachineDescription::cpuTicksAtStart() const
+{
+    return ticksFrom(m_facts.value(QLatin1String("cpuTicksAtStart")));
 }
 
 std::optional<MemoryPages> MachineDescription::memoryPages() const
@@ -177,6 +196,20 @@ std::set<std::int32_t> MachineDescription::unsignalablePids() const
         if (const auto pid = wholeNumber<std::int32_t>(described))
             pids.insert(*pid);
     return pids;
+}
+
+std::filesystem::path MachineDescription::cachesFolder() const
+{
+    return placeBelow(m_facts.value(QLatin1String("cachesFolder")));
+}
+
+std::vector<KnownCache> MachineDescription::knownCaches() const
+{
+    std::vector<KnownCache> caches;
+    for (const QJsonValue &described : m_facts.value(QLatin1String("knownCaches")).toArray())
+        if (const std::filesystem::path path = placeBelow(described[QLatin1String("path")]); !path.empty())
+            caches.push_back({path, described[QLatin1String("description")].toString()});
+    return caches;
 }
 
 std::vector<std::filesystem::path> MachineDescription::trashRefuses() const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/CleanupPlaces.h"
 #include "platform/KernelCounters.h"
 #include "platform/PowerSupply.h"
 #include "platform/RunningApplications.h"
@@ -34,6 +35,8 @@ public:
     std::optional<double> now() const;
     /// The next processor sample; the last one repeats.
     std::optional<CpuTicks> nextCpuTicks();
+    /// What the counters said when somebody began to look.
+    std::optional<CpuTicks> cpuTicksAtStart() const;
     std::optional<MemoryPages> memoryPages() const;
     std::uint64_t physicalMemory() const;
     std::uint64_t swapUsedBytes() const;
@@ -47,6 +50,10 @@ public:
     /// Without those that have no pid.
     std::vector<DescribedApplication> runningApplications() const;
     std::set<std::int32_t> unsignalablePids() const;
+    /// Where the folder of caches lies below the home folder; empty where a Mac has it.
+    std::filesystem::path cachesFolder() const;
+    /// Caches that only another kind of machine knows, by their paths below the home folder.
+    std::vector<KnownCache> knownCaches() const;
     /// What cannot be moved to the Trash, nor anything under it.
     std::vector<std::filesystem::path> trashRefuses() const;
 

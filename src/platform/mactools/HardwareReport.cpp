@@ -1,6 +1,7 @@
 #include "platform/mactools/HardwareReport.h"
 
 #include "platform/TextScan.h"
+#include "platform/mactools/ToolQuestions.h"
 
 #include <string>
 
@@ -39,7 +40,7 @@ BatteryHealth parseHardwareReport(std::string_view text)
 
 BatteryHealth readHardwareReport(Shell &shell)
 {
-    const auto text = shell.run("/usr/sbin/system_profiler", {"SPPowerDataType"});
+    const auto text = ToolQuestions::battery().ask(shell);
     return text ? parseHardwareReport(*text) : BatteryHealth();
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/TextScan.h"
 #include "platform/Utf8.h"
+#include "platform/mactools/ToolQuestions.h"
 
 #include <QtCore/QDateTime>
 
@@ -30,7 +31,7 @@ std::optional<double> parseStartTime(std::string_view text)
 std::optional<double> MacBootClock::bootEpoch()
 {
     std::call_once(m_bootRead, [this] {
-        if (const auto text = m_shell.run("/usr/sbin/sysctl", {"-n", "kern.boottime"}))
+        if (const auto text = ToolQuestions::bootTime().ask(m_shell))
             m_bootEpoch = parseBootTime(*text);
     });
     return m_bootEpoch;
@@ -38,7 +39,7 @@ std::optional<double> MacBootClock::bootEpoch()
 
 std::optional<double> MacBootClock::startEpoch(std::int32_t pid)
 {
-    const auto text = m_shell.run("/bin/ps", {"-o", "lstart=", "-p", std::to_string(pid)});
+    const auto text = ToolQuestions::startTime(pid).ask(m_shell);
     return text ? parseStartTime(*text) : std::nullopt;
 }
 

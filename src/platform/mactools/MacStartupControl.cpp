@@ -1,5 +1,6 @@
 #include "platform/mactools/MacStartupControl.h"
 
+#include "platform/MachineFolder.h"
 #include "platform/mactools/LaunchdText.h"
 #include "platform/mactools/PropertyList.h"
 #include "platform/posix/RenameWithoutReplacing.h"
@@ -54,7 +55,7 @@ std::vector<StartupEntry> MacStartupControl::setAsideEntries()
         StartupEntry entry;
         entry.label = job && job->label ? *job->label : QFileInfo(definition).fileName();
         entry.definitionPath = definition;
-        entry.programPath = job ? job->programPath : QString();
+        entry.programPath = job ? withoutMark(job->programPath, m_places.root) : QString();
         entry.programIsMissing = !entry.programPath.isEmpty() && !QFileInfo::exists(entry.programPath);
         entries.push_back(std::move(entry));
     }

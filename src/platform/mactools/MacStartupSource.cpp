@@ -1,7 +1,9 @@
 #include "platform/mactools/MacStartupSource.h"
 
+#include "platform/MachineFolder.h"
 #include "platform/mactools/LaunchdText.h"
 #include "platform/mactools/PropertyList.h"
+#include "platform/mactools/ToolQuestions.h"
 
 #include <QtCore/QDirIterator>
 #include <QtCore/QFile>
@@ -12,16 +14,14 @@ namespace {
 
 bool isAppleSigned(Shell &shell, const QString &path)
 {
-    const auto text = shell.run("/usr/bin/codesign", {"-dv", "--verbose=2", path.toStdString()});
+    const auto text = ToolQuestions::signature(path.toStdString()).ask(shell);
     return text && namesAppleAuthority(*text);
 }
 
 LoadedJob loadedInfo(Shell &shell, const QString &label, LoginItemScope scope, quint32 userId)
 {
-    const QString domain = scope == LoginItemScope::globalDaemon ? QStringLiteral("system")
-                                                                 : QStringLiteral("gui/%1").arg(userId);
     const auto text =
-        shell.run("/bin/launchctl", {"print", (domain + QLatin1Char('/') + label).toStdString()});
+        ToolQuestions::job(label.toStdString(), scope == LoginItemScope::globalDaemon, userId).ask(shell);
     return text ? parseLoadedJob(*text) : LoadedJob();
 }
 
@@ -49,9 +49,10 @@ void MacStartupSource::addFolder(const QString &folder, LoginItemScope scope,
         if (!path.endsWith(QLatin1String(".plist")) || !QFileInfo(path).isFile() ||
             !file.open(QIODevice::ReadOnly))
             continue;
-        const std::optional<LaunchJob> job = parseLaunchJob(file.read(largestPropertyList + 1));
+        std::optional<LaunchJob> job = parseLaunchJob(file.read(largestPropertyList + 1));
         if (!job)
             continue;
+        job->programPath = withoutMark(job->programPath, m_places.root);
         const QString label = job->label.value_or(files.fileName());
         if (label.startsWith(QLatin1String("com.apple.")))
             continue;
@@ -72,10 +73,7 @@ void MacStartupSource::addFolder(const QString &folder, LoginItemScope scope,
 
 void MacStartupSource::addClassicItems(std::vector<StartupEntry> &entries)
 {
-    const auto text =
-        m_shell.run("/usr/bin/osascript",
-                    {"-e", "tell application \"System Events\" to get the name of every login item"},
-                    ToolOutput::standardOutput);
+    const auto text = ToolQuestions::loginItems().ask(m_shell, ToolOutput::standardOutput);
     if (!text)
         return;
     for (const QString &name : parseLoginItemNames(*text))

@@ -102,9 +102,9 @@ void waitForEnd(pid_t child, const StopToken &own, const StopToken &callers)
 
 } // namespace
 
-std::optional<std::string> PosixShell::run(const std::string &executable,
-                                           const std::vector<std::string> &arguments, ToolOutput output,
-                                           const StopToken &stop)
+std::optional<std::string> PosixShell::perform(const std::string &executable,
+                                               const std::vector<std::string> &arguments, ToolOutput output,
+                                               const StopToken &stop)
 {
     return runWith({}, executable, arguments, output, stop, [] {});
 }

@@ -18,9 +18,6 @@ public:
     /// Tools end when stop is requested, whatever token a call brings.
     explicit PosixShell(StopToken stop) : m_stop(std::move(stop)) {}
 
-    std::optional<std::string> run(const std::string &executable, const std::vector<std::string> &arguments,
-                                   ToolOutput output = ToolOutput::bothStreams,
-                                   const StopToken &stop = {}) override;
     bool has(const std::string &executable) override;
     bool launch(const std::string &executable, const std::vector<std::string> &arguments) override;
 
@@ -35,6 +32,10 @@ public:
                                        const StopToken &stop, const std::function<void()> &started);
 
 private:
+    std::optional<std::string> perform(const std::string &executable,
+                                       const std::vector<std::string> &arguments, ToolOutput output,
+                                       const StopToken &stop) override;
+
     StopToken m_stop;
 };
 

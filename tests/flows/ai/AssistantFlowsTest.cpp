@@ -109,11 +109,12 @@ private Q_SLOTS:
         for (const bool isCancelled : {false, true, false}) {
             ExplainFlow flow(ExplainRequest{LoginItem()}, ai);
             flow.load();
-            if (isCancelled)
+            const bool isStopped = isCancelled && flow.isLoading(); // it may be done at once
+            if (isStopped)
                 flow.cancel();
             QVERIFY(waitUntil([&] { return !flow.isLoading(); }));
             QCOMPARE(flow.text(), u"Couldn't get an explanation right now."_qs);
-            QCOMPARE(flow.failure(), isCancelled ? ModelFailure::cancelled : ModelFailure::noAssistant);
+            QCOMPARE(flow.failure(), isStopped ? ModelFailure::cancelled : ModelFailure::noAssistant);
         }
         // Each reason is a sentence of its own.
         QSet<QString> reasons;

@@ -185,7 +185,8 @@ private Q_SLOTS:
     {
         const std::string socket = "/tmp/.X11-unix/X1";
         const std::string listening = "Num RefCount Protocol Flags Type St Inode Path\n"
-                                      "0: 00000002 00000000 00010000 0001 01 7 " + socket + "\n";
+                                      "0: 00000002 00000000 00010000 0001 01 7 " +
+                                      socket + "\n";
         const std::string other = "0: 00000003 00000000 00000000 0001 03 8 @" + socket;
         QVERIFY(isInUse(socket, "") && !isInUse(socket, listening + other + "2\n"));
         QVERIFY(isInUse(socket, listening + other + "\n"));
