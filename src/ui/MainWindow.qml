@@ -32,7 +32,7 @@ Window {
         Sidebar {
             id: sidebar
 
-            width: 210
+            width: Math.round(Math.max(198, Math.min(210, 198 + (window.width - 820) / 10)))
             height: parent.height
             focus: true
             isPointed: true

@@ -92,6 +92,49 @@ private Q_SLOTS:
         QVERIFY(window().activeFocusItem()->inputMethodQuery(Qt::ImEnabled).toBool());
     }
 
+    void aPageFollowsWheelBarAndFingerButNoMouse()
+    {
+        QList<QByteArray> many;
+        for (int pid = 10; pid < 40; ++pid)
+            many.append(QByteArray::number(pid) + " 1 5 1.0 1000 /usr/bin/thing" + QByteArray::number(pid));
+        view().select(MainSection::speed);
+        refreshTo(many);
+        QQuickItem *page = nullptr;
+        for (QQuickItem *item : visibleItems(window().contentItem()))
+            if (item->inherits("QQuickFlickable"))
+                page = item;
+        QVERIFY(page != nullptr);
+        const auto place = [page] { return page->property("contentY").toDouble(); };
+        const double end = page->property("contentHeight").toDouble() - page->height();
+        const auto at = [page](double x, double y) { return page->mapToScene({x, y}).toPoint(); };
+        const QPoint middle = at(page->width() / 2, 200);
+        const auto drag = [this](QPoint from, QPoint to) {
+            QTest::mousePress(&window(), Qt::LeftButton, {}, from);
+            for (const double share : {0.3, 0.6, 1.0})
+                QTest::mouseMove(&window(), from + (to - from) * share);
+            QTest::mouseRelease(&window(), Qt::LeftButton, {}, to);
+        };
+        drag(middle, middle - QPoint(0, 150));
+        QCOMPARE(place(), 0.0);
+        // A tooltip goes with what it is about.
+        QTest::mouseMove(&window(), item(u"Pin app: thing10"_qs)->mapToScene({5, 5}).toPoint());
+        const auto hints = [this] { return textOf(window()).count(u"Pin app"_qs); };
+        QVERIFY(waitUntil([&] { return hints() == 1; }));
+        QWheelEvent turn(middle, window().mapToGlobal(middle), {}, {0, -120}, {}, {}, {}, false);
+        QCoreApplication::sendEvent(&window(), &turn);
+        QCOMPARE(place(), 72.0);
+        QVERIFY(!window().grabWindow().isNull());
+        QVERIFY(waitUntil([&] { return hints() == 0; }));
+        drag(at(page->width() - 6, 20), at(page->width() - 6, page->height() - 1));
+        QVERIFY(qAbs(place() - end) < 1);
+        const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
+        QTest::touchEvent(&window(), screen.get()).press(0, middle);
+        for (const int distance : {30, 60, 90})
+            QTest::touchEvent(&window(), screen.get()).move(0, middle + QPoint(0, distance));
+        QTest::touchEvent(&window(), screen.get()).release(0, middle + QPoint(0, 90));
+        QVERIFY(waitUntil([&] { return place() < end - 20; }));
+    }
+
     void anIssueLeadsToItsSection()
     {
         m_desk->refresh();

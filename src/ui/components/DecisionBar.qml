@@ -9,6 +9,7 @@ Rectangle {
     property string note
     property string action
     property bool canAct: false
+    readonly property real side: Math.max(20, Math.round((width - Theme.columnWidth) / 2))
 
     signal acted
 
@@ -26,7 +27,7 @@ Rectangle {
 
     Column {
         anchors.left: parent.left
-        anchors.leftMargin: 20
+        anchors.leftMargin: bar.side
         anchors.right: button.left
         anchors.rightMargin: 16
         anchors.verticalCenter: parent.verticalCenter
@@ -49,7 +50,7 @@ Rectangle {
         id: button
 
         anchors.right: parent.right
-        anchors.rightMargin: 20
+        anchors.rightMargin: bar.side
         anchors.verticalCenter: parent.verticalCenter
         text: bar.action
         isProminent: true

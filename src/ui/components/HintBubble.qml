@@ -2,17 +2,24 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Swabby.Ui
 
-// Shows the wanted tooltip under its control, after a moment.
+// Shows the wanted tooltip under its control, after a moment, for as long as that stays where it is.
 Item {
     id: bubble
 
     readonly property Item target: Hints.target !== null && Hints.target.Window.window === Window.window ? Hints.target : null
+    readonly property bool isStanding: target !== null && target.visible && Window.visibility !== Window.Hidden
+    property point corner
+
+    function cornerNow(): point {
+        return target.mapToItem(parent, 0, 0);
+    }
 
     function place(): void {
         const below = target.mapToItem(parent, target.width / 2, target.height + 6);
         const fits = below.y + height <= parent.height - 4;
+        corner = cornerNow();
         x = Math.max(4, Math.min(parent.width - width - 4, below.x - width / 2));
-        y = fits ? below.y : target.mapToItem(parent, 0, 0).y - height - 6;
+        y = fits ? below.y : corner.y - height - 6;
         visible = true;
     }
 
@@ -23,6 +30,19 @@ Item {
     onTargetChanged: {
         visible = false;
         target !== null ? delay.restart() : delay.stop();
+    }
+    onIsStandingChanged: if (!isStanding)
+        Hints.hide(target)
+
+    // Rows are scrolled, sorted anew and taken away under a pointer that rests.
+    Connections {
+        function onAfterAnimating(): void {
+            if (bubble.cornerNow() !== bubble.corner)
+                Hints.hide(bubble.target);
+        }
+
+        target: bubble.Window.window
+        enabled: bubble.visible && bubble.target !== null
     }
 
     FloatingShadow {

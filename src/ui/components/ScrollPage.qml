@@ -72,8 +72,12 @@ Flickable {
         return found;
     }
 
+    function scrollTo(y: real): void {
+        contentY = Math.max(0, Math.min(Math.max(0, contentHeight - height), y));
+    }
+
     function scrollBy(distance: real): void {
-        contentY = Math.max(0, Math.min(Math.max(0, contentHeight - height), contentY + distance));
+        scrollTo(contentY + distance);
     }
 
     // A screenful, or to an end; false when the key means something else.
@@ -92,6 +96,8 @@ Flickable {
     contentHeight: column.height + column.y + bottomPadding + footerHeight
     boundsBehavior: Flickable.StopAtBounds
     flickableDirection: Flickable.VerticalFlick
+    pixelAligned: true
+    interactive: hands.isTouched
     Keys.onPressed: event => {
         if (event.key === Qt.Key_Up || event.key === Qt.Key_Down) {
             const next = controlBeyond(focusItem, event.key === Qt.Key_Down);
@@ -110,19 +116,17 @@ Flickable {
     Column {
         id: column
 
-        x: page.padding
-        width: page.width - 2 * page.padding
+        anchors.horizontalCenter: parent.horizontalCenter
+        width: Math.min(page.width - 2 * page.padding, Theme.columnWidth)
         spacing: 12
     }
 
-    Rectangle {
+    ScrollHands {
+        id: hands
+
         parent: page
-        x: page.width - width - 3
-        y: page.visibleArea.yPosition * page.viewHeight + 2
-        width: 6
-        height: Math.max(24, page.visibleArea.heightRatio * page.viewHeight - 4)
-        radius: 3
-        color: Theme.hoverFill
-        visible: page.contentHeight > page.height + 1
+        page: page
+        viewHeight: page.viewHeight
+        onWanted: y => page.scrollTo(y)
     }
 }

@@ -45,9 +45,9 @@ Item {
     NewsStrip {
         id: news
 
-        x: 20
+        anchors.horizontalCenter: parent.horizontalCenter
         z: 1
-        width: parent.width - 40
+        width: Math.min(parent.width - 40, Theme.columnWidth)
         view: frame.view
     }
 

@@ -32,8 +32,10 @@ Item {
     }
 
     PlainLabel {
+        id: label
+
         x: 35
-        width: parent.width - 43
+        width: parent.width - 38
         anchors.verticalCenter: parent.verticalCenter
         text: row.section.title
         color: row.isSelected ? Theme.onAccent : Theme.primary
@@ -46,6 +48,7 @@ Item {
         anchors.fill: parent
         hoverEnabled: true
         onClicked: row.chosen()
+        onContainsMouseChanged: containsMouse && label.truncated ? Hints.show(row, label.text) : Hints.hide(row)
     }
 
     FocusRing {

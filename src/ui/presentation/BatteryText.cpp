@@ -39,8 +39,11 @@ QString temperatureWord(ThermalState state)
 BatterySummary batterySummary(const SystemStats &stats, const MachineWords &words)
 {
     BatterySummary summary;
-    if (!stats.batteryPercent)
+    if (!stats.batteryPercent) {
+        summary.headline = QStringLiteral("This %1 has no battery").arg(words.computer);
+        summary.condition = QStringLiteral("What uses the most energy is listed all the same.");
         return summary;
+    }
     const int percent = *stats.batteryPercent;
     summary.isPresent = true;
     summary.drainersHeading = QStringLiteral("Using the most battery");

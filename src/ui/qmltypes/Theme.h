@@ -54,6 +54,7 @@ class Theme : public QObject, public ThemeColors {
     Q_PROPERTY(QFont chipFont READ chipFont CONSTANT)
     Q_PROPERTY(QFont hintFont READ hintFont CONSTANT)
     Q_PROPERTY(QFont axisFont READ axisFont CONSTANT)
+    Q_PROPERTY(double columnWidth READ columnWidth CONSTANT)
     Q_PROPERTY(int foldDuration READ foldDuration NOTIFY changed)
     Q_PROPERTY(int sheetDuration READ sheetDuration NOTIFY changed)
     Q_PROPERTY(bool moves READ moves NOTIFY changed)
@@ -76,7 +77,7 @@ public:
 
     QFont resultFont() const { return font(22, QFont::DemiBold); }
     QFont figureFont() const { return font(19, QFont::DemiBold); }
-    QFont titleFont() const { return font(15, QFont::DemiBold); }
+    QFont titleFont() const { return font(15, QFont::Bold); }
     QFont headingFont() const { return font(13, QFont::DemiBold); }
     QFont bodyFont() const { return font(13, QFont::Normal); }
     QFont subtitleFont() const { return font(12.5, QFont::Normal); }
@@ -88,6 +89,9 @@ public:
     QFont chipFont() const { return font(12, QFont::DemiBold); }
     QFont hintFont() const { return font(11, QFont::Normal); }
     QFont axisFont() const { return font(10.5, QFont::Normal); }
+
+    /// The widest a page's column gets: across more, a row's end is hard to tell to its beginning.
+    static double columnWidth() { return 960; }
 
     int foldDuration() const { return moves() ? 150 : 0; }
     int sheetDuration() const { return moves() ? 200 : 0; }

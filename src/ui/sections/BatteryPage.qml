@@ -11,19 +11,27 @@ ScrollPage {
 
     Card {
         width: parent.width
-        visible: page.battery.isPresent
 
         Row {
-            spacing: 26
+            width: parent.width
+            spacing: page.battery.isPresent ? 26 : 14
 
             RingGauge {
                 id: ring
 
-                width: 82
-                height: 82
+                width: page.battery.isPresent ? 82 : 40
+                height: width
                 fraction: page.battery.fraction
                 color: Theme.marks[page.battery.tint]
-                trackColor: Theme.quietFill
+                trackColor: page.battery.isPresent ? Theme.quietFill : "transparent"
+
+                SymbolPlate {
+                    anchors.fill: parent
+                    radius: 10
+                    symbol: "battery.75"
+                    symbolSize: 20
+                    visible: !page.battery.isPresent
+                }
 
                 Figure {
                     anchors.centerIn: parent
@@ -34,7 +42,7 @@ ScrollPage {
 
             Column {
                 anchors.verticalCenter: parent.verticalCenter
-                width: page.width - 40 - 32 - ring.width - 26
+                width: parent.width - ring.width - parent.spacing
                 spacing: 3
 
                 PlainLabel {
@@ -53,6 +61,7 @@ ScrollPage {
 
                 Row {
                     topPadding: 7
+                    visible: page.battery.isPresent
                     spacing: 34
 
                     Repeater {
