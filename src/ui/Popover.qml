@@ -3,17 +3,14 @@ import QtQuick
 import Swabby.Ui
 
 // The small panel beside the item in the menu bar.
-FixedWindow {
+FloatingPanel {
     id: window
 
     required property PopoverView view
 
-    width: 280
-    wantedHeight: content.height + 28
+    isBlended: view.isBlended
+    panelHeight: content.height + 28
     title: "Swabby at a glance"
-    // A window of the kind that closes by itself is not to be had on every desktop.
-    flags: Qt.Tool | Qt.FramelessWindowHint | Qt.WindowStaysOnTopHint | Qt.NoDropShadowWindowHint
-    color: "transparent"
 
     Connections {
         function onLeft(): void {
@@ -31,14 +28,6 @@ FixedWindow {
     Shortcut {
         sequence: "Ctrl+R"
         onActivated: window.view.refresh()
-    }
-
-    Rectangle {
-        anchors.fill: parent
-        radius: 12
-        color: Theme.window
-        border.width: 1
-        border.color: Theme.cardEdge
     }
 
     Column {
@@ -64,6 +53,8 @@ FixedWindow {
             id: chips
 
             readonly property int count: window.view.chips.count
+            // Figures of one size, so small that the longest fits.
+            readonly property real scaling: Math.min(1, ...Array.from(children, child => child.fittingScale ?? 1))
 
             width: parent.width
             spacing: 6
@@ -77,6 +68,7 @@ FixedWindow {
 
                     width: (chips.width - chips.spacing * (chips.count - 1)) / chips.count
                     chip: entry
+                    scaling: chips.scaling
                     onActivated: window.view.openSection(entry.section)
                 }
             }
@@ -119,8 +111,5 @@ FixedWindow {
             width: parent.width
             view: window.view
         }
-    }
-
-    HintBubble {
     }
 }

@@ -1,5 +1,6 @@
 #include "ui/PopoverPresenter.h"
 
+#include "platform/desktop/Display.h"
 #include "ui/presentation/PopoverText.h"
 #include "ui/qmltypes/PopoverView.h"
 
@@ -60,6 +61,9 @@ void PopoverPresenter::toggle(const QRect &statusItem)
     constexpr qint64 clickMilliseconds = 200;
     if (m_sinceTurnedAway.isValid() && !m_sinceTurnedAway.hasExpired(clickMilliseconds))
         return;
+    // A desktop may begin or cease to blend windows, which a window follows only when it is made.
+    if (m_open != nullptr && m_open->view->isBlended() != blendsWindows())
+        drop();
     if (m_open == nullptr && !make())
         return;
     m_keeping.stop();
@@ -76,8 +80,13 @@ void PopoverPresenter::place()
     const QScreen *screen = QGuiApplication::screenAt(m_statusItem.center());
     if (screen == nullptr)
         screen = QGuiApplication::primaryScreen();
-    if (screen != nullptr)
-        window()->setPosition(popoverPosition(m_statusItem, window()->size(), screen->availableGeometry()));
+    if (screen == nullptr)
+        return;
+    // The panel stands there; its shadow may reach further.
+    const int margin = window()->property("margin").toInt();
+    const QSize panel = window()->size().shrunkBy(QMargins(margin, margin, margin, margin));
+    window()->setPosition(popoverPosition(m_statusItem, panel, screen->availableGeometry()) -
+                          QPoint(margin, margin));
 }
 
 void PopoverPresenter::followActivity()

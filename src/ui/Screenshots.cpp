@@ -15,7 +15,7 @@
 #include <QtCore/QEventLoop>
 #include <QtCore/QTimer>
 #include <QtGui/QImage>
-#include <QtQml/QQmlEngine>
+#include <QtGui/QPainter>
 #include <QtQuick/QQuickWindow>
 
 #include <algorithm>
@@ -25,11 +25,12 @@
 namespace swabby {
 namespace {
 
-/// A picture of the main window.
+/// A picture of the main window, of what lasts or of a moment.
 struct SectionPicture {
     const char *name;
     MainSection section;
     void (*prepare)(MainWindowView &view);
+    QImage (*take)(QQuickWindow &window, MainWindowView &view) = nullptr;
 };
 
 /// Searches of a machine that never end must not keep the pictures from being made.
@@ -45,13 +46,32 @@ void waitUntil(const std::function<bool()> &isSo)
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
 }
 
-void waitForSomeSteps(MainWindowView &view)
+// Drawn while the check stands there, which goes on with the next event: with three steps done, and once it
+// says what it looks at, if it does before the next one is.
+QImage takeInMidst(QQuickWindow &window, MainWindowView &view)
 {
-    waitUntil([&] { return view.check()->isScanning(); });
-    waitUntil([&] { return !view.check()->isScanning() || view.check()->steps().at(2).isDone; });
-    // A small machine is through with all of them at once: then the picture is of the first step.
-    if (!view.check()->isScanning())
-        view.check()->run();
+    CheckView &check = *view.check();
+    QImage image;
+    bool isOver = false;
+    const auto isThere = [&] {
+        const QList<CheckStep> steps = check.steps();
+        isOver = isOver || !check.isScanning() || steps.at(3).isDone;
+        return !isOver && steps.at(2).isDone;
+    };
+    const QObject looking;
+    QObject::connect(&check, &CheckView::changed, &looking, [&] {
+        if (isThere() && image.isNull())
+            image = window.grabWindow();
+    });
+    QObject::connect(&check, &CheckView::lookingAtChanged, &looking, [&] {
+        if (!isThere() || image.isNull())
+            return;
+        image = window.grabWindow();
+        isOver = true;
+    });
+    check.run();
+    waitUntil([&] { return isOver; });
+    return image;
 }
 
 void waitForCheck(MainWindowView &view)
@@ -119,7 +139,7 @@ const SectionPicture sectionPictures[] = {
     {"battery", MainSection::battery, nullptr},
     {"network", MainSection::network, nullptr},
     {"startup", MainSection::startup, nullptr},
-    {"swabbyCheck-scanning", MainSection::swabbyCheck, waitForSomeSteps},
+    {"swabbyCheck-scanning", MainSection::swabbyCheck, nullptr, takeInMidst},
     {"swabbyCheck", MainSection::swabbyCheck, waitForCheck},
     {"confirm-quit", MainSection::speed, &askToQuitTheBusiest},
     {"explain", MainSection::speed, &explainTheBusiest},
@@ -158,26 +178,14 @@ bool showsSomething(const QImage &image)
     return false;
 }
 
-// Draws the window as it stands. No value when all went well, else what did not.
-std::optional<QString> draw(QQuickWindow &window, const char *name, const QString &folder)
-{
-    window.show();
-    QCoreApplication::processEvents();
-    if (const IconStore *icons = IconStore::of(qmlEngine(&window)))
-        waitUntil([icons] { return !icons->isBusy(); });
-    const QImage image = window.grabWindow();
-    const QString file = QDir(folder).filePath(QLatin1String(name) + QStringLiteral(".png"));
-    if (!showsSomething(image))
-        return QStringLiteral("%1 did not render").arg(QLatin1String(name));
-    if (!image.save(file))
-        return QStringLiteral("%1 cannot be written").arg(file);
-    return std::nullopt;
-}
+template <typename View>
+using Take = QImage (*)(QQuickWindow &window, View &view);
 
-// The same for a new window, prepared first.
+// Draws a new window, prepared first. No value when all went well, else what did not.
 template <typename View, typename Prepare>
 std::optional<QString> drawNew(MakeWindow<View> openNew, const UserInterfaceContext &context,
-                               const char *name, const QString &folder, Prepare prepare)
+                               const char *name, const QString &folder, Prepare prepare,
+                               Take<View> take = nullptr)
 {
     QString problem;
     UserInterfaceContext own = context;
@@ -186,35 +194,76 @@ std::optional<QString> drawNew(MakeWindow<View> openNew, const UserInterfaceCont
     if (open == nullptr)
         return problem;
     open->engine->theme->setStill(true);
-    prepare(*open->view);
-    return draw(*open->window, name, folder);
+    prepare(*open);
+    QQuickWindow &window = *open->window;
+    window.show();
+    QCoreApplication::processEvents();
+    waitUntil([&] { return !open->engine->icons->isBusy(); });
+    const QImage taken = take == nullptr ? QImage() : take(window, *open->view);
+    const QImage image = taken.isNull() ? window.grabWindow() : taken;
+    const QString file = QDir(folder).filePath(QLatin1String(name) + QStringLiteral(".png"));
+    if (!showsSomething(image))
+        return QStringLiteral("%1 did not render").arg(QLatin1String(name));
+    if (!image.save(file))
+        return QStringLiteral("%1 cannot be written").arg(file);
+    return std::nullopt;
+}
+
+// The panel alone, with the desktop to be seen at its round corners.
+QImage takePanel(QQuickWindow &window, PopoverView &)
+{
+    // The picture has no desktop beneath it to blend with; what it has is black.
+    window.setColor(window.property("fill").value<QColor>());
+    const QImage whole = window.grabWindow();
+    const double scale = static_cast<double>(whole.width()) / window.width();
+    const int margin = qRound(window.property("margin").toDouble() * scale);
+    const QImage panel = whole.copy(whole.rect().marginsRemoved(QMargins(margin, margin, margin, margin)));
+    QImage image(panel.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QBrush(panel));
+    const double radius = window.property("panelRadius").toDouble() * scale;
+    painter.drawRoundedRect(image.rect(), radius, radius);
+    return image;
 }
 
 } // namespace
 
-std::optional<QString> renderScreenshots(const UserInterfaceContext &context, const QString &folder)
+std::optional<QString> renderScreenshots(const UserInterfaceContext &context, const QString &folder,
+                                         const QSize &mainWindow)
 {
     for (const SectionPicture &picture : sectionPictures) {
-        const auto prepare = [&picture](MainWindowView &view) {
+        const auto prepare = [&](OpenWindow<MainWindowView> &open) {
+            MainWindowView &view = *open.view;
+            if (!mainWindow.isEmpty())
+                open.window->resize(mainWindow);
             view.setProperty("showWelcome", false);
             view.select(picture.section);
             if (picture.prepare != nullptr)
                 picture.prepare(view);
         };
-        if (auto problem = drawNew(&openMainWindow, context, picture.name, folder, prepare))
+        if (auto problem = drawNew(&openMainWindow, context, picture.name, folder, prepare, picture.take))
             return problem;
     }
     for (const bool showsIssues : {false, true})
-        if (auto problem = drawNew(&openPopover, context, showsIssues ? "popover-issues" : "popover", folder,
-                                   [&](PopoverView &view) { view.setShowHealthDetail(showsIssues); }))
+        if (auto problem = drawNew(
+                &openPopover, context, showsIssues ? "popover-issues" : "popover", folder,
+                [&](OpenWindow<PopoverView> &open) {
+                    open.view->setProperty("isBlended", true);
+                    open.view->setShowHealthDetail(showsIssues);
+                },
+                &takePanel))
             return problem;
     int tab = 0;
     for (const char *name : settingsPictures)
-        if (auto problem = drawNew(&openSettingsWindow, context, name, folder,
-                                   [&](SettingsView &view) { view.setProperty("tab", tab++); }))
+        if (auto problem =
+                drawNew(&openSettingsWindow, context, name, folder,
+                        [&](OpenWindow<SettingsView> &open) { open.view->setProperty("tab", tab++); }))
             return problem;
     return drawNew(&openAskWindow, context, "ask", folder,
-                   [&context](AskView &view) { showAnAnswer(view, context); });
+                   [&context](OpenWindow<AskView> &open) { showAnAnswer(*open.view, context); });
 }
 
 } // namespace swabby

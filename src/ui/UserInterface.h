@@ -3,6 +3,7 @@
 #include "ui/qmltypes/WindowContext.h"
 
 #include <QtCore/QRect>
+#include <QtCore/QSize>
 #include <QtCore/QString>
 
 #include <optional>
@@ -26,8 +27,9 @@ public:
     virtual void togglePopover(const QRect &statusItem) = 0;
     /// Shows the item's menu there, or closes it.
     virtual void toggleItemMenu(const QRect &statusItem) = 0;
-    /// Draws every view into PNG files of that folder. No value when all went well, else what did not.
-    virtual std::optional<QString> renderScreenshots(const QString &folder) = 0;
+    /// Draws every view into PNG files of that folder, the main window in that size, its own when that is
+    /// empty. No value when all went well, else what did not.
+    virtual std::optional<QString> renderScreenshots(const QString &folder, const QSize &mainWindow) = 0;
 };
 
 /// The library's one entry, by the name below.

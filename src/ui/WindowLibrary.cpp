@@ -241,9 +241,9 @@ void WindowLibrary::toggle(std::unique_ptr<PopoverPresenter> &presenter, MakeWin
     presenter->toggle(statusItem);
 }
 
-std::optional<QString> WindowLibrary::renderScreenshots(const QString &folder)
+std::optional<QString> WindowLibrary::renderScreenshots(const QString &folder, const QSize &mainWindow)
 {
-    return swabby::renderScreenshots(m_context, folder);
+    return swabby::renderScreenshots(m_context, folder, mainWindow);
 }
 
 } // namespace swabby

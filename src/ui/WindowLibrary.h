@@ -63,7 +63,7 @@ public:
     void openSettingsWindow() override;
     void togglePopover(const QRect &statusItem) override;
     void toggleItemMenu(const QRect &statusItem) override;
-    std::optional<QString> renderScreenshots(const QString &folder) override;
+    std::optional<QString> renderScreenshots(const QString &folder, const QSize &mainWindow) override;
 
 private:
     /// The engine of the windows that are open, or a new one.

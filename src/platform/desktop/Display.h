@@ -12,6 +12,9 @@ bool placesWindows();
 /// Brings the program before all others, where its windows cannot do so themselves.
 void comeToFront();
 
+/// Whether what a window leaves transparent shows what lies beneath it, and not black. With a display.
+bool blendsWindows();
+
 /// Whether the name of the program is to be part of a window's title, since nothing else on its frame has it.
 bool wantsNameInTitles();
 

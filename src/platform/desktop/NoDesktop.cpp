@@ -16,6 +16,11 @@ bool placesWindows()
 
 void comeToFront() {}
 
+bool blendsWindows()
+{
+    return true;
+}
+
 bool wantsNameInTitles()
 {
     return false;

@@ -32,17 +32,11 @@ Card {
             Accessible.ignored: true
         }
 
-        SymbolItem {
+        LevelMark {
             id: warning
 
             anchors.verticalCenter: parent.verticalCenter
-            width: 14
-            height: 14
-            name: "exclamationmark.triangle.fill"
-            color: Theme.marks[Tints.red]
-            visible: card.entry.tint === Tints.red
-            Accessible.role: Accessible.Graphic
-            Accessible.name: "Warning"
+            tint: card.entry.tint
         }
     }
 

@@ -6,8 +6,10 @@ Pressable {
     id: button
 
     property popoverChip chip
+    property real scaling: 1
+    readonly property real fittingScale: (width - 8) / value.implicitWidth
 
-    name: chip.label + ", " + chip.value
+    name: chip.label + ", " + chip.value + (mark.visible ? ", " + mark.Accessible.name.toLowerCase() : "")
     innerRadius: 9
     implicitHeight: 68
     opacity: isPressed ? 0.75 : 1
@@ -34,13 +36,25 @@ Pressable {
         color: Theme.marks[button.chip.tint]
     }
 
+    LevelMark {
+        id: mark
+
+        anchors.right: parent.right
+        anchors.rightMargin: 5
+        y: 5
+        width: 11
+        height: 11
+        tint: button.chip.tint
+        Accessible.ignored: true
+    }
+
     Figure {
         id: value
 
         anchors.horizontalCenter: parent.horizontalCenter
         y: 26
         width: implicitWidth
-        scale: Math.min(1, (button.width - 10) / width)
+        scale: button.scaling
         text: button.chip.value
         font: Theme.chipFont
         Accessible.ignored: true

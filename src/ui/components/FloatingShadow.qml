@@ -7,11 +7,12 @@ Item {
     id: shadow
 
     property real innerRadius: 7
+    property int layers: 4
 
     anchors.fill: parent
 
     Repeater {
-        model: 4
+        model: shadow.layers
 
         Rectangle {
             required property int index
@@ -21,7 +22,7 @@ Item {
             anchors.topMargin: 1 - index
             anchors.bottomMargin: -2 - 3 * index
             radius: shadow.innerRadius + 1 + 2 * index
-            color: Qt.rgba(0, 0, 0, Theme.isDark ? 0.12 : 0.03)
+            color: Qt.rgba(0, 0, 0, (Theme.isDark ? 0.48 : 0.12) / shadow.layers)
         }
     }
 }

@@ -41,6 +41,7 @@ constexpr SymbolDrawing drawings[] = {
      "M5 10.3 A1.7 1.7 0 0 1 5 13.7 A1.7 1.7 0 0 1 5 10.3 Z M12 10.3 A1.7 1.7 0 0 1 12 13.7 A1.7 1.7 0 0 1 "
      "12 10.3 Z "
      "M19 10.3 A1.7 1.7 0 0 1 19 13.7 A1.7 1.7 0 0 1 19 10.3 Z"},
+    {"exclamationmark.circle.fill", "", fullCircle, "M12 6.8 V13.2 M12 17 V17.1"},
     {"exclamationmark.triangle.fill", "",
      "M10.1 3.9 L2 18 A2.2 2.2 0 0 0 3.9 21.3 H20.1 A2.2 2.2 0 0 0 22 18 L13.9 3.9 A2.2 2.2 0 0 0 10.1 3.9 Z",
      "M12 9 V13.6 M12 17.2 V17.3"},

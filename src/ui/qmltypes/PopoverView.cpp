@@ -1,5 +1,6 @@
 #include "ui/qmltypes/PopoverView.h"
 
+#include "platform/desktop/Display.h"
 #include "platform/desktop/TrayItem.h"
 #include "settings/Settings.h"
 #include "state/AppState.h"
@@ -7,7 +8,8 @@
 
 namespace swabby {
 
-PopoverView::PopoverView(const UserInterfaceContext &context) : m_context(context)
+PopoverView::PopoverView(const UserInterfaceContext &context)
+    : m_context(context), m_isBlended(blendsWindows())
 {
     connect(&m_context.state, &AppState::changed, this, &PopoverView::followState);
     connect(&m_context.state, &AppState::applied, this, [this] {

@@ -19,6 +19,7 @@ class PopoverView : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("made with the window")
+    Q_PROPERTY(bool isBlended MEMBER m_isBlended NOTIFY changed)
     Q_PROPERTY(bool isKnown READ isKnown NOTIFY changed)
     Q_PROPERTY(bool isHealthy READ isHealthy NOTIFY changed)
     Q_PROPERTY(bool isFirstRun READ isFirstRun NOTIFY changed)
@@ -37,6 +38,8 @@ public:
     /// Draws that; the last check's time is in seconds since 1970.
     void show(const ShownState &shown, const std::optional<double> &lastScan);
 
+    /// Whether its window may be transparent in places.
+    bool isBlended() const { return m_isBlended; }
     bool isKnown() const { return m_shown.isKnown; }
     bool isHealthy() const { return m_shown.health == HealthLevel::green; }
     /// Whether the introduction was never read to its end.
@@ -80,6 +83,7 @@ private:
     std::optional<double> m_lastScan;
     RowModel m_issues{this};
     RowModel m_chips{this};
+    bool m_isBlended;
     bool m_isFirstRun = false;
     bool m_isRefreshing = false;
     bool m_showHealthDetail = false;

@@ -1,5 +1,7 @@
 #include "platform/desktop/Display.h"
 
+#include "platform/linux/desktop/SelectionOwner.h"
+
 #include <QtGui/QGuiApplication>
 
 #include <xcb/xcb.h>
@@ -30,6 +32,12 @@ bool hasDisplay()
 bool placesWindows()
 {
     return !isWayland();
+}
+
+bool blendsWindows()
+{
+    return isWayland() || (QGuiApplication::platformName() == QLatin1String("xcb") &&
+                           SelectionOwner("_NET_WM_CM", {}, [] {}).window() != XCB_NONE);
 }
 
 // The toolkit adds the name to what it tells the compositor, but not to the frame that it may draw itself.

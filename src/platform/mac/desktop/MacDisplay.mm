@@ -30,6 +30,11 @@ bool placesWindows()
     return true;
 }
 
+bool blendsWindows()
+{
+    return true;
+}
+
 void comeToFront()
 {
     [NSApp activateIgnoringOtherApps:YES];

@@ -1,0 +1,91 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Swabby.Ui
+
+// The lines of a menu, as wide as their words. Arrows move in it and Return chooses.
+FocusScope {
+    id: menu
+
+    property var entries: []
+    property int current: 0
+    property string name
+    readonly property real lineWidth: Math.min(400, Math.max(138, ...Array.from(column.children, line => line.implicitWidth)))
+
+    signal chosen(index: int)
+
+    function choose(): void {
+        if (current >= 0)
+            chosen(current);
+    }
+
+    implicitWidth: lineWidth + 12
+    implicitHeight: column.height + 12
+    Accessible.role: Accessible.PopupMenu
+    Accessible.name: name
+    Keys.onUpPressed: current = Math.max(0, current - 1)
+    Keys.onDownPressed: current = Math.min(entries.length - 1, current + 1)
+    Keys.onReturnPressed: choose()
+    Keys.onEnterPressed: choose()
+    Keys.onSpacePressed: choose()
+
+    Column {
+        id: column
+
+        x: 6
+        y: 6
+
+        Repeater {
+            model: menu.entries
+
+            Item {
+                id: line
+
+                required property menuEntry modelData
+                required property int index
+
+                implicitWidth: Math.ceil(label.implicitWidth) + 24
+                width: menu.lineWidth
+                height: modelData.isParted ? 37 : 28
+                Accessible.role: Accessible.MenuItem
+                Accessible.name: modelData.label
+                Accessible.description: modelData.hint
+                Accessible.onPressAction: menu.chosen(index)
+
+                Hairline {
+                    x: 6
+                    y: 4
+                    width: parent.width - 12
+                    visible: line.modelData.isParted
+                }
+
+                Rectangle {
+                    anchors.bottom: parent.bottom
+                    width: parent.width
+                    height: 28
+                    radius: 6
+                    color: menu.current === line.index ? Theme.quietFill : "transparent"
+
+                    PlainLabel {
+                        id: label
+
+                        x: 12
+                        width: parent.width - 24
+                        anchors.verticalCenter: parent.verticalCenter
+                        text: line.modelData.label
+                        Accessible.ignored: true
+                    }
+
+                    MouseArea {
+                        anchors.fill: parent
+                        hoverEnabled: true
+                        onContainsMouseChanged: {
+                            menu.current = containsMouse ? line.index : -1;
+                            containsMouse ? Hints.show(line, line.modelData.hint) : Hints.hide(line);
+                        }
+                        onClicked: menu.chosen(line.index)
+                    }
+                }
+            }
+        }
+    }
+}
