@@ -27,6 +27,24 @@ QFont titleFont(int pixels)
     return font;
 }
 
+/// Draws a line in which every digit takes the same room, whichever it is; without a painter it only
+/// measures. Gives the line's width.
+double drawTabular(QPainter *painter, const QFontMetricsF &metrics, QPointF at, const QString &text)
+{
+    double widest = 0;
+    for (char digit = '0'; digit <= '9'; ++digit)
+        widest = std::max(widest, metrics.horizontalAdvance(QLatin1Char(digit)));
+    double width = 0;
+    for (const QChar sign : text) {
+        const double own = metrics.horizontalAdvance(sign);
+        const double room = sign.isDigit() ? widest : own;
+        if (painter != nullptr)
+            painter->drawText(at + QPointF(width + (room - own) / 2, 0), sign);
+        width += room;
+    }
+    return width;
+}
+
 QImage clearImage(QSize size)
 {
     QImage image(size, QImage::Format_ARGB32_Premultiplied);
@@ -56,7 +74,7 @@ QImage renderTitleImage(const MenuBarTitle &title, double devicePixelRatio)
     const QFontMetricsF nameMetrics(nameFont);
     const QFontMetricsF loadMetrics(loadFont);
     const double nameWidth = nameMetrics.horizontalAdvance(nameLine);
-    const double loadWidth = loadMetrics.horizontalAdvance(title.text);
+    const double loadWidth = drawTabular(nullptr, loadMetrics, {}, title.text);
     const double width = std::max(nameWidth, loadWidth);
     const double height = nameMetrics.height() + topMargin + lineGap + loadMetrics.height() + bottomMargin;
 
@@ -68,7 +86,8 @@ QImage renderTitleImage(const MenuBarTitle &title, double devicePixelRatio)
     painter.drawText(QPointF((width - nameWidth) / 2, topMargin + nameMetrics.ascent()), nameLine);
     painter.setFont(loadFont);
     painter.setPen(titleColor(title.color));
-    painter.drawText(
+    drawTabular(
+        &painter, loadMetrics,
         QPointF((width - loadWidth) / 2, topMargin + nameMetrics.height() + lineGap + loadMetrics.ascent()),
         title.text);
     return image;

@@ -73,6 +73,9 @@ private Q_SLOTS:
         const QImage twice = renderTitleImage({u"5%"_qs, TitleColor::red}, 2);
         QVERIFY(wide.width() > small.width()); // as wide as the wider line
         QCOMPARE(wide.height(), small.height());
+        // A load that changes moves nothing.
+        QCOMPARE(renderTitleImage({u"8888888%"_qs, TitleColor::green}, 1).width(),
+                 renderTitleImage({u"1111111%"_qs, TitleColor::green}, 1).width());
         QVERIFY(qAbs(twice.width() - 2 * small.width()) <= 2);
         QCOMPARE(small.pixelColor(0, 0).alpha(), 0);
         // The upper line starts below the margin, in translucent white; the lower one is in the colour.

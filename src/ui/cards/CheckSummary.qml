@@ -36,7 +36,9 @@ Card {
 
     Paragraph {
         width: parent.width
-        text: card.check.summary
+        // A number stays beside what it counts.
+        text: card.check.summary.replace(/(\d) (?=\w)/g, "$1\u00a0").replace(/(startup) (items?)/g, "$1\u00a0$2")
+        Accessible.name: card.check.summary
         color: Theme.secondary
         visible: text !== ""
     }

@@ -51,7 +51,7 @@ Card {
             PlainLabel {
                 width: parent.width
                 text: Words.check
-                font: Theme.headingFont
+                font: Theme.nameFont
                 Accessible.role: Accessible.Heading
             }
 

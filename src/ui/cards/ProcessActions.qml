@@ -8,16 +8,14 @@ Row {
     required property MainWindowView view
     required property processRowText entry
     property bool hasPin: false
-    property bool isTight: false
     // What stands beside it stays in its column.
-    readonly property bool keepsRoom: !entry.canQuit && !isTight
+    readonly property bool keepsRoom: !entry.canQuit
 
     spacing: 8
 
     RowButton {
         text: Words.explain
         name: text + " " + actions.entry.name
-        visible: !actions.isTight || !actions.entry.canQuit
         onActivated: actions.view.explainProcess(actions.entry.pid)
     }
 
@@ -53,7 +51,7 @@ Row {
 
         subject: actions.entry.name
         visible: actions.entry.canQuit
-        entries: actions.isTight ? actions.view.tightProcessMenu : actions.view.processMenu
+        entries: actions.view.processMenu
         onChosen: command => actions.view.follow(command, actions.entry.pid)
     }
 

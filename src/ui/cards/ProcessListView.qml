@@ -23,7 +23,7 @@ Column {
             required property int index
 
             width: list.width
-            height: row.implicitHeight + 16
+            height: row.implicitHeight + 2 * row.y
             Accessible.role: Accessible.ListItem
             Accessible.name: row.spoken
 
@@ -34,7 +34,7 @@ Column {
             ProcessRowView {
                 id: row
 
-                y: 8
+                y: isCompact ? 4 : 8
                 width: parent.width - actions.width - 12
                 entry: place.entry
                 isCompact: list.view.state.isCompact
@@ -49,7 +49,6 @@ Column {
                 view: list.view
                 entry: place.entry
                 hasPin: true
-                isTight: list.width < 560
             }
         }
     }

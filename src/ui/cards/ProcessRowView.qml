@@ -1,7 +1,7 @@
 import QtQuick
 import Swabby.Ui
 
-// One program: who it is, how much it takes, how safe it is to leave alone.
+// One program: who it is, how much it takes, how safe it is to leave alone. A compact row is a single line.
 Item {
     id: row
 
@@ -11,7 +11,7 @@ Item {
     /// What a screen reader says of the row, which its buttons belong to as well.
     readonly property string spoken: entry.name + ", " + entry.value + ", " + entry.detail
 
-    implicitHeight: isCompact ? 32 : 35
+    implicitHeight: isCompact ? 24 : 35
 
     AppIcon {
         id: tile
@@ -22,38 +22,46 @@ Item {
         tile: row.entry.tile
     }
 
-    Column {
+    Item {
+        id: words
+
+        readonly property real pinWidth: pin.visible ? 18 : 0
+
         anchors.left: tile.right
         anchors.leftMargin: 11
         anchors.right: bar.visible ? bar.left : value.left
         anchors.rightMargin: 12
         anchors.verticalCenter: parent.verticalCenter
+        height: name.height + (row.isCompact ? 0 : detail.height)
 
-        Row {
-            width: parent.width
-            spacing: 6
+        NameLabel {
+            id: name
 
-            NameLabel {
-                id: name
+            width: Math.min(implicitWidth, parent.width - words.pinWidth - (row.isCompact ? Math.min(detail.implicitWidth + 10, parent.width * 0.4) : 0))
+            text: row.entry.name
+        }
 
-                width: Math.min(implicitWidth, parent.width - (row.entry.isPinned ? 18 : 0))
-                text: row.entry.name
-            }
+        SymbolItem {
+            id: pin
 
-            SymbolItem {
-                anchors.verticalCenter: parent.verticalCenter
-                width: 12
-                height: 12
-                name: "pin.fill"
-                color: Theme.secondary
-                visible: row.entry.isPinned
-                Accessible.role: Accessible.Graphic
-                Accessible.name: "Pinned"
-            }
+            anchors.left: name.right
+            anchors.leftMargin: 6
+            anchors.verticalCenter: name.verticalCenter
+            width: 12
+            height: 12
+            name: "pin.fill"
+            color: Theme.secondary
+            visible: row.entry.isPinned
+            Accessible.role: Accessible.Graphic
+            Accessible.name: "Pinned"
         }
 
         Remark {
-            width: parent.width
+            id: detail
+
+            x: row.isCompact ? name.width + words.pinWidth + 10 : 0
+            y: row.isCompact ? name.baselineOffset - baselineOffset : name.height
+            width: parent.width - x
             text: row.entry.detail
         }
     }

@@ -21,9 +21,32 @@ Card {
         Remark {
             anchors.left: free.right
             anchors.leftMargin: 8
-            anchors.right: parent.right
+            anchors.right: warning.left
+            anchors.rightMargin: 8
             anchors.baseline: free.baseline
             text: card.storage.totalText
+        }
+
+        Row {
+            id: warning
+
+            anchors.right: parent.right
+            anchors.verticalCenter: free.verticalCenter
+            spacing: 6
+
+            LevelMark {
+                id: mark
+
+                anchors.verticalCenter: parent.verticalCenter
+                tint: card.storage.usedTint
+                Accessible.ignored: true
+            }
+
+            PlainLabel {
+                text: mark.visible ? "Nearly full" : ""
+                font: Theme.buttonFont
+                color: Theme.inks[Tints.red]
+            }
         }
 
         Bar {
@@ -39,7 +62,7 @@ Card {
                 width: Math.max(0, bar.width * card.storage.usedFraction)
                 height: bar.height
                 radius: bar.radius
-                color: Theme.accent
+                color: Theme.marks[card.storage.usedTint]
 
                 Behavior on width {
                     NumberAnimation {

@@ -47,7 +47,6 @@ Card {
                 anchors.verticalCenter: parent.verticalCenter
                 view: card.view
                 entry: place.entry
-                isTight: card.width < 560
             }
         }
     }

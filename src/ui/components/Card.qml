@@ -44,8 +44,8 @@ Item {
         anchors.leftMargin: card.edge.a > 0 ? 3 : 0
         radius: 12
         color: card.fill
-        border.width: card.isPaper && card.edge.a === 0 ? 1 : 0
-        border.color: Theme.cardEdge
+        border.width: 1
+        border.color: card.isPaper ? Theme.cardEdge : Theme.hairline
     }
 
     Column {

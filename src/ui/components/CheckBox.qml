@@ -21,7 +21,8 @@ Pressable {
         height: 16
         radius: 4
         color: box.isChecked ? Theme.accentFill : box.isHovered ? Theme.quietFill : "transparent"
-        border.width: box.isChecked ? 0 : 1.5
+        // Whole pixels, or the edge is a blur.
+        border.width: box.isChecked ? 0 : Math.max(1, Math.floor(1.5 * Screen.devicePixelRatio)) / Math.max(1, Screen.devicePixelRatio)
         border.color: Theme.secondary
 
         SymbolItem {
@@ -29,6 +30,7 @@ Pressable {
             width: 12
             height: 12
             name: "checkmark"
+            weight: 3.4
             color: Theme.onAccent
             visible: box.isChecked
         }

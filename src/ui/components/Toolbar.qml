@@ -7,11 +7,15 @@ Item {
 
     required property MainWindowView view
 
-    readonly property bool isTight: width < 640
+    // Words stand beside the symbols wherever there is room for them.
+    readonly property real wholeWidth: 48 + title.implicitWidth + pill.width + ask.wholeWidth + check.wholeWidth + 56 + 4 * controls.spacing
+    readonly property bool isTight: width < wholeWidth
 
     implicitHeight: 52
 
     PlainLabel {
+        id: title
+
         anchors.left: parent.left
         anchors.leftMargin: 20
         anchors.right: controls.left
@@ -28,9 +32,11 @@ Item {
         anchors.right: parent.right
         anchors.rightMargin: 16
         anchors.verticalCenter: parent.verticalCenter
-        spacing: 12
+        spacing: toolbar.width < 700 ? 6 : 12
 
         HealthPill {
+            id: pill
+
             anchors.verticalCenter: parent.verticalCenter
             word: toolbar.view.state.healthWord
             tint: toolbar.view.state.healthTint
@@ -39,6 +45,8 @@ Item {
         }
 
         ToolbarButton {
+            id: ask
+
             anchors.verticalCenter: parent.verticalCenter
             symbol: "sparkles"
             text: Words.ask
@@ -48,6 +56,8 @@ Item {
         }
 
         ToolbarButton {
+            id: check
+
             anchors.verticalCenter: parent.verticalCenter
             symbol: "checkmark.seal"
             text: Words.check

@@ -8,9 +8,10 @@ Pressable {
     property string symbol
     property string text
     property bool isTight: false
+    readonly property real wholeWidth: 28 + Math.ceil(label.implicitWidth) + 10
 
     name: text
-    implicitWidth: isTight ? 28 : 28 + Math.ceil(label.implicitWidth) + 10
+    implicitWidth: isTight ? 28 : wholeWidth
     implicitHeight: 28
 
     Rectangle {

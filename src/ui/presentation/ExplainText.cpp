@@ -14,7 +14,7 @@ ExplainText explainText(const ExplainRequest &request, const MachineWords &words
     text.recommendation = recommendationLabel(recommendation(request));
     text.recommendationTint = tintOf(recommendation(request));
     if (const auto *process = std::get_if<ProcessSample>(&request.kind)) {
-        const MenuEntry forceQuit = process->mayBeQuit() ? processMenu(false).first() : MenuEntry();
+        const MenuEntry forceQuit = process->mayBeQuit() ? processMenu().first() : MenuEntry();
         text.name = oneLine(process->name);
         text.tile = tileOf(*process);
         text.trust = trustText(process->trustRatio());

@@ -26,13 +26,10 @@ QList<MenuEntry> itemMenu()
     return entries;
 }
 
-QList<MenuEntry> processMenu(bool isTight)
+QList<MenuEntry> processMenu()
 {
-    QList<MenuEntry> entries = {
+    return {
         entry(RowCommand::forceQuit, QStringLiteral("Force Quit"), ConfirmationBuilder::forceQuitWarning())};
-    if (isTight)
-        entries.prepend(entry(RowCommand::explain, explainLabel()));
-    return entries;
 }
 
 QList<MenuEntry> startupMenu(const LoginItem &item, const MachineWords &words)

@@ -11,7 +11,7 @@ namespace swabby {
 struct LoginItem;
 
 /// What a row's own menu leads to.
-enum class RowCommand { explain, forceQuit, reveal, openLoginItemSettings };
+enum class RowCommand { forceQuit, reveal, openLoginItemSettings };
 
 /// A line of a menu. It carries what it does, which is handed back when it is chosen.
 struct MenuEntry {
@@ -33,8 +33,8 @@ public:
 
 /// The menu of the item in the menu bar.
 QList<MenuEntry> itemMenu();
-/// What can be done about a program beside its buttons; where there is no room for all of them, more.
-QList<MenuEntry> processMenu(bool isTight);
+/// What can be done about a program beside its buttons.
+QList<MenuEntry> processMenu();
 QList<MenuEntry> startupMenu(const LoginItem &item, const MachineWords &words);
 
 /// "What is this?", on buttons too.

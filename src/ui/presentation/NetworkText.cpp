@@ -1,17 +1,41 @@
 #include "ui/presentation/NetworkText.h"
 
-#include "ui/presentation/ProcessText.h"
+#include "engine/SaturatedBytes.h"
 
 #include <algorithm>
 #include <numeric>
 
 namespace swabby {
+namespace {
+
+std::int64_t totalBytesPerSecond(const QList<ProcessSample> &users)
+{
+    return std::accumulate(users.begin(), users.end(), std::int64_t(0),
+                           [](std::int64_t sum, const ProcessSample &user) {
+                               return saturatedSum(sum, user.networkBytesPerSec);
+                           });
+}
+
+} // namespace
 
 QString totalNetworkRate(const QList<ProcessSample> &users)
 {
-    return networkRate(std::accumulate(
-        users.begin(), users.end(), std::int64_t(0),
-        [](std::int64_t sum, const ProcessSample &user) { return sum + user.networkBytesPerSec; }));
+    return networkRate(totalBytesPerSecond(users));
+}
+
+QList<ProcessRowText> networkRowTexts(const QList<ProcessSample> &found, const QList<ProcessSample> &users,
+                                      const std::set<QString> &pinnedNames, const MachineWords &words)
+{
+    const std::int64_t total = totalBytesPerSecond(users);
+    QList<ProcessRowText> rows = processRowTexts(found, ProcessRowMode::network, pinnedNames, words);
+    for (qsizetype row = 0; total > 0 && row < rows.size(); ++row) {
+        const double share =
+            static_cast<double>(found.at(row).networkBytesPerSec) / static_cast<double>(total);
+        rows[row].detail =
+            (share < 0.005 ? QStringLiteral("under 1") : QString::number(qRound(share * 100))) +
+            QStringLiteral("% of all ") + networkRate(total) + ownerRemark(found.at(row));
+    }
+    return rows;
 }
 
 QString networkSentence(const QList<ProcessSample> &users)

@@ -15,10 +15,10 @@ using SpeedStretch = QList<QPointF>;
 /// The day's stretches, oldest first; longer pauses between points separate them.
 QList<SpeedStretch> speedStretches(const History &history, double now);
 
-/// "Avg 24%"; empty when there is nothing to average.
-QString averageSpeedText(const History &history);
+/// "Avg 24%", of what the line shows; empty when it shows nothing.
+QString averageSpeedText(const History &history, double now);
 
 /// The history in one sentence, for those who do not see the line.
-QString speedHistorySentence(const History &history);
+QString speedHistorySentence(const History &history, double now);
 
 } // namespace swabby

@@ -39,7 +39,6 @@ class MainWindowView : public QObject {
     Q_PROPERTY(bool showWelcome MEMBER m_showWelcome NOTIFY sheetChanged)
     Q_PROPERTY(QList<swabby::WelcomePoint> welcomePoints MEMBER m_welcomePoints NOTIFY welcomePointsChanged)
     Q_PROPERTY(QList<swabby::MenuEntry> processMenu READ processMenu CONSTANT)
-    Q_PROPERTY(QList<swabby::MenuEntry> tightProcessMenu READ tightProcessMenu CONSTANT)
     Q_PROPERTY(bool isScanning READ isScanning NOTIFY refreshingChanged)
     Q_PROPERTY(int speedView MEMBER m_speedView NOTIFY speedViewChanged)
     Q_PROPERTY(QString standing READ standing NOTIFY standingChanged)
@@ -62,8 +61,7 @@ public:
     StorageView *storage() { return &m_storage; }
     StartupView *startup() { return &m_startup; }
     DeveloperView *developer() { return &m_developer; }
-    QList<MenuEntry> processMenu() const { return swabby::processMenu(false); }
-    QList<MenuEntry> tightProcessMenu() const { return swabby::processMenu(true); }
+    QList<MenuEntry> processMenu() const { return swabby::processMenu(); }
     /// Whether a full check runs, here or anywhere.
     bool isScanning() const { return m_isScanning; }
     const QList<SectionRow> &sections() const { return m_sections; }

@@ -50,7 +50,9 @@ void StateView::showProcesses()
     };
     m_processes.show(found(m_shown.processes, ProcessRowMode::activity), pidOf);
     m_drainers.show(found(m_shown.batteryDrainers, ProcessRowMode::battery), pidOf);
-    m_networkUsers.show(found(m_shown.networkUsers, ProcessRowMode::network), pidOf);
+    m_networkUsers.show(networkRowTexts(filteredProcesses(m_shown.networkUsers, m_searchText),
+                                        m_shown.networkUsers, m_shown.pinnedNames, m_shown.words),
+                        pidOf);
 }
 
 bool StateView::hasSpeedLine() const

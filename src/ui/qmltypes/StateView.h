@@ -60,8 +60,8 @@ public:
     QString noProcesses() const { return noProcessesText(isKnown()); }
     SpeedDay speedDay() const { return {speedStretches(m_shown.history, m_shown.time)}; }
     bool hasSpeedLine() const;
-    QString averageSpeed() const { return averageSpeedText(m_shown.history); }
-    QString speedSentence() const { return speedHistorySentence(m_shown.history); }
+    QString averageSpeed() const { return averageSpeedText(m_shown.history, m_shown.time); }
+    QString speedSentence() const { return speedHistorySentence(m_shown.history, m_shown.time); }
     BatterySummary battery() const { return batterySummary(m_shown.stats, m_shown.words); }
     QString networkRate() const { return totalNetworkRate(m_shown.networkUsers); }
     QString networkSentence() const { return swabby::networkSentence(m_shown.networkUsers); }

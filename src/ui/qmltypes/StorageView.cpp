@@ -194,6 +194,11 @@ double StorageView::usedFraction() const
     return std::max(0.0, usedStorageFraction(m_context.state.stats()) - clearableFraction());
 }
 
+int StorageView::usedTint() const
+{
+    return static_cast<int>(storageTint(m_context.state.stats()));
+}
+
 double StorageView::clearableFraction() const
 {
     const SystemStats &stats = m_context.state.stats();

@@ -23,6 +23,7 @@ class StorageView : public QObject {
     Q_PROPERTY(QString freeText READ freeText NOTIFY changed)
     Q_PROPERTY(QString totalText READ totalText NOTIFY changed)
     Q_PROPERTY(double usedFraction READ usedFraction NOTIFY changed)
+    Q_PROPERTY(int usedTint READ usedTint NOTIFY changed)
     Q_PROPERTY(double clearableFraction READ clearableFraction NOTIFY changed)
     Q_PROPERTY(QString clearableText READ clearableText NOTIFY changed)
     Q_PROPERTY(QString queueNote READ queueNote CONSTANT)
@@ -66,6 +67,7 @@ public:
     QString totalText() const { return swabby::totalText(m_context.state.stats()); }
     /// Of the disk, without what can be cleared.
     double usedFraction() const;
+    int usedTint() const;
     double clearableFraction() const;
     QString clearableText() const { return swabby::clearableText(m_clearableBytes); }
     /// What the queue is.

@@ -21,7 +21,7 @@ void SymbolItem::paint(QPainter *painter)
         return;
     painter->setRenderHint(QPainter::Antialiasing);
     painter->scale(width() / 24, height() / 24);
-    const QPen pen(m_color, 1.9, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+    const QPen pen(m_color, m_weight, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
     painter->fillPath(svgPath(QLatin1String(drawing->fill)), m_color);
     painter->strokePath(svgPath(QLatin1String(drawing->stroke)), pen);
     painter->setCompositionMode(QPainter::CompositionMode_DestinationOut);

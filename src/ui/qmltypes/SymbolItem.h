@@ -11,6 +11,8 @@ class SymbolItem : public QQuickPaintedItem {
     QML_ELEMENT
     Q_PROPERTY(QString name MEMBER m_name NOTIFY changed)
     Q_PROPERTY(QColor color MEMBER m_color NOTIFY changed)
+    /// Of its strokes, in a box of 24.
+    Q_PROPERTY(double weight MEMBER m_weight NOTIFY changed)
 
 public:
     explicit SymbolItem(QQuickItem *parent = nullptr);
@@ -22,6 +24,7 @@ Q_SIGNALS:
 private:
     QString m_name;
     QColor m_color;
+    double m_weight = 1.9;
 };
 
 } // namespace swabby
