@@ -66,6 +66,13 @@ Window {
         onIsOpenChanged: settled.restart()
     }
 
+    // What stands beneath a sheet waits for what is decided there.
+    Binding {
+        target: window.view
+        property: "isHeld"
+        value: section.isHeld || sheets.visible
+    }
+
     // A sheet gives the keyboard back where it was, if that is still there.
     Timer {
         id: settled

@@ -146,7 +146,14 @@ class Walk:
         wait("a ticked box", lambda: self.see(box.name, "check box").is_checked)
         self.problems += [f"{what} moved when a box was ticked" for what, place in
                           self.reader.places(self.window).items() if before.get(what, place) != place]
-        self.sheet("A question before removing", "Review and clean up", "Cancel")
+        self.press("Holiday film.mov ×3", "check box", action="Toggle")
+        self.press("Review and clean up")
+        self.press("Show what is behind it: Holiday film.mov ×3")
+        self.see("Holiday film.mov, stays", "list item")
+        self.look("A question before removing")
+        self.press("Cancel")
+        self.sheet_is(False)
+        self.see("Quit: Frame Foundry", "push button")
         self.sheet("A question before uninstalling", "Remove: Vault Line", "Cancel")
         self.go_to("Developer Tools")
         self.press("Scan developer clutter")

@@ -18,12 +18,21 @@ QList<LeakText> rows(const QString &letters)
     return result;
 }
 
+// One that is leaving stands behind a sign.
 QString shown(const RowModel &model)
 {
     QString letters;
-    for (int row = 0; row < model.count(); ++row)
-        letters += model.data(model.index(row), Qt::UserRole).value<LeakText>().headline;
+    for (int row = 0; row < model.count(); ++row) {
+        if (model.data(model.index(row), RowModel::leavingRole).toBool())
+            letters += u'-';
+        letters += model.data(model.index(row), RowModel::entryRole).value<LeakText>().headline;
+    }
     return letters;
+}
+
+QString keyOf(const LeakText &text)
+{
+    return QString::number(text.pid);
 }
 
 } // namespace
@@ -35,15 +44,14 @@ private Q_SLOTS:
     // A letter in another case is the same row with a new value.
     void newRowsReplaceOldOnes()
     {
-        const auto key = [](const LeakText &text) { return QString::number(text.pid); };
         compareTable(fixture(u"ui/row_model.txt"_qs), [&](const Cells &row) {
             RowModel model;
             QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-            model.show(rows(row.text(0)), key);
+            model.show(rows(row.text(0)), keyOf);
             const QSignalSpy inserted(&model, &RowModel::rowsInserted);
             const QSignalSpy removed(&model, &RowModel::rowsRemoved);
             const QSignalSpy changed(&model, &RowModel::dataChanged);
-            model.show(rows(row.text(1)), key);
+            model.show(rows(row.text(1)), keyOf);
             qsizetype gone = 0;
             for (const QList<QVariant> &signal : removed)
                 gone += signal.at(2).toInt() - signal.at(1).toInt() + 1;
@@ -52,6 +60,22 @@ private Q_SLOTS:
                 .arg(gone)
                 .arg(changed.count())
                 .trimmed();
+        });
+    }
+
+    // What is shown first, what is shown twice while the rows are held, and what stands then and afterwards.
+    void whatIsHeldKeepsItsPlace()
+    {
+        compareTable(fixture(u"ui/row_model_held.txt"_qs), [&](const Cells &row) {
+            RowModel model;
+            QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+            model.show(rows(row.text(0)), keyOf);
+            model.setHeld(true);
+            model.show(rows(row.text(1)), keyOf);
+            model.show(rows(row.text(2)), keyOf);
+            const QString held = shown(model);
+            model.setHeld(false);
+            return held + u' ' + shown(model);
         });
     }
 };

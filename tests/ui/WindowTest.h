@@ -40,6 +40,8 @@ protected:
         return waitUntil([&] { return item(name) == nullptr; });
     }
     void pressHere(const QString &name) { press(window(), name); }
+    /// The keyboard goes elsewhere, and the page's rows need not keep their places for it.
+    void leavePage() { item(u"Settings"_qs)->forceActiveFocus(); }
     void type(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QTest::keyClick(&window(), key, modifiers);

@@ -31,19 +31,6 @@ QString endOfSessionWarning(const QString &name)
                                  "is open closes, and unsaved work is lost.");
 }
 
-/// What lies in the Trash goes for good; empty when none of the items is the Trash.
-QString trashWarning(const std::vector<RemovableItem> &items)
-{
-    std::size_t count = 0;
-    for (const RemovableItem &item : items)
-        if (const auto *entry = std::get_if<CacheEntry>(&item.kind); entry && entry->trash)
-            count += entry->trash->items.size();
-    if (count == 0)
-        return {};
-    return QStringLiteral("Gone for good: %1 thing%2 in the Trash. This cannot be undone.")
-        .arg(QString::number(count), count == 1 ? QString() : QStringLiteral("s"));
-}
-
 } // namespace
 
 ConfirmationInfo ConfirmationBuilder::quit(const ProcessSample &process, const QuitPlan &plan, QuitFlow &flow)
@@ -81,13 +68,26 @@ ConfirmationInfo ConfirmationBuilder::remove(const std::vector<RemovableItem> &i
                                    "build artifacts regenerate automatically.");
         info.confirmLabel = QStringLiteral("Remove All");
     }
-    info.warning = trashWarning(items);
+    if (const QString lost = goneForGood(items); !lost.isEmpty())
+        info.warning = lost + QStringLiteral(". This cannot be undone.");
     info.onConfirm = [items, &flow, onRemoved] {
         flow.remove(items);
         if (onRemoved)
             onRemoved();
     };
     return info;
+}
+
+QString ConfirmationBuilder::goneForGood(const std::vector<RemovableItem> &items)
+{
+    std::size_t count = 0;
+    for (const RemovableItem &item : items)
+        if (const auto *entry = std::get_if<CacheEntry>(&item.kind); entry && entry->trash)
+            count += entry->trash->items.size();
+    if (count == 0)
+        return {};
+    return QStringLiteral("Gone for good: %1 thing%2 in the Trash")
+        .arg(QString::number(count), count == 1 ? QString() : QStringLiteral("s"));
 }
 
 QString ConfirmationBuilder::forceQuitWarning()

@@ -36,6 +36,9 @@ ConfirmationInfo quit(const ProcessSample &process, const QuitPlan &plan, QuitFl
 ConfirmationInfo remove(const std::vector<RemovableItem> &items, CleanupFlow &flow,
                         const std::function<void()> &onRemoved = {});
 
+/// What of it goes for good, in a few words: "Gone for good: 3 things in the Trash". Empty for none.
+QString goneForGood(const std::vector<RemovableItem> &items);
+
 /// What is said of a forced quit before it is done.
 QString forceQuitWarning();
 

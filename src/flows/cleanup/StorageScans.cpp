@@ -3,6 +3,7 @@
 #include "cleanup/AppUninstaller.h"
 #include "cleanup/CacheCleaner.h"
 #include "cleanup/Search.h"
+#include "engine/Samplers.h"
 
 #include <QCoroFuture>
 
@@ -40,15 +41,28 @@ Findings forgottenFiles(const swabby::Search &search)
     return {.items = foundOnce(CleanupEngine::deepScan, search)};
 }
 
+/// The processes of those that run.
+std::map<QString, std::int32_t> runningAmong(const Items &items, const Machine &machine)
+{
+    std::map<QString, std::int32_t> running;
+    const std::vector<RunningApplication> all = machine.runningApplications->list();
+    for (const RemovableItem &item : items) {
+        const auto *uninstall = std::get_if<AppUninstall>(&item.kind);
+        if (uninstall == nullptr || uninstall->app.bundleID.isEmpty())
+            continue;
+        const auto found = std::ranges::find(all, uninstall->app.bundleID, &RunningApplication::bundleId);
+        if (found != all.end())
+            running.emplace(item.id, found->pid);
+    }
+    return running;
+}
+
 Findings applications(const swabby::Search &search)
 {
     Findings found;
-    for (const InstalledApp &app : AppUninstaller::scanInstalledApps(search)) {
-        const RemovableItem item = RemovableItem::of(AppUninstall{app, {}});
-        if (AppUninstaller::isRunning(search.machine, app.bundleID))
-            found.running.insert(item.id);
-        found.items.push_back(item);
-    }
+    for (const InstalledApp &app : AppUninstaller::scanInstalledApps(search))
+        found.items.push_back(RemovableItem::of(AppUninstall{app, {}}));
+    found.running = runningAmong(found.items, search.machine);
     return found;
 }
 
@@ -242,7 +256,7 @@ void StorageScans::prepare(const QString &id)
             }
             Findings &found = searchFor(ClutterKind::applications).findings;
             if (leftovers.isRunning)
-                found.running.insert(id);
+                lookWhoRuns();
             else
                 found.running.erase(id);
             Q_EMIT changed();
@@ -253,6 +267,38 @@ void StorageScans::prepare(const QString &id)
         });
         return;
     }
+}
+
+void StorageScans::lookWhoRuns()
+{
+    const Items &items = findings(ClutterKind::applications).items;
+    if (items.empty())
+        return;
+    const auto looking =
+        m_work.ask([machine = m_state.sharedMachine(), items] { return runningAmong(items, *machine); });
+    m_looks.end(); // an older look may come in after a newer one
+    m_looks.whenDone(looking, [this](const std::map<QString, std::int32_t> &running) {
+        auto &known = searchFor(ClutterKind::applications).findings.running;
+        if (std::exchange(known, running) != running)
+            Q_EMIT changed();
+    });
+}
+
+void StorageScans::findProcess(const QString &id)
+{
+    const Findings &found = findings(ClutterKind::applications);
+    const auto running = found.running.find(id);
+    if (running == found.running.end())
+        return;
+    const auto looking = m_work.ask([machine = m_state.sharedMachine(), pid = running->second] {
+        return ProcessSampler::processes(*machine->processes->begin(), {pid}, machine->ownProcessId);
+    });
+    m_preparations.whenDone(looking, [this, pid = running->second](const auto &processes) {
+        if (const auto process = processes.find(pid); process != processes.end())
+            Q_EMIT runsAs(process->second);
+        else
+            lookWhoRuns();
+    });
 }
 
 void StorageScans::forget(const Items &removed)

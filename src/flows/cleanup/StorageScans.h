@@ -9,6 +9,7 @@
 #include <QtCore/QObject>
 
 #include <array>
+#include <map>
 #include <set>
 #include <vector>
 
@@ -34,9 +35,9 @@ public:
         bool wasSent = false; ///< whether names and sizes left this computer for those
         QString host = {};    ///< to where, when the person chose that address
         std::optional<ModelFailure> failure =
-            std::nullopt;                           ///< why the assistant did not answer, if it did not
-        std::set<QString> running = {};             ///< the ids of applications that run
-        DeveloperCleanup::DockerStatus docker = {}; ///< its rows stay when its item was removed
+            std::nullopt;                             ///< why the assistant did not answer, if it did not
+        std::map<QString, std::int32_t> running = {}; ///< by the ids of applications that run, their process
+        DeveloperCleanup::DockerStatus docker = {};   ///< its rows stay when its item was removed
         QString problem = {}; ///< why nothing was searched, without a full stop; else empty
 
         /// The items and the suggestions that look safe.
@@ -65,6 +66,10 @@ public:
 
     /// Looks for what that application leaves behind; prepared() or stillRuns() tells.
     void prepare(const QString &id);
+    /// Looks which process that application runs as; runsAs() tells, unless it does not run any more.
+    void findProcess(const QString &id);
+    /// Looks again which applications run.
+    void lookWhoRuns();
     bool isPrepared(const QString &id) const { return m_preparing.count(id) != 0; }
 
     /// Takes what a confirmed removal removes off the results.
@@ -78,6 +83,7 @@ Q_SIGNALS:
     void prepared(const swabby::RemovableItem &item);
     /// An application that has to be quit first.
     void stillRuns(const QString &name);
+    void runsAs(const swabby::ProcessSample &process);
 
 private:
     struct Search {
@@ -99,6 +105,7 @@ private:
     // Last, so that the work is told to stop, then waited for while everything it uses still stands.
     BackgroundWork m_work;
     LatestRun m_preparations;
+    LatestRun m_looks; ///< at which applications run
     std::array<Search, 5> m_searches;
 };
 

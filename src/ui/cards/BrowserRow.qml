@@ -6,8 +6,10 @@ Item {
     id: row
 
     required property browserRowText entry
+    required property bool isLeaving
 
     implicitHeight: 56
+    opacity: isLeaving ? 0.45 : 1
     Accessible.role: Accessible.ListItem
     Accessible.name: entry.name + ", " + entry.detail + ", " + entry.memory + ", " + entry.load
 
@@ -35,7 +37,7 @@ Item {
 
         Remark {
             width: parent.width
-            text: row.entry.detail
+            text: row.isLeaving ? Words.noLongerListed : row.entry.detail
         }
     }
 

@@ -6,7 +6,8 @@ Card {
     id: card
 
     required property CheckView check
-    readonly property processRowText process: check.watched
+    required property processRowText entry
+    required property bool isLeaving
 
     spacing: 8
 
@@ -20,21 +21,22 @@ Card {
     NamedRow {
         width: parent.width
         height: 38
-        tile: card.process.tile
-        name: card.process.name
-        detail: card.process.detail
+        tile: card.entry.tile
+        name: card.entry.name
+        detail: card.entry.detail
         gap: 10
+        isLeaving: card.isLeaving
 
         RowButton {
             text: "Explain"
-            subject: card.process.name
+            subject: card.entry.name
             onActivated: card.check.explain()
         }
 
         RowButton {
             text: "Quit"
-            subject: card.process.name
-            visible: card.process.canQuit
+            subject: card.entry.name
+            visible: card.entry.canQuit
             onActivated: card.check.quit()
         }
     }

@@ -27,7 +27,7 @@ Card {
 
             implicitHeight: 54
             Accessible.role: Accessible.ListItem
-            Accessible.name: entry.label + ", " + entry.detail
+            Accessible.name: entry.label + ", " + (isLeaving ? Words.noLongerListed : entry.detail)
             hasLine: true
             tile: entry.tile
             name: entry.label

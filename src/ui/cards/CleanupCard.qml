@@ -18,6 +18,7 @@ Card {
     signal toggled(string id, bool isSelected)
     signal allToggled(bool isSelected)
     signal acted(string id)
+    signal quitted(string id)
     signal shown(string path)
 
     spacing: 6
@@ -50,6 +51,7 @@ Card {
         visible: card.list.rows.count > 0
         onToggled: (id, isSelected) => card.toggled(id, isSelected)
         onActed: id => card.acted(id)
+        onQuitted: id => card.quitted(id)
         onShown: path => card.shown(path)
     }
 

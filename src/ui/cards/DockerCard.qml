@@ -7,24 +7,27 @@ Card {
     id: card
 
     required property DeveloperView developer
+    required property removableRowText entry
+    required property bool isLeaving
 
+    opacity: isLeaving ? 0.45 : 1
     spacing: 8
 
     CleanupHeader {
         symbol: "internaldrive"
         title: "Docker Reclaimable"
-        subtitle: Words.dockerClutter
+        subtitle: card.isLeaving ? Words.noLongerListed : Words.dockerClutter
 
         PlainLabel {
             anchors.verticalCenter: parent.verticalCenter
-            text: card.developer.dockerSize
+            text: card.entry.size
             font: Theme.titleFont
         }
 
         ActionButton {
             anchors.verticalCenter: parent.verticalCenter
             text: "Remove Docker Clutter"
-            onActivated: card.developer.removeDockerClutter()
+            onActivated: card.developer.remove(card.entry.id)
         }
     }
 

@@ -6,6 +6,7 @@ Item {
     id: root
 
     property issueCard issue
+    required property bool isLeaving
     property bool isInSheet: false
     property bool folds: false
     property bool isUnfolded: false
@@ -17,6 +18,7 @@ Item {
     signal action
 
     implicitHeight: fold.y + fold.height + edge
+    opacity: isLeaving ? 0.45 : 1
 
     Card {
         anchors.fill: parent
@@ -39,7 +41,7 @@ Item {
         width: parent.width
         height: heading.height + 2 * root.edge
         innerRadius: 12
-        name: root.issue.severity + ": " + root.issue.what
+        name: (root.isLeaving ? Words.noLongerListed : root.issue.severity) + ": " + root.issue.what
         tip: root.isOpen ? "Show less" : "Why it matters and how to help"
         visible: root.folds
         Accessible.checkable: true
@@ -63,10 +65,10 @@ Item {
     SymbolItem {
         x: root.inset
         y: root.edge + 1
-        name: "exclamationmark.triangle.fill"
-        color: Theme.marks[root.issue.tint]
+        name: root.isLeaving ? "checkmark.circle.fill" : "exclamationmark.triangle.fill"
+        color: root.isLeaving ? Theme.marks[Tints.green] : Theme.marks[root.issue.tint]
         Accessible.role: Accessible.Graphic
-        Accessible.name: root.issue.severity
+        Accessible.name: root.isLeaving ? Words.noLongerListed : root.issue.severity
         Accessible.ignored: root.folds
     }
 
@@ -110,7 +112,9 @@ Item {
             height: implicitHeight
             issue: root.issue
             isInSheet: root.isInSheet
-            onAction: root.action()
+            // Its place among the issues may be another one's by now.
+            onAction: if (!root.isLeaving)
+                root.action()
         }
     }
 }

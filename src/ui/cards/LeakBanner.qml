@@ -6,10 +6,12 @@ Card {
     id: banner
 
     required property leakText entry
+    required property bool isLeaving
 
     signal explained
     signal quitted
 
+    opacity: isLeaving ? 0.45 : 1
     isPaper: false
     fill: Theme.washes[Tints.orange]
 
@@ -19,10 +21,10 @@ Card {
 
         SymbolItem {
             anchors.verticalCenter: parent.verticalCenter
-            name: "exclamationmark.triangle.fill"
-            color: Theme.marks[Tints.orange]
+            name: banner.isLeaving ? "checkmark.circle.fill" : "exclamationmark.triangle.fill"
+            color: Theme.marks[banner.isLeaving ? Tints.green : Tints.orange]
             Accessible.role: Accessible.Graphic
-            Accessible.name: "Warning"
+            Accessible.name: banner.isLeaving ? Words.noLongerListed : "Warning"
         }
 
         Column {

@@ -12,8 +12,11 @@ Item {
     property int badgeTint: 0
     property real gap: 11
     property bool hasLine: false
+    property bool isLeaving: false
     property int nameElide: Text.ElideRight
     default property alias buttons: end.data
+
+    opacity: isLeaving ? 0.45 : 1
 
     Hairline {
         visible: row.hasLine
@@ -56,7 +59,7 @@ Item {
 
         Remark {
             width: parent.width
-            text: row.detail
+            text: row.isLeaving ? Words.noLongerListed : row.detail
         }
     }
 

@@ -63,6 +63,12 @@ Item {
         }
     }
 
+    Binding {
+        target: list.view.issues
+        property: "isHeld"
+        value: rows.isHeld
+    }
+
     Item {
         id: fold
 
@@ -99,10 +105,14 @@ Item {
 
                 PopoverIssueRow {
                     required property issueCard entry
+                    required property bool isLeaving
 
                     width: parent.width
                     issue: entry
-                    onActivated: list.view.openIssue(entry.index)
+                    opacity: isLeaving ? 0.45 : 1
+                    // Its place among the issues may be another one's by now.
+                    onActivated: if (!isLeaving)
+                        list.view.openIssue(entry.index)
                 }
             }
         }

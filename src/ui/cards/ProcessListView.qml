@@ -20,12 +20,14 @@ Column {
             id: place
 
             required property processRowText entry
+            required property bool isLeaving
             required property int index
 
             width: list.width
             height: row.implicitHeight + 2 * row.y
             Accessible.role: Accessible.ListItem
             Accessible.name: row.spoken
+            opacity: isLeaving ? 0.45 : 1
 
             Hairline {
                 visible: place.index > 0
@@ -37,6 +39,7 @@ Column {
                 y: isCompact ? 4 : 8
                 width: parent.width - actions.width - 12
                 entry: place.entry
+                isLeaving: place.isLeaving
                 isCompact: list.view.state.isCompact
                 hasBar: list.hasBars
             }

@@ -8,8 +8,10 @@ Item {
     required property processRowText entry
     property bool isCompact: false
     property bool hasBar: false
+    property bool isLeaving: false
+    readonly property string detail: isLeaving ? Words.noLongerListed : entry.detail
     /// What a screen reader says of the row, which its buttons belong to as well.
-    readonly property string spoken: entry.name + ", " + entry.value + ", " + entry.detail
+    readonly property string spoken: entry.name + ", " + entry.value + ", " + detail
 
     implicitHeight: isCompact ? 24 : 35
 
@@ -62,7 +64,7 @@ Item {
             x: row.isCompact ? name.width + words.pinWidth + 10 : 0
             y: row.isCompact ? name.baselineOffset - baselineOffset : name.height
             width: parent.width - x
-            text: row.entry.detail
+            text: row.detail
         }
     }
 

@@ -10,19 +10,23 @@ Item {
     property string actionLabel
     property bool hasBox: actionLabel === ""
     property bool isExpanded: false
+    property bool isLeaving: false
+    readonly property string subtitle: isLeaving ? Words.noLongerListed : entry.subtitle
     property bool isFolding: false
     property string shownId
 
     signal folded
     signal toggled
     signal acted
+    signal quitted
     signal shown(string path)
 
     width: parent === null ? 0 : parent.width
     implicitHeight: head.height + (isExpanded ? details.height : 0)
     clip: heightMotion.running
     Accessible.role: Accessible.ListItem
-    Accessible.name: entry.title + (entry.subtitle === "" ? "" : ", " + entry.subtitle) + ", " + entry.size
+    Accessible.name: entry.title + (subtitle === "" ? "" : ", " + subtitle) + ", " + entry.size
+    opacity: isLeaving ? 0.45 : 1
 
     // Another thing's row has its height at once.
     onEntryChanged: if (entry.id !== shownId) {
@@ -115,7 +119,7 @@ Item {
 
             Remark {
                 width: parent.width
-                text: row.entry.subtitle
+                text: row.subtitle
                 visible: text !== ""
             }
         }
@@ -135,9 +139,18 @@ Item {
 
             RowButton {
                 anchors.verticalCenter: parent.verticalCenter
+                text: "Quit"
+                subject: row.entry.title
+                visible: row.entry.isRunning
+                onActivated: row.quitted()
+            }
+
+            RowButton {
+                anchors.verticalCenter: parent.verticalCenter
                 text: row.actionLabel
                 subject: row.entry.title
                 isBusy: row.entry.isBusy
+                isAvailable: !row.entry.isRunning
                 visible: row.actionLabel !== ""
                 onActivated: row.acted()
             }

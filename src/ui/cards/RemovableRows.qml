@@ -12,6 +12,7 @@ RowStack {
 
     signal toggled(string id, bool isSelected)
     signal acted(string id)
+    signal quitted(string id)
     signal shown(string path)
 
     function fold(id: string): void {
@@ -26,6 +27,7 @@ RowStack {
         isExpanded: stack.unfolded.includes(entry.id)
         onToggled: stack.toggled(entry.id, !entry.isSelected)
         onActed: stack.acted(entry.id)
+        onQuitted: stack.quitted(entry.id)
         onShown: path => stack.shown(path)
         onFolded: stack.fold(entry.id)
     }

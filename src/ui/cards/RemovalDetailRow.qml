@@ -6,6 +6,7 @@ Item {
     id: row
 
     required property removalDetail entry
+    property alias hasLine: edge.visible
 
     signal shown
 
@@ -14,6 +15,7 @@ Item {
     Accessible.name: entry.name + ", " + entry.fate
 
     Hairline {
+        id: edge
     }
 
     Column {
@@ -26,6 +28,7 @@ Item {
             width: parent.width
             text: row.entry.name
             elide: Text.ElideMiddle
+            color: row.entry.stays ? Theme.secondary : Theme.primary
         }
 
         NameLabel {

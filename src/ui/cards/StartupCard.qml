@@ -31,7 +31,7 @@ Card {
 
             implicitHeight: 54
             Accessible.role: Accessible.ListItem
-            Accessible.name: entry.label + (entry.badge === "" ? "" : ", " + entry.badge) + ", " + entry.detail
+            Accessible.name: entry.label + (entry.badge === "" ? "" : ", " + entry.badge) + ", " + (isLeaving ? Words.noLongerListed : entry.detail)
             hasLine: true
             tile: entry.tile
             name: entry.label

@@ -26,17 +26,20 @@ Card {
             id: place
 
             required property processRowText entry
+            required property bool isLeaving
 
             width: parent.width
             height: row.implicitHeight
             Accessible.role: Accessible.ListItem
             Accessible.name: row.spoken
+            opacity: isLeaving ? 0.45 : 1
 
             ProcessRowView {
                 id: row
 
                 width: parent.width - actions.width - 12
                 entry: place.entry
+                isLeaving: place.isLeaving
                 isCompact: card.figures.isCompact
             }
 

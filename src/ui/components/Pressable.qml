@@ -11,6 +11,7 @@ Item {
     // A sheet over the window takes the keyboard and the pointer from what is beneath, but not its looks.
     property bool isAvailable: true
     property real innerRadius: 7
+    property double actedAt: 0
     readonly property bool isHovered: area.containsMouse
     readonly property bool isPressed: area.pressed
 
@@ -18,8 +19,10 @@ Item {
 
     function trigger(): void {
         Hints.hide(pressable);
-        if (pressable.enabled && !pressable.isBusy)
-            pressable.activated();
+        if (!pressable.enabled || pressable.isBusy)
+            return;
+        actedAt = Date.now();
+        pressable.activated();
     }
 
     enabled: isAvailable
@@ -41,8 +44,10 @@ Item {
 
         anchors.fill: parent
         hoverEnabled: true
-        onClicked: pressable.trigger()
-        // The second press of a double click is not meant for what the first one brought under the pointer.
+        // What has acted rests for as long as a double click takes. Its second press is not meant for what the
+        // first one brought under the pointer either.
+        onClicked: if (Date.now() - pressable.actedAt >= Theme.doubleClickTime)
+            pressable.trigger()
         onDoubleClicked: mouse => mouse.accepted = true
         onContainsMouseChanged: containsMouse ? Hints.show(pressable, pressable.tip) : Hints.hide(pressable)
     }

@@ -16,12 +16,28 @@ Flickable {
     // Where the page helps with what is wrong.
     property Item remedy: null
     readonly property Item focusItem: Window.activeFocusItem
+    property bool mayHold: true
+    // What the pointer is at, or else the keyboard: it keeps its place on the screen, whatever comes and goes
+    // above it, and nothing in it moves.
+    property Item held: null
+    readonly property bool isHeld: held !== null
+
+    function partWith(item: Item): Item {
+        let part = item;
+        while (part !== null && part.parent !== column)
+            part = part.parent;
+        return part;
+    }
 
     function holds(item: Item): bool {
-        let ancestor = item;
-        while (ancestor !== null && ancestor !== column)
-            ancestor = ancestor.parent;
-        return ancestor !== null;
+        return partWith(item) !== null;
+    }
+
+    function hold(): void {
+        const at = pointer.point.position;
+        const pointed = pointer.isUsed && pointer.hovered ? column.childAt(at.x - column.x, at.y - column.y) : null;
+        const pressable = focusItem as Pressable;
+        held = !mayHold ? null : pointed ?? (pressable === null ? null : partWith(pressable));
     }
 
     function isInFooter(item: Item): bool {
@@ -93,7 +109,7 @@ Flickable {
 
     clip: true
     contentWidth: width
-    contentHeight: column.height + column.y + bottomPadding + footerHeight
+    contentHeight: Math.max(column.height + column.y + bottomPadding + footerHeight, keeper.end)
     boundsBehavior: Flickable.StopAtBounds
     flickableDirection: Flickable.VerticalFlick
     pixelAligned: true
@@ -110,8 +126,67 @@ Flickable {
             event.accepted = scrollWith(event.key);
         }
     }
-    onFocusItemChanged: if (focusItem !== null)
-        reveal(focusItem)
+    onFocusItemChanged: {
+        hold();
+        if (focusItem !== null)
+            reveal(focusItem);
+    }
+    onMayHoldChanged: hold()
+    onHeldChanged: {
+        keeper.top = held?.y ?? 0;
+        if (held === null)
+            settling.restart();
+        else
+            settling.stop();
+    }
+
+    Connections {
+        id: keeper
+
+        property real top: 0
+        // A short page is scrolled beyond its end for that long.
+        property real end: 0
+
+        function onYChanged(): void {
+            const place = Math.max(0, page.contentY + page.held.y - top);
+            top = page.held.y;
+            end = place + page.height;
+            page.contentY = place;
+        }
+
+        target: page.held
+    }
+
+    Timer {
+        id: settling
+
+        interval: Theme.doubleClickTime
+        onTriggered: keeper.end = 0
+    }
+
+    // One that only rests where the window came up is at nothing.
+    HoverHandler {
+        id: pointer
+
+        property bool isUsed: false
+        property point first
+
+        onHoveredChanged: {
+            first = point.scenePosition;
+            page.hold();
+        }
+        onPointChanged: {
+            isUsed = isUsed || hovered && (point.scenePosition.x !== first.x || point.scenePosition.y !== first.y);
+            page.hold();
+        }
+    }
+
+    PointHandler {
+        onActiveChanged: {
+            pointer.isUsed = true;
+            page.hold();
+        }
+    }
 
     Column {
         id: column

@@ -10,6 +10,7 @@ Item {
     // On its own, so that a page which changes the state while it goes is not asked for again.
     readonly property bool isKnown: view.state.isKnown
     readonly property bool isReady: isKnown || !view.selected.waitsForFigures
+    readonly property bool isHeld: (loader.item as ScrollPage)?.isHeld ?? false
     readonly property string page: isReady ? view.selected.page : ""
 
     // Whether the key scrolled the page.

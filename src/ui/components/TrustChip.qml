@@ -6,6 +6,7 @@ Rectangle {
     id: chip
 
     property string text
+    property string symbol
 
     implicitWidth: label.implicitWidth + 42
     implicitHeight: 26
@@ -18,7 +19,7 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         width: 14
         height: 14
-        name: "star.fill"
+        name: chip.symbol
         color: Theme.trustStar
     }
 

@@ -106,9 +106,8 @@ ScanText scanText(const StorageScans &scans, ClutterKind kind)
 
 void describeApplication(RemovableRowText &row, const RemovableItem &item, const StorageScans &scans)
 {
-    row.subtitle = scans.findings(ClutterKind::applications).running.contains(item.id)
-                       ? QStringLiteral("Running — quit it first")
-                       : QString();
+    row.isRunning = scans.findings(ClutterKind::applications).running.contains(item.id);
+    row.subtitle = row.isRunning ? QStringLiteral("Running — quit it first") : QString();
     row.details.clear();
     if (const auto *uninstall = std::get_if<AppUninstall>(&item.kind))
         row.tile = tileOf(item.title, uninstall->app.path);

@@ -22,6 +22,7 @@ struct RemovableRowText {
     Q_PROPERTY(QString size MEMBER size)
     Q_PROPERTY(bool isSelected MEMBER isSelected)
     Q_PROPERTY(bool isBusy MEMBER isBusy)
+    Q_PROPERTY(bool isRunning MEMBER isRunning)
     Q_PROPERTY(swabby::ProgramTile tile MEMBER tile)
     Q_PROPERTY(QString badgeSymbol MEMBER badgeSymbol)
     Q_PROPERTY(QString badgeHint MEMBER badgeHint)
@@ -35,6 +36,7 @@ public:
     QString size;
     bool isSelected = false;
     bool isBusy = false;
+    bool isRunning = false; ///< an application that has to be quit first
     ProgramTile tile;
     QString badgeSymbol; ///< empty: no badge
     QString badgeHint;   ///< the badge in words

@@ -18,6 +18,7 @@ ExplainText explainText(const ExplainRequest &request, const MachineWords &words
         text.name = oneLine(process->name);
         text.tile = tileOf(*process);
         text.trust = trustText(process->trustRatio());
+        text.trustSymbol = trustSymbol(process->trustRatio());
         text.figures = coresText(process->cpuPercent, words)
                            .value_or(wholeNumberText(process->cpuPercent) + QLatin1Char('%')) +
                        QStringLiteral(" · ") + programMemoryText(process->rssBytes, words) +

@@ -19,6 +19,7 @@ struct ExplainText {
     Q_PROPERTY(QString recommendation MEMBER recommendation)
     Q_PROPERTY(int recommendationTint READ recommendationTintIndex)
     Q_PROPERTY(QString trust MEMBER trust)
+    Q_PROPERTY(QString trustSymbol MEMBER trustSymbol)
     Q_PROPERTY(QString figures MEMBER figures)
     Q_PROPERTY(QString actionLabel MEMBER actionLabel)
     Q_PROPERTY(QString actionHint MEMBER actionHint)
@@ -28,7 +29,8 @@ public:
     ProgramTile tile;
     QString recommendation;
     Tint recommendationTint = Tint::green;
-    QString trust;       ///< "Trust 85"; empty for a startup item
+    QString trust; ///< "Trust 85"; empty for a startup item
+    QString trustSymbol;
     QString figures;     ///< what it takes, in small; empty for a startup item
     QString actionLabel; ///< "Force Quit", "Disable", or the way to the system's settings; may be empty
     QString actionHint;

@@ -60,7 +60,7 @@ ProcessRowText processRowText(const ProcessSample &process, ProcessRowMode mode,
     row.name = oneLine(process.name);
     row.tile = tileOf(process);
     row.trust = process.trustRatio();
-    row.trustSymbol = row.trust > 49 ? QStringLiteral("star.fill") : QStringLiteral("star");
+    row.trustSymbol = trustSymbol(row.trust);
     row.isPinned = isPinned;
     row.canQuit = process.mayBeQuit();
     switch (mode) {
@@ -120,6 +120,11 @@ QList<BrowserRowText> browserRowTexts(const QList<BrowserRollupEntry> &entries, 
                      programMemoryText(entry.totalMemBytes, words),
                      roundedLoad(entry.totalCPUPercent, words) + QStringLiteral(" busy")});
     return rows;
+}
+
+QString trustSymbol(int trustRatio)
+{
+    return trustRatio > 49 ? QStringLiteral("star.fill") : QStringLiteral("star");
 }
 
 QString energyWord(double energyImpact)

@@ -86,6 +86,8 @@ QString ownerRemark(const ProcessSample &process);
 QString noProcessesText(bool isKnown);
 QList<BrowserRowText> browserRowTexts(const QList<BrowserRollupEntry> &entries, const MachineWords &words);
 
+/// The star beside a trust score, filled for one that is high.
+QString trustSymbol(int trustRatio);
 /// "High", "Moderate" or "Low".
 QString energyWord(double energyImpact);
 /// "4.2 MB/s".

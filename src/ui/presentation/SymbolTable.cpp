@@ -31,6 +31,7 @@ constexpr SymbolDrawing drawings[] = {
     {"checkmark.circle.fill", "", fullCircle, "M7.6 12.4 L10.7 15.4 L16.4 8.9"},
     {"checkmark.seal", checkedSeal},
     {"chevron.down", "M5.5 9 L12 15.4 L18.5 9"},
+    {"chevron.right", "M8.8 5.5 L15.2 12 L8.8 18.5"},
     {"chevron.up", "M5.5 15.2 L12 8.8 L18.5 15.2"},
     {"circle", "M12 3 A9 9 0 0 1 12 21 A9 9 0 0 1 12 3 Z"},
     {"clock", "M12 3 A9 9 0 0 1 12 21 A9 9 0 0 1 12 3 Z M12 7.4 V12.2 L15.4 14.2"},

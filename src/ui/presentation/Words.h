@@ -34,6 +34,7 @@ class Words : public QObject {
     Q_PROPERTY(QString lastWindow MEMBER lastWindow CONSTANT)
     Q_PROPERTY(QString loginItemSettings MEMBER loginItemSettings CONSTANT)
     Q_PROPERTY(QString newHere MEMBER newHere CONSTANT)
+    Q_PROPERTY(QString noLongerListed MEMBER noLongerListed CONSTANT)
     Q_PROPERTY(QString nothingToDo MEMBER nothingToDo CONSTANT)
     Q_PROPERTY(QString quit MEMBER quit CONSTANT)
     Q_PROPERTY(QString stillInTrash MEMBER stillInTrash CONSTANT)
@@ -68,6 +69,7 @@ public:
     const QString loginItemSettings = m_words.loginItemSettings;
     const QString newHere =
         QStringLiteral("New here? %1 “Open Swabby” below to get started.").arg(m_words.pressFirst);
+    const QString noLongerListed = QStringLiteral("No longer in this list");
     const QString nothingToDo = nothingToDoText();
     const QString quit = QStringLiteral("Quit Swabby");
     const QString stillInTrash = QStringLiteral("What was removed last is still in the Trash.");

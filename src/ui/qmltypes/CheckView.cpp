@@ -22,7 +22,7 @@ CheckView::CheckView(const UserInterfaceContext &context, MainWindowCoordinator 
             [this](std::int32_t pid, Quitting::Outcome outcome) {
                 const auto &process = m_check.result().processToWatch;
                 m_hasQuit = m_hasQuit || (isOver(outcome) && process && process->pid == pid);
-                Q_EMIT changed();
+                showWatched();
             });
 }
 
@@ -87,6 +87,15 @@ void CheckView::showRows()
         return removableRowText(item, selected.contains(item.id), m_context.state.machine().places.home);
     });
     showStartupItems();
+    showWatched();
+}
+
+void CheckView::showWatched()
+{
+    QList<ProcessRowText> rows;
+    if (hasWatched())
+        rows.append(watchedText(*m_check.result().processToWatch, m_context.state.machine().words));
+    m_watched.show(rows, [](const ProcessRowText &row) { return QString::number(row.pid); });
 }
 
 // What starts by itself changes with every refresh, the other findings only with the check.

@@ -36,8 +36,7 @@ class CheckView : public QObject {
     Q_PROPERTY(bool canRemove READ canRemove NOTIFY changed)
     Q_PROPERTY(swabby::RowModel *startupItems READ startupItems CONSTANT)
     Q_PROPERTY(QStringList busyItems READ busyItems NOTIFY changed)
-    Q_PROPERTY(bool hasWatched READ hasWatched NOTIFY changed)
-    Q_PROPERTY(swabby::ProcessRowText watched READ watched NOTIFY changed)
+    Q_PROPERTY(swabby::RowModel *watched READ watched CONSTANT)
 
 public:
     CheckView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator, QObject *parent);
@@ -81,12 +80,8 @@ public:
     RowModel *startupItems() { return &m_startupItems; }
     /// The startup items that are being turned off.
     QStringList busyItems() const { return m_context.startup.busyIds(); }
-    bool hasWatched() const { return m_check.result().processToWatch && !m_hasQuit; }
-    ProcessRowText watched() const
-    {
-        return hasWatched() ? watchedText(*m_check.result().processToWatch, m_context.state.machine().words)
-                            : ProcessRowText();
-    }
+    /// The program to watch, while it runs.
+    RowModel *watched() { return &m_watched; }
 
 Q_SIGNALS:
     void changed();
@@ -99,12 +94,15 @@ private:
     void takeBackWhatStayed(const CleanupReport &report);
     void showRows();
     void showStartupItems();
+    void showWatched();
+    bool hasWatched() const { return m_check.result().processToWatch && !m_hasQuit; }
 
     UserInterfaceContext m_context;
     MainWindowCoordinator &m_coordinator;
     RemovableList m_candidates{this};
     std::vector<RemovableItem> m_removing; ///< from the candidates
     RowModel m_startupItems{this};
+    RowModel m_watched{this};
     int m_visit = 0;
     bool m_isBeginning = false; ///< the page has just appeared
     bool m_isStopped = false;   ///< the last check, before it had a result

@@ -38,7 +38,7 @@ void ConfirmationView::askToQuit(const ProcessSample &process, Quitting::Force f
         if (question != m_question) // something else was asked about meanwhile
             return;
         const ConfirmationInfo info = ConfirmationBuilder::quit(process, plan, m_context.quitting);
-        open(info, confirmationText(info, process.name));
+        open(info, confirmationText(info, tileOf(process)), {});
         m_asked = Quit{process, plan.means, {}};
     };
     whenKnown(this, m_context.quitting.plan(process, force), ask);
@@ -50,21 +50,33 @@ void ConfirmationView::askToRemove(const std::vector<RemovableItem> &items,
     if (items.empty())
         return;
     const ConfirmationInfo info = ConfirmationBuilder::remove(items, m_context.cleanup, onRemoved);
-    ConfirmationText text = confirmationText(info, {});
-    for (const RemovableItem &item : items)
-        text.details += removalDetails(item, m_context.state.machine().places.home);
-    open(info, text);
+    open(info, confirmationText(info), items);
 }
 
-void ConfirmationView::open(const ConfirmationInfo &info, const ConfirmationText &text)
+void ConfirmationView::open(const ConfirmationInfo &info, const ConfirmationText &text,
+                            const std::vector<RemovableItem> &items)
 {
     ++m_question;
     m_asked.reset();
     m_info = info;
     m_text = text;
-    int place = 0;
-    m_details.show(text.details, [&](const RemovalDetail &) { return QString::number(place++); });
+    m_items = items;
+    m_unfolded.clear();
+    showLines();
     Q_EMIT changed();
+}
+
+void ConfirmationView::showLines()
+{
+    m_lines.show(removalLines(m_items, m_unfolded, m_context.state.machine().places.home),
+                 [](const RemovalLine &line) { return line.key; });
+}
+
+void ConfirmationView::fold(int item)
+{
+    if (m_unfolded.erase(item) == 0)
+        m_unfolded.insert(item);
+    showLines();
 }
 
 void ConfirmationView::confirm()

@@ -9,6 +9,7 @@
 #include <QtQml/qqmlregistration.h>
 
 #include <functional>
+#include <set>
 #include <vector>
 
 namespace swabby {
@@ -20,7 +21,7 @@ class ConfirmationView : public QObject {
     QML_UNCREATABLE("made with the window")
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY changed)
     Q_PROPERTY(swabby::ConfirmationText text READ text NOTIFY changed)
-    Q_PROPERTY(swabby::RowModel *details READ details CONSTANT)
+    Q_PROPERTY(swabby::RowModel *lines READ lines CONSTANT)
 
 public:
     explicit ConfirmationView(const UserInterfaceContext &context, QObject *parent);
@@ -28,7 +29,7 @@ public:
     bool isOpen() const { return m_info.has_value(); }
     const ConfirmationText &text() const { return m_text; }
     /// Everything that goes, and what stays of it on purpose.
-    RowModel *details() { return &m_details; }
+    RowModel *lines() { return &m_lines; }
 
     /// Opens once it is known what it would do. About what is not quit from here nothing is asked:
     /// quitEnded() says why.
@@ -36,6 +37,8 @@ public:
     /// onRemoved is called as soon as the removal has begun.
     void askToRemove(const std::vector<RemovableItem> &items, const std::function<void()> &onRemoved = {});
 
+    /// Unfolds what is behind the item at that place, or folds it again.
+    Q_INVOKABLE void fold(int item);
     Q_INVOKABLE void confirm();
     Q_INVOKABLE void cancel();
     Q_INVOKABLE void showInFolder(const QString &path) { m_context.startup.reveal(path); }
@@ -47,7 +50,9 @@ Q_SIGNALS:
     void quitEnded(const QString &problem, const QString &before);
 
 private:
-    void open(const ConfirmationInfo &info, const ConfirmationText &text);
+    void open(const ConfirmationInfo &info, const ConfirmationText &text,
+              const std::vector<RemovableItem> &items);
+    void showLines();
 
     /// A program that was asked about, and how it is quit.
     struct Quit {
@@ -59,7 +64,9 @@ private:
     UserInterfaceContext m_context;
     std::optional<ConfirmationInfo> m_info;
     ConfirmationText m_text;
-    RowModel m_details{this};
+    std::vector<RemovableItem> m_items; ///< to be removed
+    std::set<int> m_unfolded;           ///< the places of those that are
+    RowModel m_lines{this};
     int m_question = 0; ///< the latest one, which may still be looked into
     std::optional<Quit> m_asked;
     std::vector<Quit> m_quitting; ///< told, and perhaps not over yet

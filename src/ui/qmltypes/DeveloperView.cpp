@@ -10,12 +10,6 @@
 namespace swabby {
 namespace {
 
-/// The size of what is there, in words; empty for nothing.
-QString sizeText(const RemovableItem *item)
-{
-    return item == nullptr ? QString() : fileByteCount(item->sizeBytes);
-}
-
 /// Of all of these together; empty for none.
 QString sizeText(const std::vector<RemovableItem> &items)
 {
@@ -50,48 +44,20 @@ void DeveloperView::show()
     const auto row = [this](const RemovableItem &item) {
         return removableRowText(item, false, m_context.state.machine().places.home);
     };
+    m_buildCaches.show(among<DerivedData>(found().items), row);
+    m_docker.show(among<DockerPrune>(found().items), row);
     m_runtimes.show(among<SimulatorRuntimeInfo>(found().items), row);
     m_toolCaches.show(among<CacheEntry>(found().items), row);
     Q_EMIT changed();
 }
 
-template <typename Kind>
-const RemovableItem *DeveloperView::find() const
-{
-    for (const RemovableItem &item : found().items)
-        if (std::holds_alternative<Kind>(item.kind))
-            return &item;
-    return nullptr;
-}
-
-void DeveloperView::ask(const RemovableItem *item)
-{
-    if (item != nullptr)
-        m_coordinator.confirmation()->askToRemove({*item}, [this, item = *item] { m_scans.forget({item}); });
-}
-
-void DeveloperView::removeBuildCache()
-{
-    ask(find<DerivedData>());
-}
-
-void DeveloperView::removeListed(const QString &id)
+void DeveloperView::remove(const QString &id)
 {
     for (const RemovableItem &item : found().items)
         if (item.id == id) {
-            ask(&item);
+            m_coordinator.confirmation()->askToRemove({item}, [this, item] { m_scans.forget({item}); });
             return;
         }
-}
-
-void DeveloperView::removeDockerClutter()
-{
-    ask(find<DockerPrune>());
-}
-
-QString DeveloperView::buildCacheSize() const
-{
-    return sizeText(find<DerivedData>());
 }
 
 QString DeveloperView::runtimesSize() const
@@ -102,11 +68,6 @@ QString DeveloperView::runtimesSize() const
 QString DeveloperView::toolCachesSize() const
 {
     return sizeText(among<CacheEntry>(found().items));
-}
-
-QString DeveloperView::dockerSize() const
-{
-    return sizeText(find<DockerPrune>());
 }
 
 } // namespace swabby

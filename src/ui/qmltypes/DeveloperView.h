@@ -20,12 +20,12 @@ class DeveloperView : public QObject {
     Q_PROPERTY(swabby::ScanText text READ text NOTIFY changed)
     Q_PROPERTY(bool isDone READ isDone NOTIFY changed)
     Q_PROPERTY(QString clearable READ clearable NOTIFY changed)
-    Q_PROPERTY(QString buildCacheSize READ buildCacheSize NOTIFY changed)
     Q_PROPERTY(QString runtimesSize READ runtimesSize NOTIFY changed)
-    Q_PROPERTY(QString dockerSize READ dockerSize NOTIFY changed)
     Q_PROPERTY(bool dockerIsOff READ dockerIsOff NOTIFY changed)
     Q_PROPERTY(QList<swabby::DockerRowText> dockerRows READ dockerRows NOTIFY changed)
     Q_PROPERTY(QString toolCachesSize READ toolCachesSize NOTIFY changed)
+    Q_PROPERTY(swabby::RemovableList *buildCaches READ buildCaches CONSTANT)
+    Q_PROPERTY(swabby::RemovableList *docker READ docker CONSTANT)
     Q_PROPERTY(swabby::RemovableList *runtimes READ runtimes CONSTANT)
     Q_PROPERTY(swabby::RemovableList *toolCaches READ toolCaches CONSTANT)
 
@@ -34,23 +34,22 @@ public:
 
     Q_INVOKABLE void scan() { m_scans.begin(ClutterKind::developer); }
     Q_INVOKABLE void stop() { m_scans.stop(ClutterKind::developer); }
-    // Each asks first.
-    Q_INVOKABLE void removeBuildCache();
-    Q_INVOKABLE void removeListed(const QString &id);
-    Q_INVOKABLE void removeDockerClutter();
+    /// Asks first.
+    Q_INVOKABLE void remove(const QString &id);
 
     ScanText text() const { return scanText(m_scans, ClutterKind::developer); }
     bool isDone() const { return m_scans.isDone(ClutterKind::developer); }
     bool isScanning() const { return m_scans.isScanning(ClutterKind::developer); }
     QString clearable() const { return clutterText(found().items); }
     // Each is empty when there is no such thing.
-    QString buildCacheSize() const;
     QString runtimesSize() const;
     QString toolCachesSize() const;
-    QString dockerSize() const;
     /// Whether the container engine is there and does not answer.
     bool dockerIsOff() const { return found().docker.state == DeveloperCleanup::DockerState::notRunning; }
     QList<DockerRowText> dockerRows() const { return dockerRowTexts(found().docker.rows); }
+    // At most one each.
+    RemovableList *buildCaches() { return &m_buildCaches; }
+    RemovableList *docker() { return &m_docker; }
     RemovableList *runtimes() { return &m_runtimes; }
     RemovableList *toolCaches() { return &m_toolCaches; }
 
@@ -61,13 +60,11 @@ private:
     void show();
     /// What the search found; nothing before there is one.
     const StorageScans::Findings &found() const { return m_scans.findings(ClutterKind::developer); }
-    /// The item of that kind among it; null when there is none.
-    template <typename Kind>
-    const RemovableItem *find() const;
-    void ask(const RemovableItem *item);
 
     UserInterfaceContext m_context;
     MainWindowCoordinator &m_coordinator;
+    RemovableList m_buildCaches{this};
+    RemovableList m_docker{this};
     RemovableList m_runtimes{this};
     RemovableList m_toolCaches{this};
     StorageScans m_scans; ///< for this kind only

@@ -6,7 +6,10 @@
 #include "ui/presentation/NoticeText.h"
 
 #include <QtCore/QPointer>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QStyleHints>
 
+#include <initializer_list>
 #include <utility>
 
 namespace swabby {
@@ -32,8 +35,38 @@ MainWindowView::MainWindowView(const UserInterfaceContext &context)
     connect(&state, &AppState::pinNotStored, this,
             [this] { m_coordinator.setNotice(noticeText(Notice::notStored)); });
     showHistoryTrouble(state.historyTrouble());
+    m_release.setSingleShot(true);
+    m_release.callOnTimeout(this, &MainWindowView::holdRows);
     followState();
     followStanding();
+}
+
+QList<RowModel *> MainWindowView::rows() const
+{
+    QList<RowModel *> rows;
+    for (const QObject *view :
+         std::initializer_list<const QObject *>{&m_stateView, &m_check, &m_storage, &m_startup, &m_developer})
+        rows += view->findChildren<RowModel *>();
+    return rows;
+}
+
+void MainWindowView::setHeld(bool isHeld)
+{
+    if (isHeld == m_isHeld)
+        return;
+    m_isHeld = isHeld;
+    m_release.stop();
+    if (isHeld)
+        holdRows();
+    else
+        m_release.start(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+    Q_EMIT heldChanged();
+}
+
+void MainWindowView::holdRows()
+{
+    for (RowModel *list : rows())
+        list->setHeld(m_isHeld);
 }
 
 void MainWindowView::followStanding()
@@ -87,6 +120,9 @@ void MainWindowView::select(MainSection section)
     if (section == m_selection)
         return;
     m_selection = section;
+    // Nobody is at anything on the new page yet.
+    for (RowModel *list : rows())
+        list->settle();
     Q_EMIT selectionChanged();
 }
 

@@ -14,6 +14,7 @@
 #include "ui/qmltypes/WindowContext.h"
 
 #include <QtCore/QObject>
+#include <QtCore/QTimer>
 #include <QtQml/qqmlregistration.h>
 
 namespace swabby {
@@ -44,6 +45,7 @@ class MainWindowView : public QObject {
     Q_PROPERTY(QString standing READ standing NOTIFY standingChanged)
     Q_PROPERTY(bool canStartAnew READ canStartAnew NOTIFY standingChanged)
     Q_PROPERTY(bool isRefreshing READ isRefreshing NOTIFY refreshingChanged)
+    Q_PROPERTY(bool isHeld READ isHeld WRITE setHeld NOTIFY heldChanged)
 
 public:
     explicit MainWindowView(const UserInterfaceContext &context);
@@ -73,6 +75,10 @@ public:
     const QString &standing() const { return m_standing.text; }
     bool canStartAnew() const { return m_standing.canStartAnew; }
     bool isRefreshing() const { return m_isRefreshing; }
+    /// Whether somebody is at something on the page: then no row of it leaves its place, nor for the time of
+    /// a double click afterwards.
+    bool isHeld() const { return m_isHeld; }
+    void setHeld(bool isHeld);
 
     void select(MainSection section);
     Q_INVOKABLE void selectIndex(int index);
@@ -105,8 +111,12 @@ Q_SIGNALS:
     void speedViewChanged();
     void refreshingChanged();
     void standingChanged();
+    void heldChanged();
 
 private:
+    /// Of every page, but not of what is asked over them.
+    QList<RowModel *> rows() const;
+    void holdRows();
     void followState();
     void followStanding();
     void showHistoryTrouble(const QString &why);
@@ -132,6 +142,8 @@ private:
     Standing m_standing;
     bool m_isScanning = false;
     bool m_isRefreshing = false;
+    bool m_isHeld = false;
+    QTimer m_release;
 };
 
 } // namespace swabby

@@ -1,6 +1,8 @@
 #include "ui/qmltypes/RowModel.h"
 
-#include <QtCore/QSet>
+#include <QtCore/QHash>
+
+#include <utility>
 
 namespace swabby {
 
@@ -11,24 +13,73 @@ int RowModel::rowCount(const QModelIndex &parent) const
 
 QVariant RowModel::data(const QModelIndex &index, int role) const
 {
-    if (role != Qt::UserRole || !index.isValid() || index.row() >= count())
+    if (!index.isValid() || index.row() >= count())
         return {};
-    return m_rows.at(index.row());
+    if (role == leavingRole)
+        return m_leaving.contains(m_keys.at(index.row()));
+    return role == entryRole ? m_rows.at(index.row()) : QVariant();
 }
 
 QHash<int, QByteArray> RowModel::roleNames() const
 {
-    return {{Qt::UserRole, "entry"}};
+    return {{entryRole, "entry"}, {leavingRole, "isLeaving"}};
 }
 
-void RowModel::showValues(const QVariantList &rows, const KeyOf &keyOf)
+void RowModel::showValues(const QVariantList &values, const KeyOf &keyOf)
 {
-    const int countBefore = count();
-    QStringList keys;
-    keys.reserve(rows.size());
-    for (const QVariant &row : rows)
-        keys.append(keyOf(row));
+    Rows wanted = {values, {}};
+    wanted.keys.reserve(values.size());
+    for (const QVariant &value : values)
+        wanted.keys.append(keyOf(value));
+    if (!m_isHeld || m_rows.isEmpty()) {
+        m_wanted.reset();
+        place(wanted, {});
+        return;
+    }
+    const QSet<QString> listed(wanted.keys.begin(), wanted.keys.end());
+    place(heldWith(wanted), QSet(m_keys.begin(), m_keys.end()) - listed);
+    m_wanted = std::move(wanted);
+}
 
+RowModel::Rows RowModel::heldWith(const Rows &wanted) const
+{
+    Rows held = {m_rows, m_keys};
+    QHash<QString, qsizetype> places;
+    for (qsizetype row = m_keys.size() - 1; row >= 0; --row)
+        places.insert(m_keys.at(row), row);
+    for (qsizetype row = 0; row < wanted.keys.size(); ++row) {
+        const auto stands = places.constFind(wanted.keys.at(row));
+        if (stands == places.constEnd()) {
+            held.values.append(wanted.values.at(row));
+            held.keys.append(wanted.keys.at(row));
+        } else {
+            held.values[*stands] = wanted.values.at(row);
+        }
+    }
+    return held;
+}
+
+void RowModel::setHeld(bool isHeld)
+{
+    if (isHeld == m_isHeld)
+        return;
+    m_isHeld = isHeld;
+    if (!isHeld)
+        settle();
+    Q_EMIT heldChanged();
+}
+
+void RowModel::settle()
+{
+    if (const auto wanted = std::exchange(m_wanted, std::nullopt))
+        place(*wanted, {});
+}
+
+void RowModel::place(const Rows &wanted, const QSet<QString> &leaving)
+{
+    const auto &[rows, keys] = wanted;
+    const int countBefore = count();
+    const QSet<QString> wereLeaving = std::exchange(m_leaving, leaving);
     dropVanished(keys);
     const QSet<QString> kept(m_keys.begin(), m_keys.end());
     for (int place = 0; place < rows.size(); ++place) {
@@ -48,7 +99,8 @@ void RowModel::showValues(const QVariantList &rows, const KeyOf &keyOf)
             m_keys.move(found, place);
             endMoveRows();
         }
-        if (m_rows.at(place) != rows.at(place)) {
+        const bool hasTurned = leaving.contains(keys.at(place)) != wereLeaving.contains(keys.at(place));
+        if (hasTurned || m_rows.at(place) != rows.at(place)) {
             m_rows[place] = rows.at(place);
             Q_EMIT dataChanged(index(place), index(place));
         }

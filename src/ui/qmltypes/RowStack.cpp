@@ -100,7 +100,19 @@ void RowStack::moveRows(int first, int last, int to)
 void RowStack::showValues(int first, int last)
 {
     for (auto shown = m_shown.lower_bound(first); shown != m_shown.end() && shown->first <= last; ++shown)
-        shown->second->setProperty("entry", m_rows->data(m_rows->index(shown->first), Qt::UserRole));
+        showIn(shown->second, shown->first);
+}
+
+QVariant RowStack::valueOf(int row, int role) const
+{
+    return m_rows->data(m_rows->index(row), role);
+}
+
+void RowStack::showIn(QQuickItem *item, int row) const
+{
+    item->setProperty("entry", valueOf(row, RowModel::entryRole));
+    if (item->metaObject()->indexOfProperty("isLeaving") >= 0)
+        item->setProperty("isLeaving", valueOf(row, RowModel::leavingRole));
 }
 
 void RowStack::geometryChange(const QRectF &now, const QRectF &before)
@@ -203,10 +215,9 @@ void RowStack::place()
 
 QQuickItem *RowStack::make(int row)
 {
-    const QVariant entry = m_rows->data(m_rows->index(row), Qt::UserRole);
     if (!m_spare.isEmpty()) {
         QQuickItem *item = m_spare.takeLast();
-        item->setProperty("entry", entry);
+        showIn(item, row);
         item->setVisible(true);
         m_heights[row] = item->implicitHeight();
         return item;
@@ -221,8 +232,9 @@ QQuickItem *RowStack::make(int row)
     item->setParent(this);
     item->setParentItem(this);
     item->setWidth(width());
-    m_delegate->setInitialProperties(item, {{QStringLiteral("entry"), entry}});
+    m_delegate->setInitialProperties(item, {{QStringLiteral("entry"), valueOf(row, RowModel::entryRole)}});
     m_delegate->completeCreate();
+    showIn(item, row);
     m_heights[row] = item->implicitHeight();
     connect(item, &QQuickItem::implicitHeightChanged, this, [this, item] { noteHeight(item); });
     return item;

@@ -16,7 +16,7 @@ class RowStack : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(swabby::RowModel *rows READ rows WRITE setRows NOTIFY rowsChanged)
-    /// Makes a row; what it makes has a property "entry" for the row's value.
+    /// Makes a row; what it makes has a property "entry" for the row's value, and may have one "isLeaving".
     Q_PROPERTY(QQmlComponent *delegate MEMBER m_delegate NOTIFY delegateChanged)
     /// How high a row is held to be until it has been seen.
     Q_PROPERTY(qreal rowHeight MEMBER m_rowHeight NOTIFY rowHeightChanged)
@@ -57,6 +57,8 @@ private:
     void removeRows(int first, int last);
     void moveRows(int first, int last, int to);
     void showValues(int first, int last);
+    QVariant valueOf(int row, int role) const;
+    void showIn(QQuickItem *item, int row) const;
     /// Where each row begins, and where the last one ends.
     QList<qreal> tops() const;
     void place();

@@ -43,7 +43,12 @@ void StateView::show(const ShownState &shown, bool isCompact)
 
 void StateView::showProcesses()
 {
-    m_topProcesses.show(topProcessTexts(m_shown.processes, m_shown.pinnedNames, m_shown.words), pidOf);
+    QList<ProcessSample> top = m_shown.processes.mid(0, 1);
+    // The one that is pointed at stays the one that is shown, as long as it runs.
+    if (m_topProcesses.isHeld() && !top.isEmpty())
+        top = {m_shown.findProcess(m_topPid).value_or(top.first())};
+    m_topPid = top.isEmpty() ? 0 : top.first().pid;
+    m_topProcesses.show(topProcessTexts(top, m_shown.pinnedNames, m_shown.words), pidOf);
     const auto found = [this](const QList<ProcessSample> &processes, ProcessRowMode mode) {
         return processRowTexts(filteredProcesses(processes, m_searchText), mode, m_shown.pinnedNames,
                                m_shown.words);
@@ -68,6 +73,8 @@ void StateView::setSearchText(const QString &text)
         return;
     m_searchText = text;
     showProcesses();
+    for (RowModel *list : {&m_processes, &m_drainers, &m_networkUsers})
+        list->settle();
     Q_EMIT searchTextChanged();
 }
 

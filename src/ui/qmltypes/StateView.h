@@ -91,6 +91,7 @@ private:
     ShownState m_shown;
     bool m_isCompact = false;
     QString m_searchText;
+    std::int32_t m_topPid = 0; ///< of the program that is shown as the busiest
     // QML deletes what it is handed without a parent.
     RowModel m_gauges{this};
     RowModel m_issues{this};

@@ -1,5 +1,6 @@
 #include "ui/qmltypes/StorageView.h"
 
+#include "flows/cleanup/QuitFlow.h"
 #include "platform/BackgroundWork.h"
 #include "platform/WhenDone.h"
 #include "ui/presentation/Gauges.h"
@@ -28,6 +29,9 @@ StorageView::StorageView(const UserInterfaceContext &context, MainWindowCoordina
             m_scans.lookAgain();
     });
     connect(&m_context.cleanup, &CleanupFlow::restored, &m_scans, &StorageScans::lookAgain);
+    connect(&m_scans, &StorageScans::runsAs, this,
+            [this](const ProcessSample &process) { m_coordinator.quit(process, Quitting::Force::no); });
+    connect(&m_context.quitting, &QuitFlow::finished, &m_scans, &StorageScans::lookWhoRuns);
     connect(&m_scans, &StorageScans::stillRuns, this,
             [this](const QString &name) { m_coordinator.setNotice(noticeText(Notice::isRunning, name)); });
     show();
@@ -37,6 +41,7 @@ void StorageView::enter()
 {
     if (!m_scans.isDone(ClutterKind::quickClean) && !m_scans.isScanning(ClutterKind::quickClean))
         m_scans.begin(ClutterKind::quickClean);
+    m_scans.lookWhoRuns();
     if (packagedPrograms().isEmpty())
         return;
     const auto asking = m_context.systemCalls.ask(

@@ -57,6 +57,8 @@ public:
     Q_INVOKABLE void openSoftwareManager();
     /// Looks for what goes with an application, then asks.
     Q_INVOKABLE void uninstall(const QString &id) { m_scans.prepare(id); }
+    /// Asks before that application, which runs, is quit.
+    Q_INVOKABLE void quitApplication(const QString &id) { m_scans.findProcess(id); }
 
     bool isScanning() const
     {

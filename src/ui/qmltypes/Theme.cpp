@@ -5,6 +5,7 @@
 #include <QtGui/QGuiApplication>
 #include <QtGui/QPalette>
 #include <QtGui/QScreen>
+#include <QtGui/QStyleHints>
 #include <QtQml/QQmlEngine>
 
 #include <utility>
@@ -79,6 +80,11 @@ bool Theme::isDark() const
     // Where the desktop says nothing, the toolkit's palette is all there is to go by.
     return m_desktop->now().prefersDark.value_or(
         QGuiApplication::palette().color(QPalette::Window).lightnessF() < 0.5F);
+}
+
+int Theme::doubleClickTime() const
+{
+    return QGuiApplication::styleHints()->mouseDoubleClickInterval();
 }
 
 bool Theme::moves() const

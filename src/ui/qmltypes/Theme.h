@@ -55,6 +55,7 @@ class Theme : public QObject, public ThemeColors {
     Q_PROPERTY(QFont hintFont READ hintFont CONSTANT)
     Q_PROPERTY(QFont axisFont READ axisFont CONSTANT)
     Q_PROPERTY(double columnWidth READ columnWidth CONSTANT)
+    Q_PROPERTY(int doubleClickTime READ doubleClickTime CONSTANT)
     Q_PROPERTY(int foldDuration READ foldDuration NOTIFY changed)
     Q_PROPERTY(int sheetDuration READ sheetDuration NOTIFY changed)
     Q_PROPERTY(bool moves READ moves NOTIFY changed)
@@ -93,6 +94,8 @@ public:
     /// The widest a page's column gets: across more, a row's end is hard to tell to its beginning.
     static double columnWidth() { return 960; }
 
+    /// The desktop's, in milliseconds.
+    int doubleClickTime() const;
     int foldDuration() const { return moves() ? 150 : 0; }
     int sheetDuration() const { return moves() ? 200 : 0; }
 

@@ -10,6 +10,8 @@ ScrollPage {
     readonly property CheckView check: view.check
     property int visit: 0
 
+    // Another check's findings take the place of these.
+    mayHold: !check.isScanning
     footer: DecisionBar {
         parent: page
         y: page.viewHeight
@@ -81,10 +83,14 @@ ScrollPage {
         visible: !page.check.isScanning && page.check.startupItems.count > 0
     }
 
-    CheckPowerCard {
-        width: parent.width
-        check: page.check
-        visible: !page.check.isScanning && page.check.hasWatched
+    Repeater {
+        model: page.check.watched
+
+        CheckPowerCard {
+            width: parent.width
+            check: page.check
+            visible: !page.check.isScanning
+        }
     }
 
     ActionButton {

@@ -20,7 +20,7 @@ ScrollPage {
 
         width: parent === null ? 0 : parent.width
         spacing: 6
-        visible: size !== ""
+        visible: list.rows.count > 0
 
         CleanupHeader {
             id: header
@@ -36,7 +36,7 @@ ScrollPage {
             width: parent.width
             list: rowsCard.list
             actionLabel: "Remove"
-            onActed: id => page.developer.removeListed(id)
+            onActed: id => page.developer.remove(id)
             onShown: path => page.view.coordinator.confirmation.showInFolder(path)
         }
     }
@@ -104,26 +104,35 @@ ScrollPage {
         }
     }
 
-    Card {
-        width: parent.width
-        visible: page.developer.buildCacheSize !== ""
+    Repeater {
+        model: page.developer.buildCaches.rows
 
-        CleanupHeader {
-            symbol: "hammer"
-            title: Words.xcodeCache
-            subtitle: "Build cache automatically rebuilt on next compilation."
+        Card {
+            id: buildCache
 
-            PlainLabel {
-                anchors.verticalCenter: parent.verticalCenter
-                text: page.developer.buildCacheSize
-                font: Theme.titleFont
-            }
+            required property removableRowText entry
+            required property bool isLeaving
 
-            ActionButton {
-                anchors.verticalCenter: parent.verticalCenter
-                text: "Remove"
-                name: "Remove: " + Words.xcodeCache
-                onActivated: page.developer.removeBuildCache()
+            width: parent.width
+            opacity: isLeaving ? 0.45 : 1
+
+            CleanupHeader {
+                symbol: "hammer"
+                title: Words.xcodeCache
+                subtitle: buildCache.isLeaving ? Words.noLongerListed : "Build cache automatically rebuilt on next compilation."
+
+                PlainLabel {
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: buildCache.entry.size
+                    font: Theme.titleFont
+                }
+
+                ActionButton {
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: "Remove"
+                    name: "Remove: " + Words.xcodeCache
+                    onActivated: page.developer.remove(buildCache.entry.id)
+                }
             }
         }
     }
@@ -144,10 +153,13 @@ ScrollPage {
         list: page.developer.toolCaches
     }
 
-    DockerCard {
-        width: parent.width
-        developer: page.developer
-        visible: page.developer.dockerSize !== ""
+    Repeater {
+        model: page.developer.docker.rows
+
+        DockerCard {
+            width: parent.width
+            developer: page.developer
+        }
     }
 
     Card {

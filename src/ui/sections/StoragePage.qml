@@ -80,5 +80,6 @@ ScrollPage {
         noteAction: page.storage.softwareManager
         onNoteFollowed: page.storage.openSoftwareManager()
         onActed: id => page.storage.uninstall(id)
+        onQuitted: id => page.storage.quitApplication(id)
     }
 }

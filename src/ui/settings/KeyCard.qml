@@ -32,7 +32,8 @@ Card {
         TextField {
             id: field
 
-            width: entry.width - saveButton.width - (removeButton.visible ? removeButton.width + 8 : 0) - 8
+            // Room is kept for the key's removal, so that nothing slides when there is a key.
+            width: entry.width - saveButton.width - removeButton.width - 16
             implicitHeight: 28
             name: "API key"
             placeholder: card.key.placeholder

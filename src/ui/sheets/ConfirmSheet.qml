@@ -8,41 +8,40 @@ Sheet {
 
     required property ConfirmationView confirmation
     readonly property confirmationText question: confirmation.text
+    readonly property bool isRemoval: confirmation.lines.count > 0
 
-    implicitWidth: confirmation.details.count > 0 ? 440 : 380
+    implicitWidth: isRemoval ? 440 : 380
     headerHeight: 0
     inset: 22
     name: question.title
     onConfirmed: dismissed()
 
-    LetterTile {
+    component Sentence: Paragraph {
+        width: parent === null ? 0 : parent.width
+        horizontalAlignment: sheet.isRemoval ? Text.AlignLeft : Text.AlignHCenter
+    }
+
+    AppIcon {
         anchors.horizontalCenter: parent.horizontalCenter
         width: 48
         height: 48
         letterFont: Theme.resultFont
-        letter: sheet.question.letter
-        tileColor: sheet.question.tileColor
-        visible: sheet.question.letter !== ""
+        tile: sheet.question.tile
+        visible: sheet.question.tile.letter !== ""
     }
 
-    Paragraph {
-        width: parent.width
-        horizontalAlignment: Text.AlignHCenter
+    Sentence {
         text: sheet.question.title
         font: Theme.titleFont
         Accessible.role: Accessible.Heading
     }
 
-    Paragraph {
-        width: parent.width
-        horizontalAlignment: Text.AlignHCenter
+    Sentence {
         text: sheet.question.message
         color: Theme.secondary
     }
 
-    Paragraph {
-        width: parent.width
-        horizontalAlignment: Text.AlignHCenter
+    Sentence {
         text: sheet.question.warning
         color: Theme.inks[Tints.red]
         visible: text !== ""
@@ -60,17 +59,36 @@ Sheet {
 
         TrustChip {
             text: sheet.question.trust
+            symbol: sheet.question.trustSymbol
         }
     }
 
-    RowStack {
+    Item {
         width: parent.width
-        rows: sheet.confirmation.details
-        rowHeight: 42
-        visible: sheet.confirmation.details.count > 0
+        implicitHeight: lines.height + 2
+        visible: sheet.isRemoval
 
-        RemovalDetailRow {
-            onShown: sheet.confirmation.showInFolder(entry.path)
+        Rectangle {
+            anchors.fill: parent
+            radius: 10
+            color: "transparent"
+            border.width: 1
+            border.color: Theme.hairline
+        }
+
+        RowStack {
+            id: lines
+
+            x: 12
+            y: 1
+            width: parent.width - 24
+            rows: sheet.confirmation.lines
+            rowHeight: 52
+
+            RemovalLineRow {
+                onFolded: sheet.confirmation.fold(entry.item)
+                onShown: sheet.confirmation.showInFolder(entry.detail.path)
+            }
         }
     }
 

@@ -88,6 +88,7 @@ Sheet {
 
             TrustChip {
                 text: sheet.subject.trust
+                symbol: sheet.subject.trustSymbol
             }
         }
 
