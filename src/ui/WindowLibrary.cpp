@@ -85,6 +85,7 @@ WindowEngine::WindowEngine(const UserInterfaceContext &context)
     new Words(context.state.machine().words, &engine);
     drawInSoftware();
     engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    engine.setIncubationController(&making);
 }
 
 std::unique_ptr<OpenWindow<MainWindowView>> openMainWindow(const UserInterfaceContext &context,

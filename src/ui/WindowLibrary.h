@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/PageMaking.h"
 #include "ui/UserInterface.h"
 #include "ui/WindowPlaces.h"
 
@@ -24,6 +25,7 @@ class Theme;
 struct WindowEngine {
     explicit WindowEngine(const UserInterfaceContext &context);
 
+    PageMaking making;
     QQmlEngine engine;
     Theme *theme = nullptr;     ///< the engine's
     IconStore *icons = nullptr; ///< the engine's

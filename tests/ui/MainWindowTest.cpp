@@ -231,6 +231,23 @@ private Q_SLOTS:
         QVERIFY(m_hasQuit);
     }
 
+    void aPageStaysUntilTheNextOneStands()
+    {
+        m_desk->refresh();
+        m_open->engine->theme->setStill(false);
+        view().select(MainSection::speed);
+        QVERIFY(item(u"What's going on"_qs) != nullptr);
+        QVERIFY(item(u"Pin app: Mill"_qs) == nullptr);
+        QVERIFY(comes(u"Pin app: Mill"_qs) && item(u"What's going on"_qs) == nullptr);
+        // Whoever goes on sees only where that ends, also back where it began.
+        for (const MainSection end : {MainSection::overview, MainSection::speed, MainSection::overview}) {
+            for (const MainSection passed : {MainSection::network, MainSection::startup, end})
+                view().select(passed);
+            QVERIFY(comes(end == MainSection::overview ? u"What's going on"_qs : u"Pin app: Mill"_qs));
+            QVERIFY(goes(end == MainSection::overview ? u"Pin app: Mill"_qs : u"What's going on"_qs));
+        }
+    }
+
     // Figures change once a minute, and must take nothing out of anybody's hands.
     void aRowStaysWhatItIsThroughARefresh()
     {

@@ -140,8 +140,10 @@ private:
     }
     void settle()
     {
-        for (int frame = 0; frame < 3; ++frame)
+        for (int frame = 0; frame < 16; ++frame) {
             m_window->grabWindow();
+            QCoreApplication::processEvents();
+        }
     }
     void turnTo(qreal place)
     {

@@ -25,7 +25,7 @@ Column {
 
                 required property checkStep modelData
 
-                width: parent.width
+                width: parent?.width ?? 0
                 height: 24
                 Accessible.role: Accessible.ListItem
                 Accessible.name: modelData.spoken

@@ -2,7 +2,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Swabby.Ui
 
-// The frame of every section: its subtitle over its panel, or a sentence until there are figures.
+// The frame of every section: its subtitle over its panel, or a sentence until there are figures. A page is
+// made in small portions beside the one that is still shown, and then takes its place.
 Item {
     id: frame
 
@@ -12,24 +13,53 @@ Item {
     readonly property bool isReady: isKnown || !view.selected.waitsForFigures
     readonly property bool isHeld: (loader.item as ScrollPage)?.isHeld ?? false
     readonly property string page: isReady ? view.selected.page : ""
+    property PageLoader shown: null
+    readonly property ScrollPage shownPage: shown?.item as ScrollPage
+
+    component PageLoader: Loader {
+        id: loader
+
+        property string page
+
+        function make(wanted: string): void {
+            page = wanted;
+            setSource(Qt.resolvedUrl("../" + wanted), {
+                "view": frame.view
+            });
+        }
+
+        anchors.top: news.bottom
+        anchors.bottom: parent.bottom
+        width: parent.width
+        // Not hidden, so that lists make their rows before they are seen.
+        opacity: frame.shown === loader ? 1 : 0
+        // An empty window has nothing to show meanwhile.
+        asynchronous: frame.shown !== null && !Theme.isStill
+        onLoaded: frame.present(loader)
+    }
 
     // Whether the key scrolled the page.
     function scrollWith(key: int): bool {
-        return (loader.item as ScrollPage)?.scrollWith(key) ?? false;
+        return shownPage?.scrollWith(key) ?? false;
     }
 
     // Whether that is the page's place and nothing on the page: what had the keyboard is gone.
     function isBare(item: Item): bool {
-        return item === loader;
+        return item === one || item === other;
     }
 
     function showPage(): void {
-        if (page === "")
-            loader.source = "";
+        if (page === "" || page === shown?.page)
+            present(page === "" ? null : shown);
         else
-            loader.setSource(Qt.resolvedUrl("../" + page), {
-                "view": view
-            });
+            (shown === one ? other : one).make(page);
+    }
+
+    function present(next: PageLoader): void {
+        shown = next;
+        for (const loader of [one, other])
+            if (loader !== next)
+                loader.source = "";
     }
 
     Connections {
@@ -52,19 +82,18 @@ Item {
         view: frame.view
     }
 
-    Loader {
-        id: loader
+    PageLoader {
+        id: one
+    }
 
-        anchors.top: news.bottom
-        anchors.bottom: parent.bottom
-        width: parent.width
-        visible: frame.isReady
+    PageLoader {
+        id: other
     }
 
     // What slides beneath the heading ends at an edge.
     Hairline {
-        anchors.top: loader.top
-        visible: frame.isReady && ((loader.item as ScrollPage)?.contentY ?? 0) > 0
+        anchors.top: one.top
+        visible: (frame.shownPage?.contentY ?? 0) > 0
     }
 
     Column {

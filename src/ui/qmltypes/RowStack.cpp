@@ -1,6 +1,9 @@
 #include "ui/qmltypes/RowStack.h"
 
+#include "ui/qmltypes/Theme.h"
+
 #include <QtQml/QQmlContext>
+#include <QtQml/QQmlEngine>
 #include <QtQuick/QQuickWindow>
 
 #include <algorithm>
@@ -12,6 +15,16 @@ namespace {
 // Enough for the keyboard to step on, and for a turn of the wheel.
 constexpr qreal margin = 160;
 constexpr qsizetype mostSpare = 24;
+// A row takes some milliseconds, and no frame should wait for a screenful of them, in whatever lists: they
+// share what may be made for the next one.
+constexpr qsizetype mostForOneFrame = 3;
+qsizetype leftForFrame = 0;
+
+bool isStill(const QQmlEngine *engine)
+{
+    const auto *theme = engine->findChild<Theme *>(QString(), Qt::FindDirectChildrenOnly);
+    return theme != nullptr && theme->isStill();
+}
 
 } // namespace
 
@@ -150,6 +163,7 @@ void RowStack::followPage()
 
 void RowStack::lookAgain()
 {
+    leftForFrame = mostForOneFrame;
     polish();
 }
 
@@ -186,10 +200,17 @@ void RowStack::updatePolish()
         giveBack(shown->second);
         shown = m_shown.erase(shown);
     }
+    if (isStill(qmlEngine(this)))
+        leftForFrame = m_heights.size();
     const auto first = std::upper_bound(edges.begin(), edges.end(), wanted.from) - edges.begin() - 1;
     for (auto row = static_cast<int>(std::max<qsizetype>(0, first)); row < m_heights.size() && isWanted(row);
          ++row)
         if (m_shown.count(row) == 0) {
+            if (m_spare.isEmpty() && leftForFrame-- <= 0) {
+                // After this frame: what is polished while others are belongs to the same one.
+                QMetaObject::invokeMethod(this, &RowStack::lookAgain, Qt::QueuedConnection);
+                break;
+            }
             QQuickItem *item = make(row);
             if (item == nullptr)
                 return;

@@ -59,6 +59,7 @@ class Theme : public QObject, public ThemeColors {
     Q_PROPERTY(int foldDuration READ foldDuration NOTIFY changed)
     Q_PROPERTY(int sheetDuration READ sheetDuration NOTIFY changed)
     Q_PROPERTY(bool moves READ moves NOTIFY changed)
+    Q_PROPERTY(bool isStill READ isStill NOTIFY changed)
 
 public:
     explicit Theme(ThemeChoice choice, QObject *parent = nullptr);
@@ -68,6 +69,8 @@ public:
     bool isDark() const;
     /// Whether anything may move at all.
     bool moves() const;
+    /// Whether everything is to be there at once, for a picture.
+    bool isStill() const { return m_isStill; }
     void setStill(bool isStill);
     void setChoice(ThemeChoice choice);
 
