@@ -140,7 +140,7 @@ private:
     }
     void settle()
     {
-        for (int frame = 0; frame < 16; ++frame) {
+        for (int frame = 0; frame < 24; ++frame) {
             m_window->grabWindow();
             QCoreApplication::processEvents();
         }

@@ -17,7 +17,7 @@ constexpr qreal margin = 160;
 constexpr qsizetype mostSpare = 24;
 // A row takes some milliseconds, and no frame should wait for a screenful of them, in whatever lists: they
 // share what may be made for the next one.
-constexpr qsizetype mostForOneFrame = 3;
+constexpr qsizetype mostForOneFrame = 2;
 qsizetype leftForFrame = 0;
 
 bool isStill(const QQmlEngine *engine)
@@ -77,6 +77,8 @@ void RowStack::insertRows(int first, int last)
 {
     const int many = last - first + 1;
     m_heights.insert(first, many, m_rowHeight);
+    // What brought them had its part of this frame.
+    leftForFrame = 0;
     std::map<int, QQuickItem *> shown;
     for (const auto &[row, item] : m_shown)
         shown.emplace(row < first ? row : row + many, item);
