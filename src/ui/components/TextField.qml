@@ -76,5 +76,6 @@ FocusScope {
 
     FocusRing {
         innerRadius: field.innerRadius
+        gap: 0
     }
 }
