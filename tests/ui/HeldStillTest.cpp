@@ -1,6 +1,9 @@
 #include "WindowTest.h"
 #include "support/Table.h"
 
+#include <algorithm>
+#include <map>
+
 using namespace swabby;
 
 namespace {
@@ -51,10 +54,13 @@ private Q_SLOTS:
         }
         QVERIFY2(waitUntil([&] { return textOf(window()).contains(row.text(2)); }),
                  qPrintable(textOf(window())));
-        const Places after = places();
+        const Places after = places(*window().contentItem());
         QVERIFY(!before.empty());
-        for (const auto &[name, place] : before)
-            QVERIFY2(after.contains(name) && after.at(name) == place, qPrintable(name));
+        for (const auto &[name, place] : before) {
+            const auto [first, last] = after.equal_range(name);
+            const auto stays = [&](const auto &one) { return (one.second - place).manhattanLength() < 1; };
+            QVERIFY2(std::any_of(first, last, stays), qPrintable(name));
+        }
         if (row.text(3).isEmpty())
             return;
         QTest::mouseMove(&window(), {3, 3});
@@ -62,21 +68,26 @@ private Q_SLOTS:
     }
 
 private:
-    using Places = std::map<QString, QPointF>;
+    using Places = std::multimap<QString, QPointF>;
 
-    /// Of everything that can be pressed in the part of the page that the pointer is at.
-    Places places()
+    /// Of everything that can be pressed in there.
+    Places places(QQuickItem &there)
     {
         window().grabWindow();
         Places places;
-        QQuickItem *held = nullptr;
-        for (const QQuickItem *item : visibleItems(window().contentItem()))
-            if (item->property("isHeld").toBool() && item->property("held").isValid())
-                held = item->property("held").value<QQuickItem *>();
-        for (const QQuickItem *item : held == nullptr ? QList<QQuickItem *>() : visibleItems(held))
-            if (item->activeFocusOnTab())
-                places.emplace(item->property("name").toString(), item->mapToScene({}));
+        for (const QQuickItem *item : visibleItems(&there))
+            if (const QString name = item->property("name").toString();
+                item->activeFocusOnTab() && !name.isEmpty())
+                places.emplace(name, item->mapToScene({}));
         return places;
+    }
+    /// The part of the page that the pointer is at; null for none.
+    QQuickItem *held()
+    {
+        for (const QQuickItem *item : visibleItems(window().contentItem()))
+            if (auto *held = item->property("held").value<QQuickItem *>())
+                return held;
+        return nullptr;
     }
     /// What is there before the last act on the page itself has to stay where it is.
     void act(const QString &act, const QString &name, Places &before)
@@ -92,8 +103,8 @@ private:
         QVERIFY2(QRect({}, window().size()).contains(middle), qPrintable(name));
         QTest::mouseMove(&window(), middle - QPoint(1, 1));
         QTest::mouseMove(&window(), middle);
-        if (Places now = places(); !now.empty())
-            before = std::move(now);
+        if (QQuickItem *part = held())
+            before = places(*part);
         if (act == u"press")
             QTest::mouseDClick(&window(), Qt::LeftButton, {}, middle);
     }

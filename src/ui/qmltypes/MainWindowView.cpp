@@ -67,6 +67,9 @@ void MainWindowView::holdRows()
 {
     for (RowModel *list : rows())
         list->setHeld(m_isHeld);
+    // Another program may be the busiest by now.
+    if (!m_isHeld)
+        followState();
 }
 
 void MainWindowView::followStanding()

@@ -86,7 +86,10 @@ Sheet {
             rowHeight: 52
 
             RemovalLineRow {
-                onFolded: sheet.confirmation.fold(entry.item)
+                onFolded: {
+                    sheet.keepsTop = true;
+                    sheet.confirmation.fold(entry.item);
+                }
                 onShown: sheet.confirmation.showInFolder(entry.detail.path)
             }
         }

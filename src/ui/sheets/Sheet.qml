@@ -11,12 +11,14 @@ FocusScope {
     property string name
     property real headerHeight: 28
     property real inset: 18
+    // Once something unfolds in it, it grows towards the bottom only, and nothing moves under the pointer.
+    property bool keepsTop: false
 
     signal dismissed
     signal confirmed
 
     implicitWidth: 380
-    height: Math.min(scroll.y + scroll.contentHeight + 12 + footerSlot.height + inset, (parent?.parent?.height ?? 640) - 48)
+    height: Math.min(scroll.y + scroll.contentHeight + 12 + footerSlot.height + inset, (parent?.parent?.height ?? 640) - (keepsTop ? parent.y + 24 : 48))
     focus: true
     Keys.onPressed: event => {
         if (event.key === Qt.Key_Up || event.key === Qt.Key_Down)

@@ -60,8 +60,14 @@ FocusScope {
     Loader {
         id: loader
 
-        anchors.centerIn: parent
+        readonly property bool keepsTop: (item as Sheet)?.keepsTop ?? false
+        readonly property real middle: Math.round((parent.height - height) / 2)
+        property real lastY: 0
+
+        anchors.horizontalCenter: parent.horizontalCenter
+        y: keepsTop ? lastY : middle
         focus: true
+        onYChanged: lastY = y
 
         Connections {
             function onDismissed(): void {
