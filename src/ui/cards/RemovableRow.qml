@@ -138,11 +138,20 @@ Item {
             }
 
             RowButton {
+                id: quit
+
                 anchors.verticalCenter: parent.verticalCenter
                 text: "Quit"
                 subject: row.entry.title
                 visible: row.entry.isRunning
                 onActivated: row.quitted()
+            }
+
+            // An application that has ended has its size where it was.
+            Item {
+                width: quit.width
+                height: 1
+                visible: row.entry.tile.letter !== "" && !row.entry.isRunning
             }
 
             RowButton {
