@@ -3,6 +3,8 @@
 #include "cli/Verbs.h"
 #include "settings/Settings.h"
 
+#include <unistd.h>
+
 namespace swabby {
 namespace {
 
@@ -37,6 +39,23 @@ void hintAtMissing(const QStringList &paths)
         if (isMissing(path))
             printProblem(
                 QStringLiteral("swabbyctl: nothing is at %1 yet; what comes there will be kept").arg(path));
+}
+
+/// A person at a terminal hears that a warning can never show; scripts read what they always did.
+void hintAtThresholds(const SettingKey &key, const Settings &settings)
+{
+    for (const Thresholds &pair : thresholdPairs) {
+        const double warning = settings.value(pair.warning);
+        const double critical = settings.value(pair.critical);
+        if ((key == pair.warning || key == pair.critical) && critical <= warning &&
+            ::isatty(STDERR_FILENO) == 1)
+            printProblem(
+                QStringLiteral("swabbyctl: %1 (%2) is not above %3 (%4), so nothing is only warned of")
+                    .arg(QLatin1String(pair.critical.name))
+                    .arg(critical)
+                    .arg(QLatin1String(pair.warning.name))
+                    .arg(warning));
+    }
 }
 
 int wrong(const QString &line)
@@ -76,6 +95,8 @@ int runSettings(const Arguments &arguments, const std::shared_ptr<Machine> &mach
     printSettingsProblem(*machine);
     if (arguments.operands.size() > 1 && *key == setting<"neverRemove">)
         hintAtMissing(settings.neverRemove(machine->places.home).paths);
+    if (arguments.unset || arguments.operands.size() > 1)
+        hintAtThresholds(*key, settings);
     return done;
 }
 

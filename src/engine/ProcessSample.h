@@ -21,6 +21,7 @@ struct ProcessSample {
     double energyImpact = 0;
     std::int64_t networkBytesPerSec = 0;
     bool holdsSession = false; ///< the person's session would end with it, so nobody is urged to quit it
+    QString title{};           ///< as in ProcessRow: what it is known by where its name says little
     QString owner{};           ///< as in ProcessRow: whose it is, when it is not this person's
 
     /// Whether it is this person's, and their session does not stand on it.

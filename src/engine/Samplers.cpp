@@ -29,6 +29,7 @@ ProcessSample sampleOf(const ProcessRow &row)
             .rssBytes = row.residentBytes,
             .isApp = row.isApp,
             .holdsSession = row.holdsSession,
+            .title = row.title,
             .owner = row.owner};
 }
 

@@ -15,6 +15,7 @@
 #include "platform/ProcessControl.h"
 #include "platform/ProcessSurvey.h"
 #include "platform/ProgramIcons.h"
+#include "platform/ProgramOrigins.h"
 #include "platform/RunningApplications.h"
 #include "platform/SecretStore.h"
 #include "platform/SettingsStore.h"
@@ -54,6 +55,7 @@ struct Machine {
     std::unique_ptr<ProcessControl> processControl;
     std::unique_ptr<ApplicationSource> applications;
     std::unique_ptr<ProgramIcons> icons;
+    std::unique_ptr<ProgramOrigins> origins = std::make_unique<ProgramOrigins>();
     std::unique_ptr<RunningApplications> runningApplications;
     std::unique_ptr<DockPresence> dock;
     std::unique_ptr<Notifier> notifier;

@@ -20,6 +20,9 @@ struct ProcessRow {
     std::uint64_t residentBytes = 0;
     QString path; ///< the whole command as the system shows it
     QString name; ///< what a person calls it
+    /// What it is known by where its name says little: an interpreter's script, whose part it is. Empty for
+    /// most.
+    QString title{};
     bool isApp = false;
     /// The person's session stands on it: without it, it ends or can hardly be used.
     bool holdsSession = false;

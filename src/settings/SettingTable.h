@@ -3,6 +3,7 @@
 #include "settings/Setting.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 #include <tuple>
 
@@ -45,6 +46,7 @@ inline constexpr std::tuple settingTable = {
     Setting<QString>("aiAddress", isModelAddress,
                      "an https: address, or an http: one of this computer, or nothing for the built-in one"),
     Setting<QStringList>("neverRemove", areAbsolutePaths, "a JSON array of absolute paths"),
+    Setting<bool>("notifyWeekly", true),
 };
 
 /// A name that is known to the compiler.
@@ -69,5 +71,13 @@ constexpr std::size_t settingRow()
 /// The row of that name, as in setting<"cpuRed">; one that is not there does not compile.
 template <SettingName name>
 inline constexpr const auto &setting = std::get<settingRow<name>()>(settingTable);
+
+/// What a figure has to reach to be warned of, and to be critical: that should be the higher one.
+struct Thresholds {
+    const Setting<double> &warning;
+    const Setting<double> &critical;
+};
+inline constexpr std::array thresholdPairs = {Thresholds{setting<"cpuYellow">, setting<"cpuRed">},
+                                              Thresholds{setting<"memYellow">, setting<"memRed">}};
 
 } // namespace swabby

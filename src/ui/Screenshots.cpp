@@ -93,6 +93,7 @@ void explainTheBusiest(MainWindowView &view)
                        "your work first.")
             .arg(processes.first().name),
         AssistantNotes::sentForExplanation());
+    waitUntil([&] { return view.coordinator()->explanation()->knowsOrigin(); });
 }
 
 void askToQuitTheBusiest(MainWindowView &view)

@@ -36,6 +36,7 @@ Window {
         id: tabs
 
         y: 12
+        enabled: !sheets.isOpen
         width: parent.width
         name: "Settings"
         labels: ["General", "Notifications", "Thresholds", "AI"]
@@ -59,6 +60,7 @@ Window {
         anchors.topMargin: 16
         anchors.bottom: notice.top
         width: parent.width
+        enabled: !sheets.isOpen
     }
 
     Item {
@@ -81,15 +83,38 @@ Window {
             horizontalAlignment: Text.AlignHCenter
             text: window.view.notice
             font: Theme.smallFont
-            color: Theme.inks[Tints.orange]
+            color: window.view.noticeIsTrouble ? Theme.inks[Tints.orange] : Theme.secondary
         }
+
+        Timer {
+            interval: 6000 + 60 * words.text.length
+            running: window.active && window.view.noticeEnds
+            onTriggered: window.view.dismissNotice()
+        }
+    }
+
+    SheetHost {
+        id: sheets
+
+        anchors.fill: parent
+        wanted: window.view.folder.isOpen ? "FolderSheet.qml" : ""
+        given: ({
+                "view": window.view
+            })
+        onDismissed: window.view.folder.close()
     }
 
     HintBubble {
     }
 
     Shortcut {
-        sequences: ["Escape", "Ctrl+W"]
+        sequence: "Escape"
+        enabled: !sheets.isOpen
+        onActivated: window.close()
+    }
+
+    Shortcut {
+        sequence: "Ctrl+W"
         onActivated: window.close()
     }
 }

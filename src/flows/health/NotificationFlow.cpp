@@ -25,8 +25,8 @@ struct Week {
     qint64 attentionCount = 0;
 };
 
-/// Begins the next week where one is over, and gives the one that is, if there is something to tell of it. Of
-/// two programs that look at once, one tells.
+/// Begins the next week where one is over, and gives the one that is, if there is something to tell of it and
+/// somebody wants to hear it. Of two programs that look at once, one tells.
 std::optional<Week> finishWeek(SettingsStore &store, double now)
 {
     Settings settings(store);
@@ -41,7 +41,9 @@ std::optional<Week> finishWeek(SettingsStore &store, double now)
     // What another program counted meanwhile stays.
     settings.add(setting<"weeklyBytesFreed">, -week.bytesFreed);
     settings.add(setting<"weeklyAttentionCount">, -week.attentionCount);
-    return week.bytesFreed >= 1 || week.attentionCount >= 1 ? std::optional(week) : std::nullopt;
+    const bool isToBeTold =
+        settings.value(setting<"notifyWeekly">) && (week.bytesFreed >= 1 || week.attentionCount >= 1);
+    return isToBeTold ? std::optional(week) : std::nullopt;
 }
 
 /// The stored date as seen, when a reminder's scan is due.

@@ -23,13 +23,13 @@ void StartupFlow::change(const LoginItem &item, StartupChange change)
         change == StartupChange::turnOff ? &LoginItemActions::disable : &LoginItemActions::enable;
     const auto acting = m_work.ask(
         [machine = m_state.sharedMachine(), item, act] { return act(item, *machine->startupControl); });
-    m_actions.whenDone(acting, [this, id, change](bool isDone) {
+    m_actions.whenDone(acting, [this, id, change, label = item.label](bool isDone) {
         m_busyIds.removeAll(id);
         if (isDone && change == StartupChange::turnOff)
             m_state.removeLoginItem(id);
         Q_EMIT busyChanged();
         if (!isDone)
-            Q_EMIT failed(change);
+            Q_EMIT failed(change, label);
         lookForDisabled();
         // Also what could not be turned off may have ended all the same.
         m_state.refreshAnew();
@@ -74,9 +74,9 @@ void StartupFlow::open(const QString &path)
         return path.isEmpty() ? machine->workspace->openLoginItemSettings()
                               : machine->workspace->reveal(path);
     });
-    m_actions.whenDone(opening, [this](bool isOpened) {
+    m_actions.whenDone(opening, [this, path](bool isOpened) {
         if (!isOpened)
-            Q_EMIT nothingOpened();
+            Q_EMIT nothingOpened(path);
     });
 }
 

@@ -37,11 +37,11 @@ public:
 
 Q_SIGNALS:
     void busyChanged();
-    /// An item could not be turned off or on.
-    void failed(swabby::StartupChange change);
+    /// The item of that label could not be turned off or on.
+    void failed(swabby::StartupChange change, const QString &label);
     void disabledItemsChanged();
-    /// The desktop had nothing to show the file or the settings with.
-    void nothingOpened();
+    /// The desktop had nothing to show the file with, or the system's settings for an empty path.
+    void nothingOpened(const QString &path);
 
 private:
     void change(const LoginItem &item, StartupChange change);

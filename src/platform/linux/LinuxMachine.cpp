@@ -12,6 +12,7 @@
 #include "platform/linux/LinuxProcessControl.h"
 #include "platform/linux/LinuxProcessSurveyor.h"
 #include "platform/linux/LinuxProgramIcons.h"
+#include "platform/linux/LinuxProgramOrigins.h"
 #include "platform/linux/LinuxRunningApplications.h"
 #include "platform/linux/LinuxSecretStore.h"
 #include "platform/linux/LinuxStartupControl.h"
@@ -112,6 +113,8 @@ PidRunning addPrograms(Machine &machine, const Session &session)
     machine.icons = std::make_unique<LinuxProgramIcons>(
         DesktopApplications(entries),
         IconThemes::Folders{std::move(themeFolders), withEnding(session.sharedData, "/pixmaps")});
+
+    machine.origins = std::make_unique<LinuxProgramOrigins>(procRoot, entries, *machine.shell);
 
     const auto table =
         std::make_shared<ProcessTable>(ProcessTable::Sources{procRoot, steadySeconds, descriptorBudget()},

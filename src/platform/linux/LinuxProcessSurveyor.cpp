@@ -185,6 +185,7 @@ ProcessRow LinuxProcessSurvey::processRow(const TableRow &row) const
     result.residentBytes = row.residentBytes;
     result.path = textOf(row.program->path);
     result.name = textOf(row.program->name);
+    result.title = row.isKernelThread ? QStringLiteral("Linux kernel") : textOf(row.program->title);
     result.isApp = row.program->isApp;
     result.holdsSession = m_sessionHolders.contains(row.pid) || holdsSessions(row.program->path) ||
                           holdsSessions(row.program->script);

@@ -72,8 +72,10 @@ std::shared_ptr<const Program> ProgramFinder::find(std::int32_t pid, const Proce
     program->name = applicationOf(pid, *program, parent);
     program->isApp = !program->name.empty();
     program->isBrowser = program->isApp && m_applications.isBrowser(program->name);
-    if (!program->isApp)
+    if (!program->isApp) {
         program->name = fileName(program->path);
+        program->title = fileName(program->script);
+    }
     if (program->name.empty())
         program->name = command;
     return program;

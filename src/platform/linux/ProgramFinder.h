@@ -12,6 +12,7 @@ namespace swabby {
 struct Program {
     std::string path;   ///< absolute where it can be known; "[name]" for the kernel's own threads
     std::string name;   ///< what a person calls it
+    std::string title;  ///< of one that is no application and runs a script: what that is called
     std::string script; ///< for an interpreter: the absolute path of the script it runs
     bool isApp = false;
     bool isBrowser = false;

@@ -27,11 +27,13 @@ Card {
 
             implicitHeight: 54
             Accessible.role: Accessible.ListItem
-            Accessible.name: entry.label + ", " + (isLeaving ? Words.noLongerListed : entry.detail)
+            Accessible.name: entry.label + ", " + entry.badge + ", " + (isLeaving ? Words.noLongerListed : entry.detail)
             hasLine: true
             tile: entry.tile
             name: entry.label
             detail: entry.detail
+            badge: entry.badge
+            badgeTint: entry.badgeTint
             nameElide: Text.ElideMiddle
 
             RowButton {

@@ -11,7 +11,7 @@ Item {
     implicitWidth: 34
     implicitHeight: 24
     Accessible.role: Accessible.StaticText
-    Accessible.name: "Trust " + score
+    Accessible.name: "Trust " + score + " of 100"
 
     SymbolItem {
         anchors.verticalCenter: parent.verticalCenter
@@ -33,6 +33,6 @@ Item {
     MouseArea {
         anchors.fill: parent
         hoverEnabled: true
-        onContainsMouseChanged: containsMouse ? Hints.show(trust, "Trust score: how safe this is to leave running") : Hints.hide(trust)
+        onContainsMouseChanged: containsMouse ? Hints.show(trust, "Trust, of 100: how safe this is to leave running") : Hints.hide(trust)
     }
 }

@@ -30,6 +30,8 @@ Item {
         y: 6
         width: parent.width
         text: strip.view.coordinator.notice
+        tint: strip.view.coordinator.noticeTint
+        lingers: true
         visible: strip.hasNotice
         onDismissed: strip.view.coordinator.dismissNotice()
     }

@@ -1,13 +1,16 @@
 import QtQuick
 import Swabby.Ui
 
-// A quiet word about something that did not work, until it is read, with what can be done about it.
+// A quiet word about what was done, mostly that it did not work, with what can be done about it.
 Rectangle {
     id: bar
 
     property string text
     property string offer
     property bool canBeDismissed: true
+    property int tint: Tints.orange
+    // It goes by itself once there was time to read it: while the window is in use and nobody points at it.
+    property bool lingers: false
 
     signal accepted
     signal dismissed
@@ -21,14 +24,22 @@ Rectangle {
 
     // It may reach over the page, and what lies there is not meant by a press on it.
     MouseArea {
+        id: area
+
         anchors.fill: parent
         hoverEnabled: true
+    }
+
+    Timer {
+        interval: 6000 + 60 * bar.text.length
+        running: bar.lingers && bar.visible && bar.Window.active && !area.containsMouse && !close.activeFocus
+        onTriggered: bar.dismissed()
     }
 
     Rectangle {
         anchors.fill: parent
         radius: bar.radius
-        color: Theme.washes[Tints.orange]
+        color: Theme.washes[bar.tint]
     }
 
     SymbolItem {
@@ -36,8 +47,8 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         width: 16
         height: 16
-        name: "info.circle"
-        color: Theme.inks[Tints.orange]
+        name: bar.tint === Tints.green ? "checkmark.circle.fill" : "info.circle"
+        color: Theme.inks[bar.tint]
     }
 
     Paragraph {
@@ -49,7 +60,7 @@ Rectangle {
         anchors.rightMargin: 8
         anchors.verticalCenter: parent.verticalCenter
         text: bar.text
-        color: Theme.inks[Tints.orange]
+        color: Theme.inks[bar.tint]
         Accessible.ignored: true
     }
 

@@ -1,35 +1,47 @@
 import QtQuick
 import Swabby.Ui
 
-// A figure out of a range. It only asks for another value; whoever owns the figure sets it.
+// One of a few figures. It only asks for another one; whoever owns the figure sets it.
 Item {
     id: slider
 
-    property real from: 0
-    property real to: 100
-    property real step: 1
+    property list<real> stops: [0, 100]
     property real figure: 0
     property string name
     property string valueText
     property color fillColor: Theme.accent
-    readonly property real fraction: Math.max(0, Math.min(1, (figure - from) / (to - from)))
     // What screen readers look for; they may write a value, which asks for it like every other way.
     property real value: figure
-    readonly property real minimumValue: from
-    readonly property real maximumValue: to
-    readonly property real stepSize: step
+    readonly property real minimumValue: stops[0]
+    readonly property real maximumValue: stops[stops.length - 1]
+    readonly property real stepSize: stops[1] - stops[0]
 
     signal moved(real wanted)
 
-    function move(steps: real): void {
-        slider.moved(slider.figure + steps * slider.step);
+    /// The stops stand at the same distance from each other, whatever lies between their figures.
+    function fractionOf(figure: real): real {
+        const above = Array.from(stops).findIndex(stop => stop >= figure);
+        if (above <= 0)
+            return above < 0 ? 1 : 0;
+        const between = (figure - stops[above - 1]) / (stops[above] - stops[above - 1]);
+        return (above - 1 + between) / (stops.length - 1);
+    }
+
+    function stopBeside(direction: int): real {
+        const beyond = Array.from(stops).filter(stop => direction > 0 ? stop > figure : stop < figure);
+        return beyond.length === 0 ? figure : direction > 0 ? beyond[0] : beyond[beyond.length - 1];
+    }
+
+    function move(direction: int): void {
+        slider.moved(stopBeside(direction));
     }
 
     onValueChanged: {
         if (value === figure)
             return;
+        // However small a step is asked for, it leads to another stop.
         if (enabled)
-            moved(value);
+            moved(value > figure ? Math.max(value, stopBeside(1)) : Math.min(value, stopBeside(-1)));
         value = Qt.binding(() => slider.figure);
     }
     implicitWidth: 170
@@ -51,9 +63,9 @@ Item {
         else if (event.key === Qt.Key_Left || event.key === Qt.Key_Down)
             slider.move(-1);
         else if (event.key === Qt.Key_Home)
-            slider.moved(slider.from);
+            slider.moved(slider.minimumValue);
         else if (event.key === Qt.Key_End)
-            slider.moved(slider.to);
+            slider.moved(slider.maximumValue);
         else
             event.accepted = false;
     }
@@ -74,6 +86,21 @@ Item {
         color: slider.fillColor
     }
 
+    Repeater {
+        model: slider.stops.length
+
+        Rectangle {
+            required property int index
+
+            x: knob.width / 2 - 1 + index / (slider.stops.length - 1) * (slider.width - knob.width)
+            y: slider.height - 3
+            width: 2
+            height: 2
+            radius: 1
+            color: Theme.tertiary
+        }
+    }
+
     Rectangle {
         x: knob.x - 1
         y: knob.y
@@ -87,7 +114,7 @@ Item {
     Rectangle {
         id: knob
 
-        x: slider.fraction * (slider.width - width)
+        x: slider.fractionOf(slider.figure) * (slider.width - width)
         anchors.verticalCenter: parent.verticalCenter
         width: 18
         height: 18
@@ -105,7 +132,7 @@ Item {
     MouseArea {
         function seek(x: real): void {
             const share = Math.max(0, Math.min(1, (x - knob.width / 2) / (width - knob.width)));
-            slider.moved(slider.from + share * (slider.to - slider.from));
+            slider.moved(slider.stops[Math.round(share * (slider.stops.length - 1))]);
         }
 
         anchors.fill: parent

@@ -26,11 +26,7 @@ QList<StartupRowText> startupReviewTexts(const FullCheck &check, const QList<Log
             std::none_of(present.begin(), present.end(),
                          [&](const LoginItem &one) { return one.id() == id; }))
             continue;
-        StartupRowText row;
-        row.id = id;
-        row.label = oneLine(item.label);
-        row.tile = tileOf(item);
-        row.detail = scopeText(item.scope);
+        StartupRowText row = judgedRowText(item);
         row.canDisable = true;
         rows.append(row);
     }
@@ -42,7 +38,7 @@ ProcessRowText watchedText(const ProcessSample &process, const MachineWords &wor
     ProcessRowText row = processRowText(process, ProcessRowMode::activity, false, words);
     row.detail = coresText(process.cpuPercent, words)
                      .value_or(wholeNumberText(process.cpuPercent) + QLatin1Char('%')) +
-                 QStringLiteral(" busy") + ownerRemark(process);
+                 QStringLiteral(" busy") + programRemark(process);
     return row;
 }
 

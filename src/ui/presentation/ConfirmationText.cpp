@@ -113,7 +113,7 @@ QString dockerClutterText()
 
 QString trustText(int trustRatio)
 {
-    return QStringLiteral("Trust ") + QString::number(trustRatio);
+    return QStringLiteral("Trust %1 of 100").arg(trustRatio);
 }
 
 QString quitLabelText(const QString &programName)

@@ -90,7 +90,7 @@ public:
     QString warning; ///< beneath it; empty when there is none
     QString confirmLabel;
     ProgramTile tile; ///< the program's; without a letter for a removal
-    QString trust;    ///< "Trust 65"; empty for a removal
+    QString trust;    ///< "Trust 65 of 100"; empty for a removal
     QString trustSymbol;
     QString recommendation;
     Tint recommendationTint = Tint::green;
@@ -104,7 +104,7 @@ ConfirmationText confirmationText(const ConfirmationInfo &info, const ProgramTil
 
 /// What the container engine can do without.
 QString dockerClutterText();
-/// "Trust 65".
+/// "Trust 65 of 100".
 QString trustText(int trustRatio);
 /// "Quit Render Studio"; empty for no program.
 QString quitLabelText(const QString &programName);

@@ -8,19 +8,20 @@ namespace swabby {
 
 /// What came of something else than was asked for.
 enum class Notice {
-    notStored,         ///< a setting
+    notStored,         ///< the named setting
     historyNotStored,  ///< for the named reason
-    notFollowed,       ///< by the system, of a setting that it keeps
+    notFollowed,       ///< by the system, of the named setting that it keeps
     notAPath,          ///< what was typed
     notThere,          ///< at the named path
-    notTaken,          ///< what was typed; the name is what is taken
-    nothingToShowWith, ///< a file or the system's settings
+    nothingToShowWith, ///< the named file or window of the system's
     isGone,            ///< the named program, before it was quit
     isRunning,         ///< the named application, which was to be removed
 };
 
 /// The quiet word about it; the name, or the reason, is made harmless.
 QString noticeText(Notice notice, const QString &name = {});
+/// That what was typed for the named setting was not kept, and what it takes.
+QString notTakenText(const QString &name, const QString &taken);
 
 /// About a program that is not quit from here.
 QString notQuitHereText(const ProcessSample &process);

@@ -5,6 +5,8 @@
 #include "ui/presentation/PlainWords.h"
 #include "ui/presentation/ThemeColors.h"
 
+#include <QtCore/QRegularExpression>
+
 #include <algorithm>
 
 namespace swabby {
@@ -45,7 +47,26 @@ void describeNetwork(ProcessRowText &row, const ProcessSample &process)
     row.tint = row.isEmphasized ? Tint::red : Tint::accent;
 }
 
+/// Of a name that begins with an address turned round, what follows the country and the kind of address.
+QString makersPart(const QString &name)
+{
+    static const QRegularExpression address(
+        QStringLiteral("^(?:[a-z]{2}\\.(?:com?|org|net|ac|gov)\\.(?=.)|[a-z]{2}\\.(?=[^.]+\\.)|"
+                       "(?:com|org|net|edu|gov|info|app|dev)\\.(?=.))"));
+    return QString(name).remove(address);
+}
+
 } // namespace
+
+ProgramNames programNames(const ProcessSample &process)
+{
+    ProgramNames names = {process.title.isEmpty() ? process.name : process.title,
+                          process.title.isEmpty() ? process.path.section(QLatin1Char('/'), -1)
+                                                  : process.name};
+    if (names.second.compare(names.first, Qt::CaseInsensitive) == 0)
+        names.second.clear();
+    return names;
+}
 
 QString ProcessRowText::pinLabel() const
 {
@@ -57,7 +78,7 @@ ProcessRowText processRowText(const ProcessSample &process, ProcessRowMode mode,
 {
     ProcessRowText row;
     row.pid = process.pid;
-    row.name = oneLine(process.name);
+    row.name = oneLine(programNames(process).first);
     row.tile = tileOf(process);
     row.trust = process.trustRatio();
     row.trustSymbol = trustSymbol(row.trust);
@@ -74,7 +95,7 @@ ProcessRowText processRowText(const ProcessSample &process, ProcessRowMode mode,
         describeNetwork(row, process);
         break;
     }
-    row.detail += ownerRemark(process);
+    row.detail += programRemark(process);
     row.fraction = std::clamp(row.fraction, 0.0, 1.0);
     return row;
 }
@@ -96,13 +117,18 @@ QList<ProcessRowText> topProcessTexts(const QList<ProcessSample> &processes,
         processRowTexts(processes.mid(0, 1), ProcessRowMode::activity, pinnedNames, words);
     for (ProcessRowText &row : rows)
         row.detail = programMemoryText(processes.first().rssBytes, words) + QStringLiteral(" memory") +
-                     ownerRemark(processes.first());
+                     programRemark(processes.first());
     return rows;
 }
 
-QString ownerRemark(const ProcessSample &process)
+QString programRemark(const ProcessSample &process)
 {
-    return process.owner.isEmpty() ? QString() : QStringLiteral(" · ") + whyNotQuit(process);
+    QString remark;
+    for (const QString &part :
+         {programNames(process).second, process.owner.isEmpty() ? QString() : whyNotQuit(process)})
+        if (!part.isEmpty())
+            remark += QStringLiteral(" · ") + oneLine(part);
+    return remark;
 }
 
 QString noProcessesText(bool isKnown)
@@ -141,7 +167,7 @@ QString networkRate(std::int64_t bytesPerSec)
 
 QString tileLetter(const QString &name)
 {
-    for (const char32_t code : name.toStdU32String())
+    for (const char32_t code : makersPart(name).toStdU32String())
         if (QChar::isLetterOrNumber(code))
             return QString::fromUcs4(&code, 1).toUpper();
     return QStringLiteral("?");
@@ -161,9 +187,14 @@ QList<ProcessSample> filteredProcesses(const QList<ProcessSample> &processes, co
         return processes;
     const QString wanted = searchText.toLower();
     QList<ProcessSample> found;
-    for (const ProcessSample &process : processes)
-        if (process.name.toLower().contains(wanted))
-            found.append(process);
+    for (const ProcessSample &process : processes) {
+        const ProgramNames names = programNames(process);
+        for (const QString &name : {process.name, names.first, names.second})
+            if (name.toLower().contains(wanted)) {
+                found.append(process);
+                break;
+            }
+    }
     return found;
 }
 

@@ -73,6 +73,13 @@ public:
     bool operator==(const BrowserRowText &) const = default;
 };
 
+/// What a program is called.
+struct ProgramNames {
+    QString first;  ///< by people: the application it belongs to, else what tells most
+    QString second; ///< by the system; empty where that is the same
+};
+ProgramNames programNames(const ProcessSample &process);
+
 ProcessRowText processRowText(const ProcessSample &process, ProcessRowMode mode, bool isPinned,
                               const MachineWords &words);
 QList<ProcessRowText> processRowTexts(const QList<ProcessSample> &processes, ProcessRowMode mode,
@@ -80,8 +87,8 @@ QList<ProcessRowText> processRowTexts(const QList<ProcessSample> &processes, Pro
 /// The busiest one alone, if any; its detail says what it is.
 QList<ProcessRowText> topProcessTexts(const QList<ProcessSample> &processes,
                                       const std::set<QString> &pinnedNames, const MachineWords &words);
-/// " · belongs to the system", behind another detail; empty for this person's own program.
-QString ownerRemark(const ProcessSample &process);
+/// " · loom-helper · belongs to the system", behind another detail: its second name, and why it is not quit.
+QString programRemark(const ProcessSample &process);
 /// Said in place of an empty list.
 QString noProcessesText(bool isKnown);
 QList<BrowserRowText> browserRowTexts(const QList<BrowserRollupEntry> &entries, const MachineWords &words);
@@ -93,13 +100,14 @@ QString energyWord(double energyImpact);
 /// "4.2 MB/s".
 QString networkRate(std::int64_t bytesPerSec);
 
-/// The letter on a program's tile: the first letter or digit of its name.
+/// The letter on a program's tile: the first letter or digit of its name, or of its maker's in a name such as
+/// "com.maker.program".
 QString tileLetter(const QString &name);
 /// Always the same for the same name, on every machine and at every start.
 int tileColorIndex(const QString &name);
 
-/// The processes whose name contains the text, whatever the case. A text of only blanks keeps all; any
-/// other is matched as typed, its outer blanks included.
+/// The processes one of whose names contains the text, whatever the case. A text of only blanks keeps all;
+/// any other is matched as typed, its outer blanks included.
 QList<ProcessSample> filteredProcesses(const QList<ProcessSample> &processes, const QString &searchText);
 
 } // namespace swabby

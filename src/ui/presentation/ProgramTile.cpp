@@ -27,7 +27,8 @@ std::filesystem::path pathOf(const QString &name)
 
 ProgramTile tileOf(const ProcessSample &process)
 {
-    return tileFor(process.name, {pathOf(process.path), process.isApp ? process.name : QString()});
+    return tileFor(process.title.isEmpty() ? process.name : process.title,
+                   {pathOf(process.path), process.isApp ? process.name : QString()});
 }
 
 ProgramTile tileOf(const LoginItem &item)

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace swabby {
 namespace {
@@ -20,13 +21,39 @@ QString valueText(const SliderSetting &slider)
                : number + QLatin1Char('%');
 }
 
-SliderSetting percentSetting(const Settings &settings, const Setting<double> &key, const QString &label,
-                             const QString &detail, Tint tint)
+QList<double> stopsBetween(int first, int last, int step)
 {
-    SliderSetting slider = {QLatin1String(key.name), label, detail, 10, 100, 5,
-                            settings.value(key),     {},    tint};
+    QList<double> stops;
+    for (int stop = first; stop <= last; stop += step)
+        stops.append(stop);
+    return stops;
+}
+
+SliderSetting sliderSetting(const Settings &settings, const Setting<double> &key, const QString &label,
+                            const QString &detail, Tint tint, const QList<double> &stops)
+{
+    SliderSetting slider = {QLatin1String(key.name), label, detail, stops, settings.value(key), {}, tint};
     slider.valueText = valueText(slider);
     return slider;
+}
+
+/// Between what a threshold may stand, neither of them included.
+std::pair<double, double> boundsOf(const SliderSetting &slider, const QList<SliderSetting> &beside)
+{
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    const auto at = [&](const Setting<double> &key, double elsewhere) {
+        for (const SliderSetting &other : beside)
+            if (other.key == QLatin1String(key.name))
+                return other.value;
+        return elsewhere;
+    };
+    for (const Thresholds &pair : thresholdPairs) {
+        if (slider.key == QLatin1String(pair.warning.name))
+            return {-infinity, at(pair.critical, infinity)};
+        if (slider.key == QLatin1String(pair.critical.name))
+            return {at(pair.warning, -infinity), infinity};
+    }
+    return {-infinity, infinity};
 }
 
 } // namespace
@@ -50,6 +77,13 @@ SwitchSetting storageNotificationSetting(const Settings &settings)
     return {QLatin1String(setting<"notifyOnStorage">.name),
             QStringLiteral("Notify when there's a lot to clean up"),
             QStringLiteral("Looked at every three days at most"), settings.value(setting<"notifyOnStorage">)};
+}
+
+SwitchSetting weeklySetting(const Settings &settings)
+{
+    return {QLatin1String(setting<"notifyWeekly">.name), QStringLiteral("Send a weekly summary"),
+            QStringLiteral("What was freed and what needed attention, in a sentence"),
+            settings.value(setting<"notifyWeekly">)};
 }
 
 SwitchSetting assistantSetting(const Settings &settings)
@@ -82,44 +116,41 @@ SwitchSetting loginSetting(bool isOn)
 
 QList<SliderSetting> thresholdSettings(const Settings &settings, const MachineWords &words)
 {
+    const QList<double> warnings = stopsBetween(40, 95, 5);
+    const QList<double> criticals = stopsBetween(45, 100, 5);
     return {
-        percentSetting(settings, setting<"cpuYellow">, QStringLiteral("Speed warning threshold"),
-                       QStringLiteral("When your %1 works harder than usual").arg(words.computer),
-                       Tint::orange),
-        percentSetting(settings, setting<"cpuRed">, QStringLiteral("Speed critical threshold"),
-                       QStringLiteral("When it is working very hard"), Tint::red),
-        percentSetting(settings, setting<"memYellow">, QStringLiteral("Memory warning threshold"),
-                       QStringLiteral("When memory is filling up"), Tint::orange),
-        percentSetting(settings, setting<"memRed">, QStringLiteral("Memory critical threshold"),
-                       QStringLiteral("When it is almost out"), Tint::red),
-        percentSetting(settings, setting<"processCpuRed">, QStringLiteral("Single app power limit"),
-                       QStringLiteral("When one app is too much by itself"), Tint::accent),
+        sliderSetting(settings, setting<"cpuYellow">, QStringLiteral("Speed warning threshold"),
+                      QStringLiteral("When your %1 works harder than usual").arg(words.computer),
+                      Tint::orange, warnings),
+        sliderSetting(settings, setting<"cpuRed">, QStringLiteral("Speed critical threshold"),
+                      QStringLiteral("When it is working very hard"), Tint::red, criticals),
+        sliderSetting(settings, setting<"memYellow">, QStringLiteral("Memory warning threshold"),
+                      QStringLiteral("When memory is filling up"), Tint::orange, warnings),
+        sliderSetting(settings, setting<"memRed">, QStringLiteral("Memory critical threshold"),
+                      QStringLiteral("When it is almost out"), Tint::red, criticals),
+        sliderSetting(settings, setting<"processCpuRed">, QStringLiteral("Single app power limit"),
+                      QStringLiteral("When one app is too much by itself"), Tint::accent,
+                      stopsBetween(20, 100, 10)),
     };
 }
 
 SliderSetting reminderSetting(const Settings &settings)
 {
-    constexpr const auto &key = setting<"storageNotifyThresholdGB">;
-    SliderSetting slider = {QLatin1String(key.name),
-                            QStringLiteral("Remind me once this much could be freed"),
-                            {},
-                            0.5,
-                            50,
-                            0.5,
-                            settings.value(key),
-                            {},
-                            Tint::accent};
-    slider.valueText = valueText(slider);
-    return slider;
+    return sliderSetting(settings, setting<"storageNotifyThresholdGB">,
+                         QStringLiteral("Remind me once this much could be freed"), {}, Tint::accent,
+                         {0.5, 1, 2, 5, 10, 20, 50});
 }
 
-SliderSetting movedTo(const SliderSetting &slider, double value)
+SliderSetting movedTo(const SliderSetting &slider, double value, const QList<SliderSetting> &beside)
 {
     SliderSetting moved = slider;
-    if (!std::isfinite(value))
-        return moved;
-    const double steps = std::round((value - slider.from) / slider.step);
-    moved.value = std::clamp(slider.from + steps * slider.step, slider.from, slider.to);
+    const auto [above, below] = boundsOf(slider, beside);
+    double nearest = std::numeric_limits<double>::infinity();
+    for (const double stop : slider.stops)
+        if (stop > above && stop < below && std::abs(stop - value) <= nearest) {
+            nearest = std::abs(stop - value);
+            moved.value = stop;
+        }
     moved.valueText = valueText(moved);
     return moved;
 }
@@ -129,10 +160,11 @@ bool isSnoozed(const std::optional<double> &until, double now)
     return until && *until > now;
 }
 
-QString snoozeSentence(const std::optional<double> &until, double now, const QLocale &locale)
+QString snoozeSentence(const std::optional<double> &until, double now, bool hasSummary, const QLocale &locale)
 {
     if (!isSnoozed(until, now))
-        return QStringLiteral("Nothing is snoozed. The weekly summary comes either way.");
+        return QStringLiteral("Nothing is snoozed.") +
+               (hasSummary ? QStringLiteral(" The weekly summary comes either way.") : QString());
     const QDateTime time = QDateTime::fromMSecsSinceEpoch(static_cast<qint64>(*until * 1'000));
     return QStringLiteral("Notifications are silent until %1.").arg(timeOfDayToTheMinute(time, locale));
 }

@@ -21,9 +21,7 @@ struct SliderSetting {
     Q_PROPERTY(QString key MEMBER key)
     Q_PROPERTY(QString label MEMBER label)
     Q_PROPERTY(QString detail MEMBER detail)
-    Q_PROPERTY(double from MEMBER from)
-    Q_PROPERTY(double to MEMBER to)
-    Q_PROPERTY(double step MEMBER step)
+    Q_PROPERTY(QList<double> stops MEMBER stops)
     Q_PROPERTY(double value MEMBER value)
     Q_PROPERTY(QString valueText MEMBER valueText)
     Q_PROPERTY(int tint READ tintIndex)
@@ -32,10 +30,8 @@ public:
     QString key;
     QString label;
     QString detail;
-    double from = 0;
-    double to = 0;
-    double step = 0;
-    double value = 0;
+    QList<double> stops; ///< the values that it can be moved to, rising
+    double value = 0;    ///< in force; perhaps none of them
     QString valueText;
     Tint tint = Tint::accent;
 
@@ -85,6 +81,7 @@ TextSetting addressSetting(const Settings &settings);
 SwitchSetting dockSetting(const Settings &settings);
 SwitchSetting redNotificationSetting(const Settings &settings, const MachineWords &words);
 SwitchSetting storageNotificationSetting(const Settings &settings);
+SwitchSetting weeklySetting(const Settings &settings);
 SwitchSetting assistantSetting(const Settings &settings);
 SwitchSetting loginSetting(bool isOn);
 
@@ -92,12 +89,14 @@ SwitchSetting loginSetting(bool isOn);
 QList<SliderSetting> thresholdSettings(const Settings &settings, const MachineWords &words);
 /// When the cleanup reminder comes.
 SliderSetting reminderSetting(const Settings &settings);
-/// The same slider at another value, brought into its range and onto its steps.
-SliderSetting movedTo(const SliderSetting &slider, double value);
+/// The same slider at the stop nearest to a value that leaves a critical threshold above its warning, as the
+/// sliders beside it stand; where there is none, as it is.
+SliderSetting movedTo(const SliderSetting &slider, double value, const QList<SliderSetting> &beside = {});
 
 bool isSnoozed(const std::optional<double> &until, double now);
 /// "Notifications are silent until 10:15 AM.", or that nothing is snoozed at that moment. Seconds since 1970.
-QString snoozeSentence(const std::optional<double> &until, double now, const QLocale &locale);
+QString snoozeSentence(const std::optional<double> &until, double now, bool hasSummary,
+                       const QLocale &locale);
 
 /// What is sent to the assistant, and when.
 QString whatIsSentText();

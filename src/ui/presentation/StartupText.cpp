@@ -18,23 +18,36 @@ QString startupDetail(const LoginItem &item)
     return scope;
 }
 
-StartupRowText rowFor(const LoginItem &item, const MachineWords &words)
+StartupRowText rowFor(const LoginItem &item)
 {
     StartupRowText row;
     row.id = item.id();
     row.label = oneLine(item.label);
     row.tile = tileOf(item);
-    row.menu = startupMenu(item, words);
     return row;
 }
 
 } // namespace
 
+StartupRowText judgedRowText(const LoginItem &item)
+{
+    StartupRowText row = rowFor(item);
+    row.detail = startupDetail(item);
+    if (item.isOrphaned) {
+        row.badge = QStringLiteral("Left behind");
+        row.badgeTint = Tint::red;
+    } else if (!item.isVouchedFor()) {
+        row.badge = QStringLiteral("Not part of the system");
+    }
+    return row;
+}
+
 QList<StartupRowText> disabledRowTexts(const QList<LoginItem> &items, const MachineWords &words)
 {
     QList<StartupRowText> rows;
     for (const LoginItem &item : items) {
-        StartupRowText row = rowFor(item, words);
+        StartupRowText row = rowFor(item);
+        row.menu = startupMenu(item, words);
         row.detail = QStringLiteral("Turned off in Swabby");
         rows.append(row);
     }
@@ -48,27 +61,22 @@ QList<StartupRowText> startupRowTexts(const QList<LoginItem> &items, bool worthA
     for (const LoginItem &item : items) {
         if (item.deservesALook() != worthASecondLook)
             continue;
-        StartupRowText row = rowFor(item, words);
-        row.detail = startupDetail(item);
+        StartupRowText row = judgedRowText(item);
+        row.menu = startupMenu(item, words);
         row.canDisable = item.canDisableInPlace;
-        if (item.isOrphaned) {
-            row.badge = QStringLiteral("Left behind");
-            row.badgeTint = Tint::red;
-        } else if (!item.isVouchedFor()) {
-            row.badge = QStringLiteral("Not part of the system");
-        }
         rows.append(row);
     }
     return rows;
 }
 
-QString startupFailureText(StartupChange failed)
+QString startupFailureText(StartupChange failed, const QString &label)
 {
     // Its job is ended first, and that cannot be taken back.
-    return failed == StartupChange::turnOff
-               ? QStringLiteral("It could not be turned off for good: it may be stopped now, but it will "
-                                "come back at the next login.")
-               : QStringLiteral("It could not be turned on again. Nothing was changed.");
+    return oneLine(label) +
+           (failed == StartupChange::turnOff
+                ? QStringLiteral(" could not be turned off for good: it may be stopped now, but it will come "
+                                 "back at the next login.")
+                : QStringLiteral(" could not be turned on again. Nothing was changed."));
 }
 
 } // namespace swabby

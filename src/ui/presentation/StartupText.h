@@ -38,8 +38,11 @@ public:
     bool operator==(const StartupRowText &) const = default;
 };
 
-/// The word when that did not work.
-QString startupFailureText(StartupChange failed);
+/// The word when that did not work for the item of that label.
+QString startupFailureText(StartupChange failed, const QString &label);
+
+/// The row of an item as far as it only tells: its detail, and the badge that says why it is worth a look.
+StartupRowText judgedRowText(const LoginItem &item);
 
 /// What was turned off here.
 QList<StartupRowText> disabledRowTexts(const QList<LoginItem> &items, const MachineWords &words);

@@ -23,6 +23,7 @@ class ExplainView : public QObject {
     QML_UNCREATABLE("made with the window")
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY changed)
     Q_PROPERTY(swabby::ExplainText subject READ subject NOTIFY changed)
+    Q_PROPERTY(QList<swabby::ExplainFact> facts READ facts NOTIFY changed)
     Q_PROPERTY(bool isLoading READ isLoading NOTIFY changed)
     Q_PROPERTY(QString waitingText READ waitingText CONSTANT)
     Q_PROPERTY(QString text READ text NOTIFY changed)
@@ -43,6 +44,9 @@ public:
     {
         return m_flow ? explainText(m_flow->request(), m_context.state.machine().words) : ExplainText();
     }
+    /// What is known of it without the assistant.
+    QList<ExplainFact> facts() const;
+    bool knowsOrigin() const { return m_origin.has_value(); }
     bool isLoading() const { return m_flow && m_flow->isLoading(); }
     QString waitingText() const { return ExplainFlow::waitingText(); }
     QString text() const { return m_flow ? harmlessLines(m_flow->text().value_or(m_text)) : QString(); }
@@ -64,10 +68,13 @@ Q_SIGNALS:
     void changed();
 
 private:
+    void begin(const ExplainRequest &request);
+
     UserInterfaceContext m_context;
     ConfirmationView &m_confirmation;
     std::unique_ptr<ExplainFlow> m_flow;
-    QString m_text; // what was shown without asking
+    std::optional<ProgramOrigin> m_origin; // none while it is looked for
+    QString m_text;                        // what was shown without asking
     QString m_note;
 };
 

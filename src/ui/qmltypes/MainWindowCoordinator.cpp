@@ -1,5 +1,7 @@
 #include "ui/qmltypes/MainWindowCoordinator.h"
 
+#include "ui/presentation/ProcessText.h"
+
 namespace swabby {
 
 MainWindowCoordinator::MainWindowCoordinator(const UserInterfaceContext &context, QObject *parent)
@@ -12,11 +14,12 @@ MainWindowCoordinator::MainWindowCoordinator(const UserInterfaceContext &context
             });
 }
 
-void MainWindowCoordinator::setNotice(const QString &notice)
+void MainWindowCoordinator::setNotice(const QString &notice, Tint tint)
 {
     if (notice == m_notice)
         return;
     m_notice = notice;
+    m_noticeTint = tint;
     Q_EMIT noticeChanged();
 }
 
@@ -29,7 +32,9 @@ void MainWindowCoordinator::explain(const ExplainRequest &request)
 void MainWindowCoordinator::quit(const ProcessSample &process, Quitting::Force force)
 {
     setNotice({});
-    m_confirmation.askToQuit(process, force);
+    ProcessSample named = process;
+    named.name = programNames(process).first; // as its row has it
+    m_confirmation.askToQuit(named, force);
 }
 
 void MainWindowCoordinator::perform(const HealthIssue &issue, MainSection &selection)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "health/HealthIssue.h"
+#include "ui/presentation/Tint.h"
 #include "ui/qmltypes/ConfirmationView.h"
 #include "ui/qmltypes/ExplainView.h"
 #include "ui/qmltypes/WindowContext.h"
@@ -19,15 +20,17 @@ class MainWindowCoordinator : public QObject {
     Q_PROPERTY(swabby::ConfirmationView *confirmation READ confirmation CONSTANT)
     Q_PROPERTY(swabby::ExplainView *explanation READ explanation CONSTANT)
     Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
+    Q_PROPERTY(int noticeTint READ noticeTint NOTIFY noticeChanged)
 
 public:
     explicit MainWindowCoordinator(const UserInterfaceContext &context, QObject *parent);
 
     ConfirmationView *confirmation() { return &m_confirmation; }
     ExplainView *explanation() { return &m_explanation; }
-    /// A quiet word about something that did not work; empty when there is none.
+    /// A quiet word about what was done here: mostly that it did not work. Empty when there is none.
     const QString &notice() const { return m_notice; }
-    void setNotice(const QString &notice);
+    int noticeTint() const { return static_cast<int>(m_noticeTint); }
+    void setNotice(const QString &notice, Tint tint = Tint::orange);
     Q_INVOKABLE void dismissNotice() { setNotice({}); }
 
     void explain(const ExplainRequest &request);
@@ -43,6 +46,7 @@ private:
     ConfirmationView m_confirmation;
     ExplainView m_explanation;
     QString m_notice;
+    Tint m_noticeTint = Tint::orange;
 };
 
 } // namespace swabby

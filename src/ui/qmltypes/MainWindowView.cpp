@@ -33,7 +33,7 @@ MainWindowView::MainWindowView(const UserInterfaceContext &context)
     });
     connect(&state, &AppState::historyNotStored, this, &MainWindowView::showHistoryTrouble);
     connect(&state, &AppState::pinNotStored, this,
-            [this] { m_coordinator.setNotice(noticeText(Notice::notStored)); });
+            [this] { m_coordinator.setNotice(noticeText(Notice::notStored, QStringLiteral("The pin"))); });
     showHistoryTrouble(state.historyTrouble());
     m_release.setSingleShot(true);
     m_release.callOnTimeout(this, &MainWindowView::holdRows);
@@ -126,6 +126,7 @@ void MainWindowView::select(MainSection section)
     // Nobody is at anything on the new page yet.
     for (RowModel *list : rows())
         list->settle();
+    m_coordinator.dismissNotice(); // it is about the section that was left
     Q_EMIT selectionChanged();
 }
 
@@ -210,7 +211,8 @@ void MainWindowView::finishWelcome()
     });
     whenDone(&state, storing, [&state, self = QPointer(this)](bool isStored) {
         if (self && !isStored)
-            self->m_coordinator.setNotice(noticeText(Notice::notStored));
+            self->m_coordinator.setNotice(
+                noticeText(Notice::notStored, QStringLiteral("That you have been welcomed")));
         state.noteStoredSetting();
     });
     Q_EMIT sheetChanged();

@@ -21,7 +21,7 @@ RemovalBannerView::RemovalBannerView(const UserInterfaceContext &context, MainWi
     connect(&m_context.cleanup, &CleanupFlow::restored, this, [this](qint64 restored, qint64 left) {
         Q_EMIT changed();
         if (std::exchange(m_asked, false))
-            m_coordinator.setNotice(putBackText(restored, left));
+            m_coordinator.setNotice(putBackText(restored, left), left > 0 ? Tint::orange : Tint::green);
     });
 }
 

@@ -14,18 +14,18 @@ namespace {
 /// The problem as a sentence; for none, the one that is left.
 QString notStoredText(const QString &problem)
 {
-    return problem.isEmpty() ? noticeText(Notice::notStored) : sentence(problem);
+    return problem.isEmpty() ? noticeText(Notice::notStored, QStringLiteral("The setting"))
+                             : sentence(problem);
 }
 
 } // namespace
 
-SettingsView::SettingsView(const UserInterfaceContext &context) : m_context(context), m_key(context, this)
+SettingsView::SettingsView(const UserInterfaceContext &context)
+    : m_context(context), m_key(context, this), m_folder(context, this)
 {
+    connect(&m_folder, &FolderView::chosen, this, &SettingsView::addExcluded);
     connect(&m_context.state, &AppState::changed, this, &SettingsView::changed);
-    connect(this, &SettingsView::tabChanged, this, [this] {
-        m_notice.clear();
-        Q_EMIT changed();
-    });
+    connect(this, &SettingsView::tabChanged, this, &SettingsView::dismissNotice);
     read();
     m_key.look();
     connect(&m_context.startup, &StartupFlow::disabledItemsChanged, this, &SettingsView::lookAtLogin);
@@ -52,6 +52,7 @@ void SettingsView::read()
     m_dock = dockSetting(settings);
     m_redNotification = redNotificationSetting(settings, words);
     m_storageNotification = storageNotificationSetting(settings);
+    m_weekly = weeklySetting(settings);
     m_assistant = assistantSetting(settings);
     m_model = modelSetting(settings);
     m_address = addressSetting(settings);
@@ -60,6 +61,13 @@ void SettingsView::read()
     m_neverRemove = settings.value(setting<"neverRemove">);
     const QString problem = settings.neverRemove(m_context.state.machine().places.home).problem;
     m_problem = problem.isEmpty() ? QString() : sentence(problem);
+    Q_EMIT changed();
+}
+
+void SettingsView::say(const Word &word)
+{
+    m_notice = word.text;
+    m_noticeIsTrouble = word.isTrouble;
     Q_EMIT changed();
 }
 
@@ -72,7 +80,7 @@ void SettingsView::reload()
 void SettingsView::write(const SettingKey &key, const QJsonValue &value)
 {
     const auto store = [&key, value](Settings &settings) {
-        return settings.store(key, value) ? QString() : notStoredText(settings.problem());
+        return Word{settings.store(key, value) ? QString() : notStoredText(settings.problem())};
     };
     change(store, [this, &key] {
         if (key == setting<"showInDock">)
@@ -80,7 +88,7 @@ void SettingsView::write(const SettingKey &key, const QJsonValue &value)
     });
 }
 
-void SettingsView::change(const std::function<QString(Settings &settings)> &work,
+void SettingsView::change(const std::function<Word(Settings &settings)> &work,
                           const std::function<void()> &onStored)
 {
     Q_EMIT changed();
@@ -89,10 +97,10 @@ void SettingsView::change(const std::function<QString(Settings &settings)> &work
         Settings settings(*machine->settings);
         return work(settings);
     });
-    whenDone(this, writing, [this, onStored](const QString &notice) {
+    whenDone(this, writing, [this, onStored](const Word &word) {
         --m_pendingWrites;
-        m_notice = notice;
-        if (notice.isEmpty())
+        say(word);
+        if (word.text.isEmpty())
             onStored();
         reload();
         m_context.state.noteStoredSetting();
@@ -101,7 +109,8 @@ void SettingsView::change(const std::function<QString(Settings &settings)> &work
 
 void SettingsView::toggle(const QString &key)
 {
-    for (SwitchSetting *changed : {&m_dock, &m_redNotification, &m_storageNotification, &m_assistant})
+    for (SwitchSetting *changed :
+         {&m_dock, &m_redNotification, &m_storageNotification, &m_weekly, &m_assistant})
         if (changed->key == key) {
             changed->isOn = !changed->isOn;
             write(*Settings::find(key), changed->isOn);
@@ -114,8 +123,9 @@ void SettingsView::setText(const QString &name, const QString &typed)
     const QString text = typed.trimmed();
     const QJsonValue value = Settings::parse(key, text);
     if (value.isUndefined()) {
-        m_notice = noticeText(Notice::notTaken, Settings::expectedText(key));
-        Q_EMIT changed();
+        for (const TextSetting &field : {m_model, m_address})
+            if (field.key == name)
+                say({notTakenText(field.label, Settings::expectedText(key))});
         return;
     }
     for (TextSetting *changed : {&m_model, &m_address})
@@ -126,7 +136,7 @@ void SettingsView::setText(const QString &name, const QString &typed)
 void SettingsView::setNumber(const QString &name, double value)
 {
     const auto move = [&](SliderSetting &slider) {
-        const SliderSetting moved = movedTo(slider, value);
+        const SliderSetting moved = movedTo(slider, value, m_sliders);
         if (slider.key != name || moved == slider)
             return;
         slider = moved;
@@ -165,8 +175,7 @@ void SettingsView::toggleLogin()
     });
     whenDone(this, changing, [this, opens](bool isEnabled) {
         m_login = loginSetting(isEnabled);
-        m_notice = isEnabled == opens ? QString() : noticeText(Notice::notFollowed);
-        Q_EMIT changed();
+        say({isEnabled == opens ? QString() : noticeText(Notice::notFollowed, m_login.label)});
         m_context.startup.noteLoginSetting();
     });
 }
@@ -180,12 +189,11 @@ void SettingsView::restoreThresholds()
 bool SettingsView::addExcluded(const QString &typed)
 {
     const auto path = excludedPath(typed, m_context.state.machine().places.home);
-    m_notice = path ? QString() : noticeText(Notice::notAPath);
     if (path && !m_neverRemove.contains(*path)) {
         m_neverRemove.append(*path);
         setExcluded(*path, true);
     }
-    Q_EMIT changed();
+    say({path ? QString() : noticeText(Notice::notAPath)});
     return path.has_value();
 }
 
@@ -207,8 +215,8 @@ void SettingsView::setExcluded(const QString &path, bool isKept)
 {
     change([path, isKept](Settings &settings) {
         if (!settings.setNeverRemoved(path, isKept))
-            return notStoredText(settings.neverRemove({}).problem);
-        return isKept && isMissing(path) ? noticeText(Notice::notThere, path) : QString();
+            return Word{notStoredText(settings.neverRemove({}).problem)};
+        return Word{isKept && isMissing(path) ? noticeText(Notice::notThere, path) : QString(), false};
     });
 }
 

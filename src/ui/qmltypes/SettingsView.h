@@ -3,6 +3,7 @@
 #include "platform/BackgroundWork.h"
 #include "state/AppState.h"
 #include "ui/presentation/SettingsText.h"
+#include "ui/qmltypes/FolderView.h"
 #include "ui/qmltypes/KeyView.h"
 #include "ui/qmltypes/RowModel.h"
 #include "ui/qmltypes/WindowContext.h"
@@ -30,6 +31,7 @@ class SettingsView : public QObject {
     Q_PROPERTY(swabby::SwitchSetting login MEMBER m_login NOTIFY changed)
     Q_PROPERTY(swabby::SwitchSetting redNotification MEMBER m_redNotification NOTIFY changed)
     Q_PROPERTY(swabby::SwitchSetting storageNotification MEMBER m_storageNotification NOTIFY changed)
+    Q_PROPERTY(swabby::SwitchSetting weekly MEMBER m_weekly NOTIFY changed)
     Q_PROPERTY(swabby::SwitchSetting assistant MEMBER m_assistant NOTIFY changed)
     Q_PROPERTY(swabby::TextSetting model MEMBER m_model NOTIFY changed)
     Q_PROPERTY(swabby::TextSetting address MEMBER m_address NOTIFY changed)
@@ -37,11 +39,14 @@ class SettingsView : public QObject {
     Q_PROPERTY(swabby::SliderSetting reminder MEMBER m_reminder NOTIFY changed)
     Q_PROPERTY(QStringList neverRemove MEMBER m_neverRemove NOTIFY changed)
     Q_PROPERTY(QString notice READ notice NOTIFY changed)
+    Q_PROPERTY(bool noticeEnds READ noticeEnds NOTIFY changed)
+    Q_PROPERTY(bool noticeIsTrouble READ noticeIsTrouble NOTIFY changed)
     Q_PROPERTY(bool isSnoozed READ isSnoozed NOTIFY changed)
     Q_PROPERTY(QString snoozed READ snoozed NOTIFY changed)
     Q_PROPERTY(QString about READ about CONSTANT)
     Q_PROPERTY(swabby::RowModel *thresholds READ thresholds CONSTANT)
     Q_PROPERTY(swabby::KeyView *key READ key CONSTANT)
+    Q_PROPERTY(swabby::FolderView *folder READ folder CONSTANT)
 
 public:
     explicit SettingsView(const UserInterfaceContext &context);
@@ -50,6 +55,8 @@ public:
     int theme() const { return static_cast<int>(m_theme); }
     RowModel *thresholds() { return &m_thresholds; }
     KeyView *key() { return &m_key; }
+    /// Where a folder is looked for that is never to be removed.
+    FolderView *folder() { return &m_folder; }
     bool isSnoozed() const
     {
         return swabby::isSnoozed(m_context.state.snoozedUntil(), m_context.state.machine().clock->now());
@@ -58,10 +65,14 @@ public:
     QString snoozed() const
     {
         return snoozeSentence(m_context.state.snoozedUntil(), m_context.state.machine().clock->now(),
-                              QLocale());
+                              m_weekly.isOn, QLocale());
     }
     /// What became of the last change, else why nothing can be stored or removed; empty when all is well.
     QString notice() const { return m_notice.isEmpty() ? m_problem : m_notice; }
+    /// It is about the last change, and goes after a while.
+    bool noticeEnds() const { return !m_notice.isEmpty(); }
+    bool noticeIsTrouble() const { return m_noticeIsTrouble || m_notice.isEmpty(); }
+    Q_INVOKABLE void dismissNotice() { say({}); }
     QString whatIsSent() const { return whatIsSentText(); }
     QString about() const { return aboutText(QCoreApplication::applicationVersion()); }
 
@@ -71,7 +82,7 @@ public:
     Q_INVOKABLE void setText(const QString &name, const QString &typed);
     /// Turns to what is about the assistant.
     void showAssistant() { setProperty("tab", assistantTab); }
-    /// Stores a figure, brought onto its slider's steps.
+    /// Stores a figure, brought onto its slider's stops.
     Q_INVOKABLE void setNumber(const QString &name, double value);
     Q_INVOKABLE void setCompact(bool isCompact);
     Q_INVOKABLE void setTheme(int theme);
@@ -101,14 +112,20 @@ private:
     void lookAtLogin();
     /// Stores, or removes for an undefined value.
     void write(const SettingKey &key, const QJsonValue &value);
+    /// What is said of a change.
+    struct Word {
+        QString text;
+        bool isTrouble = true;
+    };
+    void say(const Word &word);
     /// Does the work behind the window, shows what it says, and calls on when that is nothing.
     void change(
-        const std::function<QString(Settings &settings)> &work,
-        const std::function<void()> &onStored = [] {});
+        const std::function<Word(Settings &settings)> &work, const std::function<void()> &onStored = [] {});
     void setExcluded(const QString &path, bool isKept);
 
     UserInterfaceContext m_context;
     KeyView m_key;
+    FolderView m_folder;
     RowModel m_thresholds{this};
     QList<SliderSetting> m_sliders;
     SliderSetting m_reminder;
@@ -116,6 +133,7 @@ private:
     TextSetting m_address;
     QStringList m_neverRemove;
     QString m_notice;
+    bool m_noticeIsTrouble = true;
     QString m_problem;
     int m_tab = 0;
     int m_pendingWrites = 0;
@@ -125,6 +143,7 @@ private:
     SwitchSetting m_login = loginSetting(false);
     SwitchSetting m_redNotification;
     SwitchSetting m_storageNotification;
+    SwitchSetting m_weekly;
     SwitchSetting m_assistant;
 };
 

@@ -15,10 +15,13 @@ StartupView::StartupView(const UserInterfaceContext &context, MainWindowCoordina
     StartupFlow *flow = &m_context.startup;
     connect(flow, &StartupFlow::disabledItemsChanged, this, &StartupView::showDisabled);
     connect(flow, &StartupFlow::busyChanged, this, &StartupView::busyChanged);
-    connect(flow, &StartupFlow::failed, this,
-            [this](StartupChange change) { m_coordinator.setNotice(startupFailureText(change)); });
-    connect(flow, &StartupFlow::nothingOpened, this,
-            [this] { m_coordinator.setNotice(noticeText(Notice::nothingToShowWith)); });
+    connect(flow, &StartupFlow::failed, this, [this](StartupChange change, const QString &label) {
+        m_coordinator.setNotice(startupFailureText(change, label));
+    });
+    connect(flow, &StartupFlow::nothingOpened, this, [this](const QString &path) {
+        const QString settings = QStringLiteral("the startup settings");
+        m_coordinator.setNotice(noticeText(Notice::nothingToShowWith, path.isEmpty() ? settings : path));
+    });
     showDisabled();
 }
 

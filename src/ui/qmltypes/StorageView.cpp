@@ -58,7 +58,8 @@ void StorageView::openSoftwareManager()
         [machine = m_context.state.sharedMachine()] { return machine->workspace->openSoftwareManager(); });
     whenDone(this, opening, [this](bool isOpened) {
         if (!isOpened)
-            m_coordinator.setNotice(noticeText(Notice::nothingToShowWith));
+            m_coordinator.setNotice(
+                noticeText(Notice::nothingToShowWith, QStringLiteral("the software manager")));
     });
 }
 

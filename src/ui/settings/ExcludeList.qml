@@ -21,7 +21,7 @@ Card {
 
     Note {
         width: parent.width
-        text: "Nothing in these places is ever offered for cleaning. Type a path, or drop a folder here."
+        text: "Nothing in these places is ever offered for cleaning. Choose a folder, type a path, or drop one here."
     }
 
     Column {
@@ -80,7 +80,7 @@ Card {
         TextField {
             id: field
 
-            width: parent.width - addButton.width - 8
+            width: parent.width - addButton.width - chooseButton.width - 16
             implicitHeight: 28
             name: "Path of a file or folder to keep"
             placeholder: "~/Documents"
@@ -92,6 +92,13 @@ Card {
 
             text: "Add"
             onActivated: card.add()
+        }
+
+        ActionButton {
+            id: chooseButton
+
+            text: "Choose folder…"
+            onActivated: card.view.folder.open()
         }
     }
 

@@ -30,6 +30,12 @@ ScrollPage {
             setting: page.view.reminder
             onMoved: wanted => page.view.setNumber(setting.key, wanted)
         }
+
+        SwitchRow {
+            width: parent.width
+            setting: page.view.weekly
+            onToggled: page.view.toggle(setting.key)
+        }
     }
 
     Card {

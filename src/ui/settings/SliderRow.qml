@@ -14,9 +14,7 @@ SettingRow {
     Slider {
         width: 170
         name: row.setting.label
-        from: row.setting.from
-        to: row.setting.to
-        step: row.setting.step
+        stops: row.setting.stops
         figure: row.setting.value
         valueText: row.setting.valueText
         fillColor: Theme.marks[row.setting.tint]

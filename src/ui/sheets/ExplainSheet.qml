@@ -39,7 +39,8 @@ Sheet {
             }
 
             Remark {
-                text: Words.explain
+                width: parent.width
+                text: sheet.subject.alias === "" ? Words.explain : sheet.subject.alias + " · " + Words.explain
             }
         },
         SymbolButton {
@@ -74,29 +75,23 @@ Sheet {
         onSettingsWanted: sheet.explanation.openAssistantSettings()
     }
 
-    Item {
+    Row {
+        spacing: 8
+
+        Chip {
+            text: sheet.subject.recommendation
+            tint: sheet.subject.recommendationTint
+        }
+
+        TrustChip {
+            text: sheet.subject.trust
+            symbol: sheet.subject.trustSymbol
+        }
+    }
+
+    FactsCard {
         width: parent.width
-        height: 26
-
-        Row {
-            spacing: 8
-
-            Chip {
-                text: sheet.subject.recommendation
-                tint: sheet.subject.recommendationTint
-            }
-
-            TrustChip {
-                text: sheet.subject.trust
-                symbol: sheet.subject.trustSymbol
-            }
-        }
-
-        Remark {
-            anchors.right: parent.right
-            anchors.verticalCenter: parent.verticalCenter
-            text: sheet.subject.figures
-        }
+        facts: sheet.explanation.facts
     }
 
     Hairline {

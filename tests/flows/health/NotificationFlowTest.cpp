@@ -125,7 +125,7 @@ private Q_SLOTS:
 
     void aWeekIsToldOf()
     {
-        // The trouble and the bytes of the week, and what the model is asked to tell.
+        // The trouble and the bytes of the week, whether to tell of it, and what the model is asked to tell.
         compareTable(fixture(u"flows/a_week.txt"_qs), [](const Cells &row) {
             LoopbackServer server(always(httpAnswer(200, modelReply(u"What a week!"_qs))));
             Household house(server);
@@ -138,6 +138,7 @@ private Q_SLOTS:
             isRight = isRight && house.refresh(week - 1) == u"nothing"_qs;
             isRight = isRight && count() == row.number(0) + 1; // it turned red, which counts like any other
             house.set("weeklyAttentionCount", row.number(0));
+            house.set("notifyWeekly", row[2] != "unwanted");
             const QString told = house.refresh(1);
             isRight = isRight && began() == noon + week && count() == 0 &&
                       house.settings.value(setting<"weeklyBytesFreed">) == 0;

@@ -1,4 +1,5 @@
 #include "ProcessMachine.h"
+#include "platform/linux/LinuxProgramOrigins.h"
 #include "support/Table.h"
 
 #include <QtTest/QTest>
@@ -15,6 +16,21 @@ unsigned long seconds(double count)
 {
     return static_cast<unsigned long>(count * ticksPerSecond());
 }
+
+/// The records of one package, which brought everything.
+struct PackageRecords final : Shell {
+    std::optional<std::string> run(const std::string &, const std::vector<std::string> &arguments, ToolOutput,
+                                   const StopToken &) override
+    {
+        const bool isSearch = arguments.at(0) == "--search";
+        return isSearch ? "diversion by loom from: /x\nmill:amd64, other: " + (asked = arguments.at(2)) + '\n'
+                        : arguments.back() + " 2.0-1\n";
+    }
+    bool has(const std::string &tool) override { return tool == "/usr/bin/dpkg-query"; }
+    bool launch(const std::string &, const std::vector<std::string> &) override { return false; }
+
+    std::string asked;
+};
 
 } // namespace
 
@@ -39,6 +55,30 @@ private Q_SLOTS:
                 text += u' ' + QString::number(number);
             return text;
         });
+    }
+
+    void whereAProgramComesFrom()
+    {
+        const ProcessMachine machine;
+        const StandIn &proc = machine.proc;
+        proc.write("mill.py", "");
+        proc.write("21/cmdline", "python3" + std::string(1, '\0') + proc.path("mill.py"));
+        StandInProcess{.pid = 20, .command = "loom", .program = "/usr/bin/loom"}.writeTo(proc);
+        StandInProcess{.pid = 21, .parentPid = 20, .command = "python3", .program = "/usr/bin/python3"}
+            .writeTo(proc);
+        PackageRecords records;
+        LinuxProgramOrigins origins(machine.root, DesktopApplications({}, {}), records);
+        const ProgramOrigin script = origins.ofProcess(21);
+        const QString file = QString::fromStdString(proc.path("mill.py"));
+        QCOMPARE(script.file + u' ' + script.startedBy + u' ' + script.package,
+                 file + u" loom mill 2.0-1"_qs);
+        QCOMPARE(records.asked, proc.path("mill.py"));
+        QVERIFY(!script.account.isEmpty());
+        QCOMPARE(origins.ofProcess(20).startedBy, u"the system"_qs);
+        QVERIFY(origins.ofProcess(22) == ProgramOrigin());
+        records.asked.clear();
+        QVERIFY(origins.packageOf(u"/opt/*"_qs).isEmpty() && records.asked.empty()); // would be a pattern
+        QCOMPARE(origins.packageOf(u"/snap/mail/211/mail"_qs), u"mail (snap)"_qs);
     }
 
     void listings()
