@@ -31,8 +31,11 @@ Item {
         visible = false;
         target !== null ? delay.restart() : delay.stop();
     }
-    onIsStandingChanged: if (!isStanding)
-        Hints.hide(target)
+    onIsStandingChanged: if (!isStanding) {
+        visible = false;
+        delay.stop();
+        leaving.restart();
+    }
 
     // Rows are scrolled, sorted anew and taken away under a pointer that rests.
     Connections {
@@ -62,6 +65,15 @@ Item {
 
         interval: 600
         onTriggered: bubble.place()
+    }
+
+    // Not at once: whether it stands follows from what is wanted.
+    Timer {
+        id: leaving
+
+        interval: 0
+        onTriggered: if (bubble.target !== null && !bubble.isStanding)
+            Hints.hide(bubble.target)
     }
 
     Paragraph {
