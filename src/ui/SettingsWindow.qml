@@ -87,7 +87,11 @@ Window {
         }
 
         Timer {
-            interval: 6000 + 60 * words.text.length
+            readonly property string text: words.text
+
+            interval: 6000 + 60 * text.length
+            onTextChanged: if (running)
+                restart()
             running: window.active && window.view.noticeEnds
             onTriggered: window.view.dismissNotice()
         }

@@ -126,6 +126,31 @@ private Q_SLOTS:
         QVERIFY2(all.contains(u"API key"_qs) && !all.contains(u"canary"_qs), qPrintable(all));
     }
 
+    void aFieldHasItsMenuAndAFolderIsChosen()
+    {
+        const QString home = m_desk->state.machine().places.home;
+        QVERIFY(QDir(home).mkpath(u"Music/Mine"_qs));
+        const auto open = shown(openSettingsWindow(context()));
+        press(*open->window, u"Path of a file or folder to keep"_qs, Qt::Key_X);
+        const auto choose = [&](int line) {
+            QTest::keyClick(open->window.get(), Qt::Key_F10, Qt::ShiftModifier);
+            QVERIFY(waitUntil([&] { return textOf(*open->window).contains(u"Select All"_qs); }));
+            for (int step = 0; step < line; ++step)
+                QTest::keyClick(open->window.get(), Qt::Key_Down);
+            QTest::keyClick(open->window.get(), Qt::Key_Return);
+        };
+        QQuickItem *field = open->window->activeFocusItem();
+        const auto text = [&] { return field->property("text").toString(); };
+        for (const auto &[line, left] : {std::pair(3, u"x"_qs), {0, QString()}, {2, u"x"_qs}}) {
+            choose(line);
+            QTRY_COMPARE(text(), left);
+        }
+        press(*open->window, u"Choose folder…"_qs);
+        press(*open->window, u"Music"_qs);
+        press(*open->window, u"Keep this folder"_qs);
+        QTRY_COMPARE(open->view->property("neverRemove").toStringList(), QStringList{home + u"/Music"_qs});
+    }
+
     void settingsAreWrittenToTheirKeys()
     {
         const auto open = shown(openSettingsWindow(context()));

@@ -33,13 +33,15 @@ QString endOfSessionWarning(const QString &name)
 
 } // namespace
 
-ConfirmationInfo ConfirmationBuilder::quit(const ProcessSample &process, const QuitPlan &plan, QuitFlow &flow)
+ConfirmationInfo ConfirmationBuilder::quit(const ProcessSample &process, const QuitPlan &plan, QuitFlow &flow,
+                                           const QString &shownName)
 {
+    const QString name = shownName.isEmpty() ? process.name : shownName;
     const bool isForced = plan.means == Quitting::Means::kill;
     ConfirmationInfo info;
-    info.title = (isForced ? QStringLiteral("Force quit ") : QStringLiteral("Quit ")) + process.name +
-                 QLatin1Char('?');
-    info.message = process.holdsSession ? endOfSessionWarning(process.name)
+    info.title =
+        (isForced ? QStringLiteral("Force quit ") : QStringLiteral("Quit ")) + name + QLatin1Char('?');
+    info.message = process.holdsSession ? endOfSessionWarning(name)
                    : isForced           ? forceQuitWarning()
                                         : quitMessage(process, plan, flow.words());
     if (isForced && !process.holdsSession && !flow.asksAll())

@@ -29,8 +29,10 @@ struct ConfirmationInfo {
 /// called.
 namespace ConfirmationBuilder {
 
-/// The plan is the flow's, for this program.
-ConfirmationInfo quit(const ProcessSample &process, const QuitPlan &plan, QuitFlow &flow);
+/// The plan is the flow's, for this program. In the question it goes by the name that is shown of it; for an
+/// empty one by its own.
+ConfirmationInfo quit(const ProcessSample &process, const QuitPlan &plan, QuitFlow &flow,
+                      const QString &shownName = {});
 
 /// onRemoved is called as soon as the removal has begun.
 ConfirmationInfo remove(const std::vector<RemovableItem> &items, CleanupFlow &flow,

@@ -25,7 +25,7 @@ Item {
 
     visible: false
     z: 100
-    width: Math.min(label.implicitWidth, 320, (parent?.width ?? 348) - 28) + 20
+    width: Math.min(label.implicitWidth, Hints.text.length > 160 ? 480 : 320, (parent?.width ?? 348) - 28) + 20
     height: label.height + 12
     onTargetChanged: {
         visible = false;
@@ -46,6 +46,19 @@ Item {
 
         target: bubble.Window.window
         enabled: bubble.visible && bubble.target !== null
+    }
+
+    CutText {
+        property Text shown: null
+
+        onPointedAtChanged: {
+            if (shown !== null)
+                Hints.hide(shown);
+            // What has the keyboard wants its own shown, too, but is not pointed at.
+            shown = (Hints.target as Pressable)?.isHovered ? null : pointedAt as Text;
+            if (shown !== null)
+                Hints.show(shown, shown.text);
+        }
     }
 
     FloatingShadow {
@@ -83,7 +96,7 @@ Item {
         y: 6
         width: parent.width - 20
         text: Hints.text
-        maximumLineCount: 8
+        maximumLineCount: 24
         elide: Text.ElideRight
         font: Theme.smallFont
         Accessible.ignored: true

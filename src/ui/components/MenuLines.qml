@@ -72,6 +72,7 @@ FocusScope {
                         width: parent.width - 24
                         anchors.verticalCenter: parent.verticalCenter
                         text: line.modelData.label
+                        color: line.modelData.isAvailable ? Theme.primary : Theme.tertiary
                         Accessible.ignored: true
                     }
 

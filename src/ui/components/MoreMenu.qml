@@ -12,6 +12,8 @@ SymbolButton {
     signal chosen(command: int)
 
     function choose(index: int): void {
+        if (!entries[index].isAvailable)
+            return;
         isOpen = false;
         forceActiveFocus();
         chosen(entries[index].command);

@@ -32,6 +32,8 @@ Item {
 
         entries: cover.button.entries
         name: cover.button.name
+        // A window that closes by Escape folds its menu first.
+        Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Escape
         Keys.onEscapePressed: cover.leave()
         Keys.onTabPressed: cover.leave()
         onChosen: index => cover.button.choose(index)

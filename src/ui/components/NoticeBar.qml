@@ -31,7 +31,12 @@ Rectangle {
     }
 
     Timer {
-        interval: 6000 + 60 * bar.text.length
+        // Each has its own time.
+        readonly property string text: bar.text
+
+        interval: 6000 + 60 * text.length
+        onTextChanged: if (running)
+            restart()
         running: bar.lingers && bar.visible && bar.Window.active && !area.containsMouse && !close.activeFocus
         onTriggered: bar.dismissed()
     }

@@ -19,7 +19,7 @@ Item {
 
     function trigger(): void {
         Hints.hide(pressable);
-        if (!pressable.enabled || pressable.isBusy)
+        if (!pressable.enabled || !pressable.visible || pressable.isBusy)
             return;
         actedAt = Date.now();
         pressable.activated();
@@ -46,7 +46,7 @@ Item {
         hoverEnabled: true
         // What has acted rests for as long as a double click takes. Its second press is not meant for what the
         // first one brought under the pointer either.
-        onClicked: if (Date.now() - pressable.actedAt >= Theme.doubleClickTime)
+        onClicked: if (Math.abs(Date.now() - pressable.actedAt) >= Theme.doubleClickTime)
             pressable.trigger()
         onDoubleClicked: mouse => mouse.accepted = true
         onContainsMouseChanged: containsMouse ? Hints.show(pressable, pressable.tip) : Hints.hide(pressable)

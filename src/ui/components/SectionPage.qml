@@ -33,9 +33,12 @@ Item {
         width: parent.width
         // Not hidden, so that lists make their rows before they are seen.
         opacity: frame.shown === loader ? 1 : 0
+        enabled: frame.shown === loader
         // An empty window has nothing to show meanwhile.
         asynchronous: frame.shown !== null && !Theme.isStill
-        onLoaded: frame.present(loader)
+        // One that is wanted no more may be done all at once when it goes.
+        onLoaded: if (page !== "" && page === frame.page)
+            frame.present(loader)
     }
 
     // Whether the key scrolled the page.
@@ -56,10 +59,12 @@ Item {
     }
 
     function present(next: PageLoader): void {
+        const gone = [one, other].filter(loader => loader !== next);
+        for (const loader of gone)
+            loader.page = "";
         shown = next;
-        for (const loader of [one, other])
-            if (loader !== next)
-                loader.source = "";
+        for (const loader of gone)
+            loader.source = "";
     }
 
     Connections {

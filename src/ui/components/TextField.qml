@@ -17,11 +17,33 @@ FocusScope {
     property real leading: 12
     property real trailing: 12
     readonly property bool isSecret: echoMode === TextInput.Password
+    // Its menu has the keyboard then, and typing goes on afterwards.
+    property bool isMenuOpen: false
 
     signal accepted
 
     function clear(): void {
         input.clear();
+    }
+
+    function openMenu(x: real, y: real): void {
+        menu.active = true;
+        const unfolded = menu.item as MoreMenu;
+        unfolded.isOpen = false;
+        const isSelected = input.selectedText !== "" && !isSecret;
+        unfolded.entries = Words.textMenu(input.text !== "", isSelected, input.canPaste);
+        const room = Window.width - 8 - mapToItem(null, 0, 0).x;
+        unfolded.x = Math.min(x, room - unfolded.width);
+        unfolded.y = y;
+        settled.stop();
+        isMenuOpen = true;
+        unfolded.isOpen = true;
+    }
+
+    // In the order of the menu.
+    function edit(command: int): void {
+        input.forceActiveFocus();
+        [() => input.cut(), () => input.copy(), () => input.paste(), () => input.selectAll()][command]();
     }
 
     implicitWidth: 220
@@ -67,11 +89,62 @@ FocusScope {
         selectionColor: Theme.accentFill
         selectedTextColor: Theme.onAccent
         selectByMouse: true
+        persistentSelection: field.isMenuOpen
         verticalAlignment: TextInput.AlignVCenter
         Accessible.role: Accessible.EditableText
         Accessible.name: field.name
         Accessible.ignored: field.isSecret
         onAccepted: field.accepted()
+        Keys.onPressed: event => {
+            event.accepted = event.key === Qt.Key_Menu || (event.key === Qt.Key_F10 && event.modifiers === Qt.ShiftModifier);
+            if (event.accepted)
+                field.openMenu(input.x + input.cursorRectangle.x, input.height);
+        }
+    }
+
+    MouseArea {
+        anchors.fill: input
+        acceptedButtons: Qt.RightButton
+        cursorShape: Qt.IBeamCursor
+        onClicked: mouse => {
+            const place = input.positionAt(mouse.x);
+            input.forceActiveFocus();
+            if (place < input.selectionStart || place > input.selectionEnd)
+                input.cursorPosition = place;
+            field.openMenu(input.x + mouse.x, mouse.y);
+        }
+    }
+
+    // Stands where the menu unfolds, and is hardly ever wanted.
+    Loader {
+        id: menu
+
+        active: false
+        sourceComponent: MoreMenu {
+            width: 150
+            height: 0
+            opacity: 0
+            activeFocusOnTab: false
+            tip: ""
+            name: "Edit"
+            Accessible.ignored: true
+            onChosen: command => field.edit(command)
+            onIsOpenChanged: if (!isOpen) {
+                input.forceActiveFocus();
+                settled.restart();
+            }
+        }
+    }
+
+    // The keyboard passes to and fro until what was chosen is done, and what is selected stays so.
+    Timer {
+        id: settled
+
+        interval: 0
+        onTriggered: {
+            input.forceActiveFocus();
+            field.isMenuOpen = false;
+        }
     }
 
     FocusRing {

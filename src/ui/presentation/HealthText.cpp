@@ -3,6 +3,8 @@
 #include "health/HealthRules.h"
 #include "ui/presentation/PlainWords.h"
 
+#include <QtCore/QRegularExpression>
+
 #include <set>
 
 namespace swabby {
@@ -16,10 +18,11 @@ std::int32_t pidToQuit(const HealthIssue &issue)
     return kill == nullptr ? 0 : kill->process.pid;
 }
 
-// What an issue says has figures in it, so it is told by what it is about.
+// What an issue says has figures in it, which change while it stays the same one.
 QString issueId(const HealthIssue &issue)
 {
-    QString id = sectionName(issue.section);
+    static const QRegularExpression figures(QStringLiteral("[0-9.,]+"));
+    QString id = sectionName(issue.section) + QLatin1Char('/') + QString(issue.what).remove(figures);
     if (const std::int32_t pid = pidToQuit(issue))
         id += QLatin1Char('/') + QString::number(pid);
     return id;

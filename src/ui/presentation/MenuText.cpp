@@ -40,6 +40,17 @@ QList<MenuEntry> startupMenu(const LoginItem &item, const MachineWords &words)
     return entries;
 }
 
+QList<MenuEntry> textMenu(bool hasText, bool hasSelection, bool canPaste)
+{
+    const auto line = [](TextCommand command, const QString &label, bool isAvailable, bool isParted = false) {
+        return MenuEntry{static_cast<int>(command), label, {}, isParted, isAvailable};
+    };
+    return {line(TextCommand::cut, QStringLiteral("Cut"), hasSelection),
+            line(TextCommand::copy, QStringLiteral("Copy"), hasSelection),
+            line(TextCommand::paste, QStringLiteral("Paste"), canPaste),
+            line(TextCommand::selectAll, QStringLiteral("Select All"), hasText, true)};
+}
+
 QString explainLabel()
 {
     return QStringLiteral("What is this?");

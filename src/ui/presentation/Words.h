@@ -46,6 +46,11 @@ class Words : public QObject {
 
 public:
     explicit Words(MachineWords words, QObject *parent = nullptr);
+    /// As a field's menu has them.
+    Q_INVOKABLE static QList<swabby::MenuEntry> textMenu(bool hasText, bool hasSelection, bool canPaste)
+    {
+        return swabby::textMenu(hasText, hasSelection, canPaste);
+    }
     /// The words that were made a child of the engine, else a Mac's.
     static Words *create(QQmlEngine *engine, QJSEngine *);
 

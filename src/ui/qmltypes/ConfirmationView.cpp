@@ -3,6 +3,7 @@
 #include "flows/cleanup/QuitFlow.h"
 #include "platform/WhenDone.h"
 #include "ui/presentation/NoticeText.h"
+#include "ui/presentation/ProcessText.h"
 
 #include <algorithm>
 #include <utility>
@@ -37,9 +38,12 @@ void ConfirmationView::askToQuit(const ProcessSample &process, Quitting::Force f
     const auto ask = [this, process, question = ++m_question](const QuitPlan &plan) {
         if (question != m_question) // something else was asked about meanwhile
             return;
-        const ConfirmationInfo info = ConfirmationBuilder::quit(process, plan, m_context.quitting);
+        ProcessSample named = process;
+        named.name = programNames(process).first; // as its row has it
+        const ConfirmationInfo info =
+            ConfirmationBuilder::quit(process, plan, m_context.quitting, named.name);
         open(info, confirmationText(info, tileOf(process)), {});
-        m_asked = Quit{process, plan.means, {}};
+        m_asked = Quit{named, plan.means, {}};
     };
     whenKnown(this, m_context.quitting.plan(process, force), ask);
 }

@@ -42,7 +42,8 @@ void FolderView::open()
 
 void FolderView::enter(const QString &name)
 {
-    look(QDir(m_path).filePath(name));
+    if (m_isListed)
+        look(QDir(m_path).filePath(name));
 }
 
 void FolderView::leave()
@@ -53,7 +54,7 @@ void FolderView::leave()
 
 void FolderView::choose()
 {
-    if (isTop())
+    if (!canBeChosen())
         return;
     const QString path = m_path;
     close();
@@ -63,6 +64,7 @@ void FolderView::choose()
 void FolderView::look(const QString &path)
 {
     m_path = path;
+    m_isListed = false;
     m_remark = QStringLiteral("Looking…");
     m_folders.show(QList<FolderRow>(), [](const FolderRow &row) { return row.name; });
     Q_EMIT changed();
@@ -74,6 +76,7 @@ void FolderView::look(const QString &path)
                      return;
                  m_folders.show(rows.value_or(QList<FolderRow>()),
                                 [](const FolderRow &row) { return row.name; });
+                 m_isListed = rows.has_value();
                  m_remark = !rows           ? QStringLiteral("This folder cannot be looked into.")
                             : rows->empty() ? QStringLiteral("There are no folders in here.")
                                             : QString();

@@ -29,6 +29,7 @@ class FolderView : public QObject {
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY changed)
     Q_PROPERTY(QString path READ path NOTIFY changed)
     Q_PROPERTY(bool isTop READ isTop NOTIFY changed)
+    Q_PROPERTY(bool canBeChosen READ canBeChosen NOTIFY changed)
     Q_PROPERTY(QString remark READ remark NOTIFY changed)
     Q_PROPERTY(swabby::RowModel *folders READ folders CONSTANT)
 
@@ -40,14 +41,16 @@ public:
     const QString &path() const { return m_path; }
     /// Nothing of the machine is above.
     bool isTop() const { return m_path == top(); }
+    /// It was looked into, and is not the one above all others: too much to keep.
+    bool canBeChosen() const { return m_isListed && !isTop(); }
     /// In place of folders; empty while some are listed.
     const QString &remark() const { return m_remark; }
     RowModel *folders() { return &m_folders; }
 
     Q_INVOKABLE void open();
+    /// Nothing while the folder is still looked into.
     Q_INVOKABLE void enter(const QString &name);
     Q_INVOKABLE void leave();
-    /// Not the one above all others: too much to keep.
     Q_INVOKABLE void choose();
     Q_INVOKABLE void close() { look({}); }
 
@@ -63,6 +66,7 @@ private:
     UserInterfaceContext m_context;
     QString m_path;
     QString m_remark;
+    bool m_isListed = false;
     RowModel m_folders{this};
 };
 

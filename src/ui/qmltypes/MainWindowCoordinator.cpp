@@ -1,7 +1,5 @@
 #include "ui/qmltypes/MainWindowCoordinator.h"
 
-#include "ui/presentation/ProcessText.h"
-
 namespace swabby {
 
 MainWindowCoordinator::MainWindowCoordinator(const UserInterfaceContext &context, QObject *parent)
@@ -32,9 +30,7 @@ void MainWindowCoordinator::explain(const ExplainRequest &request)
 void MainWindowCoordinator::quit(const ProcessSample &process, Quitting::Force force)
 {
     setNotice({});
-    ProcessSample named = process;
-    named.name = programNames(process).first; // as its row has it
-    m_confirmation.askToQuit(named, force);
+    m_confirmation.askToQuit(process, force);
 }
 
 void MainWindowCoordinator::perform(const HealthIssue &issue, MainSection &selection)

@@ -33,20 +33,28 @@ void RowModel::showValues(const QVariantList &values, const KeyOf &keyOf)
         wanted.keys.append(keyOf(value));
     if (!m_isHeld || m_rows.isEmpty()) {
         m_wanted.reset();
+        m_standing = wanted.keys.size();
         place(wanted, {});
         return;
     }
+    const Rows held = heldWith(wanted);
     const QSet<QString> listed(wanted.keys.begin(), wanted.keys.end());
-    place(heldWith(wanted), QSet(m_keys.begin(), m_keys.end()) - listed);
+    place(held, QSet(held.keys.begin(), held.keys.end()) - listed);
     m_wanted = std::move(wanted);
 }
 
 RowModel::Rows RowModel::heldWith(const Rows &wanted) const
 {
-    Rows held = {m_rows, m_keys};
+    Rows held;
+    const QSet<QString> listed(wanted.keys.begin(), wanted.keys.end());
+    for (qsizetype row = 0; row < m_keys.size(); ++row)
+        if (row < m_standing || listed.contains(m_keys.at(row))) {
+            held.values.append(m_rows.at(row));
+            held.keys.append(m_keys.at(row));
+        }
     QHash<QString, qsizetype> places;
-    for (qsizetype row = m_keys.size() - 1; row >= 0; --row)
-        places.insert(m_keys.at(row), row);
+    for (qsizetype row = held.keys.size() - 1; row >= 0; --row)
+        places.insert(held.keys.at(row), row);
     for (qsizetype row = 0; row < wanted.keys.size(); ++row) {
         const auto stands = places.constFind(wanted.keys.at(row));
         if (stands == places.constEnd()) {
@@ -66,6 +74,7 @@ void RowModel::setHeld(bool isHeld)
     m_isHeld = isHeld;
     if (!isHeld)
         settle();
+    m_standing = m_keys.size();
     Q_EMIT heldChanged();
 }
 
@@ -73,6 +82,7 @@ void RowModel::settle()
 {
     if (const auto wanted = std::exchange(m_wanted, std::nullopt))
         place(*wanted, {});
+    m_standing = m_keys.size();
 }
 
 void RowModel::place(const Rows &wanted, const QSet<QString> &leaving)

@@ -12,7 +12,7 @@ namespace swabby {
 /// Rows of one value type, each known by a key. New rows are told from kept, moved and vanished ones, so
 /// that a refresh redraws only what changed and leaves the focus where it is. While somebody points at it the
 /// model is held: every row keeps its place, one that is listed no more is marked as leaving, a new one
-/// stands at the end.
+/// stands at the end for as long as it is listed.
 class RowModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
@@ -60,7 +60,7 @@ private:
     };
 
     void showValues(const QVariantList &values, const KeyOf &keyOf);
-    /// The rows that stand there, each in its place, with what is new behind them.
+    /// The rows that stood there at first, each in its place, with what is new behind them.
     Rows heldWith(const Rows &wanted) const;
     void place(const Rows &rows, const QSet<QString> &leaving);
     void dropVanished(const QStringList &keys);
@@ -69,6 +69,7 @@ private:
     QStringList m_keys;
     QSet<QString> m_leaving; ///< the keys of those that are listed no more
     bool m_isHeld = false;
+    qsizetype m_standing = 0;     ///< how many stood there when they were held; what came since may go again
     std::optional<Rows> m_wanted; ///< what was shown last, when that is not how it stands
 };
 

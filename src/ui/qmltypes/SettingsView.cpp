@@ -23,7 +23,7 @@ QString notStoredText(const QString &problem)
 SettingsView::SettingsView(const UserInterfaceContext &context)
     : m_context(context), m_key(context, this), m_folder(context, this)
 {
-    connect(&m_folder, &FolderView::chosen, this, &SettingsView::addExcluded);
+    connect(&m_folder, &FolderView::chosen, this, &SettingsView::keep);
     connect(&m_context.state, &AppState::changed, this, &SettingsView::changed);
     connect(this, &SettingsView::tabChanged, this, &SettingsView::dismissNotice);
     read();
@@ -189,12 +189,18 @@ void SettingsView::restoreThresholds()
 bool SettingsView::addExcluded(const QString &typed)
 {
     const auto path = excludedPath(typed, m_context.state.machine().places.home);
-    if (path && !m_neverRemove.contains(*path)) {
-        m_neverRemove.append(*path);
-        setExcluded(*path, true);
-    }
+    if (path)
+        keep(*path);
     say({path ? QString() : noticeText(Notice::notAPath)});
     return path.has_value();
+}
+
+void SettingsView::keep(const QString &path)
+{
+    if (m_neverRemove.contains(path))
+        return;
+    m_neverRemove.append(path);
+    setExcluded(path, true);
 }
 
 void SettingsView::addDropped(const QList<QUrl> &files)

@@ -121,6 +121,7 @@ private:
     /// Does the work behind the window, shows what it says, and calls on when that is nothing.
     void change(
         const std::function<Word(Settings &settings)> &work, const std::function<void()> &onStored = [] {});
+    void keep(const QString &path);
     void setExcluded(const QString &path, bool isKept);
 
     UserInterfaceContext m_context;

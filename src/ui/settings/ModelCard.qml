@@ -28,7 +28,7 @@ Card {
             name: entry.setting.label
             placeholder: entry.setting.placeholder
             onAccepted: card.view.setText(entry.setting.key, content)
-            onActiveFocusChanged: if (!activeFocus && content !== entry.setting.value)
+            onActiveFocusChanged: if (!activeFocus && !isMenuOpen && content !== entry.setting.value)
                 card.view.setText(entry.setting.key, content)
 
             // Typing ends a plain binding.

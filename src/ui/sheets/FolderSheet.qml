@@ -103,7 +103,7 @@ Sheet {
             ActionButton {
                 text: "Keep this folder"
                 isProminent: true
-                isAvailable: !sheet.folder.isTop
+                isAvailable: sheet.folder.canBeChosen
                 onActivated: sheet.folder.choose()
             }
         }

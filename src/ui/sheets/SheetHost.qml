@@ -36,8 +36,9 @@ FocusScope {
         loader.source = ""
 
     Keys.onEscapePressed: dismissed()
-    Keys.onReturnPressed: (loader.item as Sheet)?.confirmed()
-    Keys.onEnterPressed: (loader.item as Sheet)?.confirmed()
+    // A key that was held down when the sheet came means what was there before.
+    Keys.onReturnPressed: event => event.isAutoRepeat || (loader.item as Sheet)?.confirmed()
+    Keys.onEnterPressed: event => event.isAutoRepeat || (loader.item as Sheet)?.confirmed()
 
     Behavior on opacity {
         NumberAnimation {
