@@ -35,7 +35,7 @@ complain() {
 }
 
 is_mac() {
-    [[ $(uname) == Darwin ]]
+    [[ $OSTYPE == darwin* ]]
 }
 
 # need_brew_packages PURPOSE: what need_packages does, on a Mac.

@@ -138,6 +138,14 @@ std::vector<CacheEntry> scanPlaces(const Search &search, const std::vector<Known
     return measured(search, std::move(candidates), smallestKnownCache);
 }
 
+template <typename Wanted>
+std::vector<CacheEntry> scanPlacesThat(const Search &search, Wanted isWanted)
+{
+    std::vector<KnownCache> places;
+    std::ranges::copy_if(search.machine.cleanup.knownCaches, std::back_inserter(places), isWanted);
+    return scanPlaces(search, places);
+}
+
 } // namespace
 
 std::vector<CacheEntry> scan(const Search &search)
@@ -150,10 +158,13 @@ std::vector<CacheEntry> scan(const Search &search)
 
 std::vector<CacheEntry> scanBuildTools(const Search &search)
 {
-    std::vector<KnownCache> places;
-    std::ranges::copy_if(search.machine.cleanup.knownCaches, std::back_inserter(places),
-                         &KnownCache::isBuildTool);
-    return scanPlaces(search, places);
+    return scanPlacesThat(search, [](const KnownCache &known) { return known.isBuildTool; });
+}
+
+std::vector<CacheEntry> scanTrash(const Search &search)
+{
+    return scanPlacesThat(
+        search, [&](const KnownCache &known) { return known.path == search.machine.cleanup.trash; });
 }
 
 std::vector<CacheEntry> scanUnknownCaches(const Search &search)

@@ -15,6 +15,9 @@ std::vector<CacheEntry> scan(const Search &search);
 /// Those of them that developers' tools fill.
 std::vector<CacheEntry> scanBuildTools(const Search &search);
 
+/// The Trash, if it is one of them.
+std::vector<CacheEntry> scanTrash(const Search &search);
+
 /// The eight largest other folders of caches of more than twenty megabytes, largest first.
 std::vector<CacheEntry> scanUnknownCaches(const Search &search);
 

@@ -42,7 +42,7 @@ int printWay(const Answered<Value> &answer, const QString &sentNote)
     return answer.failure ? notDone : done;
 }
 
-QJsonValue toJson(const std::optional<ModelFailure> &failure)
+QJsonValue failureJson(const std::optional<ModelFailure> &failure)
 {
     return failure ? QJsonValue(caseName(*failure)) : QJsonValue();
 }
@@ -53,7 +53,7 @@ int printAnswered(const Answered<AskAnswer> &answer, bool json)
     if (json)
         print(jsonText(QJsonObject{{QStringLiteral("appToQuit"), said.appToQuit},
                                    {QStringLiteral("explanation"), said.explanation},
-                                   {QStringLiteral("failure"), toJson(answer.failure)}}) +
+                                   {QStringLiteral("failure"), failureJson(answer.failure)}}) +
               '\n');
     else
         print(harmlessText(said.explanation) + QLatin1Char('\n') +
@@ -70,7 +70,7 @@ int printAnswered(const Answered<QString> &answer, const ExplainRequest &request
         print(jsonText(QJsonObject{{QStringLiteral("text"), answer.value},
                                    {QStringLiteral("recommendation"), caseName(advice)},
                                    {QStringLiteral("label"), recommendationLabel(advice)},
-                                   {QStringLiteral("failure"), toJson(answer.failure)}}) +
+                                   {QStringLiteral("failure"), failureJson(answer.failure)}}) +
               '\n');
     else
         print(harmlessText(answer.value) + QStringLiteral("\n\n") + recommendationLabel(advice) +

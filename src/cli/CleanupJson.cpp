@@ -5,7 +5,7 @@
 namespace swabby {
 namespace {
 
-QString pathText(const std::filesystem::path &path)
+QString plainPath(const std::filesystem::path &path)
 {
     return textOf(path.native());
 }
@@ -45,7 +45,7 @@ qint64 bytes(std::int64_t count)
 
 QJsonObject toJson(const CacheEntry &entry)
 {
-    return {{QStringLiteral("path"), pathText(entry.path)},
+    return {{QStringLiteral("path"), plainPath(entry.path)},
             {QStringLiteral("description"), entry.description},
             {QStringLiteral("sizeBytes"), bytes(entry.sizeBytes)}};
 }
@@ -61,7 +61,7 @@ QJsonObject toJson(const DuplicateGroup &group)
 {
     QJsonArray paths;
     for (const std::filesystem::path &path : group.paths)
-        paths.append(pathText(path));
+        paths.append(plainPath(path));
     return {{QStringLiteral("name"), group.name()},
             {QStringLiteral("paths"), paths},
             {QStringLiteral("sizeBytes"), bytes(group.sizeBytes)},
@@ -70,7 +70,7 @@ QJsonObject toJson(const DuplicateGroup &group)
 
 QJsonObject toJson(const DeepScanItem &item)
 {
-    return {{QStringLiteral("path"), pathText(item.path)},
+    return {{QStringLiteral("path"), plainPath(item.path)},
             {QStringLiteral("category"), caseName(item.category)},
             {QStringLiteral("description"), item.description},
             {QStringLiteral("sizeBytes"), bytes(item.sizeBytes)},
@@ -79,7 +79,7 @@ QJsonObject toJson(const DeepScanItem &item)
 
 QJsonObject toJson(const InstalledApp &app, bool isRunning)
 {
-    return {{QStringLiteral("path"), pathText(app.path)},
+    return {{QStringLiteral("path"), plainPath(app.path)},
             {QStringLiteral("name"), app.name},
             {QStringLiteral("bundleID"), app.bundleID},
             {QStringLiteral("sizeBytes"), bytes(app.sizeBytes)},
@@ -88,7 +88,7 @@ QJsonObject toJson(const InstalledApp &app, bool isRunning)
 
 QJsonObject toJson(const AppLeftover &leftover)
 {
-    return {{QStringLiteral("path"), pathText(leftover.path)},
+    return {{QStringLiteral("path"), plainPath(leftover.path)},
             {QStringLiteral("description"), leftover.description},
             {QStringLiteral("sizeBytes"), bytes(leftover.sizeBytes)}};
 }

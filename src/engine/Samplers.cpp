@@ -33,6 +33,22 @@ ProcessSample sampleOf(const ProcessRow &row)
             .owner = row.owner};
 }
 
+/// Adds what is not among the samples yet and not excluded.
+void add(const std::vector<ProcessRow> &rows, std::int32_t ownPid, QList<ProcessSample> &samples,
+         std::unordered_set<std::int32_t> &seen)
+{
+    for (const ProcessRow &row : rows)
+        if (!ProcessSampler::isExcluded(row, ownPid) && seen.insert(row.pid).second)
+            samples.append(sampleOf(row));
+}
+
+void sortMostFirst(QList<ProcessSample> &samples)
+{
+    std::stable_sort(samples.begin(), samples.end(), [](const ProcessSample &a, const ProcessSample &b) {
+        return a.cpuPercent + a.memPercent > b.cpuPercent + b.memPercent;
+    });
+}
+
 } // namespace
 
 bool ProcessSampler::isExcluded(const ProcessRow &row, std::int32_t ownPid)
@@ -55,13 +71,18 @@ QList<ProcessSample> ProcessSampler::topProcesses(ProcessSurvey &survey, int lim
     QList<ProcessSample> samples;
     std::unordered_set<std::int32_t> seen;
     for (const auto *listing : {&*busiest, &*largest})
-        for (const ProcessRow &row : *listing)
-            if (!isExcluded(row, ownPid) && seen.insert(row.pid).second)
-                samples.append(sampleOf(row));
-    std::stable_sort(samples.begin(), samples.end(), [](const ProcessSample &a, const ProcessSample &b) {
-        return a.cpuPercent + a.memPercent > b.cpuPercent + b.memPercent;
-    });
+        add(*listing, ownPid, samples, seen);
+    sortMostFirst(samples);
     return samples.mid(0, limit);
+}
+
+QList<ProcessSample> ProcessSampler::everything(ProcessSurvey &survey, std::int32_t ownPid)
+{
+    QList<ProcessSample> samples;
+    std::unordered_set<std::int32_t> seen;
+    add(survey.all(), ownPid, samples, seen);
+    sortMostFirst(samples);
+    return samples;
 }
 
 std::map<std::int32_t, ProcessSample>

@@ -21,6 +21,9 @@ bool isExcluded(const ProcessRow &row, std::int32_t ownPid);
 /// survey gives no listing. Blocks.
 QList<ProcessSample> topProcesses(ProcessSurvey &survey, int limit, std::int32_t ownPid);
 
+/// Everything that runs and is not excluded, by load and memory together, the most first. Blocks.
+QList<ProcessSample> everything(ProcessSurvey &survey, std::int32_t ownPid);
+
 /// Those of the pids that run and are not excluded. Asks nothing for no pids. Blocks.
 std::map<std::int32_t, ProcessSample>
 processes(ProcessSurvey &survey, const std::unordered_set<std::int32_t> &matching, std::int32_t ownPid);

@@ -67,6 +67,8 @@ public:
     virtual std::optional<std::vector<ProcessRow>> largest() = 0;
     /// Those of the given pids that are running. Empty when there is no listing.
     virtual std::vector<ProcessRow> matching(const std::unordered_set<std::int32_t> &pids) = 0;
+    /// All that are running. Empty when there is no listing.
+    virtual std::vector<ProcessRow> all() = 0;
     /// Every process of the machine.
     virtual std::vector<ProcessWeight> weights() = 0;
     /// Bytes of memory that these processes take together, what several of them share counted once. No value

@@ -110,6 +110,7 @@ public:
             m_heard->matched[row.pid] = row;
         return rows;
     }
+    std::vector<ProcessRow> all() override { return m_service->all(); }
     std::vector<ProcessWeight> weights() override { return noted(&Heard::weights, m_service->weights()); }
     std::optional<std::uint64_t> memoryTogether(std::span<const std::int32_t> pids) override
     {

@@ -1,4 +1,4 @@
-#include "cleanup/RemovableItem.h"
+#include "cleanup/Overlaps.h"
 #include "support/Table.h"
 
 #include <QtTest/QTest>
@@ -17,6 +17,25 @@ std::vector<AppLeftover> leftovers(std::initializer_list<std::int64_t> sizes)
     for (const std::int64_t size : sizes)
         result.push_back({"/h/left", u"Support files"_qs, size});
     return result;
+}
+
+/// "copies 10 /d/a /d/b", and those of them that are parted by "; ".
+std::vector<RemovableItem> itemsFrom(const QString &text)
+{
+    std::vector<RemovableItem> items;
+    for (const QString &one : text.split(u"; "_qs, Qt::SkipEmptyParts)) {
+        const QStringList words = one.split(u' ', Qt::SkipEmptyParts);
+        const std::int64_t size = words.at(1).toLongLong();
+        std::vector<std::filesystem::path> paths;
+        for (const QString &path : words.mid(2))
+            paths.emplace_back(path.toStdString());
+        items.push_back(words.front() == u"cache"    ? RemovableItem::of(CacheEntry{paths[0], u"c"_qs, size})
+                        : words.front() == u"copies" ? RemovableItem::of(DuplicateGroup{paths, size})
+                        : words.front() == u"old"
+                            ? RemovableItem::of(DeepScanItem{paths[0], DeepScanCategory::diskImage, {}, size})
+                            : RemovableItem::of(DockerPrune{size}));
+    }
+    return items;
 }
 
 } // namespace
@@ -62,6 +81,19 @@ private Q_SLOTS:
         };
         QVERIFY(keyOf("/h/a b\xff") != keyOf("/h/a b\xfe"));
         QCOMPARE(keyOf("/h/a b\xff"), u"cache:/h/a b%FF"_qs);
+    }
+
+    // What was found, what of it is removed, what it was together, and what is left.
+    void whatIsInAnotherCountsOnceAndGoesWithIt()
+    {
+        compareTable(fixture(u"cleanup/overlaps.txt"_qs), [](const Cells &row) {
+            const auto items = itemsFrom(row.text(0));
+            const QString left = row.text(2).section(u':', 1).trimmed();
+            return QString::number(bytesTogether(items)) + u':' +
+                   (withoutGone(items, itemsFrom(row.text(1))) != itemsFrom(left) ? u" another rest"_qs
+                    : left.isEmpty()                                              ? QString()
+                                                                                  : u' ' + left);
+        });
     }
 
     void whatWasFoundIsNoPartOfWhatIsSaid()

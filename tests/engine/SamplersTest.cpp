@@ -26,6 +26,7 @@ struct FakeSurvey final : ProcessSurvey {
     {
         return ++questions, looked;
     }
+    std::vector<ProcessRow> all() override { return looked; }
     std::vector<ProcessWeight> weights() override { return weighed; }
     std::optional<std::uint64_t> memoryTogether(std::span<const std::int32_t> pids) override
     {
@@ -37,7 +38,7 @@ struct FakeSurvey final : ProcessSurvey {
 
 ProcessRow process(std::int32_t pid, double cpu, double mem, std::int32_t parent = 1)
 {
-    return {pid, parent, cpu, mem, 0, u"/opt/mill"_qs, u"mill"_qs, false};
+    return {pid, parent, cpu, mem, 0, u"/opt/mill"_qs, u"mill"_qs};
 }
 
 QList<std::int32_t> pidsOf(const QList<ProcessSample> &samples)

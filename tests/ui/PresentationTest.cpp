@@ -345,18 +345,16 @@ qrc:/a.qml:9:2: Expected token\nand more | none
             {"an old runtime", old.size() == 1 ? old.front().title : QString()},
             {"Docker", docker({{u"Images"_qs, u"3GB (45%)"_qs}, {u"Volumes"_qs, u"1GB"_qs}})},
             {"an empty Docker", docker({{u"Images"_qs, u"0B"_qs}})},
-            {"no clutter", clutterText({})},
+            {"no clutter", clearableText({RemovableItem::of(DockerPrune{0})})},
             {"a row of it", networkRowTexts({users.first()}, users + users, {}, {}).first().detail},
-            {"some clutter", clutterText({RemovableItem::of(DerivedData{500}),
-                                          RemovableItem::of(DockerPrune{4'000'000'000})})}};
+            {"some clutter", clearableText({RemovableItem::of(DockerPrune{4'000'000'000}), one,
+                                            RemovableItem::of(DerivedData{500})})},
+            {"used by one kind", clearableOfUsedText({one, one, RemovableItem::of(DockerPrune{0})})},
+            {"nothing removed since", removedSinceText({})},
+            {"removed since", removedSinceText({two})},
+            {"volumes that stay", dockerNoteText({{u"Local Volumes"_qs, u"1GB"_qs}})},
+            {"no volumes", dockerNoteText({{u"Local Volumes"_qs, u"0B"_qs}, {u"Images"_qs, u"1GB"_qs}})}};
         compareTable(fixture(u"ui/in_words.txt"_qs), [&](const Cells &row) { return said.at(row[0]); });
-    }
-
-    void aCacheWithinAnotherCountsOnce()
-    {
-        QCOMPARE(clearableBytes({cache("/c/Google/Chrome", 30), cache("/c/Google", 40)}), 40);
-        QCOMPARE(clearableBytes({cache("/c/Goo", 30), cache("/c/Google", 40)}), 70);
-        QCOMPARE(clearableBytes({cache("/c/a", 30), cache("/c/a", 30)}), 60);
     }
 
     void aDockerThatDoesNotRunIsNoEmptyPage()

@@ -33,6 +33,7 @@ private Q_SLOTS:
         m_desk->folder.setProcesses({QByteArray(mill).replace("%1", "90000")});
         m_desk->refresh();
         QCOMPARE(view().state()->leaks()->count(), 1);
+        pressHere(u"Urgent: Mill is using…"_qs); // which comes behind the memory
         pressHere(u"Quit Mill"_qs); // the card's button; the row's has the same words and does it gently
         QVERIFY(confirmation().isOpen());
         QCOMPARE(confirmation().text().title, u"Force quit Mill?"_qs);
@@ -190,6 +191,62 @@ private Q_SLOTS:
         QVERIFY(has(u"Downloads/a.bin"_qs) && has(u"Downloads/b.bin"_qs));
     }
 
+    void aFigureCoversWhatItSaysAndFollowsARemoval()
+    {
+        // Each thing in a folder takes 2 MB there.
+        m_desk->folder.addTool(u"/usr/bin/du"_qs,
+                               "[ -e \"$2\" ] && echo $((2000 * $(ls -A \"$2\" | wc -l))) x");
+        for (const char *name : {"Downloads/a.bin", "Downloads/b.bin", ".Trash/old"})
+            m_desk->folder.writeFile(u"home/"_qs + QLatin1String(name), QByteArray(9'000, 'x'));
+        const auto says = [this](const QString &words) {
+            return waitUntil([&] { return textOf(window()).split(u'\n').contains(words); });
+        };
+        openAt(MainSection::storage);
+        QVERIFY(says(u"4.1 MB of what is used can be cleared: caches"_qs));
+        pressHere(u"Scan for duplicates: Duplicates"_qs);
+        QVERIFY(says(u"4.1 MB of what is used can be cleared: caches and duplicates"_qs));
+        pressHere(u"a.bin ×2"_qs);
+        pressHere(pip);
+        QCOMPARE(view().storage()->queueText(), u"Cleanup Queue · 2 items · 2.1 MB"_qs);
+        pressHere(u"Review and clean up"_qs);
+        pressHere(u"Remove All"_qs);
+        QVERIFY(textOf(window()).contains(u"\n2 MB of what is used can be cleared: caches\n"_qs));
+        QVERIFY(says(u"4.1 MB of what is used can be cleared: caches"_qs)); // two things in the Trash
+        pressHere(u"Put back"_qs);
+        QVERIFY(says(u"2.1 MB of what is used can be cleared: caches and duplicates"_qs));
+
+        view().openCheck();
+        QVERIFY(says(u"2.1 MB can be cleared: caches and duplicates"_qs));
+        pressHere(u"Remove Everything"_qs);
+        pressHere(u"Remove All"_qs);
+        QVERIFY(says(u"Removed since: 2 items · 2.1 MB"_qs));
+        pressHere(u"Put back"_qs);
+        QVERIFY(says(u"9 KB can be cleared: duplicates"_qs));
+        QVERIFY(says(u"Removed since: 1 item · 2 MB"_qs));
+    }
+
+    void aSearchGoesThroughEverythingThatRuns()
+    {
+        QList<QByteArray> rows = {QByteArray(mill).replace("%1", "1000")};
+        for (int pid = 20; pid < 80; ++pid)
+            rows.append(QByteArray::number(pid) + " 1 5 1.0 1000 /opt/spindle" + QByteArray::number(pid));
+        m_desk->folder.setProcesses(rows + QList<QByteArray>{"99 1 0.0 0.0 10 /opt/Quiet Weaver"});
+        openAt(MainSection::speed);
+        QVERIFY(item(u"Quit Quiet Weaver"_qs) == nullptr);
+        for (const auto &[text, found, more] :
+             {std::tuple{u"weav"_qs, u"Quit Quiet Weaver"_qs, QString()},
+              {u"spindle"_qs, u"Quit spindle69"_qs, u"10 more — type more of the name."_qs}}) {
+            view().state()->setSearchText(text);
+            QVERIFY2(comes(found), qPrintable(found));
+            QCOMPARE(view().state()->moreFound(), more);
+        }
+        view().state()->setSearchText(u"weav"_qs);
+        pressHere(u"Quit Quiet Weaver"_qs);
+        QVERIFY(confirmation().isOpen());
+        view().state()->setSearchText({});
+        QCOMPARE(view().state()->processes()->count(), 8);
+    }
+
     void anAppIsUninstalledWithWhatItLeavesBehind()
     {
         m_desk->folder.writeFile(u"home/Applications/Loom.app/Contents/Info.plist"_qs,
@@ -264,9 +321,14 @@ private Q_SLOTS:
         QVERIFY(waitUntil([&] { return m_desk->state.processes().isEmpty(); }));
         QCOMPARE(events(u"terminate"_qs), QJsonArray{10});
         QVERIFY(events(u"signal"_qs).isEmpty());
-        press(*ask->window, u"Quit mill"_qs); // what it offers may be gone
+        const auto isSaid = [&](const QString &words) { return textOf(*ask->window).contains(words); };
+        press(*ask->window, u"Quit mill"_qs); // it runs on, on none of the lists
+        press(*ask->window, u"Cancel"_qs);
+        m_desk->folder.setProcesses({"20 1 40 1.0 1000 /Applications/Loom.app/Contents/MacOS/Loom"});
+        QVERIFY(!isSaid(u"not running any more"_qs));
+        press(*ask->window, u"Quit mill"_qs);
+        QVERIFY(waitUntil([&] { return isSaid(u"mill is not running any more."_qs); }));
         QVERIFY(!ask->view->confirmation()->isOpen());
-        QVERIFY(textOf(*ask->window).contains(u"mill is not running any more."_qs));
     }
 
     void askingTwiceOpensOneWindow()

@@ -79,6 +79,7 @@ void CleanupFlow::remove(const std::vector<RemovableItem> &items)
         showBanner(finished.report);
         Q_EMIT removed(finished.report);
     });
+    Q_EMIT begun(items);
 }
 
 void CleanupFlow::showBanner(const CleanupReport &report)

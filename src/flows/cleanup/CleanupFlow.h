@@ -29,6 +29,8 @@ public:
     bool canPutBack() const { return m_canPutBack && m_runs == 0; }
 
 Q_SIGNALS:
+    /// These begin to go: whoever lists them takes them off.
+    void begun(const std::vector<swabby::RemovableItem> &items);
     /// A removal has been carried out; what the banner reports, also after the banner.
     void removed(const swabby::CleanupReport &report);
     /// Things are back where they were, or still in the Trash.

@@ -2,7 +2,9 @@
 
 #include "cleanup/AppUninstaller.h"
 #include "cleanup/CacheCleaner.h"
+#include "cleanup/Overlaps.h"
 #include "cleanup/Search.h"
+#include "cleanup/TrashItem.h"
 #include "engine/Samplers.h"
 
 #include <QCoroFuture>
@@ -185,10 +187,16 @@ void StorageScans::begin(ClutterKind kind)
 
 void StorageScans::stop(ClutterKind kind)
 {
-    if (!isScanning(kind))
-        return;
-    searchFor(kind).run.end();
+    if (isScanning(kind))
+        end(searchFor(kind));
+}
+
+void StorageScans::end(Search &search)
+{
+    search.run.end();
     Q_EMIT changed();
+    if (!isScanning(ClutterKind::quickClean) && std::exchange(m_mustReadTrash, false))
+        readTrashAgain();
 }
 
 void StorageScans::finish(ClutterKind kind, Findings findings)
@@ -196,8 +204,7 @@ void StorageScans::finish(ClutterKind kind, Findings findings)
     Search &search = searchFor(kind);
     search.findings = std::move(findings);
     search.isDone = true;
-    search.run.end();
-    Q_EMIT changed();
+    end(search);
 }
 
 // Every wait may see this search over, and this object gone: then nothing more is done.
@@ -303,16 +310,38 @@ void StorageScans::findProcess(const QString &id)
 
 void StorageScans::forget(const Items &removed)
 {
-    const auto isRemoved = [&](const RemovableItem &item) {
-        return std::any_of(removed.begin(), removed.end(),
-                           [&](const auto &gone) { return gone.id == item.id; });
-    };
-    const auto isRemovedCache = [&](const SuggestedCache &suggestion) { return isRemoved(suggestion.item); };
-    for (Search &search : m_searches)
-        search.isTouched = std::erase_if(search.findings.items, isRemoved) +
-                               std::erase_if(search.findings.suggestions, isRemovedCache) >
-                           0;
+    for (Search &search : m_searches) {
+        Findings &found = search.findings;
+        const auto suggestionsBefore = found.suggestions.size();
+        const Items left = withoutGone(found.items, removed);
+        search.isTouched = left != found.items;
+        found.items = left;
+        std::vector<SuggestedCache> suggestions;
+        for (SuggestedCache &suggestion : found.suggestions)
+            for (RemovableItem &item : withoutGone({suggestion.item}, removed)) {
+                suggestion.item = std::move(item);
+                suggestions.push_back(suggestion);
+            }
+        found.suggestions = std::move(suggestions);
+        search.isTouched = search.isTouched || found.suggestions.size() != suggestionsBefore;
+    }
     Q_EMIT changed();
+}
+
+void StorageScans::readTrashAgain()
+{
+    m_mustReadTrash = isScanning(ClutterKind::quickClean);
+    if (m_mustReadTrash || !isDone(ClutterKind::quickClean))
+        return;
+    m_trashReading.begin();
+    const auto reading = m_work.ask([machine = m_state.sharedMachine(), stop = m_trashReading.join()] {
+        return findTrash(swabby::Search::on(*machine, {.stop = stop, .progress = {}}));
+    });
+    m_trashReading.whenDone(reading, [this](const std::optional<RemovableItem> &trash) {
+        m_trashReading.end();
+        replaceTrash(searchFor(ClutterKind::quickClean).findings.items, trash);
+        Q_EMIT changed();
+    });
 }
 
 void StorageScans::lookAgain()

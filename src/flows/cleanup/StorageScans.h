@@ -74,6 +74,9 @@ public:
 
     /// Takes what a confirmed removal removes off the results.
     void forget(const std::vector<RemovableItem> &removed);
+    /// The Trash as it is now takes the place of what was found of it; for what lies there changes with every
+    /// removal.
+    void readTrashAgain();
     /// Searches again where the last removal took something off: not all of it went, or it is back.
     void lookAgain();
 
@@ -98,14 +101,17 @@ private:
     const Search &searchFor(ClutterKind kind) const { return m_searches.at(static_cast<std::size_t>(kind)); }
     QCoro::Task<> quickClean(ScanControl control);
     void finish(ClutterKind kind, Findings findings);
+    void end(Search &search);
 
     AppState &m_state;
     CloudAI &m_ai;
     std::set<QString> m_preparing;
+    bool m_mustReadTrash = false; ///< when the quick clean is over
     // Last, so that the work is told to stop, then waited for while everything it uses still stands.
     BackgroundWork m_work;
     LatestRun m_preparations;
     LatestRun m_looks; ///< at which applications run
+    LatestRun m_trashReading;
     std::array<Search, 5> m_searches;
 };
 

@@ -1,7 +1,9 @@
 #include "flows/health/FullCheck.h"
 
+#include "cleanup/Overlaps.h"
 #include "cleanup/RemovalRun.h"
 #include "cleanup/Search.h"
+#include "cleanup/TrashItem.h"
 #include "engine/ByteCount.h"
 #include "flows/cleanup/CacheVetting.h"
 #include "settings/Settings.h"
@@ -79,6 +81,8 @@ void FullCheck::run()
         Q_EMIT lookingAtChanged();
     });
     m_result = {};
+    m_removedSince.clear();
+    m_trashReading.end();
     m_completedSteps.clear();
     m_lookingAt.clear();
     m_selectedRemovalIDs.clear();
@@ -234,20 +238,47 @@ void FullCheck::setAllSelected(bool isSelected)
     Q_EMIT changed();
 }
 
-void FullCheck::forget(const std::vector<RemovableItem> &removed)
+std::vector<RemovableItem> FullCheck::forget(const std::vector<RemovableItem> &removed)
 {
-    for (const RemovableItem &item : removed) {
-        std::erase_if(m_result.removalCandidates,
-                      [&](const RemovableItem &candidate) { return candidate.id == item.id; });
+    std::vector<RemovableItem> &candidates = m_result.removalCandidates;
+    std::vector<RemovableItem> listed;
+    std::ranges::copy_if(removed, std::back_inserter(listed), [&](const RemovableItem &item) {
+        return std::ranges::find(candidates, item.id, &RemovableItem::id) != candidates.end();
+    });
+    candidates = withoutGone(candidates, removed);
+    m_removedSince.insert(m_removedSince.end(), listed.begin(), listed.end());
+    for (const RemovableItem &item : listed)
         m_selectedRemovalIDs.erase(item.id);
-    }
     Q_EMIT changed();
+    return listed;
 }
 
 void FullCheck::takeBack(const std::vector<RemovableItem> &left)
 {
     m_result.removalCandidates.insert(m_result.removalCandidates.end(), left.begin(), left.end());
+    std::erase_if(m_removedSince, [&](const RemovableItem &item) {
+        return std::find(left.begin(), left.end(), item) != left.end();
+    });
     Q_EMIT changed();
+}
+
+void FullCheck::readTrashAgain()
+{
+    const auto isListed = [this] {
+        return std::any_of(m_result.removalCandidates.begin(), m_result.removalCandidates.end(), isTrash);
+    };
+    if (!isListed())
+        return;
+    m_trashReading.begin();
+    const auto reading = m_work.ask([machine = m_state.sharedMachine(), stop = m_trashReading.join()] {
+        return findTrash(Search::on(*machine, {.stop = stop, .progress = {}}));
+    });
+    m_trashReading.whenDone(reading, [this, isListed](const std::optional<RemovableItem> &trash) {
+        m_trashReading.end();
+        if (isListed())
+            replaceTrash(m_result.removalCandidates, trash);
+        Q_EMIT changed();
+    });
 }
 
 void FullCheck::dismiss(const QString &loginItemID)

@@ -71,10 +71,14 @@ public:
     void setSelected(const QString &removalID, bool isSelected);
     /// Every candidate, or none.
     void setAllSelected(bool isSelected);
-    /// Takes what a confirmed removal removes off the result.
-    void forget(const std::vector<RemovableItem> &removed);
-    /// Lists those of them again that stayed.
+    /// Takes what a confirmed removal removes off the result; gives those of it that were listed.
+    std::vector<RemovableItem> forget(const std::vector<RemovableItem> &removed);
+    /// Lists those of them again that stayed, or are back.
     void takeBack(const std::vector<RemovableItem> &left);
+    /// What was removed of the result and has not been listed again.
+    const std::vector<RemovableItem> &removedSince() const { return m_removedSince; }
+    /// The Trash as it is now takes the place of what was found of it.
+    void readTrashAgain();
     /// Hides a startup item for the rest of this result.
     void dismiss(const QString &loginItemID);
     /// The candidates whose box is ticked, in their order.
@@ -100,6 +104,7 @@ private:
     AppState &m_state;
     CloudAI &m_ai;
     SwabbyCheckResult m_result;
+    std::vector<RemovableItem> m_removedSince;
     QStringList m_completedSteps;
     QString m_lookingAt;
     std::set<QString> m_selectedRemovalIDs;
@@ -107,6 +112,7 @@ private:
     // Last, so that the work is told to stop, then waited for while everything it uses still stands.
     BackgroundWork m_work;
     LatestRun m_run;
+    LatestRun m_trashReading;
 };
 
 } // namespace swabby

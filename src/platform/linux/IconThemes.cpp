@@ -56,7 +56,7 @@ std::string IconThemes::find(const std::string &givenName, int pixels, const std
     std::string name = givenName;
     for (const std::string_view ending : {".png", ".svg", ".xpm"})
         if (name.ends_with(ending))
-            name.resize(name.size() - ending.size());
+            name.erase(name.size() - ending.size());
     if (!isOneName(name))
         return {};
     for (const std::string &next : inOrder(theme))

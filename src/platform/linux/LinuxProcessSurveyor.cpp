@@ -27,6 +27,7 @@ public:
     std::optional<std::vector<ProcessRow>> busiest() override;
     std::optional<std::vector<ProcessRow>> largest() override;
     std::vector<ProcessRow> matching(const std::unordered_set<std::int32_t> &pids) override;
+    std::vector<ProcessRow> all() override;
     std::vector<ProcessWeight> weights() override;
     std::optional<std::uint64_t> memoryTogether(std::span<const std::int32_t> pids) override;
     std::vector<PowerRow> power() override;
@@ -112,6 +113,17 @@ std::vector<ProcessRow> LinuxProcessSurvey::matching(const std::unordered_set<st
         if (pids.contains(row.pid))
             rows.push_back(processRow(row));
     }
+    return rows;
+}
+
+std::vector<ProcessRow> LinuxProcessSurvey::all()
+{
+    std::vector<ProcessRow> rows;
+    if (!listing())
+        return rows;
+    rows.reserve(m_listing->rows.size());
+    for (const TableRow &row : m_listing->rows)
+        rows.push_back(processRow(row));
     return rows;
 }
 

@@ -21,6 +21,12 @@ public:
         return text ? parseMatchingRows(*text, pids) : std::vector<ProcessRow>();
     }
 
+    std::vector<ProcessRow> all() override
+    {
+        const auto text = ToolQuestions::processes().ask(m_shell);
+        return text ? parseProcessRows(*text) : std::vector<ProcessRow>();
+    }
+
     std::vector<ProcessWeight> weights() override
     {
         const auto text = ToolQuestions::weights().ask(m_shell);

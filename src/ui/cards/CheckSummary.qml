@@ -10,20 +10,32 @@ Card {
     spacing: 6
 
     Row {
+        width: parent.width
         spacing: 8
 
         SymbolItem {
+            id: mark
+
             anchors.verticalCenter: parent.verticalCenter
             name: "checkmark.circle.fill"
             color: Theme.marks[Tints.green]
         }
 
         PlainLabel {
+            id: complete
+
             anchors.verticalCenter: parent.verticalCenter
             text: "Check complete"
             font: Theme.buttonFont
             color: Theme.inks[Tints.green]
             Accessible.role: Accessible.Heading
+        }
+
+        Remark {
+            anchors.verticalCenter: parent.verticalCenter
+            width: parent.width - mark.width - complete.width - 16
+            horizontalAlignment: Text.AlignRight
+            text: card.check.removedSince
         }
     }
 

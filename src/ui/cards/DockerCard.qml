@@ -69,4 +69,10 @@ Card {
             }
         }
     }
+
+    Note {
+        width: parent.width
+        text: card.developer.dockerNote
+        visible: text !== ""
+    }
 }

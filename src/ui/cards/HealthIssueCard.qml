@@ -41,8 +41,8 @@ Item {
         width: parent.width
         height: heading.height + 2 * root.edge
         innerRadius: 12
-        name: (root.isLeaving ? Words.noLongerListed : root.issue.severity) + ": " + root.issue.what
-        tip: root.isOpen ? "Show less" : "Why it matters and how to help"
+        name: root.issue.severity + ": " + root.issue.what
+        tip: root.isLeaving ? Words.noLongerListed : root.isOpen ? "Show less" : "Why it matters and how to help"
         visible: root.folds
         Accessible.checkable: true
         Accessible.checked: root.isOpen

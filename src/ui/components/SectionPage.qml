@@ -11,7 +11,7 @@ Item {
     // On its own, so that a page which changes the state while it goes is not asked for again.
     readonly property bool isKnown: view.state.isKnown
     readonly property bool isReady: isKnown || !view.selected.waitsForFigures
-    readonly property bool isHeld: (loader.item as ScrollPage)?.isHeld ?? false
+    readonly property bool isHeld: shownPage?.isHeld ?? false
     readonly property string page: isReady ? view.selected.page : ""
     property PageLoader shown: null
     readonly property ScrollPage shownPage: shown?.item as ScrollPage
@@ -69,7 +69,7 @@ Item {
 
     Connections {
         function onRemedyWanted(): void {
-            (loader.item as ScrollPage)?.showRemedy();
+            frame.shownPage?.showRemedy();
         }
 
         target: frame.view

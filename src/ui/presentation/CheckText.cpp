@@ -73,6 +73,11 @@ QString summaryText(const SwabbyCheckResult &result)
     return result.findings() == 0 && result.summary == nothingToDoText() ? QString() : result.summary;
 }
 
+QString removedSinceText(const std::vector<RemovableItem> &removed)
+{
+    return removed.empty() ? QString() : QStringLiteral("Removed since: ") + chosenText(removed);
+}
+
 QString sentText(const SwabbyCheckResult &result)
 {
     return result.wasSent ? QStringLiteral("Sent to %1 for this: counts and sizes, and the names of the "

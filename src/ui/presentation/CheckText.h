@@ -46,6 +46,9 @@ QString noResultText(const SwabbyCheckResult &result, bool isStopped);
 /// The result in a sentence or two; empty where nothing was found and that would only be said again.
 QString summaryText(const SwabbyCheckResult &result);
 
+/// What of the result was removed meanwhile, which its summary does not know; empty for nothing.
+QString removedSinceText(const std::vector<RemovableItem> &removed);
+
 /// What left this computer for the result, in a sentence; empty when nothing did.
 QString sentText(const SwabbyCheckResult &result);
 

@@ -1,12 +1,11 @@
 #include "ui/presentation/CleanupText.h"
 
-#include "cleanup/RemovalRun.h"
+#include "cleanup/Overlaps.h"
 #include "engine/ByteCount.h"
-#include "engine/SaturatedBytes.h"
-#include "platform/FolderListing.h"
 #include "ui/presentation/PlainWords.h"
 
 #include <algorithm>
+#include <set>
 
 namespace swabby {
 namespace {
@@ -39,6 +38,42 @@ const ClutterCard &cardOf(ClutterKind kind)
 {
     return *std::find_if(std::begin(clutterCards), std::end(clutterCards),
                          [kind](const ClutterCard &card) { return card.kind == kind; });
+}
+
+/// What a kind of thing is called in a sum, in the order of the kinds.
+struct KindNames {
+    QString operator()(const CacheEntry &entry) const
+    {
+        return entry.isBuildTool ? QStringLiteral("build tool caches") : QStringLiteral("caches");
+    }
+    QString operator()(const DuplicateGroup &) const { return QStringLiteral("duplicates"); }
+    QString operator()(const SimulatorRuntimeInfo &) const { return QStringLiteral("simulator runtimes"); }
+    QString operator()(const DerivedData &) const { return QStringLiteral("build cache"); }
+    QString operator()(const DockerPrune &) const { return QStringLiteral("Docker"); }
+    QString operator()(const DeepScanItem &) const { return QStringLiteral("forgotten files"); }
+    QString operator()(const AppUninstall &) const { return QStringLiteral("apps"); }
+};
+
+/// "caches, duplicates and Docker"; what frees nothing is no part of a sum.
+QString kindsText(const std::vector<RemovableItem> &items)
+{
+    std::set<std::pair<std::size_t, QString>> kinds;
+    for (const RemovableItem &item : items)
+        if (item.sizeBytes > 0)
+            kinds.insert({item.kind.index(), std::visit(KindNames(), item.kind)});
+    QStringList names;
+    for (const auto &[place, name] : kinds)
+        names.append(name);
+    if (names.size() < 2)
+        return names.join(QString());
+    const QString last = names.takeLast();
+    return names.join(QStringLiteral(", ")) + QStringLiteral(" and ") + last;
+}
+
+QString clearableText(const std::vector<RemovableItem> &items, const QString &verb)
+{
+    const std::int64_t bytes = bytesTogether(items);
+    return bytes > 0 ? fileByteCount(bytes) + verb + kindsText(items) : QString();
 }
 
 } // namespace
@@ -151,7 +186,7 @@ QString itemCountText(std::int64_t count)
 QString chosenText(const std::vector<RemovableItem> &chosen)
 {
     return itemCountText(static_cast<std::int64_t>(chosen.size())) + QStringLiteral(" · ") +
-           fileByteCount(totalBytes(chosen));
+           fileByteCount(bytesTogether(chosen));
 }
 
 QString queueText(const std::vector<RemovableItem> &queue)
@@ -174,28 +209,14 @@ QString putBackText(std::int64_t restored, std::int64_t left)
            QStringLiteral(" back in place.");
 }
 
-std::int64_t clearableBytes(const std::vector<RemovableItem> &items)
+QString clearableText(const std::vector<RemovableItem> &items)
 {
-    std::vector<const CacheEntry *> caches;
-    for (const RemovableItem &item : items)
-        if (const auto *entry = std::get_if<CacheEntry>(&item.kind))
-            caches.push_back(entry);
-    const auto isInAnother = [&](const CacheEntry &entry) {
-        return std::any_of(caches.begin(), caches.end(),
-                           [&](const CacheEntry *other) { return isUnder(entry.path, other->path); });
-    };
-    std::int64_t total = 0;
-    for (const RemovableItem &item : items) {
-        const auto *entry = std::get_if<CacheEntry>(&item.kind);
-        if (entry == nullptr || !isInAnother(*entry))
-            total = saturatedSum(total, item.sizeBytes);
-    }
-    return total;
+    return clearableText(items, QStringLiteral(" can be cleared: "));
 }
 
-QString clearableText(std::int64_t bytes)
+QString clearableOfUsedText(const std::vector<RemovableItem> &items)
 {
-    return bytes > 0 ? fileByteCount(bytes) + QStringLiteral(" of what is used can be cleared") : QString();
+    return clearableText(items, QStringLiteral(" of what is used can be cleared: "));
 }
 
 } // namespace swabby

@@ -107,9 +107,9 @@ QString queueText(const std::vector<RemovableItem> &queue);
 QString removalText(bool isRemoving, const std::optional<CleanupReport> &last);
 /// How a put-back went.
 QString putBackText(std::int64_t restored, std::int64_t left);
-/// What all of these free together. A suggested folder may hold known caches, which count once.
-std::int64_t clearableBytes(const std::vector<RemovableItem> &items);
-/// "14.2 GB of what is used can be cleared"; empty when nothing was found.
-QString clearableText(std::int64_t bytes);
+/// "14.2 GB can be cleared: caches and duplicates", of all of these together; empty when that is nothing.
+QString clearableText(const std::vector<RemovableItem> &items);
+/// The same of what takes room on the volume that is shown: "14.2 GB of what is used can be cleared: …".
+QString clearableOfUsedText(const std::vector<RemovableItem> &items);
 
 } // namespace swabby

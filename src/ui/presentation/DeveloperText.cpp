@@ -1,10 +1,10 @@
 #include "ui/presentation/DeveloperText.h"
 
 #include "cleanup/DeveloperCleanup.h"
-#include "cleanup/RemovalRun.h"
 #include "engine/ByteCount.h"
-#include "engine/SaturatedBytes.h"
 #include "ui/presentation/PlainWords.h"
+
+#include <algorithm>
 
 namespace swabby {
 
@@ -20,10 +20,14 @@ QList<DockerRowText> dockerRowTexts(const std::vector<DockerRow> &rows)
     return texts;
 }
 
-QString clutterText(const std::vector<RemovableItem> &clutter)
+QString dockerNoteText(const std::vector<DockerRow> &rows)
 {
-    const std::int64_t bytes = totalBytes(clutter);
-    return bytes > 0 ? fileByteCount(bytes) + QStringLiteral(" can be cleared") : QString();
+    const bool hasVolumes = std::ranges::any_of(rows, [](const DockerRow &row) {
+        return row.type == QLatin1String("Local Volumes") &&
+               parseByteString(row.reclaimable.toStdString()) > 0;
+    });
+    return hasVolumes ? QStringLiteral("The figure is Docker's own and counts local volumes, which stay.")
+                      : QString();
 }
 
 } // namespace swabby

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "cleanup/DeveloperToolText.h"
-#include "cleanup/RemovableItem.h"
 
 #include <QtCore/QList>
 #include <QtCore/QObject>
@@ -27,7 +26,7 @@ public:
 
 QList<DockerRowText> dockerRowTexts(const std::vector<DockerRow> &rows);
 
-/// "25 GB can be cleared"; empty when nothing can.
-QString clutterText(const std::vector<RemovableItem> &clutter);
+/// What the figure of the container engine counts and its removal leaves; empty where there is no such thing.
+QString dockerNoteText(const std::vector<DockerRow> &rows);
 
 } // namespace swabby

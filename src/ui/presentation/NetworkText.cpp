@@ -32,8 +32,9 @@ QList<ProcessRowText> networkRowTexts(const QList<ProcessSample> &found, const Q
         const double share =
             static_cast<double>(found.at(row).networkBytesPerSec) / static_cast<double>(total);
         rows[row].detail =
+            rows.at(row).value + QStringLiteral(" · ") +
             (share < 0.005 ? QStringLiteral("under 1") : QString::number(qRound(share * 100))) +
-            QStringLiteral("% of all ") + networkRate(total) + ownerRemark(found.at(row));
+            QStringLiteral("% of all") + programRemark(found.at(row));
     }
     return rows;
 }

@@ -198,4 +198,20 @@ QList<ProcessSample> filteredProcesses(const QList<ProcessSample> &processes, co
     return found;
 }
 
+QList<ProcessSample> withOthers(QList<ProcessSample> processes, const QList<ProcessSample> &others)
+{
+    std::set<std::int32_t> known;
+    for (const ProcessSample &process : processes)
+        known.insert(process.pid);
+    for (const ProcessSample &other : others)
+        if (known.insert(other.pid).second)
+            processes.append(other);
+    return processes;
+}
+
+QString moreFoundText(qsizetype count)
+{
+    return count == 0 ? QString() : QString::number(count) + QStringLiteral(" more — type more of the name.");
+}
+
 } // namespace swabby

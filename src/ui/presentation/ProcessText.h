@@ -109,5 +109,9 @@ int tileColorIndex(const QString &name);
 /// The processes one of whose names contains the text, whatever the case. A text of only blanks keeps all;
 /// any other is matched as typed, its outer blanks included.
 QList<ProcessSample> filteredProcesses(const QList<ProcessSample> &processes, const QString &searchText);
+/// The processes, and behind them those of the others that are not among them.
+QList<ProcessSample> withOthers(QList<ProcessSample> processes, const QList<ProcessSample> &others);
+/// That a search has found so many more than are listed; empty for none.
+QString moreFoundText(qsizetype count);
 
 } // namespace swabby

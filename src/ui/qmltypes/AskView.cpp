@@ -1,6 +1,8 @@
 #include "ui/qmltypes/AskView.h"
 
 #include "flows/cleanup/ConfirmationBuilder.h"
+#include "flows/health/ProgramSearch.h"
+#include "platform/WhenDone.h"
 #include "ui/presentation/NoticeText.h"
 
 namespace swabby {
@@ -68,10 +70,20 @@ void AskView::quitApp()
 {
     if (!m_answer)
         return;
-    const auto process = namedProcess();
-    setNotice(process ? QString() : noticeText(Notice::isGone, m_answer->appToQuit));
-    if (process)
+    setNotice({});
+    if (const auto process = namedProcess()) {
         m_confirmation.askToQuit(*process, Quitting::Force::no);
+        return;
+    }
+    // The lists are short: it may run all the same.
+    const auto looking = m_context.systemCalls.ask(
+        [machine = m_context.state.sharedMachine()] { return everythingThatRuns(*machine); });
+    whenDone(this, looking, [this, name = m_answer->appToQuit](const QList<ProcessSample> &programs) {
+        if (const auto found = programCalled(name, programs))
+            m_confirmation.askToQuit(*found, Quitting::Force::no);
+        else if (!programs.isEmpty()) // else nobody knows
+            setNotice(noticeText(Notice::isGone, name));
+    });
 }
 
 void AskView::showAnswer(const QString &question, const ShownAnswer &answer)

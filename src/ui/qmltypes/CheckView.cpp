@@ -16,7 +16,11 @@ CheckView::CheckView(const UserInterfaceContext &context, MainWindowCoordinator 
         if (!isScanning())
             showStartupItems();
     });
+    connect(&m_context.cleanup, &CleanupFlow::begun, this,
+            [this](const std::vector<RemovableItem> &items) { m_removing = m_check.forget(items); });
     connect(&m_context.cleanup, &CleanupFlow::removed, this, &CheckView::takeBackWhatStayed);
+    connect(&m_context.cleanup, &CleanupFlow::restored, this,
+            [this](qint64, qint64 left) { takeBackWhatIsBack(left); });
     connect(&m_context.startup, &StartupFlow::busyChanged, this, &CheckView::changed);
     connect(&m_context.quitting, &QuitFlow::finished, this,
             [this](std::int32_t pid, Quitting::Outcome outcome) {
@@ -60,6 +64,7 @@ void CheckView::run()
     m_isStopped = false;
     m_hasQuit = false;
     m_removing.clear();
+    m_inTheTrash.clear();
     m_check.run();
 }
 
@@ -107,13 +112,8 @@ void CheckView::showStartupItems()
 
 void CheckView::remove()
 {
-    if (!canRemove())
-        return;
-    const std::vector<RemovableItem> items = m_check.selectedItems();
-    m_coordinator.confirmation()->askToRemove(items, [this, items] {
-        m_removing = items;
-        m_check.forget(items);
-    });
+    if (canRemove())
+        m_coordinator.confirmation()->askToRemove(m_check.selectedItems());
 }
 
 void CheckView::takeBackWhatStayed(const CleanupReport &report)
@@ -126,6 +126,22 @@ void CheckView::takeBackWhatStayed(const CleanupReport &report)
                  });
     if (!left.empty())
         m_check.takeBack(left);
+    m_inTheTrash.clear();
+    std::copy_if(removed.begin(), removed.end(), std::back_inserter(m_inTheTrash),
+                 [&](const RemovableItem &item) {
+                     return std::holds_alternative<DuplicateGroup>(item.kind) &&
+                            std::find(left.begin(), left.end(), item) == left.end();
+                 });
+    m_check.readTrashAgain();
+}
+
+void CheckView::takeBackWhatIsBack(qint64 left)
+{
+    // What of it stayed in the Trash nobody says.
+    const std::vector<RemovableItem> back = std::exchange(m_inTheTrash, {});
+    if (left == 0 && !back.empty())
+        m_check.takeBack(back);
+    m_check.readTrashAgain();
 }
 
 void CheckView::disable(const QString &id)

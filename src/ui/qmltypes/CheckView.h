@@ -31,6 +31,8 @@ class CheckView : public QObject {
     Q_PROPERTY(swabby::AssistantTrouble trouble READ trouble NOTIFY changed)
     Q_PROPERTY(bool isAllClear READ isAllClear NOTIFY changed)
     Q_PROPERTY(swabby::RemovableList *candidates READ candidates CONSTANT)
+    Q_PROPERTY(QString clearable READ clearable NOTIFY changed)
+    Q_PROPERTY(QString removedSince READ removedSince NOTIFY changed)
     Q_PROPERTY(QString chosenText READ chosenText NOTIFY changed)
     Q_PROPERTY(QString removeLabel READ removeLabel NOTIFY changed)
     Q_PROPERTY(bool canRemove READ canRemove NOTIFY changed)
@@ -74,6 +76,9 @@ public:
     AssistantTrouble trouble() const { return AssistantTrouble(m_check.result().failure); }
     bool isAllClear() const { return m_check.result().findings() == 0; }
     RemovableList *candidates() { return &m_candidates; }
+    /// Of the result as it stands now, and what that is.
+    QString clearable() const { return clearableText(m_check.result().removalCandidates); }
+    QString removedSince() const { return removedSinceText(m_check.removedSince()); }
     QString chosenText() const { return swabby::chosenText(m_check.selectedItems()); }
     QString removeLabel() const { return m_check.removeLabel(); }
     bool canRemove() const { return !m_check.selectedItems().empty(); }
@@ -92,6 +97,7 @@ Q_SIGNALS:
 private:
     void follow();
     void takeBackWhatStayed(const CleanupReport &report);
+    void takeBackWhatIsBack(qint64 left);
     void showRows();
     void showStartupItems();
     void showWatched();
@@ -100,7 +106,8 @@ private:
     UserInterfaceContext m_context;
     MainWindowCoordinator &m_coordinator;
     RemovableList m_candidates{this};
-    std::vector<RemovableItem> m_removing; ///< from the candidates
+    std::vector<RemovableItem> m_removing;   ///< from the candidates
+    std::vector<RemovableItem> m_inTheTrash; ///< of those, what the last removal moved there
     RowModel m_startupItems{this};
     RowModel m_watched{this};
     int m_visit = 0;

@@ -1,6 +1,6 @@
 #include "ui/qmltypes/DeveloperView.h"
 
-#include "cleanup/RemovalRun.h"
+#include "cleanup/Overlaps.h"
 #include "engine/ByteCount.h"
 #include "ui/qmltypes/MainWindowCoordinator.h"
 
@@ -13,7 +13,7 @@ namespace {
 /// Of all of these together; empty for none.
 QString sizeText(const std::vector<RemovableItem> &items)
 {
-    return items.empty() ? QString() : fileByteCount(totalBytes(items));
+    return items.empty() ? QString() : fileByteCount(bytesTogether(items));
 }
 
 /// Those of that kind.
@@ -33,6 +33,7 @@ DeveloperView::DeveloperView(const UserInterfaceContext &context, MainWindowCoor
     : QObject(parent), m_context(context), m_coordinator(coordinator), m_scans(context.state, context.ai)
 {
     connect(&m_scans, &StorageScans::changed, this, &DeveloperView::show);
+    connect(&m_context.cleanup, &CleanupFlow::begun, &m_scans, &StorageScans::forget);
     connect(&m_context.cleanup, &CleanupFlow::removed, this, [this](const CleanupReport &report) {
         if (!report.left.empty())
             m_scans.lookAgain();
@@ -55,7 +56,7 @@ void DeveloperView::remove(const QString &id)
 {
     for (const RemovableItem &item : found().items)
         if (item.id == id) {
-            m_coordinator.confirmation()->askToRemove({item}, [this, item] { m_scans.forget({item}); });
+            m_coordinator.confirmation()->askToRemove({item});
             return;
         }
 }

@@ -23,6 +23,7 @@ class DeveloperView : public QObject {
     Q_PROPERTY(QString runtimesSize READ runtimesSize NOTIFY changed)
     Q_PROPERTY(bool dockerIsOff READ dockerIsOff NOTIFY changed)
     Q_PROPERTY(QList<swabby::DockerRowText> dockerRows READ dockerRows NOTIFY changed)
+    Q_PROPERTY(QString dockerNote READ dockerNote NOTIFY changed)
     Q_PROPERTY(QString toolCachesSize READ toolCachesSize NOTIFY changed)
     Q_PROPERTY(swabby::RemovableList *buildCaches READ buildCaches CONSTANT)
     Q_PROPERTY(swabby::RemovableList *docker READ docker CONSTANT)
@@ -40,13 +41,14 @@ public:
     ScanText text() const { return scanText(m_scans, ClutterKind::developer); }
     bool isDone() const { return m_scans.isDone(ClutterKind::developer); }
     bool isScanning() const { return m_scans.isScanning(ClutterKind::developer); }
-    QString clearable() const { return clutterText(found().items); }
+    QString clearable() const { return clearableText(found().items); }
     // Each is empty when there is no such thing.
     QString runtimesSize() const;
     QString toolCachesSize() const;
     /// Whether the container engine is there and does not answer.
     bool dockerIsOff() const { return found().docker.state == DeveloperCleanup::DockerState::notRunning; }
     QList<DockerRowText> dockerRows() const { return dockerRowTexts(found().docker.rows); }
+    QString dockerNote() const { return dockerNoteText(found().docker.rows); }
     // At most one each.
     RemovableList *buildCaches() { return &m_buildCaches; }
     RemovableList *docker() { return &m_docker; }

@@ -1,5 +1,6 @@
 #include "ui/qmltypes/MainWindowView.h"
 
+#include "flows/cleanup/QuitFlow.h"
 #include "platform/WhenDone.h"
 #include "settings/Settings.h"
 #include "state/AppState.h"
@@ -9,6 +10,7 @@
 #include <QtGui/QGuiApplication>
 #include <QtGui/QStyleHints>
 
+#include <algorithm>
 #include <initializer_list>
 #include <utility>
 
@@ -21,7 +23,8 @@ MainWindowView::MainWindowView(const UserInterfaceContext &context)
       m_check(context, m_coordinator, this),
       m_storage(context, m_coordinator, this),
       m_startup(context, m_coordinator, this),
-      m_developer(context, m_coordinator, this)
+      m_developer(context, m_coordinator, this),
+      m_search(context.state, context.systemCalls)
 {
     AppState &state = m_context.state;
     m_showWelcome = Settings(*state.machine().settings).isFirstRun();
@@ -34,6 +37,11 @@ MainWindowView::MainWindowView(const UserInterfaceContext &context)
     connect(&state, &AppState::historyNotStored, this, &MainWindowView::showHistoryTrouble);
     connect(&state, &AppState::pinNotStored, this,
             [this] { m_coordinator.setNotice(noticeText(Notice::notStored, QStringLiteral("The pin"))); });
+    connect(&m_stateView, &StateView::searchTextChanged, this,
+            [this] { m_search.setWanted(!m_stateView.searchText().trimmed().isEmpty()); });
+    connect(&m_search, &ProgramSearch::changed, this,
+            [this] { m_stateView.showEverything(m_search.programs()); });
+    connect(&m_context.quitting, &QuitFlow::finished, &m_search, &ProgramSearch::look);
     showHistoryTrouble(state.historyTrouble());
     m_release.setSingleShot(true);
     m_release.callOnTimeout(this, &MainWindowView::holdRows);
@@ -164,7 +172,10 @@ void MainWindowView::performIssue(int index)
 
 std::optional<ProcessSample> MainWindowView::findProcess(int pid) const
 {
-    return m_stateView.shown().findProcess(pid);
+    const QList<ProcessSample> &found = m_search.programs();
+    const auto it = std::ranges::find(found, pid, &ProcessSample::pid);
+    const auto listed = m_stateView.shown().findProcess(pid);
+    return listed || it == found.end() ? listed : std::optional(*it);
 }
 
 void MainWindowView::togglePin(int pid)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "flows/health/ProgramSearch.h"
 #include "state/AppState.h"
 #include "ui/presentation/MenuText.h"
 #include "ui/presentation/Sections.h"
@@ -121,7 +122,7 @@ private:
     void followStanding();
     void showHistoryTrouble(const QString &why);
     void setRefreshing(bool isRefreshing);
-    /// The listed program of that id; none when it is listed no more.
+    /// The program of that id, listed or found; none when it is neither any more.
     std::optional<ProcessSample> findProcess(int pid) const;
 
     UserInterfaceContext m_context;
@@ -132,6 +133,7 @@ private:
     StorageView m_storage;
     StartupView m_startup;
     DeveloperView m_developer;
+    ProgramSearch m_search;
     QList<SectionRow> m_sections = sectionRows(m_context.state.machine());
     MainSection m_selection = MainSection::overview;
     int m_speedView = 0; // the busiest programs; 1 is by browser

@@ -6,6 +6,8 @@
 #include "state/AppState.h"
 #include "ui/presentation/PopoverText.h"
 
+#include <algorithm>
+
 namespace swabby {
 
 PopoverView::PopoverView(const UserInterfaceContext &context)
@@ -39,9 +41,11 @@ void PopoverView::show(const ShownState &shown, const std::optional<double> &las
 QString PopoverView::updated() const
 {
     std::optional<QDateTime> time;
-    if (m_lastScan || m_shown.isKnown)
+    if (m_lastScan || m_shown.isKnown) {
+        const double refresh = m_shown.isKnown ? m_shown.stats.timestamp : 0;
         time = QDateTime::fromMSecsSinceEpoch(
-            static_cast<qint64>(m_lastScan.value_or(m_shown.stats.timestamp) * 1'000));
+            static_cast<qint64>(std::max(m_lastScan.value_or(0), refresh) * 1'000));
+    }
     return updatedText(time, QLocale());
 }
 

@@ -10,6 +10,9 @@
 namespace swabby {
 namespace {
 
+/// More than that nobody reads through.
+constexpr qsizetype mostFound = 50;
+
 QString pidOf(const ProcessRowText &row)
 {
     return QString::number(row.pid);
@@ -49,15 +52,27 @@ void StateView::showProcesses()
         top = {m_shown.findProcess(m_topPid).value_or(top.first())};
     m_topPid = top.isEmpty() ? 0 : top.first().pid;
     m_topProcesses.show(topProcessTexts(top, m_shown.pinnedNames, m_shown.words), pidOf);
-    const auto found = [this](const QList<ProcessSample> &processes, ProcessRowMode mode) {
-        return processRowTexts(filteredProcesses(processes, m_searchText), mode, m_shown.pinnedNames,
-                               m_shown.words);
+    const auto rows = [this](const QList<ProcessSample> &processes, ProcessRowMode mode) {
+        return processRowTexts(processes, mode, m_shown.pinnedNames, m_shown.words);
     };
-    m_processes.show(found(m_shown.processes, ProcessRowMode::activity), pidOf);
+    const auto found = [&](const QList<ProcessSample> &processes, ProcessRowMode mode) {
+        return rows(filteredProcesses(processes, m_searchText), mode);
+    };
+    const QList<ProcessSample> running =
+        filteredProcesses(withOthers(m_shown.processes, m_everything), m_searchText);
+    m_moreFound = std::max<qsizetype>(0, running.size() - mostFound);
+    m_processes.show(rows(running.mid(0, mostFound), ProcessRowMode::activity), pidOf);
     m_drainers.show(found(m_shown.batteryDrainers, ProcessRowMode::battery), pidOf);
     m_networkUsers.show(networkRowTexts(filteredProcesses(m_shown.networkUsers, m_searchText),
                                         m_shown.networkUsers, m_shown.pinnedNames, m_shown.words),
                         pidOf);
+}
+
+void StateView::showEverything(const QList<ProcessSample> &programs)
+{
+    m_everything = programs;
+    showProcesses();
+    Q_EMIT searchTextChanged();
 }
 
 bool StateView::hasSpeedLine() const
@@ -72,6 +87,8 @@ void StateView::setSearchText(const QString &text)
     if (text == m_searchText)
         return;
     m_searchText = text;
+    if (text.trimmed().isEmpty())
+        m_everything.clear();
     showProcesses();
     for (RowModel *list : {&m_processes, &m_drainers, &m_networkUsers})
         list->settle();

@@ -33,6 +33,7 @@ class StateView : public QObject {
     Q_PROPERTY(QString networkRate READ networkRate NOTIFY changed)
     Q_PROPERTY(QString networkSentence READ networkSentence NOTIFY changed)
     Q_PROPERTY(bool isCompact READ isCompact NOTIFY changed)
+    Q_PROPERTY(QString moreFound READ moreFound NOTIFY searchTextChanged)
     Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
     Q_PROPERTY(swabby::RowModel *gauges READ gauges CONSTANT)
     Q_PROPERTY(swabby::RowModel *issues READ issues CONSTANT)
@@ -50,6 +51,8 @@ public:
     using QObject::QObject;
 
     void show(const ShownState &shown, bool isCompact);
+    /// Everything that runs, which a search goes through.
+    void showEverything(const QList<ProcessSample> &programs);
     const ShownState &shown() const { return m_shown; }
 
     bool isKnown() const { return m_shown.isKnown; }
@@ -66,6 +69,8 @@ public:
     QString networkRate() const { return totalNetworkRate(m_shown.networkUsers); }
     QString networkSentence() const { return swabby::networkSentence(m_shown.networkUsers); }
     bool isCompact() const { return m_isCompact; }
+    /// What a search has found that is not listed; empty while all is.
+    QString moreFound() const { return moreFoundText(m_moreFound); }
     QString searchText() const { return m_searchText; }
     void setSearchText(const QString &text);
 
@@ -92,6 +97,8 @@ private:
     bool m_isCompact = false;
     QString m_searchText;
     std::int32_t m_topPid = 0; ///< of the program that is shown as the busiest
+    QList<ProcessSample> m_everything; ///< while somebody searches
+    qsizetype m_moreFound = 0;
     // QML deletes what it is handed without a parent.
     RowModel m_gauges{this};
     RowModel m_issues{this};

@@ -1,5 +1,6 @@
 #include "ui/qmltypes/StorageView.h"
 
+#include "cleanup/Overlaps.h"
 #include "flows/cleanup/QuitFlow.h"
 #include "platform/BackgroundWork.h"
 #include "platform/WhenDone.h"
@@ -24,11 +25,20 @@ StorageView::StorageView(const UserInterfaceContext &context, MainWindowCoordina
     });
     connect(m_coordinator.confirmation(), &ConfirmationView::changed, this, &StorageView::askForPrepared,
             Qt::QueuedConnection);
+    connect(&m_context.cleanup, &CleanupFlow::begun, this, [this](const std::vector<RemovableItem> &items) {
+        for (const RemovableItem &item : items)
+            m_selected.erase(item.id);
+        m_scans.forget(items);
+    });
     connect(&m_context.cleanup, &CleanupFlow::removed, this, [this](const CleanupReport &report) {
         if (!report.left.empty())
             m_scans.lookAgain();
+        m_scans.readTrashAgain();
     });
-    connect(&m_context.cleanup, &CleanupFlow::restored, &m_scans, &StorageScans::lookAgain);
+    connect(&m_context.cleanup, &CleanupFlow::restored, this, [this] {
+        m_scans.lookAgain();
+        m_scans.readTrashAgain();
+    });
     connect(&m_scans, &StorageScans::runsAs, this,
             [this](const ProcessSample &process) { m_coordinator.quit(process, Quitting::Force::no); });
     connect(&m_context.quitting, &QuitFlow::finished, &m_scans, &StorageScans::lookWhoRuns);
@@ -126,11 +136,7 @@ void StorageView::askForPrepared()
 
 void StorageView::ask(const std::vector<RemovableItem> &items)
 {
-    m_coordinator.confirmation()->askToRemove(items, [this, items] {
-        for (const RemovableItem &item : items)
-            m_selected.erase(item.id);
-        m_scans.forget(items);
-    });
+    m_coordinator.confirmation()->askToRemove(items);
 }
 
 RemovableRowText StorageView::rowOf(const RemovableItem &item) const
@@ -183,7 +189,8 @@ void StorageView::fillQueue()
         const std::vector<RemovableItem> found = m_scans.findings(kind).offers();
         offers.insert(offers.end(), found.begin(), found.end());
     }
-    m_clearableBytes = clearableBytes(offers);
+    m_clearableBytes = bytesTogether(offers);
+    m_clearableText = isOfVolumeShown() ? clearableOfUsedText(offers) : swabby::clearableText(offers);
     m_queue.clear();
     std::copy_if(offers.begin(), offers.end(), std::back_inserter(m_queue),
                  [&](const RemovableItem &item) { return m_selected.count(item.id) != 0; });
@@ -205,11 +212,16 @@ int StorageView::usedTint() const
     return static_cast<int>(storageTint(m_context.state.stats()));
 }
 
+// It lies in the home, which another volume has where the system's is named.
+bool StorageView::isOfVolumeShown() const
+{
+    return m_context.state.stats().diskMountPoint != QLatin1String("/");
+}
+
 double StorageView::clearableFraction() const
 {
     const SystemStats &stats = m_context.state.stats();
-    // What is found lies in the home, which another volume has where the system's is named.
-    if (stats.diskTotalBytes <= 0 || stats.diskMountPoint == QLatin1String("/"))
+    if (stats.diskTotalBytes <= 0 || !isOfVolumeShown())
         return 0;
     return std::clamp(static_cast<double>(m_clearableBytes) / static_cast<double>(stats.diskTotalBytes), 0.0,
                       usedStorageFraction(stats));

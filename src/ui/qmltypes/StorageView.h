@@ -71,7 +71,8 @@ public:
     double usedFraction() const;
     int usedTint() const;
     double clearableFraction() const;
-    QString clearableText() const { return swabby::clearableText(m_clearableBytes); }
+    /// Of what was looked over, and what that is.
+    const QString &clearableText() const { return m_clearableText; }
     /// What the queue is.
     QString queueNote() const { return queueNoteText(m_context.state.machine().words); }
     QString queueText() const { return swabby::queueText(m_queue); }
@@ -104,6 +105,8 @@ private:
     std::optional<ClutterKind> scanOf(const RemovableList *list) const;
     /// Takes every ticked item into the queue, and adds up what could be.
     void fillQueue();
+    /// Whether what is found lies on the volume that is shown.
+    bool isOfVolumeShown() const;
     void ask(const std::vector<RemovableItem> &items);
     void askForPrepared();
 
@@ -118,6 +121,7 @@ private:
     std::vector<RemovableItem> m_queue;
     std::vector<RemovableItem> m_prepared; ///< to be asked about
     std::int64_t m_clearableBytes = 0;
+    QString m_clearableText;
     QString m_softwareManager;
     StorageScans m_scans;
 };

@@ -111,7 +111,7 @@ ScrollPage {
             width: parent.width
             view: page.view
             rows: page.view.state.drainers
-            emptyText: "Nothing is using noticeable energy right now."
+            emptyText: page.view.state.searchText.trim() === "" ? "Nothing is using noticeable energy right now." : page.view.state.noProcesses
             hasBars: true
         }
     }

@@ -64,9 +64,10 @@ ScrollPage {
             }
         }
 
-        Item {
-            width: 1
-            height: 6
+        Remark {
+            width: parent.width
+            bottomPadding: 6
+            text: page.check.clearable
         }
 
         RemovableRows {

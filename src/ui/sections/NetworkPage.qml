@@ -69,7 +69,7 @@ ScrollPage {
             width: parent.width
             view: page.view
             rows: page.view.state.networkUsers
-            emptyText: page.view.state.networkSentence
+            emptyText: page.view.state.searchText.trim() === "" ? page.view.state.networkSentence : page.view.state.noProcesses
             hasBars: true
         }
     }

@@ -53,6 +53,13 @@ ScrollPage {
             visible: page.view.speedView === 0
         }
 
+        CenteredLabel {
+            topPadding: 4
+            bottomPadding: 4
+            text: page.view.state.moreFound
+            visible: text !== "" && page.view.speedView === 0
+        }
+
         Column {
             width: parent.width
             visible: page.view.speedView === 1

@@ -53,7 +53,7 @@ ScrollPage {
         CleanupHeader {
             symbol: "questionmark.circle"
             title: "Unfamiliar folders"
-            subtitle: "Looked over one at a time"
+            subtitle: "Looked over one at a time, not counted above"
         }
 
         RemovableRows {

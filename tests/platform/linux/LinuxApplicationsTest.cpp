@@ -101,8 +101,8 @@ private Q_SLOTS:
     {
         const StandIn proc;
         const ProgramFinder finder(proc.path(), DesktopApplications({}, {}));
-        const Program browser = {"/usr/bin/browser", "Web", {}, true};
-        const Program shell = {"/usr/bin/bash", "bash", {}, false};
+        const Program browser = {"/usr/bin/browser", "Web", {}, {}, true};
+        const Program shell = {"/usr/bin/bash", "bash", {}, {}, false};
         compareTable(fixture(u"linux/helpers_belong_to_their_application.txt"_qs), [&](const Cells &row) {
             proc.link("8/exe", row.string(0));
             return QString::fromStdString(finder.find(8, {}, row[1] == "shell" ? &shell : &browser)->name);

@@ -19,8 +19,8 @@ unsigned long seconds(double count)
 
 /// The records of one package, which brought everything.
 struct PackageRecords final : Shell {
-    std::optional<std::string> run(const std::string &, const std::vector<std::string> &arguments, ToolOutput,
-                                   const StopToken &) override
+    std::optional<std::string> perform(const std::string &, const std::vector<std::string> &arguments,
+                                       ToolOutput, const StopToken &) override
     {
         const bool isSearch = arguments.at(0) == "--search";
         return isSearch ? "diversion by loom from: /x\nmill:amd64, other: " + (asked = arguments.at(2)) + '\n'

@@ -7,7 +7,7 @@
 namespace swabby {
 namespace {
 
-constexpr auto interface = "com.canonical.dbusmenu";
+constexpr auto menuInterface = "com.canonical.dbusmenu";
 constexpr std::uint32_t revision = 1;
 constexpr int root = 0; // the lines follow from 1 on
 constexpr int lineCount = static_cast<int>(std::size(trayMenu));
@@ -198,7 +198,7 @@ const sd_bus_vtable members[] = {
 BusMenu::BusMenu(sd_bus *bus, std::function<void(TrayCommand)> chosen) : m_chosen(std::move(chosen))
 {
     sd_bus_slot *slot = nullptr;
-    if (sd_bus_add_object_vtable(bus, &slot, path, interface, members, this) >= 0)
+    if (sd_bus_add_object_vtable(bus, &slot, path, menuInterface, members, this) >= 0)
         m_slot.reset(slot);
 }
 

@@ -12,10 +12,10 @@ namespace {
 
 constexpr auto service = "org.freedesktop.portal.Desktop";
 constexpr auto path = "/org/freedesktop/portal/desktop";
-constexpr auto interface = "org.freedesktop.portal.Settings";
+constexpr auto settingsInterface = "org.freedesktop.portal.Settings";
 
 /// While a desktop starts, an answer may take this long; nobody waits for it.
-constexpr std::chrono::milliseconds answerPatience{60'000};
+constexpr std::chrono::milliseconds portalPatience{60'000};
 
 /// A type of the bus and what it contains, as its signatures write them.
 struct ValueType {
@@ -83,7 +83,7 @@ public:
     explicit PortalAppearance(Bus bus)
         : m_loop(std::move(bus), [this](sd_bus_message *signal) { follow(signal); })
     {
-        m_loop.listen(service, path, interface, "SettingChanged");
+        m_loop.listen(service, path, settingsInterface, "SettingChanged");
         for (const PortalSetting &setting : settings)
             ask(setting);
     }
@@ -92,10 +92,10 @@ private:
     void ask(const PortalSetting &setting)
     {
         BusMessage question =
-            busQuestion(m_loop.bus(), service, path, interface, "Read", ServiceStart::whenNeeded);
+            busQuestion(m_loop.bus(), service, path, settingsInterface, "Read", ServiceStart::whenNeeded);
         if (question && sd_bus_message_append(question.get(), "ss", setting.space, setting.key) < 0)
             question.reset();
-        m_loop.call(std::move(question), answerPatience, [this, &setting](sd_bus_message *answer) {
+        m_loop.call(std::move(question), portalPatience, [this, &setting](sd_bus_message *answer) {
             if (answer != nullptr)
                 take(setting, answer);
         });

@@ -7,7 +7,7 @@ constexpr auto watcher = "org.kde.StatusNotifierWatcher";
 constexpr auto watcherPath = "/StatusNotifierWatcher";
 
 /// While a desktop starts, an answer may take this long; nobody waits for it.
-constexpr std::chrono::milliseconds answerPatience{60'000};
+constexpr std::chrono::milliseconds watcherPatience{60'000};
 
 } // namespace
 
@@ -84,7 +84,7 @@ void StatusNotifierItem::lookForPanel()
                                       "Get", ServiceStart::never);
     if (question)
         sd_bus_message_append(question.get(), "ss", watcher, "IsStatusNotifierHostRegistered");
-    m_loop->call(std::move(question), answerPatience, [this](sd_bus_message *answer) {
+    m_loop->call(std::move(question), watcherPatience, [this](sd_bus_message *answer) {
         int isThere = 0;
         const bool isAnswered = answer != nullptr && sd_bus_message_read(answer, "v", "b", &isThere) > 0;
         setPlace(isAnswered && isThere != 0 ? Place::there : Place::none);
@@ -103,7 +103,7 @@ void StatusNotifierItem::enter()
                                      "RegisterStatusNotifierItem", ServiceStart::never);
     if (request)
         sd_bus_message_append(request.get(), "s", ourName);
-    m_loop->call(std::move(request), answerPatience, [this](sd_bus_message *answer) {
+    m_loop->call(std::move(request), watcherPatience, [this](sd_bus_message *answer) {
         if (answer != nullptr)
             return;
         m_hasEntered = false;
