@@ -25,9 +25,7 @@ std::optional<ProcessIdentity> MacProcessControl::identify(std::int32_t pid)
     // Anything else stands for a group of processes.
     if (pid <= 0)
         return std::nullopt;
-    // A Mac's ps takes everything after the first sign for a heading, so each column comes by itself.
-    const auto text = m_shell.run("/bin/ps", {"-o", "stat=", "-o", "lstart=", "-p", std::to_string(pid)},
-                                  ToolOutput::standardOutput);
+    const auto text = textAbout(pid);
     const auto started = text ? parseLivingStart(*text) : std::nullopt;
     return started ? std::optional(ProcessIdentity{.pid = pid, .started = *started}) : std::nullopt;
 }
@@ -42,11 +40,23 @@ std::optional<bool> MacProcessControl::endsWithin(std::chrono::milliseconds time
 {
     using std::chrono::milliseconds;
     const QDeadlineTimer end(time);
-    for (milliseconds pause(50); identify(process.pid) == process;
-         pause = std::min(pause * 2, milliseconds(500)))
+    for (milliseconds pause(50);; pause = std::min(pause * 2, milliseconds(500))) {
+        const auto text = textAbout(process.pid);
+        if (!text)
+            return std::nullopt;
+        // What is stopped may have cut the text short.
+        if (parseLivingStart(*text) != process.started)
+            return stop.stopRequested() ? std::nullopt : std::optional(true);
         if (end.hasExpired() || !stop.waitFor(std::min(pause, milliseconds(end.remainingTime()))))
             return false;
-    return true;
+    }
+}
+
+std::optional<std::string> MacProcessControl::textAbout(std::int32_t pid)
+{
+    // A Mac's ps takes everything after the first sign for a heading, so each column comes by itself.
+    return m_shell.run("/bin/ps", {"-o", "stat=", "-o", "lstart=", "-p", std::to_string(pid)},
+                       ToolOutput::standardOutput);
 }
 
 bool MacProcessControl::sendSignal(std::int32_t pid, int signal)

@@ -4,6 +4,7 @@
 #include "platform/Shell.h"
 
 #include <functional>
+#include <string>
 #include <string_view>
 
 namespace swabby {
@@ -29,6 +30,9 @@ public:
 
 private:
     static bool sendSignal(std::int32_t pid, int signal);
+
+    /// What ps says of it, which is nothing once it is gone; no value when ps cannot be asked.
+    std::optional<std::string> textAbout(std::int32_t pid);
 
     Shell &m_shell;
     const SendSignal m_send;

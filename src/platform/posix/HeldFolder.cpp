@@ -89,11 +89,6 @@ bool liesAtOrUnder(int folder, const FileIdentity &above)
     return false;
 }
 
-bool canBeListed(int folder)
-{
-    return ::faccessat(folder, ".", R_OK | X_OK, AT_EACCESS) == 0;
-}
-
 std::vector<std::string> namesIn(int folder)
 {
     std::vector<std::string> names;

@@ -43,6 +43,11 @@ bool setRights(int folder, mode_t mode)
     return ::chmod(pathOfDescriptor(folder).c_str(), mode) == 0;
 }
 
+bool canBeListed(int folder)
+{
+    return ::faccessat(folder, ".", R_OK | X_OK, AT_EACCESS) == 0;
+}
+
 std::vector<std::filesystem::path> otherWaysTo(const std::filesystem::path &path)
 {
     std::ifstream file("/proc/self/mountinfo");

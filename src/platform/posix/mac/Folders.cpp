@@ -58,6 +58,13 @@ bool setRights(int folder, mode_t mode)
     return ::fchmod(folder, mode) == 0;
 }
 
+bool canBeListed(int folder)
+{
+    // A folder that macOS keeps closed has all its rights and still does not open.
+    return ::faccessat(folder, ".", R_OK | X_OK, AT_EACCESS) == 0 &&
+           Descriptor(::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC)).isOpen();
+}
+
 std::vector<std::filesystem::path> otherWaysTo(const std::filesystem::path &path)
 {
     if (isAtOrUnder(path, dataVolume))
