@@ -24,7 +24,7 @@ mac_packages=(clang-16 llvm-16 libc++-16-dev musl-dev)
 reader_packages=(xvfb xdotool weston qt6-wayland dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3 python3-gi)
 bench_packages=(libbenchmark-dev jdupes)
 # What Homebrew calls what building on a Mac needs.
-brew_packages=(cmake ninja pkgconf qt libplist libgcrypt)
+brew_packages=(cmake ninja pkgconf qtbase qtdeclarative libplist libgcrypt)
 
 say() {
     printf '%s\n' "$*"
@@ -51,7 +51,7 @@ need_brew_packages() {
         say "Installing what $1 needs: ${missing[*]}"
         brew install --quiet "${missing[@]}" </dev/null
     fi
-    CMAKE_PREFIX_PATH=$(brew --prefix qt)${CMAKE_PREFIX_PATH:+:$CMAKE_PREFIX_PATH}
+    CMAKE_PREFIX_PATH=$(brew --prefix)${CMAKE_PREFIX_PATH:+:$CMAKE_PREFIX_PATH}
     export CMAKE_PREFIX_PATH
 }
 

@@ -128,6 +128,10 @@ int main(int argc, char *argv[])
 {
     keepMemoryPrivate();
     QCoreApplication application(argc, argv);
+#ifdef SWABBY_PLUGINS
+    // The one that speaks TLS; a folder that is not there is left out.
+    QCoreApplication::addLibraryPath(QCoreApplication::applicationDirPath() + QStringLiteral(SWABBY_PLUGINS));
+#endif
     QFile input;
     if (!input.open(stdin, QIODevice::ReadOnly))
         return 1;
