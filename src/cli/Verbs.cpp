@@ -87,7 +87,7 @@ constexpr std::array verbTable = {
          runPin},
     Verb{"record DIR [--with-names]",
          "writes a machine folder as data, for somebody who is to see what you see; without --with-names it "
-         "names neither your files nor your programs",
+         "names neither your files nor programs outside the system's own folders",
          1, 1, runRecord},
     Verb{"context", "shows the machine in a few plain lines, as the assistant is told", 0, 0, runSnapshot},
 };

@@ -37,6 +37,12 @@ QByteArray markOf(const std::string &place)
     return QCryptographicHash::hash(QByteArray::fromStdString(place), QCryptographicHash::Sha256);
 }
 
+/// A free text as the name of one file.
+std::string fileNameOf(QString text)
+{
+    return text.replace(QLatin1Char('/'), QLatin1Char(':')).toStdString();
+}
+
 } // namespace
 
 void Findings::add(const RemovableItem &item)
@@ -122,7 +128,7 @@ void Findings::add(const AppUninstall &uninstall)
     const QString id = m_rewriting.name(app.bundleID);
     const bool isBundle = app.path.extension() == ".app";
     const std::string place =
-        isBundle ? m_rewriting.path(app.path) : placeIn("home/Applications/" + name.toStdString() + ".app");
+        isBundle ? m_rewriting.path(app.path) : placeIn("home/Applications/" + fileNameOf(name) + ".app");
     m_folder.addFile(place + "/Contents/Info.plist",
                      propertyList({{QStringLiteral("CFBundleIdentifier"), id},
                                    {QStringLiteral("CFBundleDisplayName"), name}}));
@@ -135,7 +141,7 @@ void Findings::add(const AppUninstall &uninstall)
             addOccupied(m_rewriting.path(leftover.path), leftover.identity.kind, leftover.sizeBytes);
         else if (row != std::end(leftoverPlaces))
             addOccupied(placeIn(std::string("home/Library/") + row->folder + '/' +
-                                (row->isByName ? name : id).toStdString() + row->ending),
+                                fileNameOf(row->isByName ? name : id) + row->ending),
                         leftover.identity.kind, leftover.sizeBytes);
     }
 }

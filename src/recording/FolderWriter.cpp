@@ -3,6 +3,7 @@
 #include "platform/FolderListing.h"
 #include "platform/MachineFolder.h"
 #include "platform/Utf8.h"
+#include "platform/posix/Descriptor.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
@@ -10,8 +11,9 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
+#include <fcntl.h>
 #include <filesystem>
-#include <fstream>
+#include <sys/stat.h>
 #include <system_error>
 
 namespace swabby {
@@ -29,24 +31,26 @@ FolderWriter::FolderWriter(const QString &folder)
     : m_folder(QFile::encodeName(QDir(folder).absolutePath()).toStdString())
 {
     std::error_code problem;
-    // What somebody has on their computer is nobody else's to read.
-    if (fs::create_directories(m_folder, problem))
+    fs::create_directories(m_folder, problem);
+    const bool isEmpty = !problem && fs::is_empty(m_folder, problem);
+    // What somebody has on their computer is nobody else's to read, also where the folder was there before.
+    if (isEmpty)
         fs::permissions(m_folder, fs::perms::owner_all, problem);
     if (problem)
         note(m_folder, QString::fromStdString(problem.message()));
-    else if (!fs::is_empty(m_folder, problem) || problem)
+    else if (!isEmpty)
         note(m_folder, QStringLiteral("it is not empty"));
 }
 
-bool FolderWriter::has(const std::string &path) const
+bool FolderWriter::has(const std::string &path)
 {
     std::error_code problem;
-    return fs::exists(placeOf(path), problem);
+    return mayWrite(path) && fs::exists(placeOf(path), problem);
 }
 
 void FolderWriter::addFolder(const std::string &path)
 {
-    if (!m_problem.isEmpty())
+    if (!mayWrite(path))
         return;
     std::error_code problem;
     fs::create_directories(placeOf(path), problem);
@@ -57,12 +61,21 @@ void FolderWriter::addFolder(const std::string &path)
 void FolderWriter::addFile(const std::string &path, const QByteArray &content)
 {
     addFolder(path.substr(0, path.rfind('/')));
-    if (!m_problem.isEmpty())
+    if (!mayWrite(path))
         return;
-    // By its bytes, which need not be text; nothing is there that could be lost.
-    std::ofstream file(placeOf(path), std::ios::binary);
-    if (!file.write(content.constData(), content.size()).flush())
+    const std::string place = placeOf(path);
+    // What somebody else put there meanwhile is neither emptied nor followed.
+    const int how = m_files.insert(place).second ? O_CREAT | O_EXCL : O_TRUNC | O_NOFOLLOW;
+    // By its bytes, which need not be text.
+    const Descriptor descriptor(::open(place.c_str(), O_WRONLY | O_CLOEXEC | how, S_IRUSR | S_IWUSR));
+    if (!descriptor.isOpen()) {
         note(path, QString::fromStdString(std::generic_category().message(errno)));
+        return;
+    }
+    QFile file;
+    if (!file.open(descriptor.number(), QIODevice::WriteOnly | QIODevice::Unbuffered) ||
+        file.write(content) != content.size())
+        note(path, file.errorString());
 }
 
 void FolderWriter::addHollowFile(const std::string &path, std::int64_t size, const QByteArray &mark)
@@ -82,7 +95,7 @@ void FolderWriter::finish()
         std::error_code problem;
         const auto when = std::chrono::file_clock::from_sys(std::chrono::sys_time<std::chrono::nanoseconds>(
             std::chrono::duration_cast<std::chrono::nanoseconds>(since1970)));
-        if (m_problem.isEmpty())
+        if (mayWrite(path))
             fs::last_write_time(placeOf(path), when, problem);
         if (problem)
             note(path, QString::fromStdString(problem.message()));
@@ -92,6 +105,14 @@ void FolderWriter::finish()
 std::string FolderWriter::placeOf(const std::string &path) const
 {
     return path.starts_with(folderMark) ? m_folder + path.substr(std::strlen(folderMark)) : m_folder;
+}
+
+bool FolderWriter::mayWrite(const std::string &path)
+{
+    // A part of a path may be a name that holds anything.
+    if (!isAtOrUnder(fs::path(placeOf(path)).lexically_normal(), fs::path(m_folder).lexically_normal()))
+        note(path, QStringLiteral("it leads out of the folder"));
+    return m_problem.isEmpty();
 }
 
 void FolderWriter::note(const std::string &path, const QString &why)

@@ -128,7 +128,7 @@ QJsonObject settingsOf(const Machine &machine, Rewriting &rewriting)
     std::apply([&](const auto &...key) { (keep(key), ...); }, settingTable);
     QJsonArray pinned;
     for (const QString &name : settings.value(setting<"pinnedProcessNames">))
-        pinned.append(rewriting.name(name));
+        pinned.append(rewriting.command(name)); // as the lists of processes name it
     if (!pinned.isEmpty())
         kept.insert(QLatin1String(setting<"pinnedProcessNames">.name), pinned);
     return kept;

@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cctype>
+#include <optional>
 
 namespace swabby {
 namespace {
@@ -27,7 +28,7 @@ const QSet<QString> &knownWords()
             "Xcode DerivedData com.apple.Safari Google Chrome Firefox Adobe CocoaPods Cypress Homebrew "
             "com.microsoft.VSCode.ShipIt ms-playwright dotslash node-gyp typescript composer pip Yarn "
             "puppeteer COMM .cache .config .local .var app share cache thumbnails mesa_shader_cache nvidia "
-            "GLCache "
+            "GLCache swabbyctl "
             "go-build registry src caches _cacache pnpm uv npm yarn mozilla firefox google-chrome");
         const QStringList pieces = all.split(QLatin1Char(' '));
         QSet<QString> set(pieces.begin(), pieces.end());
@@ -45,17 +46,31 @@ constexpr std::array endings = {".app", ".plist",      ".dmg",      ".iso",     
 
 bool isTheSystems(const QString &path)
 {
-    for (const char *folder : {"/System/", "/usr/", "/bin/", "/sbin/", "/lib", "/Library/Apple/"})
+    for (const char *folder :
+         {"/System/", "/usr/", "/bin/", "/sbin/", "/lib/", "/lib32/", "/lib64/", "/Library/Apple/"})
         if (path.startsWith(QLatin1String(folder)))
             return !path.startsWith(QLatin1String("/usr/local/"));
     return false;
 }
 
-/// What the rules about programs look for.
-bool isRuleWord(const QString &piece)
+/// What the rules about programs look for in a piece of a path, in the rules' own words, since somebody may
+/// have chosen the rest of it. Empty when they look for nothing there.
+QString ruleWord(const QString &piece, bool isFirst, bool isLast)
 {
-    return piece == QLatin1String(folderMark) || BrowserRollup::groupName(piece) ||
-           piece.contains(QLatin1String("swabby"), Qt::CaseInsensitive);
+    const QString product = QStringLiteral("swabby");
+    const QString bundle = QStringLiteral("swabby.app");
+    const bool isBundle = piece.endsWith(QLatin1String(".app"));
+    if (piece == QLatin1String(folderMark))
+        return piece;
+    QString word;
+    if (piece.contains(bundle, Qt::CaseInsensitive))
+        word = bundle;
+    else if (isFirst ? piece.compare(product, Qt::CaseInsensitive) == 0
+                     : piece.startsWith(product, Qt::CaseInsensitive))
+        word = product;
+    else if (const auto browser = isLast || isBundle ? BrowserRollup::groupName(piece) : std::nullopt)
+        word = isBundle ? *browser + QLatin1String(".app") : *browser;
+    return piece.compare(word, Qt::CaseInsensitive) == 0 ? piece : word;
 }
 
 /// The text with one folder in the place of another, where that is named whole.
@@ -122,14 +137,19 @@ std::string Rewriting::parts(const fs::path &path)
 
 QString Rewriting::command(const QString &command)
 {
-    const std::string said = text(command.toStdString());
-    if (keepsNames() || isTheSystems(command) || said.starts_with('('))
-        return textOf(said);
-    QStringList pieces = textOf(said).split(QLatin1Char('/'));
-    for (QString &piece : pieces)
-        if (!isRuleWord(piece))
-            piece = name(piece);
-    return pieces.join(QLatin1Char('/'));
+    const QString said = textOf(text(command.toStdString()));
+    // A program that has ended, or hides its path, has its name in brackets.
+    const qsizetype before = said.startsWith(QLatin1Char('(')) ? 1 : 0;
+    const qsizetype after = before > 0 && said.endsWith(QLatin1Char(')')) ? 1 : 0;
+    const QString inside = said.mid(before, said.size() - before - after);
+    if (keepsNames() || isTheSystems(inside))
+        return said;
+    QStringList pieces = inside.split(QLatin1Char('/'));
+    for (qsizetype at = 0; at < pieces.size(); ++at) {
+        const QString word = ruleWord(pieces[at], at == 0, at + 1 == pieces.size());
+        pieces[at] = word.isEmpty() ? name(pieces[at]) : word;
+    }
+    return said.left(before) + pieces.join(QLatin1Char('/')) + said.right(after);
 }
 
 std::string Rewriting::path(const fs::path &path)

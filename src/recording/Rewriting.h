@@ -12,7 +12,8 @@ enum class PeoplesNames { replaced, kept };
 
 /// Puts what a machine said into the words of a folder that may lie anywhere: its places are said from the
 /// folder's mark on, and names that a person or a maker chose become "name-1", "name-2" and so on, the same
-/// one each time. What the system brings, browsers, and the words that Swabby's rules look for keep theirs.
+/// one each time. What lies in the system's folders, browsers, and the words that Swabby's rules look for
+/// keep theirs.
 class Rewriting {
 public:
     Rewriting(const Machine &machine, PeoplesNames names);

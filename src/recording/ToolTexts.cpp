@@ -111,25 +111,29 @@ std::string asItStands(const ToolRun &run, Rewriting &rewriting)
     return rewriting.text(*run.text);
 }
 
+using Cut = std::string (*)(const ToolRun &run, Rewriting &rewriting);
+
 struct Tool {
     const char *executable;
-    std::string (*withoutNames)(const ToolRun &run, Rewriting &rewriting);
+    Cut withoutNames;
+    Cut withNames;
 };
 
+// A job's environment and a serial number are no names, so what holds them is cut in any case.
 constexpr Tool tools[] = {
-    {"/bin/ps", processes},
-    {"/usr/bin/top", energy},
-    {"/usr/bin/nettop", traffic},
-    {"/usr/bin/du", sizes},
-    {"/usr/bin/find", paths},
-    {"/bin/launchctl", job},
-    {"/usr/bin/codesign", signature},
-    {"/usr/bin/osascript", loginItems},
-    {"/usr/sbin/system_profiler", battery},
-    {"/usr/sbin/sysctl", asItStands},
-    {"/usr/bin/xcrun", asItStands},
-    {"/usr/local/bin/docker", asItStands},
-    {"/opt/homebrew/bin/docker", asItStands},
+    {"/bin/ps", processes, asItStands},
+    {"/usr/bin/top", energy, asItStands},
+    {"/usr/bin/nettop", traffic, asItStands},
+    {"/usr/bin/du", sizes, asItStands},
+    {"/usr/bin/find", paths, asItStands},
+    {"/bin/launchctl", job, job},
+    {"/usr/bin/codesign", signature, signature},
+    {"/usr/bin/osascript", loginItems, asItStands},
+    {"/usr/sbin/system_profiler", battery, battery},
+    {"/usr/sbin/sysctl", asItStands, asItStands},
+    {"/usr/bin/xcrun", asItStands, asItStands},
+    {"/usr/local/bin/docker", asItStands, asItStands},
+    {"/opt/homebrew/bin/docker", asItStands, asItStands},
 };
 
 } // namespace
@@ -151,8 +155,8 @@ void ToolTexts::add(const ToolRun &run)
     if (tool == std::end(tools) || !run.text)
         return;
     ToolRun said = run;
-    said.text =
-        m_rewriting.keepsNames() ? asItStands(run, m_rewriting) : tool->withoutNames(run, m_rewriting);
+    const Cut cut = m_rewriting.keepsNames() ? tool->withNames : tool->withoutNames;
+    said.text = cut(run, m_rewriting);
     for (std::string &word : said.arguments)
         word = argument(run.executable, word);
     m_runs.push_back(std::move(said));

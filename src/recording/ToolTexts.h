@@ -13,8 +13,8 @@ class ToolTexts {
 public:
     explicit ToolTexts(Rewriting &rewriting) : m_rewriting(rewriting) {}
 
-    /// What a tool said, if it is one that a Mac is looked after with. Where names are replaced, no more of
-    /// it than what somebody reads: neither serial numbers nor a job's environment.
+    /// What a tool said, if it is one that a Mac is looked after with. Neither serial numbers nor a job's
+    /// environment are in it and, where names are replaced, no more of it than what somebody reads.
     void add(const ToolRun &run);
     /// What it would have said, where nobody has heard it.
     void addMissing(const std::string &executable, const std::vector<std::string> &arguments,

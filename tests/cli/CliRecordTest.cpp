@@ -2,7 +2,9 @@
 #include "cli/Terminal.h"
 #include "platform/ThisComputer.h"
 #include "platform/machinefolder/FolderMachine.h"
+#include "recording/FolderWriter.h"
 #include "recording/Recording.h"
+#include "recording/Rewriting.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QDirIterator>
@@ -131,6 +133,8 @@ private Q_SLOTS:
         QVERIFY2(recorded.status == 0, recorded.problems.constData());
         QCOMPARE(run(record + tools).status, 1); // never over something
         QVERIFY(QDir().rename(folder, moved));
+        for (const char *word : {"TOKEN", "Serial"}) // no names
+            QVERIFY2(!everythingIn(moved).contains(word), word);
         for (const QString &verb : documents) {
             const Answer original = onFolder(mac.folder(), verb, runsTools);
             Answer replay = onFolder(moved, verb, false);
@@ -145,7 +149,9 @@ private Q_SLOTS:
         const BusyMac mac;
         const QTemporaryDir place;
         const QString folder = place.filePath(u"record"_qs);
+        QVERIFY(QDir().mkpath(folder));
         QCOMPARE(runOn(mac, {u"record"_qs, folder}).status, 0);
+        QVERIFY(!(QFile::permissions(folder) & (QFile::ReadGroup | QFile::ReadOther)));
         const QByteArray all = everythingIn(folder);
         for (const char *word : {"secret", "SECRET", "Secret", "report", "setup", "org.example"})
             QVERIFY2(!all.contains(word), all.mid(qMax(0, all.indexOf(word) - 100), 200).constData());
@@ -168,6 +174,51 @@ private Q_SLOTS:
         QCOMPARE(state[u"stats"][u"batteryCycleCount"], QJsonValue(12));
         QCOMPARE(state[u"browserRollups"][0][u"browserName"], QJsonValue(u"Firefox"_qs));
         QCOMPARE(state[u"pinnedNames"][0], state[u"batteryDrainers"][0][u"name"]);
+    }
+
+    void ofACommandStaysWhatRulesGoBy_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("written");
+        QTest::newRow("a browser's word above")
+            << u"/Users/mia/acme-firefox-ext/bin/tool"_qs << u"/Users/name-1/name-2/bin/name-3"_qs;
+        QTest::newRow("a browser's word") << u"/Users/mia/acme-firefox"_qs << u"/Users/name-1/Firefox"_qs;
+        QTest::newRow("a browser") << u"/Applications/Firefox.app/Contents/MacOS/firefox"_qs
+                                   << u"/Applications/Firefox.app/Contents/MacOS/firefox"_qs;
+        QTest::newRow("a bundle") << u"/Applications/My Safari.app/Contents/MacOS/tool"_qs
+                                  << u"/Applications/Safari.app/Contents/MacOS/name-1"_qs;
+        QTest::newRow("Swabby's word")
+            << u"/Users/mia/swabby-acme/tool"_qs << u"/Users/name-1/swabby/name-2"_qs;
+        QTest::newRow("brackets") << u"(tool)"_qs << u"(name-1)"_qs;
+        QTest::newRow("the system's") << u"/lib64/tool"_qs << u"/lib64/tool"_qs;
+        QTest::newRow("not the system's") << u"/library/tool"_qs << u"/name-1/name-2"_qs;
+    }
+    void ofACommandStaysWhatRulesGoBy()
+    {
+        QFETCH(QString, command);
+        const TemporaryMachine mac;
+        Rewriting rewriting(*mac.open(), PeoplesNames::replaced);
+        QTEST(rewriting.command(command), "written");
+    }
+
+    void nothingOutsideIsWritten()
+    {
+        const QTemporaryDir place;
+        QFile outside(place.filePath(u"outside"_qs));
+        QVERIFY(outside.open(QIODevice::ReadWrite) && outside.write("mine") == 4 && outside.flush());
+        FolderWriter within(place.filePath(u"linked"_qs));
+        QVERIFY(outside.link(place.filePath(u"linked/file"_qs)));
+        within.addFile(placeIn("file"), "theirs");
+        QVERIFY(!within.problem().isEmpty());
+        FolderWriter folder(place.filePath(u"record"_qs));
+        folder.addFile(placeIn("home/file"), "long");
+        folder.addFile(placeIn("home/file"), "new");
+        QCOMPARE(folder.problem(), QString());
+        QVERIFY(everythingIn(place.filePath(u"record"_qs)).endsWith("\nnew"));
+        folder.addFile(placeIn("home/../../outside"), "theirs");
+        QVERIFY(!folder.problem().isEmpty());
+        QVERIFY(outside.seek(0));
+        QCOMPARE(outside.readAll(), QByteArray("mine"));
     }
 
     void thisComputerToo()
