@@ -170,6 +170,7 @@ void StorageScans::begin(ClutterKind kind)
 {
     Search &search = searchFor(kind);
     search.progress = {};
+    search.gone = m_removals.items();
     const ScanControl control = search.run.begin([this, &search](const ScanProgress &progress) {
         search.progress = progress;
         Q_EMIT changed();
@@ -194,6 +195,7 @@ void StorageScans::stop(ClutterKind kind)
 void StorageScans::end(Search &search)
 {
     search.run.end();
+    search.gone.clear();
     Q_EMIT changed();
     if (!isScanning(ClutterKind::quickClean) && std::exchange(m_mustReadTrash, false))
         readTrashAgain();
@@ -204,6 +206,7 @@ void StorageScans::finish(ClutterKind kind, Findings findings)
     Search &search = searchFor(kind);
     search.findings = std::move(findings);
     search.isDone = true;
+    takeOff(search.gone, search);
     end(search);
 }
 
@@ -221,6 +224,7 @@ QCoro::Task<> StorageScans::quickClean(ScanControl control)
     Search &search = searchFor(ClutterKind::quickClean);
     search.findings.items = known.items;
     search.findings.suggestions.clear();
+    takeOff(search.gone, search);
     Q_EMIT changed();
 
     const auto looking = ask(unknownCaches);
@@ -238,7 +242,8 @@ QCoro::Task<> StorageScans::quickClean(ScanControl control)
     const VettedCaches vetted = co_await vetCaches(m_ai, unknown.items, vetting);
     if (control.stop.stopRequested())
         co_return;
-    finish(ClutterKind::quickClean, {.items = search.findings.items,
+    // As found: sizes that have shrunk by what is gone would shrink by it once more.
+    finish(ClutterKind::quickClean, {.items = known.items,
                                      .suggestions = vetted.suggestions,
                                      .wasSent = vetted.wasSent,
                                      .host = vetted.host,
@@ -310,22 +315,38 @@ void StorageScans::findProcess(const QString &id)
 
 void StorageScans::forget(const Items &removed)
 {
+    m_removals.begin(removed);
     for (Search &search : m_searches) {
-        Findings &found = search.findings;
-        const auto suggestionsBefore = found.suggestions.size();
-        const Items left = withoutGone(found.items, removed);
-        search.isTouched = left != found.items;
-        found.items = left;
-        std::vector<SuggestedCache> suggestions;
-        for (SuggestedCache &suggestion : found.suggestions)
-            for (RemovableItem &item : withoutGone({suggestion.item}, removed)) {
-                suggestion.item = std::move(item);
-                suggestions.push_back(suggestion);
-            }
-        found.suggestions = std::move(suggestions);
-        search.isTouched = search.isTouched || found.suggestions.size() != suggestionsBefore;
+        if (search.run.isUnderWay())
+            search.gone.insert(search.gone.end(), removed.begin(), removed.end());
+        takeOff(removed, search);
     }
     Q_EMIT changed();
+}
+
+void StorageScans::takeOff(const Items &gone, Search &search)
+{
+    Findings &found = search.findings;
+    const auto suggestionsBefore = found.suggestions.size();
+    const Items left = withoutGone(found.items, gone);
+    // What another removal touched stays so.
+    search.isTouched = search.isTouched || left != found.items;
+    found.items = left;
+    std::vector<SuggestedCache> suggestions;
+    for (SuggestedCache &suggestion : found.suggestions)
+        for (RemovableItem &item : withoutGone({suggestion.item}, gone)) {
+            suggestion.item = std::move(item);
+            suggestions.push_back(suggestion);
+        }
+    found.suggestions = std::move(suggestions);
+    search.isTouched = search.isTouched || found.suggestions.size() != suggestionsBefore;
+}
+
+void StorageScans::endRemoval(const Items &left)
+{
+    m_removals.end(left);
+    if (!left.empty())
+        lookAgain();
 }
 
 void StorageScans::readTrashAgain()
@@ -346,9 +367,13 @@ void StorageScans::readTrashAgain()
 
 void StorageScans::lookAgain()
 {
-    for (std::size_t kind = 0; kind < m_searches.size(); ++kind)
-        if (std::exchange(m_searches.at(kind).isTouched, false))
+    for (std::size_t kind = 0; kind < m_searches.size(); ++kind) {
+        Search &search = m_searches.at(kind);
+        // One under way would not list what it takes for gone.
+        const bool isStale = search.run.isUnderWay() && !search.gone.empty();
+        if (std::exchange(search.isTouched, false) || isStale)
             begin(static_cast<ClutterKind>(kind));
+    }
 }
 
 } // namespace swabby

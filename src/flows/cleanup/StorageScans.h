@@ -2,6 +2,7 @@
 
 #include "cleanup/DeveloperCleanup.h"
 #include "flows/cleanup/CacheVetting.h"
+#include "flows/cleanup/RemovalsUnderWay.h"
 #include "platform/BackgroundWork.h"
 #include "platform/LatestRun.h"
 #include "state/AppState.h"
@@ -72,12 +73,14 @@ public:
     void lookWhoRuns();
     bool isPrepared(const QString &id) const { return m_preparing.count(id) != 0; }
 
-    /// Takes what a confirmed removal removes off the results.
+    /// Takes what a removal that begins removes off the results, and off what a search under way will find.
     void forget(const std::vector<RemovableItem> &removed);
+    /// A removal is over, and these stayed: then it searches again.
+    void endRemoval(const std::vector<RemovableItem> &left);
     /// The Trash as it is now takes the place of what was found of it; for what lies there changes with every
     /// removal.
     void readTrashAgain();
-    /// Searches again where the last removal took something off: not all of it went, or it is back.
+    /// Searches again where a removal took something off since: not all of it went, or it is back.
     void lookAgain();
 
 Q_SIGNALS:
@@ -94,7 +97,8 @@ private:
         bool isDone = false;
         ScanProgress progress;
         Findings findings;
-        bool isTouched = false; ///< by the last removal
+        bool isTouched = false;               ///< by a removal since lookAgain()
+        std::vector<RemovableItem> gone = {}; ///< since the search under way began, or going then
     };
 
     Search &searchFor(ClutterKind kind) { return m_searches.at(static_cast<std::size_t>(kind)); }
@@ -102,10 +106,12 @@ private:
     QCoro::Task<> quickClean(ScanControl control);
     void finish(ClutterKind kind, Findings findings);
     void end(Search &search);
+    static void takeOff(const std::vector<RemovableItem> &gone, Search &search);
 
     AppState &m_state;
     CloudAI &m_ai;
     std::set<QString> m_preparing;
+    RemovalsUnderWay m_removals;
     bool m_mustReadTrash = false; ///< when the quick clean is over
     // Last, so that the work is told to stop, then waited for while everything it uses still stands.
     BackgroundWork m_work;

@@ -81,6 +81,8 @@ void FullCheck::run()
         Q_EMIT lookingAtChanged();
     });
     m_result = {};
+    m_found.clear();
+    m_gone = m_removals.items();
     m_removedSince.clear();
     m_trashReading.end();
     m_completedSteps.clear();
@@ -182,12 +184,12 @@ QCoro::Task<> FullCheck::check(ScanControl control)
     std::optional<QString> watchedName;
     if (result.processToWatch)
         watchedName = result.processToWatch->name;
-    const QString totalText = fileByteCount(totalBytes(candidates));
+    const std::vector<RemovableItem> left = withoutGone(candidates, m_gone);
+    const QString totalText = fileByteCount(totalBytes(left));
     const Asking asking = {control.stop, vetted.failure == ModelFailure::storeLocked ? Unlocking::never
                                                                                      : Unlocking::mayAsk};
-    const auto summary =
-        co_await m_ai.swabbyCheckSummary(static_cast<qint64>(candidates.size()), totalText, watchedName,
-                                         result.loginItemsToReview.size(), asking);
+    const auto summary = co_await m_ai.swabbyCheckSummary(
+        static_cast<qint64>(left.size()), totalText, watchedName, result.loginItemsToReview.size(), asking);
     if (control.stop.stopRequested())
         co_return;
     result.headline = summary.value.headline;
@@ -202,6 +204,8 @@ QCoro::Task<> FullCheck::check(ScanControl control)
 void FullCheck::finish(SwabbyCheckResult result)
 {
     m_result = std::move(result);
+    m_found = m_result.removalCandidates;
+    m_result.removalCandidates = withoutGone(m_found, m_gone);
     for (const RemovableItem &candidate : m_result.removalCandidates)
         if (!isBuildTools(candidate))
             m_selectedRemovalIDs.insert(candidate.id);
@@ -238,27 +242,38 @@ void FullCheck::setAllSelected(bool isSelected)
     Q_EMIT changed();
 }
 
-std::vector<RemovableItem> FullCheck::forget(const std::vector<RemovableItem> &removed)
+void FullCheck::forget(const std::vector<RemovableItem> &removed)
 {
-    std::vector<RemovableItem> &candidates = m_result.removalCandidates;
-    std::vector<RemovableItem> listed;
-    std::ranges::copy_if(removed, std::back_inserter(listed), [&](const RemovableItem &item) {
-        return std::ranges::find(candidates, item.id, &RemovableItem::id) != candidates.end();
-    });
-    candidates = withoutGone(candidates, removed);
-    m_removedSince.insert(m_removedSince.end(), listed.begin(), listed.end());
-    for (const RemovableItem &item : listed)
-        m_selectedRemovalIDs.erase(item.id);
-    Q_EMIT changed();
-    return listed;
+    const std::vector<RemovableItem> &candidates = m_result.removalCandidates;
+    for (const RemovableItem &item : removed)
+        if (std::ranges::find(candidates, item.id, &RemovableItem::id) != candidates.end()) {
+            m_removedSince.push_back(item);
+            m_selectedRemovalIDs.erase(item.id);
+        }
+    m_removals.begin(removed);
+    m_gone.insert(m_gone.end(), removed.begin(), removed.end());
+    showWhatIsLeft();
 }
 
-void FullCheck::takeBack(const std::vector<RemovableItem> &left)
+void FullCheck::endRemoval(const std::vector<RemovableItem> &left)
 {
-    m_result.removalCandidates.insert(m_result.removalCandidates.end(), left.begin(), left.end());
-    std::erase_if(m_removedSince, [&](const RemovableItem &item) {
-        return std::find(left.begin(), left.end(), item) != left.end();
-    });
+    m_removals.end(left);
+    takeBack(left);
+}
+
+void FullCheck::takeBack(const std::vector<RemovableItem> &there)
+{
+    if (there.empty())
+        return;
+    eraseEach(m_gone, there);
+    eraseEach(m_removedSince, there);
+    showWhatIsLeft();
+}
+
+// From what was found each time: what went may be one copy of several, or a piece of a folder, and come back.
+void FullCheck::showWhatIsLeft()
+{
+    m_result.removalCandidates = withoutGone(m_found, m_gone);
     Q_EMIT changed();
 }
 
@@ -276,8 +291,8 @@ void FullCheck::readTrashAgain()
     m_trashReading.whenDone(reading, [this, isListed](const std::optional<RemovableItem> &trash) {
         m_trashReading.end();
         if (isListed())
-            replaceTrash(m_result.removalCandidates, trash);
-        Q_EMIT changed();
+            replaceTrash(m_found, trash);
+        showWhatIsLeft();
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include "ai/CloudAI.h"
 #include "cleanup/Engines.h"
+#include "flows/cleanup/RemovalsUnderWay.h"
 #include "platform/BackgroundWork.h"
 #include "platform/LatestRun.h"
 #include "state/AppState.h"
@@ -71,10 +72,13 @@ public:
     void setSelected(const QString &removalID, bool isSelected);
     /// Every candidate, or none.
     void setAllSelected(bool isSelected);
-    /// Takes what a confirmed removal removes off the result; gives those of it that were listed.
-    std::vector<RemovableItem> forget(const std::vector<RemovableItem> &removed);
-    /// Lists those of them again that stayed, or are back.
-    void takeBack(const std::vector<RemovableItem> &left);
+    /// Takes what a removal that begins removes off the result, and off what a check under way will find.
+    void forget(const std::vector<RemovableItem> &removed);
+    /// A removal is over, and these stayed.
+    void endRemoval(const std::vector<RemovableItem> &left);
+    bool isRemoving() const { return !m_removals.isEmpty(); }
+    /// Those of what was removed are there after all: what was found of them and around them is listed again.
+    void takeBack(const std::vector<RemovableItem> &there);
     /// What was removed of the result and has not been listed again.
     const std::vector<RemovableItem> &removedSince() const { return m_removedSince; }
     /// The Trash as it is now takes the place of what was found of it.
@@ -99,12 +103,16 @@ private:
     struct Found;
     QFuture<Found> begin(CleanupEngine engine, const ScanControl &control);
     void finish(SwabbyCheckResult result);
+    void showWhatIsLeft();
     void complete(const QString &step);
 
     AppState &m_state;
     CloudAI &m_ai;
     SwabbyCheckResult m_result;
+    std::vector<RemovableItem> m_found; ///< the candidates, whatever of them is gone
+    std::vector<RemovableItem> m_gone;  ///< since the check began, or going then
     std::vector<RemovableItem> m_removedSince;
+    RemovalsUnderWay m_removals;
     QStringList m_completedSteps;
     QString m_lookingAt;
     std::set<QString> m_selectedRemovalIDs;

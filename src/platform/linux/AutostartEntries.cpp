@@ -63,9 +63,7 @@ bool AutostartEntries::starts(const DesktopEntry &entry) const
 {
     if (entry.type != "Application" || entry.exec.empty() || entry.isHidden || !entry.isAutostartEnabled)
         return false;
-    if (!entry.onlyShowIn.empty() && !namesDesktop(entry.onlyShowIn, m_folders.desktops))
-        return false;
-    if (namesDesktop(entry.notShowIn, m_folders.desktops))
+    if (!isForDesktop(entry, m_folders.desktops))
         return false;
     return entry.tryExec.empty() || !findProgram(entry.tryExec, m_programs.searched).empty();
 }

@@ -74,8 +74,10 @@ QByteArray startingAs(const QByteArray &entry, const QByteArray &start)
 {
     const QByteArray fresh = header + "\nType=Application\nName=Swabby\nComment=Looks after this computer\n"
                                       "Icon=com.swabby.app\n";
-    return edited(isEntry(entry) ? entry : fresh,
-                  {"Exec", "TryExec", "X-GNOME-Autostart-enabled", hiddenKey, noteKey}, start);
+    return edited(
+        isEntry(entry) ? entry : fresh,
+        {"Exec", "TryExec", "OnlyShowIn", "NotShowIn", "X-GNOME-Autostart-enabled", hiddenKey, noteKey},
+        start);
 }
 
 QByteArray turnedOnAgain(const QByteArray &entry)

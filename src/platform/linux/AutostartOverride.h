@@ -17,8 +17,8 @@ bool isTurnedOffCopy(const QByteArray &entry);
 /// Whether it is as Swabby made it, so that nothing of anybody's is lost with it.
 bool isUntouchedCopy(const QByteArray &entry);
 
-/// The entry as one of Swabby's that those lines start, with everything else that somebody wrote in it. A
-/// text that is no entry gives a new one.
+/// The entry as one of Swabby's that those lines start on every desktop, with everything else that somebody
+/// wrote in it. A text that is no entry gives a new one.
 QByteArray startingAs(const QByteArray &entry, const QByteArray &start);
 
 /// The entry as one that starts again, with everything that was changed in it since.

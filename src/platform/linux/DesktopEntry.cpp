@@ -125,4 +125,10 @@ bool namesDesktop(std::string_view list, std::string_view desktops)
     });
 }
 
+bool isForDesktop(const DesktopEntry &entry, std::string_view desktops)
+{
+    return (entry.onlyShowIn.empty() || namesDesktop(entry.onlyShowIn, desktops)) &&
+           !namesDesktop(entry.notShowIn, desktops);
+}
+
 } // namespace swabby

@@ -35,4 +35,7 @@ std::vector<std::string> execArguments(std::string_view exec);
 /// Whether a list such as "GNOME;KDE;" names one of the colon-separated desktops.
 bool namesDesktop(std::string_view list, std::string_view desktops);
 
+/// Whether the entry is meant for one of the colon-separated desktops.
+bool isForDesktop(const DesktopEntry &entry, std::string_view desktops);
+
 } // namespace swabby

@@ -58,11 +58,12 @@ std::vector<QString> entriesIn(const std::vector<std::string> &folders)
 } // namespace
 
 LinuxLoginService::LinuxLoginService(const std::string &folder, const std::vector<std::string> &systemFolders,
-                                     std::string program)
+                                     std::string program, std::string desktops)
     : m_folder(textOf(folder)),
       m_entry(entriesIn({folder}).front()),
       m_systemEntries(entriesIn(systemFolders)),
-      m_program(std::move(program))
+      m_program(std::move(program)),
+      m_desktops(std::move(desktops))
 {
 }
 
@@ -79,8 +80,9 @@ bool LinuxLoginService::isEnabled()
     const DesktopEntry entry = desktopEntryFrom(definitionText(there).toStdString());
     const std::vector<std::string> words = withoutEnvironment(execArguments(entry.exec));
     const std::string ownName = m_program.substr(m_program.rfind('/') + 1);
-    // An entry that starts a copy that has moved away is as good as none.
-    return entry.type == "Application" && !entry.isHidden && entry.isAutostartEnabled && !words.empty() &&
+    // An entry that starts a copy that has moved away is as good as none, one for another desktop as well.
+    return entry.type == "Application" && !entry.isHidden && entry.isAutostartEnabled &&
+           isForDesktop(entry, m_desktops) && !words.empty() &&
            (words.front() == m_program || words.front() == ownName);
 }
 

@@ -15,9 +15,10 @@ inline constexpr auto ownAutostartEntry = "com.swabby.app.desktop";
 /// system's folders have an entry of that name too, off is written down as hidden, or theirs would start.
 class LinuxLoginService final : public LoginService {
 public:
-    /// The user's autostart folder, the system's, and the absolute path of the program to start.
+    /// The user's autostart folder, the system's, the absolute path of the program to start, and the
+    /// colon-separated names of the running desktop.
     LinuxLoginService(const std::string &folder, const std::vector<std::string> &systemFolders,
-                      std::string program);
+                      std::string program, std::string desktops = {});
 
     bool isEnabled() override;
     QString registerAtLogin() override;
@@ -31,6 +32,7 @@ private:
     const QString m_entry;
     const std::vector<QString> m_systemEntries;
     const std::string m_program;
+    const std::string m_desktops;
 };
 
 } // namespace swabby

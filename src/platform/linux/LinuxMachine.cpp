@@ -158,9 +158,10 @@ void addStartup(Machine &machine, const Session &session, const PidRunning &pidR
                                     .stop = machine.stop.token()});
     machine.startupControl = std::make_unique<LinuxStartupControl>(
         LinuxStartupControl::Folders{autostart.user, autostart.system, units.user, session.busAddress,
-                                     session.ownProgram, session.folders.home.string()},
+                                     session.ownProgram, session.folders.home.string(), autostart.desktops},
         machine.stop.token());
-    machine.login = std::make_unique<LinuxLoginService>(autostart.user, autostart.system, session.ownProgram);
+    machine.login = std::make_unique<LinuxLoginService>(autostart.user, autostart.system, session.ownProgram,
+                                                        autostart.desktops);
 }
 
 void addDesktop(Machine &machine, const Session &session)

@@ -60,7 +60,7 @@ StartupEntry entryFrom(const QByteArray &text, const QString &definitionPath, Lo
 LinuxStartupControl::LinuxStartupControl(Folders folders, StopToken stop)
     : m_folders(std::move(folders)),
       m_stop(std::move(stop)),
-      m_login(m_folders.autostart, m_folders.systemAutostart, m_folders.ownProgram)
+      m_login(m_folders.autostart, m_folders.systemAutostart, m_folders.ownProgram, m_folders.desktops)
 {
 }
 

@@ -24,6 +24,7 @@ public:
         std::string userBus;                      ///< address; empty when there is no service manager to ask
         std::string ownProgram{};                 ///< what Swabby's own entry starts
         std::string home{};
+        std::string desktops{}; ///< colon-separated names of the running one
     };
 
     LinuxStartupControl(Folders folders, StopToken stop);

@@ -35,8 +35,7 @@ constexpr std::pair<const char *, const char *> known[] = {
 bool showsSoftware(const DesktopEntry &entry, const std::string &desktops)
 {
     return entry.mimeType.find("x-scheme-handler/appstream;") != std::string::npos && entry.isForDisplay &&
-           (entry.onlyShowIn.empty() || namesDesktop(entry.onlyShowIn, desktops)) &&
-           !namesDesktop(entry.notShowIn, desktops);
+           isForDesktop(entry, desktops);
 }
 
 std::optional<SoftwareManager> startedBy(const DesktopEntry &entry, const std::vector<std::string> &searched)

@@ -4,6 +4,11 @@
 #include "flows/startup/StartupFlow.h"
 #include "ui/qmltypes/MainWindowCoordinator.h"
 
+#include <algorithm>
+#include <iterator>
+#include <utility>
+#include <variant>
+
 namespace swabby {
 
 CheckView::CheckView(const UserInterfaceContext &context, MainWindowCoordinator &coordinator, QObject *parent)
@@ -16,11 +21,9 @@ CheckView::CheckView(const UserInterfaceContext &context, MainWindowCoordinator 
         if (!isScanning())
             showStartupItems();
     });
-    connect(&m_context.cleanup, &CleanupFlow::begun, this,
-            [this](const std::vector<RemovableItem> &items) { m_removing = m_check.forget(items); });
-    connect(&m_context.cleanup, &CleanupFlow::removed, this, &CheckView::takeBackWhatStayed);
-    connect(&m_context.cleanup, &CleanupFlow::restored, this,
-            [this](qint64, qint64 left) { takeBackWhatIsBack(left); });
+    connect(&m_context.cleanup, &CleanupFlow::begun, this, &CheckView::beginRemoval);
+    connect(&m_context.cleanup, &CleanupFlow::removed, this, &CheckView::endRemoval);
+    connect(&m_context.cleanup, &CleanupFlow::restored, this, &CheckView::takeBackWhatIsBack);
     connect(&m_context.startup, &StartupFlow::busyChanged, this, &CheckView::changed);
     connect(&m_context.quitting, &QuitFlow::finished, this,
             [this](std::int32_t pid, Quitting::Outcome outcome) {
@@ -63,8 +66,6 @@ void CheckView::run()
     m_isBeginning = false;
     m_isStopped = false;
     m_hasQuit = false;
-    m_removing.clear();
-    m_inTheTrash.clear();
     m_check.run();
 }
 
@@ -116,31 +117,38 @@ void CheckView::remove()
         m_coordinator.confirmation()->askToRemove(m_check.selectedItems());
 }
 
-void CheckView::takeBackWhatStayed(const CleanupReport &report)
+void CheckView::beginRemoval(const std::vector<RemovableItem> &items)
 {
-    const std::vector<RemovableItem> removed = std::exchange(m_removing, {});
-    std::vector<RemovableItem> left;
-    std::copy_if(report.left.begin(), report.left.end(), std::back_inserter(left),
-                 [&](const RemovableItem &item) {
-                     return std::find(removed.begin(), removed.end(), item) != removed.end();
-                 });
-    if (!left.empty())
-        m_check.takeBack(left);
-    m_inTheTrash.clear();
-    std::copy_if(removed.begin(), removed.end(), std::back_inserter(m_inTheTrash),
-                 [&](const RemovableItem &item) {
-                     return std::holds_alternative<DuplicateGroup>(item.kind) &&
-                            std::find(left.begin(), left.end(), item) == left.end();
-                 });
+    // Removals that run side by side are put back together.
+    if (!m_check.isRemoving()) {
+        m_inTheTrash.clear();
+        m_thingsInTheTrash = 0;
+    }
+    std::ranges::copy_if(items, std::back_inserter(m_inTheTrash), [](const RemovableItem &item) {
+        return std::holds_alternative<DuplicateGroup>(item.kind) ||
+               std::holds_alternative<DeepScanItem>(item.kind) ||
+               std::holds_alternative<AppUninstall>(item.kind);
+    });
+    m_check.forget(items);
+}
+
+void CheckView::endRemoval(const CleanupReport &report)
+{
+    eraseEach(m_inTheTrash, report.left);
+    m_thingsInTheTrash += report.canBePutBack;
+    m_check.endRemoval(report.left);
     m_check.readTrashAgain();
 }
 
-void CheckView::takeBackWhatIsBack(qint64 left)
+void CheckView::takeBackWhatIsBack(qint64 restored, qint64 left)
 {
-    // What of it stayed in the Trash nobody says.
-    const std::vector<RemovableItem> back = std::exchange(m_inTheTrash, {});
-    if (left == 0 && !back.empty())
-        m_check.takeBack(back);
+    // What of it stayed in the Trash, or left it another way, nobody says.
+    if (!m_check.isRemoving()) {
+        const std::vector<RemovableItem> back = std::exchange(m_inTheTrash, {});
+        const qint64 things = std::exchange(m_thingsInTheTrash, 0);
+        if (left == 0 && restored == things)
+            m_check.takeBack(back);
+    }
     m_check.readTrashAgain();
 }
 

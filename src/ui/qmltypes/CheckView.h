@@ -96,8 +96,9 @@ Q_SIGNALS:
 
 private:
     void follow();
-    void takeBackWhatStayed(const CleanupReport &report);
-    void takeBackWhatIsBack(qint64 left);
+    void beginRemoval(const std::vector<RemovableItem> &items);
+    void endRemoval(const CleanupReport &report);
+    void takeBackWhatIsBack(qint64 restored, qint64 left);
     void showRows();
     void showStartupItems();
     void showWatched();
@@ -106,8 +107,8 @@ private:
     UserInterfaceContext m_context;
     MainWindowCoordinator &m_coordinator;
     RemovableList m_candidates{this};
-    std::vector<RemovableItem> m_removing;   ///< from the candidates
-    std::vector<RemovableItem> m_inTheTrash; ///< of those, what the last removal moved there
+    std::vector<RemovableItem> m_inTheTrash; ///< by the last removal, and those that ran beside it
+    qint64 m_thingsInTheTrash = 0;           ///< which they moved there
     RowModel m_startupItems{this};
     RowModel m_watched{this};
     int m_visit = 0;

@@ -34,10 +34,8 @@ DeveloperView::DeveloperView(const UserInterfaceContext &context, MainWindowCoor
 {
     connect(&m_scans, &StorageScans::changed, this, &DeveloperView::show);
     connect(&m_context.cleanup, &CleanupFlow::begun, &m_scans, &StorageScans::forget);
-    connect(&m_context.cleanup, &CleanupFlow::removed, this, [this](const CleanupReport &report) {
-        if (!report.left.empty())
-            m_scans.lookAgain();
-    });
+    connect(&m_context.cleanup, &CleanupFlow::removed, this,
+            [this](const CleanupReport &report) { m_scans.endRemoval(report.left); });
 }
 
 void DeveloperView::show()

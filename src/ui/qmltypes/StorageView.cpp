@@ -31,8 +31,7 @@ StorageView::StorageView(const UserInterfaceContext &context, MainWindowCoordina
         m_scans.forget(items);
     });
     connect(&m_context.cleanup, &CleanupFlow::removed, this, [this](const CleanupReport &report) {
-        if (!report.left.empty())
-            m_scans.lookAgain();
+        m_scans.endRemoval(report.left);
         m_scans.readTrashAgain();
     });
     connect(&m_context.cleanup, &CleanupFlow::restored, this, [this] {

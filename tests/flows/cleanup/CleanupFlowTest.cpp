@@ -1,8 +1,10 @@
 #include "flows/cleanup/CleanupFlow.h"
+#include "ai/CloudAI.h"
 #include "cleanup/FullMac.h"
 #include "cleanup/PutBackRecord.h"
 #include "cleanup/RemovalRun.h"
 #include "cleanup/Search.h"
+#include "flows/cleanup/StorageScans.h"
 #include "settings/Settings.h"
 #include "support/Table.h"
 
@@ -306,6 +308,34 @@ private Q_SLOTS:
         QVERIFY(waitUntil([&] { return !restored.isEmpty(); }));
         QCOMPARE(restored.takeFirst(), (QVariantList{qint64(1), qint64(0)}));
         QVERIFY(!scene.flow.canPutBack());
+    }
+
+    void aSearchListsNothingThatGoesMeanwhile()
+    {
+        Scene scene;
+        CloudAI ai(scene.state.sharedMachine(), ModelAddresses());
+        StorageScans scans(scene.state, ai);
+        const auto found = [&] { return scans.findings(ClutterKind::duplicates).items; };
+        const auto isOver = [&] { return !scans.isScanning(ClutterKind::duplicates); };
+        scans.begin(ClutterKind::duplicates);
+        QVERIFY(waitUntil(isOver));
+        const auto copies = found();
+        QCOMPARE(copies.size(), std::size_t{1});
+
+        scans.begin(ClutterKind::duplicates);
+        scans.forget(copies);
+        QVERIFY(waitUntil(isOver));
+        QVERIFY(found().empty());
+
+        // Another removal does not make it forget that this one touched the list.
+        const auto other = scene.items({scene.mac.allIds().at(8)});
+        scans.forget(other);
+        scans.endRemoval({});
+        QVERIFY(isOver());
+        scans.endRemoval(other);
+        QVERIFY(!isOver());
+        QVERIFY(waitUntil(isOver));
+        QVERIFY(found() == copies);
     }
 };
 

@@ -297,6 +297,39 @@ printf '5000\t%s\n' "$2")");
         QVERIFY(check.dismissedLoginItemIDs().empty());
         QCOMPARE(check.removeLabel(), u"Remove Everything"_qs);
     }
+
+    void removalsAtOnceLoseNothing()
+    {
+        const FullMac mac;
+        Scene scene(mac);
+        FullCheck &check = *scene.check;
+        QVERIFY(scene.run());
+        const auto all = check.result().removalCandidates;
+        QVERIFY(all.size() > 3);
+        // The same copies, as another page found them.
+        RemovableItem copies = all.at(1);
+        QVERIFY(std::holds_alternative<DuplicateGroup>(copies.kind));
+        copies.id += u" elsewhere"_qs;
+        check.forget({all.at(0)});
+        check.forget({copies});
+        QCOMPARE(check.result().removalCandidates.size(), all.size() - 2);
+        QCOMPARE(check.removedSince().size(), std::size_t{1});
+        check.endRemoval({all.at(0)});
+        check.endRemoval({copies});
+        QVERIFY(check.result().removalCandidates == all);
+        QVERIFY(check.removedSince().empty() && !check.isRemoving());
+
+        // What goes while a check looks is not listed by it, unless it stays.
+        check.forget({all.at(0)});
+        scene.finished.clear();
+        check.run();
+        check.forget({all.at(1)});
+        QVERIFY(waitUntil([&] { return !scene.finished.isEmpty(); }));
+        QCOMPARE(check.result().removalCandidates.size(), all.size() - 2);
+        check.endRemoval({});
+        check.endRemoval({all.at(1)});
+        QCOMPARE(check.result().removalCandidates.size(), all.size() - 1);
+    }
 };
 
 QTEST_GUILESS_MAIN(FullCheckTest)

@@ -253,6 +253,23 @@ private Q_SLOTS:
         QVERIFY(service.isEnabled());
     }
 
+    void anEntryForAnotherDesktopStartsNothing()
+    {
+        for (const auto &[line, isOn] : {std::pair<std::string, bool>{"OnlyShowIn=Weaver;", false},
+                                         {"NotShowIn=Mill;", false},
+                                         {"OnlyShowIn=Weaver;Mill;", true},
+                                         {"NotShowIn=Weaver;", true}}) {
+            const StandIn files;
+            files.write("user/com.swabby.app.desktop",
+                        "[Desktop Entry]\nType=Application\nExec=swabby\nX-Mine=1\n" + line + '\n');
+            LinuxLoginService service(files.path("user"), {}, "/usr/bin/swabby", "Loom:Mill");
+            QCOMPARE(service.isEnabled(), isOn);
+            LoginAtLogin::setEnabled(true, service);
+            QVERIFY(service.isEnabled());
+            QVERIFY(textOfFile(files, "user/com.swabby.app.desktop").contains(u"X-Mine=1"_qs));
+        }
+    }
+
     void aFailureIsLogged()
     {
         const StandIn files;

@@ -67,7 +67,11 @@ const std::pair<QString, Writer> writers[] = {
      }},
     {u"com.swabby.app.desktop"_s,
      [](const QString &folder) {
-         return LinuxLoginService(folder.toStdString(), {}, "/bin/x").registerAtLogin().isEmpty();
+         // Another program than the entry starts by now, or nothing would have to be written.
+         const bool isWritten = contentOf(folder + u"/com.swabby.app.desktop"_s).contains("/bin/x");
+         return LinuxLoginService(folder.toStdString(), {}, isWritten ? "/bin/y" : "/bin/x")
+             .registerAtLogin()
+             .isEmpty();
      }},
     {u"keychain.json"_s,
      [](const QString &folder) {
