@@ -80,8 +80,8 @@ void runKernel()
 }
 
 struct NoShell final : Shell {
-    std::optional<std::string> run(const std::string &, const std::vector<std::string> &, ToolOutput,
-                                   const StopToken &) override
+    std::optional<std::string> perform(const std::string &, const std::vector<std::string> &,
+                                       ToolOutput, const StopToken &) override
     {
         return std::nullopt;
     }

@@ -3,17 +3,15 @@
 #include "platform/FolderListing.h"
 #include "platform/MachineFolder.h"
 #include "platform/Utf8.h"
-#include "platform/posix/Descriptor.h"
 
 #include <QtCore/QDir>
 #include <QtCore/QFile>
 
 #include <cerrno>
 #include <chrono>
+#include <cstdio>
 #include <cstring>
-#include <fcntl.h>
 #include <filesystem>
-#include <sys/stat.h>
 #include <system_error>
 
 namespace swabby {
@@ -64,18 +62,13 @@ void FolderWriter::addFile(const std::string &path, const QByteArray &content)
     if (!mayWrite(path))
         return;
     const std::string place = placeOf(path);
-    // What somebody else put there meanwhile is neither emptied nor followed.
-    const int how = m_files.insert(place).second ? O_CREAT | O_EXCL : O_TRUNC | O_NOFOLLOW;
-    // By its bytes, which need not be text.
-    const Descriptor descriptor(::open(place.c_str(), O_WRONLY | O_CLOEXEC | how, S_IRUSR | S_IWUSR));
-    if (!descriptor.isOpen()) {
+    // What somebody else put there meanwhile stays. By its bytes, which need not be text.
+    std::FILE *const file = std::fopen(place.c_str(), m_files.insert(place).second ? "wbx" : "wb");
+    const auto size = static_cast<std::size_t>(content.size());
+    bool isWritten = file != nullptr && std::fwrite(content.constData(), 1, size, file) == size;
+    isWritten = file != nullptr && std::fclose(file) == 0 && isWritten;
+    if (!isWritten)
         note(path, QString::fromStdString(std::generic_category().message(errno)));
-        return;
-    }
-    QFile file;
-    if (!file.open(descriptor.number(), QIODevice::WriteOnly | QIODevice::Unbuffered) ||
-        file.write(content) != content.size())
-        note(path, file.errorString());
 }
 
 void FolderWriter::addHollowFile(const std::string &path, std::int64_t size, const QByteArray &mark)

@@ -147,6 +147,8 @@ private Q_SLOTS:
         }
         press(*open->window, u"Choose folder…"_qs);
         press(*open->window, u"Music"_qs);
+        // One that was not looked into yet is not kept.
+        QTRY_VERIFY(itemNamed(*open->window, u"Keep this folder"_qs)->isEnabled());
         press(*open->window, u"Keep this folder"_qs);
         QTRY_COMPARE(open->view->property("neverRemove").toStringList(), QStringList{home + u"/Music"_qs});
     }

@@ -59,12 +59,13 @@ Item {
     }
 
     function present(next: PageLoader): void {
-        const gone = [one, other].filter(loader => loader !== next);
-        for (const loader of gone)
-            loader.page = "";
+        for (const loader of [one, other])
+            if (loader !== next)
+                loader.page = "";
         shown = next;
-        for (const loader of gone)
-            loader.source = "";
+        for (const loader of [one, other])
+            if (loader !== next)
+                loader.source = "";
     }
 
     Connections {

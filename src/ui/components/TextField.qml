@@ -40,6 +40,11 @@ FocusScope {
         unfolded.isOpen = true;
     }
 
+    function goOnTyping(): void {
+        input.forceActiveFocus();
+        settled.restart();
+    }
+
     // In the order of the menu.
     function edit(command: int): void {
         input.forceActiveFocus();
@@ -129,11 +134,16 @@ FocusScope {
             name: "Edit"
             Accessible.ignored: true
             onChosen: command => field.edit(command)
-            onIsOpenChanged: if (!isOpen) {
-                input.forceActiveFocus();
-                settled.restart();
-            }
         }
+    }
+
+    Connections {
+        function onIsOpenChanged(): void {
+            if (!(menu.item as MoreMenu).isOpen)
+                field.goOnTyping();
+        }
+
+        target: menu.item as MoreMenu
     }
 
     // The keyboard passes to and fro until what was chosen is done, and what is selected stays so.

@@ -96,7 +96,7 @@ private:
     ShownState m_shown;
     bool m_isCompact = false;
     QString m_searchText;
-    std::int32_t m_topPid = 0; ///< of the program that is shown as the busiest
+    std::int32_t m_topPid = 0;         ///< of the program that is shown as the busiest
     QList<ProcessSample> m_everything; ///< while somebody searches
     qsizetype m_moreFound = 0;
     // QML deletes what it is handed without a parent.
