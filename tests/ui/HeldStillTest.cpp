@@ -52,8 +52,7 @@ private Q_SLOTS:
             if (QTest::currentTestFailed())
                 return;
         }
-        QVERIFY2(waitUntil([&] { return textOf(window()).contains(row.text(2)); }),
-                 qPrintable(textOf(window())));
+        QVERIFY2(says(row.text(2)), qPrintable(textOf(window())));
         const Places after = places(*window().contentItem());
         QVERIFY(!before.empty());
         for (const auto &[name, place] : before) {

@@ -68,7 +68,7 @@ public:
     }
 
     QSemaphore gate;
-    std::multiset<QString> asked; ///< to be read while nothing is being looked up
+    std::set<QString> asked; ///< to be read while nothing is being looked up
 
 private:
     std::mutex m_mutex;
@@ -172,7 +172,7 @@ private Q_SLOTS:
         // Nothing is found yet, and this thread has come so far.
         QVERIFY(shelf.store->isBusy());
         QVERIFY(shelf.settles());
-        QCOMPARE(shelf.icons->asked, (std::multiset{u"/first"_qs, u"/none"_qs}));
+        QCOMPARE(shelf.icons->asked, (std::set{u"/first"_qs, u"/none"_qs}));
         QCOMPARE(found.count(), 2);
         QCOMPARE(shelf.store->icon(first, &asker)->size(), QSize(32, 32));
         QVERIFY(shelf.store->icon(none, &asker)->isNull());

@@ -60,7 +60,7 @@ private Q_SLOTS:
             QVERIFY(m_desk->state.processes().first().holdsSession);
             QVERIFY(waitUntil([&] { return !view().check()->isScanning(); }));
             view().explainProcess(10);
-            QVERIFY(textOf(window()).contains(u"Safe to Keep Running"_qs));
+            QVERIFY(says(u"Safe to Keep Running"_qs));
             for (const char *offer : {"Quit…", "Force Quit…", "More…"})
                 QVERIFY2(item(QString::fromUtf8(offer)) == nullptr, offer);
         }
@@ -107,7 +107,7 @@ private Q_SLOTS:
             QVERIFY(QFile::link(home.filePath(u"other"_qs), home.filePath(place)));
         }
         pressHere(last);
-        QVERIFY2(waitUntil([&] { return textOf(window()).contains(said); }), qPrintable(textOf(window())));
+        QVERIFY2(says(said), qPrintable(textOf(window())));
         QVERIFY(!confirmation().isOpen());
         QCOMPARE(QGuiApplication::topLevelWindows().size(), 1);
         for (const char *kind : {"signal", "terminate", "delete", "trash"})
@@ -177,7 +177,7 @@ private Q_SLOTS:
         pressHere(u"Remove 1 Items"_qs);
         QCOMPARE(confirmation().text().title, u"Remove a.bin ×2?"_qs);
         QCOMPARE(confirmation().lines()->count(), 2);
-        QVERIFY(textOf(window()).contains(QRegularExpression(u"b.bin\nto the Trash[^\n]*\na.bin\nstays"_qs)));
+        QVERIFY(says(QRegularExpression(u"b.bin\nto the Trash[^\n]*\na.bin\nstays"_qs)));
         type(Qt::Key_Return); // on Cancel's side
         QVERIFY(!confirmation().isOpen());
         QVERIFY(events(u"trash"_qs).isEmpty());
@@ -198,31 +198,31 @@ private Q_SLOTS:
                                "[ -e \"$2\" ] && echo $((2000 * $(ls -A \"$2\" | wc -l))) x");
         for (const char *name : {"Downloads/a.bin", "Downloads/b.bin", ".Trash/old"})
             m_desk->folder.writeFile(u"home/"_qs + QLatin1String(name), QByteArray(9'000, 'x'));
-        const auto says = [this](const QString &words) {
+        const auto saysLine = [this](const QString &words) {
             return waitUntil([&] { return textOf(window()).split(u'\n').contains(words); });
         };
         openAt(MainSection::storage);
-        QVERIFY(says(u"4.1 MB of what is used can be cleared: caches"_qs));
+        QVERIFY(saysLine(u"4.1 MB of what is used can be cleared: caches"_qs));
         pressHere(u"Scan for duplicates: Duplicates"_qs);
-        QVERIFY(says(u"4.1 MB of what is used can be cleared: caches and duplicates"_qs));
+        QVERIFY(saysLine(u"4.1 MB of what is used can be cleared: caches and duplicates"_qs));
         pressHere(u"a.bin ×2"_qs);
         pressHere(pip);
         QCOMPARE(view().storage()->queueText(), u"Cleanup Queue · 2 items · 2.1 MB"_qs);
         pressHere(u"Review and clean up"_qs);
         pressHere(u"Remove All"_qs);
-        QVERIFY(textOf(window()).contains(u"\n2 MB of what is used can be cleared: caches\n"_qs));
-        QVERIFY(says(u"4.1 MB of what is used can be cleared: caches"_qs)); // two things in the Trash
+        QVERIFY(saysLine(u"2 MB of what is used can be cleared: caches"_qs));
+        QVERIFY(saysLine(u"4.1 MB of what is used can be cleared: caches"_qs)); // two things in the Trash
         pressHere(u"Put back"_qs);
-        QVERIFY(says(u"2.1 MB of what is used can be cleared: caches and duplicates"_qs));
+        QVERIFY(saysLine(u"2.1 MB of what is used can be cleared: caches and duplicates"_qs));
 
         view().openCheck();
-        QVERIFY(says(u"2.1 MB can be cleared: caches and duplicates"_qs));
+        QVERIFY(saysLine(u"2.1 MB can be cleared: caches and duplicates"_qs));
         pressHere(u"Remove Everything"_qs);
         pressHere(u"Remove All"_qs);
-        QVERIFY(says(u"Removed since: 2 items · 2.1 MB"_qs));
+        QVERIFY(saysLine(u"Removed since: 2 items · 2.1 MB"_qs));
         pressHere(u"Put back"_qs);
-        QVERIFY(says(u"9 KB can be cleared: duplicates"_qs));
-        QVERIFY(says(u"Removed since: 1 item · 2 MB"_qs));
+        QVERIFY(saysLine(u"9 KB can be cleared: duplicates"_qs));
+        QVERIFY(saysLine(u"Removed since: 1 item · 2 MB"_qs));
     }
 
     void aSearchGoesThroughEverythingThatRuns()
@@ -265,10 +265,10 @@ private Q_SLOTS:
             QVERIFY2(comes(u"Show in folder: "_qs + QFileInfo(piece).fileName()), qPrintable(piece));
         pressHere(u"Remove"_qs);
         QVERIFY(waitUntil([&] { return m_desk->state.lastCleanup().has_value(); }));
-        QVERIFY(textOf(window()).contains(u"Removed 1 item — freed 6.1 MB"_qs));
+        QVERIFY(says(u"Removed 1 item — freed 6.1 MB"_qs));
         for (const QString &piece : pieces)
             QVERIFY2(!has(piece) && has(u".Trash/"_qs + QFileInfo(piece).fileName()), qPrintable(piece));
-        QVERIFY(textOf(window()).contains(u"No longer in this list"_qs)); // the keyboard is still there
+        QVERIFY(says(u"No longer in this list"_qs)); // the keyboard is still there
         leavePage();
         QVERIFY(goes(u"Remove: Loom"_qs));
         pressHere(u"Put back"_qs);
@@ -288,7 +288,7 @@ private Q_SLOTS:
         openAt(MainSection::storage);
         pressHere(u"Show installed apps: App Uninstaller"_qs);
         QVERIFY(comes(u"Quit: Mill"_qs));
-        QVERIFY(textOf(window()).contains(u"Running — quit it first"_qs));
+        QVERIFY(says(u"Running — quit it first"_qs));
         QVERIFY(!item(u"Remove: Mill"_qs)->isEnabled());
         pressHere(u"Quit: Mill"_qs);
         pressHere(u"Quit"_qs);

@@ -39,6 +39,12 @@ protected:
     {
         return waitUntil([&] { return item(name) == nullptr; });
     }
+    /// A text, or what a pattern finds: a row or a question has its words a frame after it is there.
+    template <typename Words>
+    bool says(const Words &words)
+    {
+        return waitUntil([&] { return textOf(window()).contains(words); });
+    }
     void pressHere(const QString &name) { press(window(), name); }
     /// The keyboard goes elsewhere, and the page's rows need not keep their places for it.
     void leavePage() { item(u"Settings"_qs)->forceActiveFocus(); }
