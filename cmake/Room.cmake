@@ -75,6 +75,6 @@ function(swabby_test name)
     swabby_precompile(${name})
     target_compile_definitions(${name} PRIVATE SWABBY_FIXTURES="${CMAKE_SOURCE_DIR}/tests/fixtures")
     add_test(NAME ${name} COMMAND ${name})
-    set_tests_properties(${name} PROPERTIES TIMEOUT 300
+    set_tests_properties(${name} PROPERTIES TIMEOUT 900
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
 endfunction()

@@ -127,7 +127,7 @@ private Q_SLOTS:
             clock.start();
             QCOMPARE(post(server.url(), 1s).failure, ModelFailure::offline);
             QVERIFY(clock.elapsed() >= 1'000); // or it was no drip
-            QVERIFY(clock.elapsed() < 30'000);
+            QVERIFY(clock.elapsed() < 55'000);
         }
     }
 
@@ -208,7 +208,7 @@ private Q_SLOTS:
         QElapsedTimer clock;
         clock.start();
         QVERIFY(post(server.url()).failure);
-        QVERIFY(clock.elapsed() < 30'000);
+        QVERIFY(clock.elapsed() < 55'000);
     }
 
     void aStoppedRequestEnds()

@@ -22,7 +22,7 @@ Run runProgram(const QStringList &arguments)
         environment.remove(QLatin1String(name));
     process.setProcessEnvironment(environment);
     process.start(QStringLiteral(SWABBY_PROGRAM), arguments);
-    if (!process.waitForFinished(60'000))
+    if (!process.waitForFinished(patience))
         return {};
     return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
 }
@@ -97,16 +97,18 @@ private Q_SLOTS:
         };
         first.setArguments(first.arguments() + QStringList(u"--background"_qs));
         first.start();
-        QTRY_VERIFY(isListening());
+        QVERIFY(waitUntil([&] { return isListening(); }));
         QVERIFY(commandLine().contains("--background"));
         install(replaced);
         second.start();
-        QVERIFY(second.waitForFinished() && second.exitCode() == 0);
-        QTRY_VERIFY(!commandLine().contains("--background")); // it shows its window, as the second one asked
-        QTRY_VERIFY(isListening());
+        QVERIFY(second.waitForFinished(patience) && second.exitCode() == 0);
+        QVERIFY(waitUntil([&] {
+            return !commandLine().contains("--background");
+        })); // it shows its window, as the second one asked
+        QVERIFY(waitUntil([&] { return isListening(); }));
         QVERIFY(first.state() == QProcess::Running);
         first.terminate();
-        QVERIFY(first.waitForFinished());
+        QVERIFY(first.waitForFinished(patience));
     }
 
     void refusalsAreOneLine()

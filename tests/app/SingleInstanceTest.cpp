@@ -1,4 +1,5 @@
 #include "app/SingleInstance.h"
+#include "support/TemporaryMachine.h"
 
 #include <QtCore/QTemporaryDir>
 #include <QtCore/QThread>
@@ -20,7 +21,7 @@ Standing claimElsewhere(const QString &path, const StartRequest &request)
     const std::unique_ptr<QThread> thread(
         QThread::create([&] { standing = SingleInstance(path).claim(request); }));
     thread->start();
-    [&] { QTRY_VERIFY_WITH_TIMEOUT(thread->isFinished(), 20'000); }();
+    [&] { QVERIFY(waitUntil([&] { return thread->isFinished(); })); }();
     thread->wait();
     return standing;
 }
@@ -72,7 +73,7 @@ private Q_SLOTS:
             const QSignalSpy ended(&socket, &QLocalSocket::disconnected);
             socket.connectToServer(path());
             socket.write(words);
-            QTRY_COMPARE(ended.count(), 1);
+            QVERIFY(waitUntil([&] { return ended.count() == 1; }));
             QVERIFY(asked.isEmpty() && socket.readAll().isEmpty());
         }
     }

@@ -80,8 +80,7 @@ QString TemporaryMachine::runs() const
 
 bool waitUntil(const std::function<bool()> &condition)
 {
-    constexpr int patienceMilliseconds = 30'000;
-    return QTest::qWaitFor(condition, patienceMilliseconds);
+    return QTest::qWaitFor(condition, patience);
 }
 
 } // namespace swabby

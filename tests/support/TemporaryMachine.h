@@ -39,7 +39,10 @@ private:
     QTemporaryDir m_folder;
 };
 
-/// Runs the event loop until the condition holds; false when it does not within half a minute.
+/// How long a test waits for what must come, in milliseconds: sanitizers on a busy computer take their time.
+inline constexpr int patience = 120'000;
+
+/// Runs the event loop until the condition holds; false when it does not in that time.
 bool waitUntil(const std::function<bool()> &condition);
 
 } // namespace swabby

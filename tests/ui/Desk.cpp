@@ -33,8 +33,8 @@ QString nameOf(const QQuickItem &item)
 
 } // namespace
 
-Desk::Desk(const QJsonObject &facts)
-    : folder(troubledMachine(facts)), state(opened(folder), Record::nothing), flows(state)
+Desk::Desk(const QJsonObject &facts, Record record)
+    : folder(troubledMachine(facts)), state(opened(folder), record), flows(state)
 {
     QTest::failOnWarning(QRegularExpression(u".*(Error|qrc:).*"_qs));
 }
@@ -59,7 +59,7 @@ void show(QQuickWindow &window)
     window.show();
     window.requestActivate();
     // A picture lays everything out.
-    if (!QTest::qWaitForWindowActive(&window) || window.grabWindow().isNull())
+    if (!QTest::qWaitForWindowActive(&window, patience) || window.grabWindow().isNull())
         qFatal("a window does not show");
     verifyLook(window);
 }

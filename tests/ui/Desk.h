@@ -16,7 +16,7 @@ namespace swabby {
 class Desk {
 public:
     /// The facts are added to the machine's, or replace them.
-    explicit Desk(const QJsonObject &facts = {});
+    explicit Desk(const QJsonObject &facts = {}, Record record = Record::nothing);
 
     /// Refreshes until the figures are known, or once more.
     void refresh();

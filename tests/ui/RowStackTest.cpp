@@ -1,5 +1,6 @@
 #include "ui/qmltypes/RowStack.h"
 #include "support/Table.h"
+#include "support/TemporaryMachine.h"
 #include "ui/presentation/LeakText.h"
 
 #include <QtQml/QQmlEngine>
@@ -47,7 +48,7 @@ private Q_SLOTS:
         QVERIFY2(m_window != nullptr, qPrintable(component.errorString()));
         m_window->show();
         m_window->requestActivate();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get(), patience));
         settle();
     }
     void cleanup() { m_window.reset(); }

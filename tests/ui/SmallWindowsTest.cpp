@@ -99,7 +99,7 @@ private Q_SLOTS:
         QCOMPARE(presenter.window(), panel);
         QVERIFY(panel->isVisible() && !view->showHealthDetail());
         // A press on its item takes its activity and is no wish to see it again.
-        QVERIFY(QTest::qWaitForWindowActive(panel));
+        QVERIFY(QTest::qWaitForWindowActive(panel, patience));
         connect(panel, &QWindow::visibleChanged, &presenter, [&](bool isVisible) {
             if (!isVisible)
                 presenter.toggle({});
@@ -107,7 +107,7 @@ private Q_SLOTS:
         QWindow other;
         other.show();
         other.requestActivate();
-        QVERIFY(QTest::qWaitForWindowActive(&other));
+        QVERIFY(QTest::qWaitForWindowActive(&other, patience));
         QVERIFY(!panel->isVisible());
     }
 
@@ -143,14 +143,16 @@ private Q_SLOTS:
         const auto text = [&] { return field->property("text").toString(); };
         for (const auto &[line, left] : {std::pair(3, u"x"_qs), {0, QString()}, {2, u"x"_qs}}) {
             choose(line);
-            QTRY_COMPARE(text(), left);
+            QVERIFY(waitUntil([&] { return text() == left; }));
         }
         press(*open->window, u"Choose folder…"_qs);
         press(*open->window, u"Music"_qs);
         // One that was not looked into yet is not kept.
-        QTRY_VERIFY(itemNamed(*open->window, u"Keep this folder"_qs)->isEnabled());
+        QVERIFY(waitUntil([&] { return itemNamed(*open->window, u"Keep this folder"_qs)->isEnabled(); }));
         press(*open->window, u"Keep this folder"_qs);
-        QTRY_COMPARE(open->view->property("neverRemove").toStringList(), QStringList{home + u"/Music"_qs});
+        QVERIFY(waitUntil([&] {
+            return open->view->property("neverRemove").toStringList() == QStringList{home + u"/Music"_qs};
+        }));
     }
 
     void settingsAreWrittenToTheirKeys()
@@ -174,7 +176,7 @@ private Q_SLOTS:
         QCOMPARE(settings.value(setting<"rowDensity">), RowDensity::compact);
         QCOMPARE(settings.value(setting<"theme">), ThemeChoice::dark);
         QCOMPARE(settings.value(setting<"neverRemove">), QStringList{machine.places.home + u"/Music"_qs});
-        QTRY_COMPARE(m_opened, u"dock "_qs);
+        QVERIFY(waitUntil([&] { return m_opened == u"dock "_qs; }));
         open->view->restoreThresholds();
         QVERIFY(waitUntil([&] { return settings.value(setting<"cpuRed">) == 85; }));
         open->view->snooze(30);

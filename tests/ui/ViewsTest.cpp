@@ -87,7 +87,7 @@ private:
         open->view->setProperty("showHealthDetail", hasSheet);
         open->window->resize(size);
         open->window->show();
-        QVERIFY(QTest::qWaitForWindowExposed(open->window.get()));
+        QVERIFY(QTest::qWaitForWindowExposed(open->window.get(), patience));
         verifyLook(*open->window);
         int texts = 0;
         for (const QQuickItem *item : visibleItems(open->window->contentItem()))

@@ -340,7 +340,7 @@ private Q_SLOTS:
         QWindow *ask = nullptr;
         for (int times = 0; times < 2; ++times) {
             main->requestActivate();
-            QVERIFY(QTest::qWaitForWindowActive(main));
+            QVERIFY(QTest::qWaitForWindowActive(main, patience));
             press(*main, u"Ask AI"_qs);
             QVERIFY(waitUntil([&] { return QGuiApplication::focusWindow() != main; }));
             QVERIFY(ask == nullptr || ask == QGuiApplication::focusWindow());

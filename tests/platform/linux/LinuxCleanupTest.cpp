@@ -12,6 +12,7 @@
 #include "platform/posix/LastTouch.h"
 #include "platform/posix/PosixShell.h"
 #include "support/Table.h"
+#include "support/TemporaryMachine.h"
 
 #include <QtCore/QProcess>
 #include <QtTest/QTest>
@@ -376,7 +377,7 @@ private Q_SLOTS:
                          "home/.local/share/applications/loom.desktop | Loom | ROOT/home/opt/loom/loom");
         process.start(u"/bin/sh"_qs, {QString::fromStdString(home.files.path("home/opt/loom/lib/main"))});
         QVERIFY(process.waitForStarted());
-        QTRY_COMPARE(applications.list().size(), 1U);
+        QVERIFY(waitUntil([&] { return applications.list().size() == 1U; }));
         process.closeWriteChannel();
         QVERIFY(process.waitForFinished());
     }
