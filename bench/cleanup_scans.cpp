@@ -1,5 +1,5 @@
 // Measures the searches for clutter beside the tools that find the same, one after the other in turns, and
-// prints the medians and the shortest times in milliseconds:
+// prints the medians in milliseconds, by the clock and of processor time, and by the clock the shortest:
 //
 //     cleanup_scans FOLDER [ROUNDS]
 //
@@ -7,13 +7,17 @@
 
 #include "cleanup/DeepScanner.h"
 #include "cleanup/DiskUsage.h"
+#include "platform/ThisComputer.h"
 #include "platform/posix/PosixShell.h"
+
+#include <sys/resource.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <functional>
 
 namespace {
 
@@ -55,25 +59,45 @@ std::vector<fs::path> makeRoots(const fs::path &folder)
     return paths;
 }
 
-template <typename Work>
-double milliseconds(Work work)
+/// The processor time of this process and of those it has waited for.
+double processorMilliseconds()
 {
-    const auto begin = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count();
+    double sum = 0;
+    for (const auto who : {RUSAGE_SELF, RUSAGE_CHILDREN}) {
+        rusage used = {};
+        ::getrusage(who, &used);
+        for (const timeval &time : {used.ru_utime, used.ru_stime})
+            sum += 1e3 * static_cast<double>(time.tv_sec) + 1e-3 * static_cast<double>(time.tv_usec);
+    }
+    return sum;
 }
 
+struct Times {
+    std::vector<double> clock;
+    std::vector<double> processor;
+
+    void add(const std::function<void()> &work)
+    {
+        const auto begin = std::chrono::steady_clock::now();
+        const double used = processorMilliseconds();
+        work();
+        processor.push_back(processorMilliseconds() - used);
+        clock.push_back(
+            std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count());
+    }
+};
+
 /// Each in turn, so that whatever else the machine does falls on both.
-template <typename Ours, typename Tool>
-void compare(const char *what, int rounds, Ours ours, Tool tool)
+void compare(const char *what, int rounds, const std::function<void()> &ours,
+             const std::function<void()> &tool)
 {
     ours();
     tool();
-    std::vector<double> ourTimes;
-    std::vector<double> toolTimes;
+    Times our;
+    Times tools;
     for (int round = 0; round < rounds; ++round) {
-        ourTimes.push_back(milliseconds(ours));
-        toolTimes.push_back(milliseconds(tool));
+        our.add(ours);
+        tools.add(tool);
     }
     const auto median = [](std::vector<double> times) {
         std::nth_element(times.begin(), times.begin() + std::ssize(times) / 2, times.end());
@@ -83,11 +107,12 @@ void compare(const char *what, int rounds, Ours ours, Tool tool)
         return *std::min_element(times.begin(), times.end());
     };
     const auto print = [&](const char *figure, double our, double tool) {
-        std::printf("%-26s %-7s %8.1f ms   one tool %8.1f ms   share %.2f\n", what, figure, our, tool,
+        std::printf("%-26s %-9s %8.1f ms   one tool %8.1f ms   share %.2f\n", what, figure, our, tool,
                     our / tool);
     };
-    print("median", median(ourTimes), median(toolTimes));
-    print("least", least(ourTimes), least(toolTimes)); // the quietest round, on a machine that is busy
+    print("processor", median(our.processor), median(tools.processor));
+    print("median", median(our.clock), median(tools.clock));
+    print("least", least(our.clock), least(tools.clock)); // the quietest round, on a machine that is busy
 }
 
 } // namespace
@@ -100,10 +125,11 @@ int main(int argumentCount, char **arguments)
         std::fprintf(stderr, "usage: cleanup_scans FOLDER [ROUNDS]   the folder may not exist yet\n");
         return 2;
     }
-    Machine machine;
-    machine.clock = std::make_unique<SystemClock>();
-    machine.shell = std::make_unique<PosixShell>(machine.stop.token());
-    machine.cleanup.projectRoots = makeRoots(folder);
+    const auto machine = makeThisComputer();
+    machine->cleanup.projectRoots = makeRoots(folder);
+    machine->cleanup.downloads.clear();
+    machine->cleanup.desktop.clear();
+    PosixShell tools(machine->stop.token());
     const std::vector<fs::path> paths = makeCaches(folder);
 
     std::vector<std::string> diskUsage = {"-sk"};
@@ -112,21 +138,21 @@ int main(int argumentCount, char **arguments)
     compare(
         "sizes of 20 caches", rounds,
         [&] {
-            directorySizes({machine, {}, {}}, paths);
+            directorySizes({*machine, {}, {}}, paths);
         },
-        [&] { machine.shell->run("/usr/bin/du", diskUsage); });
+        [&] { tools.run("/usr/bin/du", diskUsage); });
 
     std::vector<std::string> search;
-    for (const fs::path &root : machine.cleanup.projectRoots)
+    for (const fs::path &root : machine->cleanup.projectRoots)
         search.push_back(root.native());
     for (const char *word : {"-maxdepth", "5", "-type", "d", "-name", "node_modules", "-prune", "-print"})
         search.emplace_back(word);
     compare(
         "search of 100,000 folders", rounds,
         [&] {
-            DeepScanner::scan({machine, {}, {}});
+            DeepScanner::scan({*machine, {}, {}});
         },
-        [&] { machine.shell->run("/usr/bin/find", search); });
+        [&] { tools.run("/usr/bin/find", search); });
     fs::remove_all(folder);
     return 0;
 }

@@ -15,6 +15,7 @@
 #include "platform/linux/LinuxProgramOrigins.h"
 #include "platform/linux/LinuxRunningApplications.h"
 #include "platform/linux/LinuxSecretStore.h"
+#include "platform/linux/LinuxShell.h"
 #include "platform/linux/LinuxStartupControl.h"
 #include "platform/linux/LinuxStartupSource.h"
 #include "platform/linux/LinuxWords.h"
@@ -24,7 +25,6 @@
 #include "platform/linux/Session.h"
 #include "platform/posix/FileSettingsStore.h"
 #include "platform/posix/LateLibrary.h"
-#include "platform/posix/PosixShell.h"
 
 #include <unistd.h>
 
@@ -212,7 +212,7 @@ std::shared_ptr<Machine> makeThisComputer()
     const auto machine = std::make_shared<Machine>();
     machine->ownProcessId = ::getpid();
     machine->clock = std::make_unique<SystemClock>();
-    machine->shell = std::make_unique<PosixShell>(machine->stop.token());
+    machine->shell = std::make_unique<LinuxShell>(machine->stop.token());
     addPlaces(*machine, session);
     machine->words = wordsIn(session);
     addFigures(*machine, session);

@@ -1,0 +1,146 @@
+#include "platform/linux/FolderWalk.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <linux/openat2.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+
+#include <cerrno>
+#include <cstring>
+#include <string_view>
+
+namespace swabby {
+namespace {
+
+/// So many of the folders on the way down are held open; those above are found again from below.
+constexpr std::size_t heldLevels = 32;
+
+/// One folder on the way down.
+struct Level {
+    Descriptor folder;
+    struct statx identity = {}; ///< of one that is not held any more
+    std::string waiting;        ///< the names of the folders in it, each with a zero behind it
+    std::size_t next = 0;
+};
+
+Descriptor openOnThisMount(int folder, const char *name)
+{
+    struct open_how how = {};
+    how.flags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+    how.resolve = RESOLVE_NO_XDEV;
+    return Descriptor(static_cast<int>(::syscall(SYS_openat2, folder, name, &how, sizeof how)));
+}
+
+/// Whether a folder that does not open is closed to this user, or none any more.
+bool isPassedOver(int problem)
+{
+    return problem == EACCES || problem == ENOENT || problem == ENOTDIR || problem == ELOOP;
+}
+
+class FolderWalk {
+public:
+    FolderWalk(FolderVisitor &visitor, const std::function<bool()> &isStopped)
+        : m_visitor(visitor), m_isStopped(isStopped)
+    {
+    }
+
+    bool through(Descriptor top)
+    {
+        bool goesOn = enter(std::move(top), "");
+        while (goesOn && !m_levels.empty()) {
+            Level &level = m_levels.back();
+            goesOn = level.next == level.waiting.size() ? leave() : goDown(level);
+        }
+        return goesOn;
+    }
+
+private:
+    bool goDown(Level &level)
+    {
+        const char *const name = &level.waiting[level.next];
+        level.next += std::strlen(name) + 1;
+        if (!m_visitor.goesInto(name))
+            return true;
+        Descriptor below = openOnThisMount(level.folder.number(), name);
+        if (below.isOpen())
+            return enter(std::move(below), name);
+        if (!isPassedOver(errno))
+            return false;
+        m_visitor.cannotEnter(level.folder.number(), name);
+        return true;
+    }
+
+    bool enter(Descriptor folder, const char *name)
+    {
+        m_visitor.enters(folder.number(), name);
+        std::string waiting;
+        if (!list(folder.number(), waiting))
+            return false;
+        m_levels.push_back({std::move(folder), {}, std::move(waiting)});
+        if (m_levels.size() <= heldLevels)
+            return true;
+        Level &above = m_levels[m_levels.size() - heldLevels - 1];
+        const bool isKnown = !above.folder.isOpen() || look(above.folder.number(), "", above.identity);
+        above.folder.reset();
+        return isKnown;
+    }
+
+    bool list(int folder, std::string &waiting)
+    {
+        for (;;) {
+            const ssize_t size = ::getdents64(folder, m_entries.data(), m_entries.size());
+            if (size <= 0)
+                return size == 0 || errno == ENOENT;
+            for (ssize_t at = 0; at < size;) {
+                if (m_isStopped())
+                    return false;
+                const auto *entry = reinterpret_cast<const dirent64 *>(m_entries.data() + at);
+                at += entry->d_reclen;
+                const std::string_view name = entry->d_name;
+                if (name != "." && name != ".." && m_visitor.wants(folder, entry->d_name, entry->d_type))
+                    waiting.append(name).push_back('\0');
+            }
+        }
+    }
+
+    bool leave()
+    {
+        const Level done = std::move(m_levels.back());
+        m_levels.pop_back();
+        m_visitor.leaves();
+        return m_levels.empty() || m_levels.back().folder.isOpen() || findAgain(done.folder.number());
+    }
+
+    /// The folder above one that was moved away meanwhile is another one.
+    bool findAgain(int below)
+    {
+        Level &level = m_levels.back();
+        level.folder = openOnThisMount(below, "..");
+        struct statx now = {};
+        return level.folder.isOpen() && look(level.folder.number(), "", now) &&
+               now.stx_ino == level.identity.stx_ino && now.stx_dev_major == level.identity.stx_dev_major &&
+               now.stx_dev_minor == level.identity.stx_dev_minor;
+    }
+
+    FolderVisitor &m_visitor;
+    const std::function<bool()> &m_isStopped;
+    std::vector<char> m_entries = std::vector<char>(64 * 1024);
+    std::vector<Level> m_levels;
+};
+
+} // namespace
+
+bool walkThrough(Descriptor top, FolderVisitor &visitor, const std::function<bool()> &isStopped)
+{
+    return FolderWalk(visitor, isStopped).through(std::move(top));
+}
+
+bool look(int folder, const char *name, struct statx &facts)
+{
+    constexpr unsigned wanted = STATX_TYPE | STATX_NLINK | STATX_INO | STATX_BLOCKS;
+    constexpr int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_EMPTY_PATH | AT_STATX_DONT_SYNC;
+    return ::statx(folder, name, flags, wanted, &facts) == 0;
+}
+
+} // namespace swabby

@@ -1,0 +1,30 @@
+#include "platform/linux/LinuxShell.h"
+
+#include "platform/linux/DiskTools.h"
+
+namespace swabby {
+
+bool LinuxShell::has(const std::string &executable)
+{
+    return m_tools.has(executable);
+}
+
+bool LinuxShell::launch(const std::string &executable, const std::vector<std::string> &arguments)
+{
+    return m_tools.launch(executable, arguments);
+}
+
+std::optional<std::string> LinuxShell::perform(const std::string &executable,
+                                               const std::vector<std::string> &arguments, ToolOutput output,
+                                               const StopToken &stop)
+{
+    const auto isStopped = [&] { return m_stop.stopRequested() || stop.stopRequested(); };
+    std::optional<std::string> text;
+    if (executable == "/usr/bin/du")
+        text = diskUsageText(arguments, isStopped);
+    else if (executable == "/usr/bin/find")
+        text = folderSearchText(arguments, isStopped);
+    return text ? text : m_tools.run(executable, arguments, output, stop);
+}
+
+} // namespace swabby
