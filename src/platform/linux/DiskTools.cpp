@@ -5,7 +5,9 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 
 #include <algorithm>
 #include <tuple>
@@ -51,7 +53,7 @@ public:
             count(facts);
         return S_ISDIR(facts.stx_mode);
     }
-    bool goesInto(const char * /*name*/) override { return true; }
+    bool goesInto(int /*folder*/, const char * /*name*/) override { return true; }
     void cannotEnter(int folder, const char *name) override { countIfThere(folder, name); }
     void leaves() override {}
 
@@ -67,6 +69,14 @@ private:
     std::unordered_set<File, Scatter> m_counted; ///< of those with several names
 };
 
+/// Whether a folder's count of names is to be trusted on its disk, which says 1 where it does not keep one.
+bool countsFolders(int folder)
+{
+    struct statfs disk = {};
+    return ::fstatfs(folder, &disk) == 0 &&
+           (disk.f_type == EXT4_SUPER_MAGIC || disk.f_type == TMPFS_MAGIC || disk.f_type == XFS_SUPER_MAGIC);
+}
+
 class Searching final : public FolderVisitor {
 public:
     Searching(std::string path, std::string name, std::size_t levels)
@@ -75,8 +85,10 @@ public:
     }
     std::string text;
 
-    void enters(int /*folder*/, const char *name) override
+    void enters(int folder, const char *name) override
     {
+        if (m_ends.empty())
+            m_countsFolders = countsFolders(folder);
         m_ends.push_back(m_path.size());
         if (*name != '\0')
             m_path.append("/").append(name);
@@ -88,10 +100,10 @@ public:
             kind == DT_UNKNOWN ? look(folder, name, facts) && S_ISDIR(facts.stx_mode) : kind == DT_DIR;
         return isFolder && (m_ends.size() < m_levels || name == m_name);
     }
-    bool goesInto(const char *name) override
+    bool goesInto(int folder, const char *name) override
     {
         if (name != m_name)
-            return true;
+            return !m_countsFolders || !isKnownToHoldNone(folder, name);
         text.append(m_path).append("/").append(name).append("\n");
         return false;
     }
@@ -103,9 +115,17 @@ public:
     }
 
 private:
+    /// Each folder has its name, its own "." and the ".." of every folder in it.
+    static bool isKnownToHoldNone(int folder, const char *name)
+    {
+        struct statx facts = {};
+        return look(folder, name, facts) && facts.stx_nlink == 2;
+    }
+
     std::string m_path;
     const std::string m_name;
     const std::size_t m_levels;
+    bool m_countsFolders = false;
     std::vector<std::size_t> m_ends; ///< of the path of what each folder on the way lies in
 };
 

@@ -60,7 +60,7 @@ private:
     {
         const char *const name = &level.waiting[level.next];
         level.next += std::strlen(name) + 1;
-        if (!m_visitor.goesInto(name))
+        if (!m_visitor.goesInto(level.folder.number(), name))
             return true;
         Descriptor below = openOnThisMount(level.folder.number(), name);
         if (below.isOpen())

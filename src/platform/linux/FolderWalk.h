@@ -22,7 +22,7 @@ public:
     /// folder whose turn shall come when the whole of this one is listed.
     virtual bool wants(int folder, const char *name, unsigned char kind) = 0;
     /// Its turn has come, in the order of the listing: whether to enter it.
-    virtual bool goesInto(const char *name) = 0;
+    virtual bool goesInto(int folder, const char *name) = 0;
     virtual void cannotEnter(int folder, const char *name) = 0;
     virtual void leaves() = 0;
 };
