@@ -1,4 +1,5 @@
-// Measures the full check beside each of its scans alone, in turns, and prints the medians in milliseconds:
+// Measures the full check beside each of its scans alone, in turns, and prints the medians in milliseconds,
+// by the clock and of processor time:
 //
 //     swabby_check FOLDER [ROUNDS]
 //
@@ -6,6 +7,7 @@
 // removed again. Nothing is asked of the model.
 
 #include "flows/health/FullCheck.h"
+#include "bench/Timing.h"
 #include "cleanup/CacheCleaner.h"
 #include "cleanup/DeveloperCleanup.h"
 #include "cleanup/DuplicateFinder.h"
@@ -15,11 +17,11 @@
 #include <QtCore/QCoreApplication>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
 #include <random>
+#include <thread>
 
 namespace {
 
@@ -55,20 +57,7 @@ void makeHome(const fs::path &home)
 struct Measured {
     const char *what;
     std::function<void()> work;
-    std::vector<double> milliseconds = {};
-
-    void once()
-    {
-        const auto begin = std::chrono::steady_clock::now();
-        work();
-        milliseconds.push_back(
-            std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count());
-    }
-    double median()
-    {
-        std::sort(milliseconds.begin(), milliseconds.end());
-        return milliseconds[milliseconds.size() / 2];
-    }
+    Times times{};
 };
 
 } // namespace
@@ -120,22 +109,31 @@ int main(int argumentCount, char **arguments)
          }}};
     for (int round = 0; round <= rounds; ++round)
         for (Measured &scan : scans) {
-            scan.once();
+            scan.times.add(scan.work);
             if (round == 0)
-                scan.milliseconds.clear(); // only fills the memory with what lies on the disk
+                scan.times = {}; // only fills the memory with what lies on the disk
         }
     fs::remove_all(home);
 
     double slowest = 0;
     double sum = 0;
-    for (Measured &scan : scans) {
-        std::printf("%-20s %8.1f ms\n", scan.what, scan.median());
+    double work = 0;
+    for (const Measured &scan : scans) {
+        const double clock = median(scan.times.clock);
+        const double processor = median(scan.times.processor);
+        std::printf("%-20s %8.1f ms   processors %8.1f ms\n", scan.what, clock, processor);
         if (&scan == &scans.back())
             break;
-        slowest = std::max(slowest, scan.median());
-        sum += scan.median();
+        slowest = std::max(slowest, clock);
+        sum += clock;
+        work += processor;
     }
-    std::printf("full check: %.2f of its slowest scan alone, %.2f of all of them one after the other\n",
-                scans.back().median() / slowest, scans.back().median() / sum);
+    const double whole = median(scans.back().times.clock);
+    const double least = work / std::max(1U, std::thread::hardware_concurrency());
+    std::printf(
+        "full check: %.2f of its slowest scan alone, %.2f of all of them one after the other\n"
+        "the scans' work alone keeps all processors busy for %.1f ms: %.2f of the slowest scan, and the "
+        "full check takes %.2f of it\n",
+        whole / slowest, whole / sum, least, least / slowest, whole / least);
     return 0;
 }

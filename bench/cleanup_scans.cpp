@@ -5,15 +5,13 @@
 //
 // The folder is made, filled with 200,000 small files and 100,000 folders, and removed again.
 
+#include "bench/Timing.h"
 #include "cleanup/DeepScanner.h"
 #include "cleanup/DiskUsage.h"
 #include "platform/ThisComputer.h"
 #include "platform/posix/PosixShell.h"
 
-#include <sys/resource.h>
-
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -59,34 +57,6 @@ std::vector<fs::path> makeRoots(const fs::path &folder)
     return paths;
 }
 
-/// The processor time of this process and of those it has waited for.
-double processorMilliseconds()
-{
-    double sum = 0;
-    for (const auto who : {RUSAGE_SELF, RUSAGE_CHILDREN}) {
-        rusage used = {};
-        ::getrusage(who, &used);
-        for (const timeval &time : {used.ru_utime, used.ru_stime})
-            sum += 1e3 * static_cast<double>(time.tv_sec) + 1e-3 * static_cast<double>(time.tv_usec);
-    }
-    return sum;
-}
-
-struct Times {
-    std::vector<double> clock;
-    std::vector<double> processor;
-
-    void add(const std::function<void()> &work)
-    {
-        const auto begin = std::chrono::steady_clock::now();
-        const double used = processorMilliseconds();
-        work();
-        processor.push_back(processorMilliseconds() - used);
-        clock.push_back(
-            std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - begin).count());
-    }
-};
-
 /// Each in turn, so that whatever else the machine does falls on both.
 void compare(const char *what, int rounds, const std::function<void()> &ours,
              const std::function<void()> &tool)
@@ -99,10 +69,6 @@ void compare(const char *what, int rounds, const std::function<void()> &ours,
         our.add(ours);
         tools.add(tool);
     }
-    const auto median = [](std::vector<double> times) {
-        std::nth_element(times.begin(), times.begin() + std::ssize(times) / 2, times.end());
-        return times[times.size() / 2];
-    };
     const auto least = [](const std::vector<double> &times) {
         return *std::min_element(times.begin(), times.end());
     };
