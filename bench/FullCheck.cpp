@@ -46,7 +46,7 @@ void makeHome(const fs::path &home)
     fs::create_directories(home / "Desktop");
     for (int pair = 0; pair < pairs; ++pair) {
         std::vector<std::uint32_t> content(words);
-        std::generate(content.begin(), content.end(), random);
+        std::generate(content.begin(), content.end(), std::ref(random)); // a copy would make all pairs alike
         for (const char *folder : {"Downloads", "Desktop"})
             std::ofstream(home / folder / std::to_string(pair), std::ios::binary)
                 .write(reinterpret_cast<const char *>(content.data()),
