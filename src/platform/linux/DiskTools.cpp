@@ -9,34 +9,20 @@
 #include <sys/stat.h>
 #include <sys/vfs.h>
 
-#include <algorithm>
-#include <tuple>
 #include <unordered_set>
 
 namespace swabby {
 namespace {
 
-struct File {
-    std::uint64_t number;
-    std::uint64_t device;
-
-    bool operator==(const File &) const = default;
-};
-
 struct Scatter {
-    std::size_t operator()(const File &file) const { return file.number ^ (file.device << 48U); }
+    std::size_t operator()(const Thing &file) const { return file.second ^ (file.first << 48U); }
 };
 
 class Sizing final : public FolderVisitor {
 public:
     void count(const struct statx &facts)
     {
-        constexpr unsigned bitsOfMinor = 32;
-        if (facts.stx_nlink == 1 || S_ISDIR(facts.stx_mode) ||
-            m_counted
-                .insert({facts.stx_ino,
-                         (std::uint64_t(facts.stx_dev_major) << bitsOfMinor) | facts.stx_dev_minor})
-                .second)
+        if (facts.stx_nlink == 1 || S_ISDIR(facts.stx_mode) || m_counted.insert(thingOf(facts)).second)
             m_blocks += facts.stx_blocks;
     }
     std::uint64_t kibibytes() const { return m_blocks / 2 + m_blocks % 2; }
@@ -65,8 +51,8 @@ private:
             count(facts);
     }
 
-    std::uint64_t m_blocks = 0;                  ///< of 512 bytes
-    std::unordered_set<File, Scatter> m_counted; ///< of those with several names
+    std::uint64_t m_blocks = 0;                   ///< of 512 bytes
+    std::unordered_set<Thing, Scatter> m_counted; ///< of those with several names
 };
 
 /// Whether a folder's count of names is to be trusted on its disk, which says 1 where it does not keep one.

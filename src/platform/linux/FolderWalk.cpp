@@ -8,6 +8,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <optional>
 #include <string_view>
 
 namespace swabby {
@@ -19,10 +20,17 @@ constexpr std::size_t heldLevels = 32;
 /// One folder on the way down.
 struct Level {
     Descriptor folder;
-    struct statx identity = {}; ///< of one that is not held any more
-    std::string waiting;        ///< the names of the folders in it, each with a zero behind it
+    std::optional<Thing> itself{}; ///< when it is not held any more
+    std::string waiting{};         ///< the names of the folders in it, each with a zero behind it
     std::size_t next = 0;
 };
+
+/// No value when it cannot be looked at.
+std::optional<Thing> thingAt(int folder)
+{
+    struct statx facts = {};
+    return look(folder, "", facts) ? std::optional(thingOf(facts)) : std::nullopt;
+}
 
 Descriptor openOnThisMount(int folder, const char *name)
 {
@@ -77,13 +85,14 @@ private:
         std::string waiting;
         if (!list(folder.number(), waiting))
             return false;
-        m_levels.push_back({std::move(folder), {}, std::move(waiting)});
+        m_levels.push_back({.folder = std::move(folder), .waiting = std::move(waiting)});
         if (m_levels.size() <= heldLevels)
             return true;
         Level &above = m_levels[m_levels.size() - heldLevels - 1];
-        const bool isKnown = !above.folder.isOpen() || look(above.folder.number(), "", above.identity);
+        if (above.folder.isOpen())
+            above.itself = thingAt(above.folder.number());
         above.folder.reset();
-        return isKnown;
+        return above.itself.has_value();
     }
 
     bool list(int folder, std::string &waiting)
@@ -117,10 +126,7 @@ private:
     {
         Level &level = m_levels.back();
         level.folder = openOnThisMount(below, "..");
-        struct statx now = {};
-        return level.folder.isOpen() && look(level.folder.number(), "", now) &&
-               now.stx_ino == level.identity.stx_ino && now.stx_dev_major == level.identity.stx_dev_major &&
-               now.stx_dev_minor == level.identity.stx_dev_minor;
+        return level.folder.isOpen() && thingAt(level.folder.number()) == level.itself;
     }
 
     FolderVisitor &m_visitor;
@@ -134,6 +140,12 @@ private:
 bool walkThrough(Descriptor top, FolderVisitor &visitor, const std::function<bool()> &isStopped)
 {
     return FolderWalk(visitor, isStopped).through(std::move(top));
+}
+
+Thing thingOf(const struct statx &facts)
+{
+    constexpr unsigned bitsOfMinor = 32;
+    return {(std::uint64_t(facts.stx_dev_major) << bitsOfMinor) | facts.stx_dev_minor, facts.stx_ino};
 }
 
 bool look(int folder, const char *name, struct statx &facts)

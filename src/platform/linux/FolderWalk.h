@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/posix/Descriptor.h"
+#include "platform/posix/PathWay.h"
 
 #include <cstdint>
 #include <functional>
@@ -36,5 +37,8 @@ bool walkThrough(Descriptor top, FolderVisitor &visitor, const std::function<boo
 /// Looks at a name in an open folder, or at that itself when the name is empty, links not followed: kind,
 /// names, number and blocks, as far as they are known without asking a server anew.
 bool look(int folder, const char *name, struct statx &facts);
+
+/// What it is that was looked at.
+Thing thingOf(const struct statx &facts);
 
 } // namespace swabby
