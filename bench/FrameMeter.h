@@ -1,53 +1,47 @@
 #pragma once
 
-#include <QtCore/QAbstractEventDispatcher>
 #include <QtQuick/QQuickWindow>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
+#include <ctime>
+#include <utility>
 #include <vector>
 
 namespace swabby {
 
 /// How long the main thread is busy for each frame of a window: everything it does between two frames, from
-/// the event that changed something to the picture that is handed over, without what it waits. The software
-/// renderer draws on that thread.
+/// the event that changed something to the picture that is handed over, by the processor's clock, which
+/// counts neither what it waits nor what others do meanwhile. The software renderer draws on that thread.
 class FrameMeter : public QObject {
 public:
     explicit FrameMeter(QQuickWindow &window)
     {
-        auto *dispatcher = QAbstractEventDispatcher::instance();
-        connect(dispatcher, &QAbstractEventDispatcher::awake, this, [this] { m_since = Clock::now(); });
-        connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, this, [this] { count(); });
         connect(&window, &QQuickWindow::frameSwapped, this, [this] {
-            count();
-            frames.push_back(std::exchange(m_busy, 0));
+            const double now = busy();
+            frames.push_back(now - std::exchange(m_since, now));
         });
     }
 
     /// What was done until now belongs to no frame.
     void begin()
     {
-        count();
-        m_busy = 0;
+        m_since = busy();
         frames.clear();
     }
 
     std::vector<double> frames; ///< in milliseconds
 
 private:
-    using Clock = std::chrono::steady_clock;
-
-    void count()
+    /// The thread's processor time in milliseconds.
+    static double busy()
     {
-        const Clock::time_point now = Clock::now();
-        m_busy += std::chrono::duration<double, std::milli>(now - m_since).count();
-        m_since = now;
+        std::timespec time{};
+        ::clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+        return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
     }
 
-    Clock::time_point m_since = Clock::now();
-    double m_busy = 0;
+    double m_since = busy();
 };
 
 inline void printFrames(const char *what, std::vector<double> frames)

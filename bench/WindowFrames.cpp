@@ -176,7 +176,6 @@ void measureQuestion(MainWindowView &view, FrameMeter &meter)
 int main(int argumentCount, char **arguments)
 {
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
-    qputenv("QT_NO_GLIB", "1"); // the other loop does not say when it wakes
     const TemporaryMachine folder({{QStringLiteral("now"), 1'790'000'000}});
     fill(folder);
     QGuiApplication application(argumentCount, arguments);
