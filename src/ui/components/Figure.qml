@@ -13,6 +13,7 @@ Item {
     property int horizontalAlignment: Text.AlignLeft
     property int elide: Text.ElideRight
     property bool isTabular: true
+    readonly property var parts: text.length > 40 ? [] : text.match(/[0-9]|[^0-9]+/g) ?? []
     readonly property real tabularWidth: row.implicitWidth
     readonly property bool isWhole: isTabular && text.length <= 40 && tabularWidth <= width + 0.5
 
@@ -39,15 +40,16 @@ Item {
         opacity: figure.isWhole ? 1 : 0
 
         Repeater {
-            model: figure.text.length > 40 ? [] : figure.text.match(/[0-9]|[^0-9]+/g) ?? []
+            // Their number, so that another figure of as many digits takes their labels over.
+            model: figure.parts.length
 
             PlainLabel {
-                required property string modelData
+                required property int index
 
-                width: modelData >= "0" && modelData <= "9" && modelData.length === 1 ? Math.round(zero.implicitWidth) : implicitWidth
+                width: text >= "0" && text <= "9" && text.length === 1 ? Math.round(zero.implicitWidth) : implicitWidth
                 horizontalAlignment: Text.AlignHCenter
                 elide: Text.ElideNone
-                text: modelData
+                text: figure.parts[index] ?? ""
                 font: figure.font
                 color: figure.color
                 Accessible.ignored: true
