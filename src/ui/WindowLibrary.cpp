@@ -142,7 +142,8 @@ WindowLibrary::WindowLibrary(UserInterfaceContext context)
     QObject::connect(&m_settling, &QTimer::timeout, &m_settling, [this] {
         if (const auto engine = m_engine.lock())
             engine->engine.collectGarbage();
-        giveMemoryBack();
+        // Not on this thread, which somebody may be scrolling with.
+        m_context.systemCalls.queue(&giveMemoryBack);
     });
 }
 

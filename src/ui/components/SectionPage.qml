@@ -23,6 +23,7 @@ Item {
 
         function make(wanted: string): void {
             page = wanted;
+            source = "";
             setSource(Qt.resolvedUrl("../" + wanted), {
                 "view": frame.view
             });
@@ -63,9 +64,19 @@ Item {
             if (loader !== next)
                 loader.page = "";
         shown = next;
-        for (const loader of [one, other])
-            if (loader !== next)
-                loader.source = "";
+        leaving.restart();
+    }
+
+    // What is shown no more goes after the frame that shows the next page, which has enough to do.
+    Timer {
+        id: leaving
+
+        interval: Theme.isStill ? 0 : 50
+        onTriggered: {
+            for (const loader of [one, other])
+                if (loader.page === "")
+                    loader.source = "";
+        }
     }
 
     Connections {

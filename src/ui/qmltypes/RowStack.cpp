@@ -7,6 +7,7 @@
 #include <QtQuick/QQuickWindow>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace swabby {
@@ -15,10 +16,11 @@ namespace {
 // Enough for the keyboard to step on, and for a turn of the wheel.
 constexpr qreal margin = 160;
 constexpr qsizetype mostSpare = 24;
-// A row takes some milliseconds, and no frame should wait for a screenful of them, in whatever lists: they
-// share what may be made for the next one.
-constexpr qsizetype mostForOneFrame = 2;
-qsizetype leftForFrame = 0;
+// A row takes a millisecond or some, and no frame should wait for a screenful of them, in whatever lists:
+// they share the time in which rows may be begun for the next one.
+using SteadyClock = std::chrono::steady_clock;
+constexpr SteadyClock::duration mostForOneFrame = std::chrono::milliseconds(4);
+SteadyClock::duration leftForFrame{};
 
 bool isStill(const QQmlEngine *engine)
 {
@@ -78,7 +80,7 @@ void RowStack::insertRows(int first, int last)
     const int many = last - first + 1;
     m_heights.insert(first, many, m_rowHeight);
     // What brought them had its part of this frame.
-    leftForFrame = 0;
+    leftForFrame = {};
     std::map<int, QQuickItem *> shown;
     for (const auto &[row, item] : m_shown)
         shown.emplace(row < first ? row : row + many, item);
@@ -203,12 +205,13 @@ void RowStack::updatePolish()
         shown = m_shown.erase(shown);
     }
     if (isStill(qmlEngine(this)))
-        leftForFrame = m_heights.size();
+        leftForFrame = SteadyClock::duration::max();
     const auto first = std::upper_bound(edges.begin(), edges.end(), wanted.from) - edges.begin() - 1;
     for (auto row = static_cast<int>(std::max<qsizetype>(0, first)); row < m_heights.size() && isWanted(row);
          ++row)
         if (m_shown.count(row) == 0) {
-            if (m_spare.isEmpty() && leftForFrame-- <= 0) {
+            const SteadyClock::time_point begun = SteadyClock::now();
+            if (m_spare.isEmpty() && leftForFrame <= SteadyClock::duration::zero()) {
                 // After this frame: what is polished while others are belongs to the same one.
                 QMetaObject::invokeMethod(this, &RowStack::lookAgain, Qt::QueuedConnection);
                 break;
@@ -217,6 +220,7 @@ void RowStack::updatePolish()
             if (item == nullptr)
                 return;
             m_shown.emplace(row, item);
+            leftForFrame -= SteadyClock::now() - begun;
         }
     place();
 }
