@@ -63,6 +63,13 @@ Window {
         enabled: !sheets.isOpen
     }
 
+    // What is not kept any more leaves when nobody points at it.
+    Binding {
+        target: window.view.neverRemove
+        property: "isHeld"
+        value: (page.item as ScrollPage)?.isHeld ?? false
+    }
+
     Item {
         id: notice
 

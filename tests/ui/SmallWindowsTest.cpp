@@ -150,9 +150,23 @@ private Q_SLOTS:
         // One that was not looked into yet is not kept.
         QVERIFY(waitUntil([&] { return itemNamed(*open->window, u"Keep this folder"_qs)->isEnabled(); }));
         press(*open->window, u"Keep this folder"_qs);
-        QVERIFY(waitUntil([&] {
-            return open->view->property("neverRemove").toStringList() == QStringList{home + u"/Music"_qs};
-        }));
+        const RowModel &kept = *open->view->neverRemove();
+        const QModelIndex first = kept.index(0);
+        QVERIFY(waitUntil(
+            [&] { return kept.data(first, RowModel::entryRole) == QVariant(home + u"/Music"_qs); }));
+        // One that is allowed again keeps its place until pointer and keyboard are elsewhere.
+        QVERIFY(
+            waitUntil([&] { return itemNamed(*open->window, u"Allow cleaning here again"_qs) != nullptr; }));
+        show(*open->window); // lays the new row out
+        QQuickItem *button = itemNamed(*open->window, u"Allow cleaning here again"_qs);
+        const QPoint middle = button->mapToScene({12, 12}).toPoint();
+        QTest::mouseMove(open->window.get(), middle - QPoint(1, 1));
+        QTest::mouseMove(open->window.get(), middle);
+        QTest::mouseClick(open->window.get(), Qt::LeftButton, {}, middle);
+        QVERIFY(waitUntil([&] { return kept.data(first, RowModel::leavingRole).toBool(); }));
+        field->forceActiveFocus();
+        QTest::mouseMove(open->window.get(), {3, 3});
+        QVERIFY(waitUntil([&] { return kept.count() == 0; }));
     }
 
     void settingsAreWrittenToTheirKeys()

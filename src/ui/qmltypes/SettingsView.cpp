@@ -59,6 +59,7 @@ void SettingsView::read()
     m_isCompact = settings.value(setting<"rowDensity">) == RowDensity::compact;
     m_theme = settings.value(setting<"theme">);
     m_neverRemove = settings.value(setting<"neverRemove">);
+    showKept();
     const QString problem = settings.neverRemove(m_context.state.machine().places.home).problem;
     m_problem = problem.isEmpty() ? QString() : sentence(problem);
     Q_EMIT changed();
@@ -210,15 +211,20 @@ void SettingsView::addDropped(const QList<QUrl> &files)
             return;
 }
 
-void SettingsView::removeExcluded(int index)
+void SettingsView::removeExcluded(const QString &path)
 {
-    if (index < 0 || index >= m_neverRemove.size())
-        return;
-    setExcluded(m_neverRemove.takeAt(index), false);
+    if (m_neverRemove.removeAll(path) > 0)
+        setExcluded(path, false);
+}
+
+void SettingsView::showKept()
+{
+    m_keptRows.show(m_neverRemove, [](const QString &path) { return path; });
 }
 
 void SettingsView::setExcluded(const QString &path, bool isKept)
 {
+    showKept();
     change([path, isKept](Settings &settings) {
         if (!settings.setNeverRemoved(path, isKept))
             return Word{notStoredText(settings.neverRemove({}).problem)};

@@ -37,7 +37,7 @@ class SettingsView : public QObject {
     Q_PROPERTY(swabby::TextSetting address MEMBER m_address NOTIFY changed)
     Q_PROPERTY(QString whatIsSent READ whatIsSent CONSTANT)
     Q_PROPERTY(swabby::SliderSetting reminder MEMBER m_reminder NOTIFY changed)
-    Q_PROPERTY(QStringList neverRemove MEMBER m_neverRemove NOTIFY changed)
+    Q_PROPERTY(swabby::RowModel *neverRemove READ neverRemove CONSTANT)
     Q_PROPERTY(QString notice READ notice NOTIFY changed)
     Q_PROPERTY(bool noticeEnds READ noticeEnds NOTIFY changed)
     Q_PROPERTY(bool noticeIsTrouble READ noticeIsTrouble NOTIFY changed)
@@ -54,6 +54,8 @@ public:
     bool hasDock() const { return m_context.state.machine().dock->isThere(); }
     int theme() const { return static_cast<int>(m_theme); }
     RowModel *thresholds() { return &m_thresholds; }
+    /// The places that are kept, by their paths.
+    RowModel *neverRemove() { return &m_keptRows; }
     KeyView *key() { return &m_key; }
     /// Where a folder is looked for that is never to be removed.
     FolderView *folder() { return &m_folder; }
@@ -96,7 +98,7 @@ public:
     /// False, and a word about it, when that is no whole path.
     Q_INVOKABLE bool addExcluded(const QString &typed);
     Q_INVOKABLE void addDropped(const QList<QUrl> &files);
-    Q_INVOKABLE void removeExcluded(int index);
+    Q_INVOKABLE void removeExcluded(const QString &path);
     /// Reads everything anew, for what another program may have changed.
     Q_INVOKABLE void reload();
 
@@ -123,6 +125,7 @@ private:
         const std::function<Word(Settings &settings)> &work, const std::function<void()> &onStored = [] {});
     void keep(const QString &path);
     void setExcluded(const QString &path, bool isKept);
+    void showKept();
 
     UserInterfaceContext m_context;
     KeyView m_key;
@@ -132,6 +135,7 @@ private:
     SliderSetting m_reminder;
     TextSetting m_model;
     TextSetting m_address;
+    RowModel m_keptRows{this};
     QStringList m_neverRemove;
     QString m_notice;
     bool m_noticeIsTrouble = true;

@@ -33,13 +33,14 @@ Card {
             Item {
                 id: row
 
-                required property string modelData
-                required property int index
+                required property string entry
+                required property bool isLeaving
 
                 width: parent.width
                 height: 32
+                opacity: isLeaving ? 0.45 : 1
                 Accessible.role: Accessible.ListItem
-                Accessible.name: modelData
+                Accessible.name: entry + (isLeaving ? ", " + Words.noLongerListed : "")
 
                 Hairline {
                 }
@@ -52,11 +53,21 @@ Card {
 
                 NameLabel {
                     x: 24
-                    width: parent.width - 60
+                    width: parent.width - 60 - (left.visible ? left.width + 12 : 0)
                     anchors.verticalCenter: parent.verticalCenter
-                    text: row.modelData
+                    text: row.entry
                     font: Theme.smallFont
                     elide: Text.ElideMiddle
+                }
+
+                Remark {
+                    id: left
+
+                    anchors.right: parent.right
+                    anchors.rightMargin: 36
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: Words.noLongerListed
+                    visible: row.isLeaving
                 }
 
                 SymbolButton {
@@ -67,7 +78,7 @@ Card {
                     symbol: "minus"
                     symbolSize: 13
                     tip: "Allow cleaning here again"
-                    onActivated: card.view.removeExcluded(row.index)
+                    onActivated: card.view.removeExcluded(row.entry)
                 }
             }
         }

@@ -60,16 +60,17 @@ Card {
         }
     }
 
+    // Room is kept for the longest sentence, so that nothing below slides when another one comes.
     Row {
         width: parent.width
+        height: Math.max(room.implicitHeight, sentence.implicitHeight)
         spacing: 8
-        visible: card.key.sentence !== ""
 
         SymbolItem {
             y: 1
             name: card.key.isGood ? "checkmark.circle.fill" : "key"
             color: card.key.isGood ? Theme.marks[Tints.green] : Theme.secondary
-            visible: !card.key.isBusy
+            visible: !card.key.isBusy && card.key.sentence !== ""
         }
 
         Spinner {
@@ -77,8 +78,17 @@ Card {
         }
 
         Note {
+            id: sentence
+
             width: parent.width - 24
             text: card.key.sentence
+        }
+
+        Note {
+            id: room
+
+            text: "\n\n"
+            visible: false
         }
     }
 }
