@@ -12,61 +12,53 @@
 namespace swabby {
 namespace {
 
-namespace fs = std::filesystem;
-
-/// Something on the disk that goes, with what it takes there.
+/// Something on the disk that goes, with what it takes there. Its path is its item's.
 struct Part {
-    fs::path path;
+    std::string_view path;
     std::int64_t bytes = 0;
 };
 
 using Parts = std::vector<Part>;
 
-Parts partsOf(const CacheEntry &entry)
+void addParts(Parts &parts, const CacheEntry &entry)
 {
-    return {{entry.path, entry.sizeBytes}};
+    parts.push_back({entry.path.native(), entry.sizeBytes});
 }
 
-Parts partsOf(const DuplicateGroup &group)
+void addParts(Parts &parts, const DuplicateGroup &group)
 {
-    Parts parts;
     for (std::size_t copy = 1; copy < group.paths.size(); ++copy)
-        parts.push_back({group.paths[copy], group.sizeBytes});
-    return parts;
+        parts.push_back({group.paths[copy].native(), group.sizeBytes});
 }
 
-Parts partsOf(const DeepScanItem &item)
+void addParts(Parts &parts, const DeepScanItem &item)
 {
-    return {{item.path, item.sizeBytes}};
+    parts.push_back({item.path.native(), item.sizeBytes});
 }
 
-Parts partsOf(const AppUninstall &uninstall)
+void addParts(Parts &parts, const AppUninstall &uninstall)
 {
-    Parts parts = {{uninstall.app.path, uninstall.app.sizeBytes}};
+    parts.push_back({uninstall.app.path.native(), uninstall.app.sizeBytes});
     for (const AppLeftover &leftover : uninstall.leftovers)
-        parts.push_back({leftover.path, leftover.sizeBytes});
-    return parts;
+        parts.push_back({leftover.path.native(), leftover.sizeBytes});
 }
 
 /// What a tool removes has no place that is known here.
 template <typename Kind>
-Parts partsOf(const Kind & /*kind*/)
+void addParts(Parts & /*parts*/, const Kind & /*kind*/)
 {
-    return {};
 }
 
-Parts partsOf(const RemovableItem &item)
+void addParts(Parts &parts, const RemovableItem &item)
 {
-    return std::visit([](const auto &kind) { return partsOf(kind); }, item.kind);
+    std::visit([&](const auto &kind) { addParts(parts, kind); }, item.kind);
 }
 
 Parts partsOf(const std::vector<RemovableItem> &items)
 {
     Parts parts;
-    for (const RemovableItem &item : items) {
-        const Parts own = partsOf(item);
-        parts.insert(parts.end(), own.begin(), own.end());
-    }
+    for (const RemovableItem &item : items)
+        addParts(parts, item);
     return parts;
 }
 
@@ -84,10 +76,10 @@ std::vector<std::string_view> foldersOf(std::string_view path)
 /// Places with what they take; of one that is given twice, the larger figure.
 class MeasuredPlaces {
 public:
-    explicit MeasuredPlaces(Parts parts) : m_parts(std::move(parts))
+    explicit MeasuredPlaces(const Parts &parts)
     {
-        for (const Part &part : m_parts) {
-            std::int64_t &bytes = m_bytes[part.path.native()];
+        for (const Part &part : parts) {
+            std::int64_t &bytes = m_bytes[part.path];
             bytes = std::max(bytes, part.bytes);
         }
     }
@@ -120,7 +112,6 @@ public:
     }
 
 private:
-    const Parts m_parts; ///< whose paths are looked up by
     std::unordered_map<std::string_view, std::int64_t> m_bytes;
 };
 
@@ -171,16 +162,22 @@ std::optional<RemovableItemKind> leftOf(const DuplicateGroup &group, const Gone 
 
 std::int64_t bytesTogether(const std::vector<RemovableItem> &items)
 {
-    std::int64_t total = MeasuredPlaces(partsOf(items)).total();
-    for (const RemovableItem &item : items)
-        if (partsOf(item).empty())
-            total = saturatedSum(total, item.sizeBytes);
-    return total;
+    Parts parts;
+    std::int64_t elsewhere = 0;
+    for (const RemovableItem &item : items) {
+        const std::size_t before = parts.size();
+        addParts(parts, item);
+        if (parts.size() == before)
+            elsewhere = saturatedSum(elsewhere, item.sizeBytes);
+    }
+    return saturatedSum(MeasuredPlaces(parts).total(), elsewhere);
 }
 
 std::vector<RemovableItem> withoutGone(const std::vector<RemovableItem> &items,
                                        const std::vector<RemovableItem> &gone)
 {
+    if (gone.empty())
+        return items;
     const Gone others(gone);
     std::vector<RemovableItem> left;
     for (const RemovableItem &item : items) {

@@ -283,11 +283,11 @@ qrc:/a.qml:9:2: Expected token\nand more | none
         const auto copies = removableRowText(RemovableItem::of(group), true, u"/home/a"_qs);
         QVERIFY(copies.isSelected);
         QCOMPARE(copies.size, u"5 KB"_qs);
-        QCOMPARE(copies.details.size(), 2);
-        QCOMPARE(copies.details.first().fate, u"stays"_qs);
-        QCOMPARE(copies.details.last().place, u"~/Desktop"_qs);
+        QCOMPARE(copies.details().size(), 2);
+        QCOMPARE(copies.details().first().fate, u"stays"_qs);
+        QCOMPARE(copies.details().last().place, u"~/Desktop"_qs);
         // What lies nowhere has nothing to show.
-        QVERIFY(removableRowText(RemovableItem::of(DockerPrune{1}), false, {}).details.isEmpty());
+        QVERIFY(removableRowText(RemovableItem::of(DockerPrune{1}), false, {}).details().isEmpty());
         RemovableRowText hostile = removableRowText(
             RemovableItem::of(SimulatorRuntimeInfo{u"i"_qs, u"a\nb\u202e"_qs, 1, {}}), false, {});
         QCOMPARE(hostile.title, u"a b "_qs);

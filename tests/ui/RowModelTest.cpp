@@ -6,6 +6,8 @@
 #include <QtTest/QSignalSpy>
 #include <QtTest/QTest>
 
+#include <numeric>
+
 using namespace swabby;
 
 namespace {
@@ -52,12 +54,14 @@ private Q_SLOTS:
             const QSignalSpy removed(&model, &RowModel::rowsRemoved);
             const QSignalSpy changed(&model, &RowModel::dataChanged);
             model.show(rows(row.text(1)), keyOf);
-            qsizetype gone = 0;
-            for (const QList<QVariant> &signal : removed)
-                gone += signal.at(2).toInt() - signal.at(1).toInt() + 1;
+            const auto told = [](const QSignalSpy &spy) {
+                return std::accumulate(spy.begin(), spy.end(), 0, [](int sum, const QList<QVariant> &signal) {
+                    return sum + signal.at(2).toInt() - signal.at(1).toInt() + 1;
+                });
+            };
             return u"%1 +%2 -%3 ~%4"_qs.arg(shown(model))
-                .arg(inserted.count())
-                .arg(gone)
+                .arg(told(inserted))
+                .arg(told(removed))
                 .arg(changed.count())
                 .trimmed();
         });

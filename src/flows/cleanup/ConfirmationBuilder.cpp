@@ -5,6 +5,8 @@
 #include "engine/ProgramFigures.h"
 #include "engine/WholeNumber.h"
 
+#include <memory>
+
 namespace swabby {
 namespace {
 
@@ -72,15 +74,16 @@ ConfirmationInfo ConfirmationBuilder::remove(const std::vector<RemovableItem> &i
     }
     if (const QString lost = goneForGood(items); !lost.isEmpty())
         info.warning = lost + QStringLiteral(". This cannot be undone.");
-    info.onConfirm = [items, &flow, onRemoved] {
-        flow.remove(items);
+    // However often the question is handed on, they may be thousands.
+    info.onConfirm = [items = std::make_shared<const std::vector<RemovableItem>>(items), &flow, onRemoved] {
+        flow.remove(*items);
         if (onRemoved)
             onRemoved();
     };
     return info;
 }
 
-QString ConfirmationBuilder::goneForGood(const std::vector<RemovableItem> &items)
+QString ConfirmationBuilder::goneForGood(std::span<const RemovableItem> items)
 {
     std::size_t count = 0;
     for (const RemovableItem &item : items)

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace swabby {
@@ -39,7 +40,7 @@ ConfirmationInfo remove(const std::vector<RemovableItem> &items, CleanupFlow &fl
                         const std::function<void()> &onRemoved = {});
 
 /// What of it goes for good, in a few words: "Gone for good: 3 things in the Trash". Empty for none.
-QString goneForGood(const std::vector<RemovableItem> &items);
+QString goneForGood(std::span<const RemovableItem> items);
 
 /// What is said of a forced quit before it is done.
 QString forceQuitWarning();

@@ -11,6 +11,8 @@
 #include <QCoroFuture>
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace swabby {
 namespace {
@@ -128,8 +130,9 @@ QCoro::Task<> FullCheck::check(ScanControl control)
     const auto docker = begin(CleanupEngine::docker, control);
     SwabbyCheckResult result;
     std::vector<RemovableItem> &candidates = result.removalCandidates;
-    const auto add = [&](const Found &found) {
-        candidates.insert(candidates.end(), found.items.begin(), found.items.end());
+    // They may be thousands, and the thread that copies them draws as well.
+    const auto add = [&](Found &&found) {
+        std::ranges::move(found.items, std::back_inserter(candidates));
         if (result.problem.isEmpty())
             result.problem = found.problem;
     };
@@ -204,7 +207,7 @@ QCoro::Task<> FullCheck::check(ScanControl control)
 void FullCheck::finish(SwabbyCheckResult result)
 {
     m_result = std::move(result);
-    m_found = m_result.removalCandidates;
+    m_found = std::move(m_result.removalCandidates);
     m_result.removalCandidates = withoutGone(m_found, m_gone);
     for (const RemovableItem &candidate : m_result.removalCandidates)
         if (!isBuildTools(candidate))
@@ -311,9 +314,17 @@ std::vector<RemovableItem> FullCheck::selectedItems() const
     return items;
 }
 
+std::size_t FullCheck::selectedCount() const
+{
+    return static_cast<std::size_t>(
+        std::ranges::count_if(m_result.removalCandidates, [this](const RemovableItem &candidate) {
+            return m_selectedRemovalIDs.contains(candidate.id);
+        }));
+}
+
 QString FullCheck::removeLabel() const
 {
-    const std::size_t selected = selectedItems().size();
+    const std::size_t selected = selectedCount();
     if (selected == m_result.removalCandidates.size())
         return QStringLiteral("Remove Everything");
     return QStringLiteral("Remove ") + QString::number(selected) + QStringLiteral(" Items");

@@ -87,6 +87,8 @@ public:
     void dismiss(const QString &loginItemID);
     /// The candidates whose box is ticked, in their order.
     std::vector<RemovableItem> selectedItems() const;
+    /// How many they are.
+    std::size_t selectedCount() const;
     /// "Remove Everything", or how many.
     QString removeLabel() const;
 

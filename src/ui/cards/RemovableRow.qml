@@ -172,7 +172,7 @@ Item {
                 symbol: row.isExpanded ? "chevron.up" : "chevron.down"
                 tip: row.isExpanded ? "Hide what is behind it" : "Show what is behind it"
                 name: tip + ": " + row.entry.title
-                visible: row.entry.details.length > 0
+                visible: row.entry.hasDetails
                 onActivated: {
                     row.isFolding = true;
                     row.folded();
@@ -183,7 +183,7 @@ Item {
             Item {
                 width: 24
                 height: 1
-                visible: row.hasBox && row.entry.details.length === 0
+                visible: row.hasBox && !row.entry.hasDetails
             }
         }
     }
@@ -196,7 +196,7 @@ Item {
         width: row.width - x
 
         Repeater {
-            model: row.isExpanded ? row.entry.details : []
+            model: row.isExpanded ? row.entry.details() : []
 
             RemovalDetailRow {
                 required property removalDetail modelData

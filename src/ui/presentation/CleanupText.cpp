@@ -78,6 +78,33 @@ QString clearableText(const std::vector<RemovableItem> &items, const QString &ve
 
 } // namespace
 
+BehindItem::BehindItem(const RemovableItemKind &kind, const QString &home) : m_home(home)
+{
+    const bool isNowhere = std::holds_alternative<SimulatorRuntimeInfo>(kind) ||
+                           std::holds_alternative<DerivedData>(kind) ||
+                           std::holds_alternative<DockerPrune>(kind);
+    if (!isNowhere)
+        m_kind = std::make_shared<const RemovableItemKind>(kind);
+}
+
+QList<RemovalDetail> BehindItem::details() const
+{
+    QList<RemovalDetail> details;
+    if (m_kind == nullptr)
+        return details;
+    for (const RemovalDetail &detail : removalDetails(*m_kind, m_home))
+        if (!detail.place.isEmpty())
+            details.append(detail);
+    return details;
+}
+
+bool BehindItem::operator==(const BehindItem &other) const
+{
+    if (m_kind == nullptr || other.m_kind == nullptr)
+        return m_kind == other.m_kind;
+    return *m_kind == *other.m_kind && m_home == other.m_home;
+}
+
 RemovableRowText removableRowText(const RemovableItem &item, bool isSelected, const QString &home)
 {
     RemovableRowText row;
@@ -86,9 +113,7 @@ RemovableRowText removableRowText(const RemovableItem &item, bool isSelected, co
     row.subtitle = oneLine(item.subtitle);
     row.size = fileByteCount(item.sizeBytes);
     row.isSelected = isSelected;
-    for (const RemovalDetail &detail : removalDetails(item, home))
-        if (!detail.place.isEmpty())
-            row.details.append(detail);
+    row.behind = BehindItem(item.kind, home);
     return row;
 }
 
@@ -143,7 +168,7 @@ void describeApplication(RemovableRowText &row, const RemovableItem &item, const
 {
     row.isRunning = scans.findings(ClutterKind::applications).running.contains(item.id);
     row.subtitle = row.isRunning ? QStringLiteral("Running — quit it first") : QString();
-    row.details.clear();
+    row.behind = {};
     if (const auto *uninstall = std::get_if<AppUninstall>(&item.kind))
         row.tile = tileOf(item.title, uninstall->app.path);
     row.isBusy = scans.isPrepared(item.id);

@@ -10,7 +10,27 @@
 #include <QtCore/QObject>
 #include <QtQmlIntegration/qqmlintegration.h>
 
+#include <memory>
+
 namespace swabby {
+
+/// What is behind an item: put into words only for a row that unfolds, for a list may have thousands.
+class BehindItem {
+public:
+    BehindItem() = default;
+    /// The home folder is written "~".
+    BehindItem(const RemovableItemKind &kind, const QString &home);
+
+    /// Where it is, as far as it is a file; empty when that is nowhere in particular.
+    QList<RemovalDetail> details() const;
+    /// Whether there are any.
+    bool isSomewhere() const { return m_kind != nullptr; }
+    bool operator==(const BehindItem &other) const;
+
+private:
+    std::shared_ptr<const RemovableItemKind> m_kind;
+    QString m_home;
+};
 
 /// Something that can be removed, as its row shows it.
 struct RemovableRowText {
@@ -27,7 +47,7 @@ struct RemovableRowText {
     Q_PROPERTY(QString badgeSymbol MEMBER badgeSymbol)
     Q_PROPERTY(QString badgeHint MEMBER badgeHint)
     Q_PROPERTY(bool badgeWarns MEMBER badgeWarns)
-    Q_PROPERTY(QList<swabby::RemovalDetail> details MEMBER details)
+    Q_PROPERTY(bool hasDetails READ hasDetails)
 
 public:
     QString id;
@@ -41,7 +61,10 @@ public:
     QString badgeSymbol; ///< empty: no badge
     QString badgeHint;   ///< the badge in words
     bool badgeWarns = false;
-    QList<RemovalDetail> details; ///< where it is; empty when that is nowhere in particular
+    BehindItem behind;
+
+    bool hasDetails() const { return behind.isSomewhere(); }
+    Q_INVOKABLE QList<swabby::RemovalDetail> details() const { return behind.details(); }
 
     bool operator==(const RemovableRowText &) const = default;
 };

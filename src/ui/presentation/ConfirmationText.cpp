@@ -33,7 +33,7 @@ bool stays(const RemovalEffect &effect)
 
 RemovalLine lineOf(const RemovableItem &item, int place, bool isUnfolded)
 {
-    const QString forGood = ConfirmationBuilder::goneForGood({item});
+    const QString forGood = ConfirmationBuilder::goneForGood({&item, 1});
     RemovalLine line;
     line.key = QString::number(place);
     line.item = place;
@@ -48,10 +48,10 @@ RemovalLine lineOf(const RemovableItem &item, int place, bool isUnfolded)
 
 } // namespace
 
-QList<RemovalDetail> removalDetails(const RemovableItem &item, const QString &home)
+QList<RemovalDetail> removalDetails(const RemovableItemKind &kind, const QString &home)
 {
     QList<RemovalDetail> details;
-    for (const RemovalEffect &effect : removalEffects(item.kind))
+    for (const RemovalEffect &effect : removalEffects(kind))
         if (effect.path.empty())
             details.append({oneLine(effect.name), {}, oneLine(effect.fate), {}, stays(effect)});
         else
@@ -72,7 +72,7 @@ QList<RemovalLine> removalLines(const std::vector<RemovableItem> &items, const s
             lines.append(lineOf(item, place, isUnfolded));
         if (!isUnfolded)
             continue;
-        QList<RemovalDetail> details = removalDetails(item, home);
+        QList<RemovalDetail> details = removalDetails(item.kind, home);
         std::stable_partition(details.begin(), details.end(),
                               [](const RemovalDetail &detail) { return !detail.stays; });
         for (int row = 0; row < details.size(); ++row) {

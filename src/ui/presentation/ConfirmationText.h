@@ -33,7 +33,7 @@ public:
 };
 
 /// Everything that an item's removal touches, and what it leaves on purpose. The home folder is written "~".
-QList<RemovalDetail> removalDetails(const RemovableItem &item, const QString &home);
+QList<RemovalDetail> removalDetails(const RemovableItemKind &kind, const QString &home);
 
 /// A line of the question before a removal: one of the items, or, unfolded below it, one of the things behind
 /// it.

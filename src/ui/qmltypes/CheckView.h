@@ -81,7 +81,7 @@ public:
     QString removedSince() const { return removedSinceText(m_check.removedSince()); }
     QString chosenText() const { return swabby::chosenText(m_check.selectedItems()); }
     QString removeLabel() const { return m_check.removeLabel(); }
-    bool canRemove() const { return !m_check.selectedItems().empty(); }
+    bool canRemove() const { return m_check.selectedCount() > 0; }
     RowModel *startupItems() { return &m_startupItems; }
     /// The startup items that are being turned off.
     QStringList busyItems() const { return m_context.startup.busyIds(); }

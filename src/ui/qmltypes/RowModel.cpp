@@ -25,12 +25,8 @@ QHash<int, QByteArray> RowModel::roleNames() const
     return {{entryRole, "entry"}, {leavingRole, "isLeaving"}};
 }
 
-void RowModel::showValues(const QVariantList &values, const KeyOf &keyOf)
+void RowModel::showRows(const Rows &wanted)
 {
-    Rows wanted = {values, {}};
-    wanted.keys.reserve(values.size());
-    for (const QVariant &value : values)
-        wanted.keys.append(keyOf(value));
     if (!m_isHeld || m_rows.isEmpty()) {
         m_wanted.reset();
         m_standing = wanted.keys.size();
@@ -40,7 +36,7 @@ void RowModel::showValues(const QVariantList &values, const KeyOf &keyOf)
     const Rows held = heldWith(wanted);
     const QSet<QString> listed(wanted.keys.begin(), wanted.keys.end());
     place(held, QSet(held.keys.begin(), held.keys.end()) - listed);
-    m_wanted = std::move(wanted);
+    m_wanted = wanted;
 }
 
 RowModel::Rows RowModel::heldWith(const Rows &wanted) const
@@ -97,10 +93,17 @@ void RowModel::place(const Rows &wanted, const QSet<QString> &leaving)
         const auto found =
             kept.contains(keys.at(place)) ? static_cast<int>(m_keys.indexOf(keys.at(place), place)) : -1;
         if (found < 0) {
-            beginInsertRows({}, place, place);
-            m_rows.insert(place, rows.at(place));
-            m_keys.insert(place, keys.at(place));
+            // With those that follow and are new too.
+            int last = place;
+            while (last + 1 < rows.size() && !kept.contains(keys.at(last + 1)))
+                ++last;
+            beginInsertRows({}, place, last);
+            for (; place <= last; ++place) {
+                m_rows.insert(place, rows.at(place));
+                m_keys.insert(place, keys.at(place));
+            }
             endInsertRows();
+            --place;
             continue;
         }
         if (found != place) {
@@ -129,13 +132,17 @@ void RowModel::place(const Rows &wanted, const QSet<QString> &leaving)
 void RowModel::dropVanished(const QStringList &keys)
 {
     const QSet<QString> listed(keys.begin(), keys.end());
-    for (int place = count() - 1; place >= 0; --place) {
-        if (listed.contains(m_keys.at(place)))
+    for (int last = count() - 1; last >= 0; --last) {
+        if (listed.contains(m_keys.at(last)))
             continue;
-        beginRemoveRows({}, place, place);
-        m_rows.removeAt(place);
-        m_keys.removeAt(place);
+        int first = last;
+        while (first > 0 && !listed.contains(m_keys.at(first - 1)))
+            --first;
+        beginRemoveRows({}, first, last);
+        m_rows.remove(first, last - first + 1);
+        m_keys.remove(first, last - first + 1);
         endRemoveRows();
+        last = first;
     }
 }
 

@@ -4,7 +4,6 @@
 #include <QtCore/QSet>
 #include <QtQml/qqmlregistration.h>
 
-#include <functional>
 #include <optional>
 
 namespace swabby {
@@ -21,7 +20,6 @@ class RowModel : public QAbstractListModel {
     Q_PROPERTY(bool isHeld READ isHeld WRITE setHeld NOTIFY heldChanged)
 
 public:
-    using KeyOf = std::function<QString(const QVariant &)>;
     /// The row's value, and whether it is leaving: "entry" and "isLeaving" in QML.
     enum Role { entryRole = Qt::UserRole, leavingRole };
 
@@ -36,11 +34,14 @@ public:
     template <typename Row, typename Key>
     void show(const QList<Row> &rows, Key keyOf)
     {
-        QVariantList values;
-        values.reserve(rows.size());
-        for (const Row &row : rows)
-            values.append(QVariant::fromValue(row));
-        showValues(values, [&](const QVariant &value) { return keyOf(value.value<Row>()); });
+        Rows wanted;
+        wanted.values.reserve(rows.size());
+        wanted.keys.reserve(rows.size());
+        for (const Row &row : rows) {
+            wanted.values.append(QVariant::fromValue(row));
+            wanted.keys.append(keyOf(row));
+        }
+        showRows(wanted);
     }
 
     bool isHeld() const { return m_isHeld; }
@@ -59,7 +60,7 @@ private:
         QStringList keys;
     };
 
-    void showValues(const QVariantList &values, const KeyOf &keyOf);
+    void showRows(const Rows &wanted);
     /// The rows that stood there at first, each in its place, with what is new behind them.
     Rows heldWith(const Rows &wanted) const;
     void place(const Rows &rows, const QSet<QString> &leaving);

@@ -27,6 +27,12 @@ QString issueIdOf(const IssueCard &card)
 
 void StateView::show(const ShownState &shown, bool isCompact)
 {
+    // Much of what is published is about something else, as that a check is over.
+    const bool hasOtherPrograms =
+        shown.processes != m_shown.processes || shown.batteryDrainers != m_shown.batteryDrainers ||
+        shown.networkUsers != m_shown.networkUsers || shown.pinnedNames != m_shown.pinnedNames ||
+        m_topPid != (shown.processes.isEmpty() ? 0 : shown.processes.first().pid);
+    const bool hasOtherItems = shown.loginItems != m_shown.loginItems;
     m_shown = shown;
     m_isCompact = isCompact;
     m_gauges.show(shown.isKnown ? overviewGauges(shown.stats, shown.speedIsKnown) : gaugesToCome(),
@@ -37,10 +43,13 @@ void StateView::show(const ShownState &shown, bool isCompact)
                  [](const LeakText &leak) { return QString::number(leak.pid); });
     m_browsers.show(browserRowTexts(shown.browserRollups, shown.words),
                     [](const BrowserRowText &row) { return row.name; });
-    const auto itemKey = [](const StartupRowText &row) { return row.id; };
-    m_startupToReview.show(startupRowTexts(shown.loginItems, true, shown.words), itemKey);
-    m_startupRest.show(startupRowTexts(shown.loginItems, false, shown.words), itemKey);
-    showProcesses();
+    if (hasOtherItems) {
+        const auto itemKey = [](const StartupRowText &row) { return row.id; };
+        m_startupToReview.show(startupRowTexts(shown.loginItems, true, shown.words), itemKey);
+        m_startupRest.show(startupRowTexts(shown.loginItems, false, shown.words), itemKey);
+    }
+    if (hasOtherPrograms)
+        showProcesses();
     Q_EMIT changed();
 }
 

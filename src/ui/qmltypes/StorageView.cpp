@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace swabby {
 
@@ -185,14 +186,15 @@ void StorageView::fillQueue()
     std::vector<RemovableItem> offers;
     for (const ClutterKind kind :
          {ClutterKind::quickClean, ClutterKind::duplicates, ClutterKind::forgottenFiles}) {
-        const std::vector<RemovableItem> found = m_scans.findings(kind).offers();
-        offers.insert(offers.end(), found.begin(), found.end());
+        std::vector<RemovableItem> found = m_scans.findings(kind).offers();
+        std::ranges::move(found, std::back_inserter(offers));
     }
     m_clearableBytes = bytesTogether(offers);
     m_clearableText = isOfVolumeShown() ? clearableOfUsedText(offers) : swabby::clearableText(offers);
     m_queue.clear();
-    std::copy_if(offers.begin(), offers.end(), std::back_inserter(m_queue),
-                 [&](const RemovableItem &item) { return m_selected.count(item.id) != 0; });
+    for (RemovableItem &item : offers)
+        if (m_selected.contains(item.id))
+            m_queue.push_back(std::move(item));
     // What is not offered any more is not chosen when it comes back.
     if (isScanning())
         return;
