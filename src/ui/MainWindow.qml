@@ -32,7 +32,7 @@ Window {
         Sidebar {
             id: sidebar
 
-            width: Math.round(Math.max(198, Math.min(210, 198 + (window.width - 820) / 10)))
+            width: Math.round(Math.max(203, Math.min(210, 203 + (window.width - 820) / 16)))
             height: parent.height
             focus: true
             isPointed: true

@@ -1,8 +1,10 @@
 #include "ui/presentation/Gauges.h"
+#include "ui/presentation/LineBreaks.h"
 #include "ui/presentation/SvgPath.h"
 #include "ui/presentation/SymbolTable.h"
 #include "ui/presentation/ThemeColors.h"
 
+#include <QtGui/QFontMetricsF>
 #include <QtTest/QTest>
 
 using namespace swabby;
@@ -46,6 +48,21 @@ private Q_SLOTS:
         QCOMPARE(svgPath(u"m1 1 l2,0 h2 v-3 z"_qs), svgPath(u"M1 1 L3 1 H5 V-2 Z"_qs));
         QVERIFY(svgPath(u"L"_qs).isEmpty());
         QVERIFY(svgPath(u"M1 1 X9 9 L3 3"_qs).boundingRect().isEmpty());
+    }
+
+    // In lines as wide as "one two three four".
+    void noWordStandsAloneOnTheLastLine()
+    {
+        const double width = QFontMetricsF(QFont()).horizontalAdvance(u"one two three four"_qs) + 2;
+        for (const auto &[text, isAlone] :
+             {std::pair(u"one two three four end"_qs, true), std::pair(u"one two three four"_qs, false),
+              std::pair(u"one two three four at end"_qs, false),
+              std::pair(u"one two three four\nend"_qs, false),
+              std::pair(u"one-two-three-four end"_qs, false)}) {
+            const double room = roomForLastLine(text, QFont(), width);
+            QVERIFY2((room > 0) == isAlone, qPrintable(text));
+            QCOMPARE(roomForLastLine(text, QFont(), width - room), 0.0);
+        }
     }
 
 private:

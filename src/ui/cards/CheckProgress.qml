@@ -97,21 +97,18 @@ Column {
     }
 
     Column {
-        width: parent.width
+        x: 24
+        width: parent.width - 48
         spacing: 4
 
         Note {
             width: parent.width
-            leftPadding: 24
-            rightPadding: 24
             horizontalAlignment: Text.AlignHCenter
             text: "The summary is written by Claude — nothing about your files is sent, only counts and sizes."
         }
 
         Note {
             width: parent.width
-            leftPadding: 24
-            rightPadding: 24
             horizontalAlignment: Text.AlignHCenter
             text: progress.check.namesNote
         }

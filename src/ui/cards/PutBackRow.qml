@@ -13,7 +13,6 @@ Item {
 
     Remark {
         anchors.left: parent.left
-        anchors.leftMargin: 16
         anchors.right: button.left
         anchors.rightMargin: 12
         anchors.verticalCenter: parent.verticalCenter
@@ -24,7 +23,6 @@ Item {
         id: button
 
         anchors.right: parent.right
-        anchors.rightMargin: 16
         implicitHeight: 24
         text: "Put back"
         onActivated: row.removal.putBack()

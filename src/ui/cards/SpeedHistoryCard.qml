@@ -14,7 +14,7 @@ Card {
         text: "Speed · Last 24 hours"
 
         Remark {
-            text: card.figures.averageSpeed
+            text: card.figures.hasSpeedLine ? card.figures.averageSpeed : ""
         }
     }
 
@@ -22,7 +22,7 @@ Card {
         width: parent.width
         height: 86
         day: card.figures.speedDay
-        color: Theme.accent
+        color: card.figures.hasSpeedLine ? Theme.accent : "transparent"
         gridColor: card.figures.hasSpeedLine ? Theme.hairline : "transparent"
         Accessible.role: Accessible.Chart
         Accessible.name: card.figures.speedSentence

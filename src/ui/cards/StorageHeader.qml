@@ -9,7 +9,7 @@ Card {
 
     Item {
         width: parent.width
-        height: 58
+        height: 62 + note.height
 
         Figure {
             id: free
@@ -74,15 +74,20 @@ Card {
         }
 
         Remark {
-            anchors.bottom: parent.bottom
+            id: clearable
+
+            y: 42
             width: parent.width
             text: card.storage.clearableText
         }
-    }
 
-    Note {
-        width: parent.width
-        topPadding: 4
-        text: card.storage.queueNote
+        // The room for what can go is kept beneath it until there is something.
+        Note {
+            id: note
+
+            y: clearable.text === "" ? clearable.y : 62
+            width: parent.width
+            text: card.storage.queueNote
+        }
     }
 }

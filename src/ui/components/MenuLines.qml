@@ -7,7 +7,7 @@ FocusScope {
     id: menu
 
     property var entries: []
-    property int current: 0
+    property int current: entries.findIndex(entry => entry.isAvailable)
     property string name
     readonly property real lineWidth: Math.min(400, Math.max(138, ...Array.from(column.children, line => line.implicitWidth)))
 
@@ -18,12 +18,21 @@ FocusScope {
             chosen(current);
     }
 
+    // Past what cannot be chosen.
+    function step(by: int): void {
+        let next = current + by;
+        while (next >= 0 && next < entries.length && !entries[next].isAvailable)
+            next += by;
+        if (next >= 0 && next < entries.length)
+            current = next;
+    }
+
     implicitWidth: lineWidth + 12
     implicitHeight: column.height + 12
     Accessible.role: Accessible.PopupMenu
     Accessible.name: name
-    Keys.onUpPressed: current = Math.max(0, current - 1)
-    Keys.onDownPressed: current = Math.min(entries.length - 1, current + 1)
+    Keys.onUpPressed: step(-1)
+    Keys.onDownPressed: step(1)
     Keys.onReturnPressed: choose()
     Keys.onEnterPressed: choose()
     Keys.onSpacePressed: choose()
@@ -63,7 +72,7 @@ FocusScope {
                     width: parent.width
                     height: 28
                     radius: 6
-                    color: menu.current === line.index ? Theme.quietFill : "transparent"
+                    color: menu.current === line.index && line.modelData.isAvailable ? Theme.quietFill : "transparent"
 
                     PlainLabel {
                         id: label

@@ -88,6 +88,20 @@ Flickable {
         return found;
     }
 
+    // The same from where the keyboard is, which may be beside the list.
+    function controlTowards(isBelow: bool): Item {
+        if (focusItem === null || holds(focusItem) || isInFooter(focusItem))
+            return focusItem === null ? null : controlBeyond(focusItem, isBelow);
+        const first = focusItem.nextItemInFocusChain(isBelow);
+        let next = first;
+        while (next !== null && !holds(next)) {
+            next = next.nextItemInFocusChain(isBelow);
+            if (next === first)
+                return null;
+        }
+        return next;
+    }
+
     function scrollTo(y: real): void {
         contentY = Math.max(0, Math.min(Math.max(0, contentHeight - height), y));
     }
@@ -116,7 +130,7 @@ Flickable {
     interactive: hands.isTouched
     Keys.onPressed: event => {
         if (event.key === Qt.Key_Up || event.key === Qt.Key_Down) {
-            const next = controlBeyond(focusItem, event.key === Qt.Key_Down);
+            const next = controlTowards(event.key === Qt.Key_Down);
             if (next === null)
                 scrollBy(event.key === Qt.Key_Down ? 60 : -60);
             else

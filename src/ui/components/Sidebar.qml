@@ -12,7 +12,8 @@ FocusScope {
     activeFocusOnTab: true
     Accessible.role: Accessible.List
     Accessible.name: "Sections"
-    onActiveFocusChanged: if (!activeFocus)
+    // A sheet gives the keyboard back as it took it.
+    onActiveFocusChanged: if (!activeFocus && enabled)
         isPointed = false
     Keys.onPressed: event => {
         const step = event.key === Qt.Key_Down ? 1 : event.key === Qt.Key_Up ? -1 : 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/desktop/DesktopAppearance.h"
+#include "ui/presentation/LineBreaks.h"
 #include "ui/presentation/ThemeColors.h"
 #include "ui/qmltypes/WindowContext.h"
 
@@ -93,6 +94,12 @@ public:
     QFont chipFont() const { return font(12, QFont::DemiBold); }
     QFont hintFont() const { return font(11, QFont::Normal); }
     QFont axisFont() const { return font(10.5, QFont::Normal); }
+
+    /// What a paragraph of that width leaves free at its side: see LineBreaks.h.
+    Q_INVOKABLE static double roomForLastLine(const QString &text, const QFont &font, double width)
+    {
+        return swabby::roomForLastLine(text, font, width);
+    }
 
     /// The widest a page's column gets: across more, a row's end is hard to tell to its beginning.
     static double columnWidth() { return 960; }

@@ -7,6 +7,7 @@ ScrollPage {
     id: page
 
     required property MainWindowView view
+    readonly property bool isSearched: view.state.searchText.trim() !== ""
 
     Card {
         width: parent.width
@@ -40,6 +41,8 @@ ScrollPage {
                 Remark {
                     width: parent.width
                     text: page.view.state.networkSentence
+                    // The list says so when there is nothing in it.
+                    visible: page.isSearched || page.view.state.networkUsers.count > 0
                 }
             }
         }
@@ -69,7 +72,7 @@ ScrollPage {
             width: parent.width
             view: page.view
             rows: page.view.state.networkUsers
-            emptyText: page.view.state.searchText.trim() === "" ? page.view.state.networkSentence : page.view.state.noProcesses
+            emptyText: page.isSearched ? page.view.state.noProcesses : page.view.state.networkSentence
             hasBars: true
         }
     }

@@ -10,6 +10,8 @@ Sheet {
     readonly property FolderView folder: view.folder
 
     implicitWidth: 420
+    // However many folders there are: what is pressed stays where it is.
+    height: Math.min(400, (parent?.parent?.height ?? 640) - 48)
     headerHeight: 40
     name: "Choose a folder to keep"
     onConfirmed: folder.choose()
