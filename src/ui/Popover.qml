@@ -37,6 +37,10 @@ FloatingPanel {
         y: 14
         width: parent.width - 28
         spacing: 10
+        // Return presses the prominent button where nothing else has the keyboard.
+        focus: true
+        Keys.onReturnPressed: event => event.isAutoRepeat || window.view.openMainWindow()
+        Keys.onEnterPressed: event => event.isAutoRepeat || window.view.openMainWindow()
 
         PopoverHeader {
             width: parent.width

@@ -318,6 +318,7 @@ qrc:/a.qml:9:2: Expected token\nand more | none
         const BrowserRowText fox = browserRowTexts({{u"Fox"_qs, 3, 1'880'000'000, 36.6}}, {}).first();
         LoginItem orphan, vouchedFor;
         vouchedFor.scope = LoginItemScope::classicLoginItem;
+        orphan.plistPath = u"/agents/org.fox.plist"_qs;
         vouchedFor.isAppleSigned = orphan.isAppleSigned = orphan.isOrphaned = true;
         const auto review = startupRowTexts({vouchedFor, orphan}, true, {});
         const auto rest = startupRowTexts({vouchedFor, orphan}, false, {});
@@ -340,7 +341,8 @@ qrc:/a.qml:9:2: Expected token\nand more | none
             {"network", totalNetworkRate(users) + u' ' + networkSentence(users)},
             {"a browser", QStringList{fox.name, fox.detail, fox.memory, fox.load}.join(u", "_qs)},
             {"a busy program", watchedText(process({}, 73.9), {}).detail},
-            {"a startup item left behind", review.size() == 1 ? review.first().badge : QString()},
+            {"a startup item left behind",
+             review.size() == 1 ? review.first().label + review.first().badge : QString()},
             {"a startup item", rest.first().badge + rest.first().detail},
             {"an old runtime", old.size() == 1 ? old.front().title : QString()},
             {"Docker", docker({{u"Images"_qs, u"3GB (45%)"_qs}, {u"Volumes"_qs, u"1GB"_qs}})},

@@ -9,9 +9,14 @@ Item {
 
     required property MainWindowView view
     readonly property bool hasBanner: banner.removal.text !== ""
-    readonly property bool hasNotice: !hasBanner && notice.text !== ""
+    readonly property bool hasNotice: notice.text !== ""
+    readonly property bool isTaken: hasBanner || hasNotice && !isBelow
+    // Both are said at once: what a removal left is part of what it did. The notice keeps that place then.
+    property bool isBelow: false
 
     implicitHeight: Math.max(48, subtitle.height + 30)
+    onHasBannerChanged: isBelow = hasBanner || isBelow && hasNotice
+    onHasNoticeChanged: isBelow = hasBanner
 
     Paragraph {
         id: subtitle
@@ -21,13 +26,13 @@ Item {
         text: strip.view.selected.subtitle
         font: Theme.subtitleFont
         color: Theme.secondary
-        opacity: strip.hasBanner || strip.hasNotice || standing.visible || putBack.visible ? 0 : 1
+        opacity: strip.isTaken || standing.visible || putBack.visible ? 0 : 1
     }
 
     NoticeBar {
         id: notice
 
-        y: 6
+        y: strip.isBelow ? 48 : 6
         width: parent.width
         text: strip.view.coordinator.notice
         tint: strip.view.coordinator.noticeTint
@@ -52,7 +57,7 @@ Item {
         text: strip.view.standing
         offer: strip.view.canStartAnew ? "Start anew" : ""
         canBeDismissed: false
-        visible: text !== "" && !strip.hasBanner && !strip.hasNotice && !putBack.visible
+        visible: text !== "" && !strip.isTaken && !putBack.visible
         onAccepted: strip.view.startAnew()
     }
 
@@ -62,6 +67,6 @@ Item {
         y: 12
         width: parent.width
         removal: strip.view.removal
-        isWanted: strip.view.canRemoveHere && !strip.hasNotice
+        isWanted: strip.view.canRemoveHere && !strip.isTaken
     }
 }

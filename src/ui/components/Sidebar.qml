@@ -12,9 +12,7 @@ FocusScope {
     activeFocusOnTab: true
     Accessible.role: Accessible.List
     Accessible.name: "Sections"
-    // A sheet gives the keyboard back as it took it.
-    onActiveFocusChanged: if (!activeFocus && enabled)
-        isPointed = false
+    onActiveFocusChanged: left.restart()
     Keys.onPressed: event => {
         const step = event.key === Qt.Key_Down ? 1 : event.key === Qt.Key_Up ? -1 : 0;
         const last = view.sections.length - 1;
@@ -26,6 +24,15 @@ FocusScope {
             return;
         isPointed = false;
         event.accepted = true;
+    }
+
+    // A sheet and another window, which are known a moment later, give the keyboard back as they took it.
+    Timer {
+        id: left
+
+        interval: 0
+        onTriggered: if (!sidebar.activeFocus && sidebar.enabled && sidebar.Window.active)
+            sidebar.isPointed = false
     }
 
     Rectangle {

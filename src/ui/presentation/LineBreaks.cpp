@@ -2,6 +2,7 @@
 
 #include <QtGui/QTextLayout>
 
+#include <algorithm>
 #include <cmath>
 
 namespace swabby {
@@ -13,11 +14,11 @@ struct Line {
     double width = 0;
 };
 
-// As Qt Quick breaks it.
+// Broken between words only.
 QList<Line> linesOf(const QString &text, const QFont &font, double width)
 {
     QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setWrapMode(QTextOption::WordWrap);
     option.setUseDesignMetrics(true);
     QTextLayout layout(text, font);
     layout.setTextOption(option);
@@ -37,6 +38,11 @@ bool endsInLoneWord(const QList<Line> &lines)
     return lines.size() > 1 && !lines.last().words.contains(u' ');
 }
 
+bool fits(const QList<Line> &lines, double width)
+{
+    return std::all_of(lines.begin(), lines.end(), [width](const Line &line) { return line.width <= width; });
+}
+
 } // namespace
 
 double roomForLastLine(const QString &text, const QFont &font, double width)
@@ -44,12 +50,13 @@ double roomForLastLine(const QString &text, const QFont &font, double width)
     if (width <= 0 || text.contains(u'\n'))
         return 0;
     const QList<Line> lines = linesOf(text, font, width);
-    if (!endsInLoneWord(lines) || lines.last().width > width / 3)
+    if (!endsInLoneWord(lines) || !fits(lines, width) || lines.last().width > width / 3)
         return 0;
     // The line above parts with its last word.
     const double narrower = std::floor(lines.at(lines.size() - 2).width) - 1;
     const QList<Line> moved = linesOf(text, font, narrower);
-    return moved.size() == lines.size() && !endsInLoneWord(moved) ? width - narrower : 0;
+    const bool isBetter = moved.size() == lines.size() && fits(moved, narrower) && !endsInLoneWord(moved);
+    return isBetter ? width - narrower : 0;
 }
 
 } // namespace swabby

@@ -22,7 +22,8 @@ StartupRowText rowFor(const LoginItem &item)
 {
     StartupRowText row;
     row.id = item.id();
-    row.label = oneLine(item.label);
+    // One that says no name goes by its file.
+    row.label = oneLine(item.label.trimmed().isEmpty() ? item.plistPath.section(u'/', -1) : item.label);
     row.tile = tileOf(item);
     return row;
 }
