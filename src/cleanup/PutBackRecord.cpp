@@ -1,5 +1,6 @@
 #include "cleanup/PutBackRecord.h"
 
+#include "cleanup/PutBackLine.h"
 #include "platform/Utf8.h"
 #include "platform/posix/LockedFile.h"
 #include "platform/posix/OwnFolder.h"
@@ -7,8 +8,6 @@
 #include "platform/posix/WholeFile.h"
 
 #include <QtCore/QFile>
-#include <QtCore/QJsonDocument>
-#include <QtCore/QJsonObject>
 
 #include <algorithm>
 #include <cerrno>
@@ -19,67 +18,6 @@ namespace swabby {
 namespace {
 
 using Path = std::filesystem::path;
-
-constexpr auto encodingEnding = QLatin1String("Base64");
-
-/// A path as text that people can read; as what JSON can hold when it is none.
-void addPath(QJsonObject &object, const QString &key, const Path &path)
-{
-    const QByteArray bytes = QByteArray::fromStdString(path.native());
-    if (isUtf8(path.native()))
-        object.insert(key, QString::fromUtf8(bytes));
-    else
-        object.insert(key + encodingEnding, QString::fromLatin1(bytes.toBase64()));
-}
-
-Path pathUnder(const QJsonObject &object, const QString &key)
-{
-    const QJsonValue text = object.value(key);
-    if (text.isString())
-        return text.toString().toStdString();
-    return QByteArray::fromBase64(object.value(key + encodingEnding).toString().toLatin1()).toStdString();
-}
-
-// A number of 64 bits is text here: JSON's own are too small for it.
-QString textOfNumber(std::uint64_t number)
-{
-    return QString::number(number);
-}
-
-QJsonObject jsonOf(const TrashedItem &item)
-{
-    const FileIdentity &identity = item.identity;
-    QJsonObject object = {
-        {QStringLiteral("device"), textOfNumber(identity.device)},
-        {QStringLiteral("inode"), textOfNumber(identity.inode)},
-        {QStringLiteral("kind"), static_cast<int>(identity.kind)},
-        {QStringLiteral("size"), static_cast<qint64>(identity.size)},
-        {QStringLiteral("modifiedNanoseconds"), static_cast<qint64>(identity.modifiedNanoseconds)}};
-    addPath(object, QStringLiteral("from"), item.from);
-    addPath(object, QStringLiteral("trashed"), item.trashed);
-    return object;
-}
-
-QByteArray lineOf(const TrashedItem &item)
-{
-    return QJsonDocument(jsonOf(item)).toJson(QJsonDocument::Compact) + '\n';
-}
-
-std::optional<TrashedItem> itemOf(const QJsonObject &object)
-{
-    const int kind = object.value(QStringLiteral("kind")).toInt(-1);
-    const TrashedItem item = {
-        pathUnder(object, QStringLiteral("from")), pathUnder(object, QStringLiteral("trashed")),
-        FileIdentity{.device = object.value(QStringLiteral("device")).toString().toULongLong(),
-                     .inode = object.value(QStringLiteral("inode")).toString().toULongLong(),
-                     .kind = static_cast<FileKind>(kind),
-                     .size = object.value(QStringLiteral("size")).toInteger(),
-                     .modifiedNanoseconds = object.value(QStringLiteral("modifiedNanoseconds")).toInteger()}};
-    const bool isKind = kind >= 0 && kind <= static_cast<int>(FileKind::other);
-    if (!isKind || !item.from.is_absolute() || !item.trashed.is_absolute())
-        return std::nullopt;
-    return item;
-}
 
 /// Whether it lies in the Trash, as far as can be seen: on a disk that is not there now it may.
 bool counts(const TrashedItem &item)
@@ -115,8 +53,7 @@ std::vector<TrashedItem> PutBackRecord::linesThatCount(std::size_t most) const
         found && found->kind == FileKind::file ? smallFile(m_filePath, largest) : QByteArray();
     for (qsizetype begin = 0; begin < text.size() && items.size() < most;) {
         const qsizetype end = text.indexOf('\n', begin) < 0 ? text.size() : text.indexOf('\n', begin);
-        if (auto item = itemOf(QJsonDocument::fromJson(text.mid(begin, end - begin)).object());
-            item && counts(*item))
+        if (auto item = itemOfPutBackLine(text.mid(begin, end - begin)); item && counts(*item))
             items.push_back(*std::move(item));
         begin = end + 1;
     }
@@ -150,7 +87,7 @@ bool PutBackRecord::add(const TrashedItem &item)
     char last = '\n';
     if (size > 0 && ::pread(m_adding.number(), &last, 1, size - 1) != 1)
         return false;
-    const QByteArray line = (last == '\n' ? "" : "\n") + lineOf(item);
+    const QByteArray line = (last == '\n' ? "" : "\n") + putBackLine(item);
     return ::write(m_adding.number(), line.constData(), static_cast<std::size_t>(line.size())) == line.size();
 }
 
@@ -158,7 +95,7 @@ void PutBackRecord::keep(const std::vector<TrashedItem> &items) const
 {
     QByteArray lines;
     for (const TrashedItem &item : items)
-        lines += lineOf(item);
+        lines += putBackLine(item);
     // What cannot be saved now still tells the truth: a line counts no longer than its thing is there.
     if (items.empty())
         ::unlink(m_filePath.c_str());

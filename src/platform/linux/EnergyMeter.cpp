@@ -14,18 +14,21 @@ ThreadRun threadRun(const std::string &path)
 {
     std::array<char, 128> buffer;
     const Descriptor file = openForReading(path);
-    if (!file.isOpen())
-        return {};
-    // Time on a processor, time waiting for one, times put on one.
-    std::string_view text = readFromStart(file.number(), buffer.data(), buffer.size());
-    ThreadRun run;
-    run.nanoseconds = integerOf<std::uint64_t>(nextWord(text)).value_or(0);
-    nextWord(text);
-    run.starts = integerOf<std::uint64_t>(nextWord(text)).value_or(0);
-    return run;
+    return file.isOpen() ? threadRunFrom(readFromStart(file.number(), buffer.data(), buffer.size()))
+                         : ThreadRun();
 }
 
 } // namespace
+
+ThreadRun threadRunFrom(std::string_view schedstatText)
+{
+    // Time on a processor, time waiting for one, times put on one.
+    ThreadRun run;
+    run.nanoseconds = integerOf<std::uint64_t>(nextWord(schedstatText)).value_or(0);
+    nextWord(schedstatText);
+    run.starts = integerOf<std::uint64_t>(nextWord(schedstatText)).value_or(0);
+    return run;
+}
 
 std::vector<ProcessRun> readRuns(const std::string &procRoot, std::span<const MeasuredProcess> processes)
 {

@@ -14,6 +14,9 @@ struct ThreadRun {
     std::uint64_t starts = 0;      ///< times it was put on one, mostly after a sleep
 };
 
+/// From the text of a schedstat file; nothing for any other text.
+ThreadRun threadRunFrom(std::string_view schedstatText);
+
 /// The threads of one process by their number.
 using ProcessRun = std::unordered_map<std::int32_t, ThreadRun>;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/linux/IconTheme.h"
+
 #include <filesystem>
 #include <string>
 #include <unordered_map>
@@ -24,24 +26,12 @@ public:
     std::string find(const std::string &name, int pixels, const std::string &theme);
 
 private:
-    struct Directory {
-        std::string path; ///< below the theme's folder
-        int smallest = 0; ///< pixels its pictures are made for
-        int largest = 0;
-        bool isScalable = false;
-    };
-    struct Theme {
-        std::vector<Directory> directories;
-        std::vector<std::string> parents;
-    };
-
     std::vector<std::string> inOrder(const std::string &theme);
-    const Theme &theme(const std::string &name);
-    static Theme themeFrom(std::string_view index);
+    const IconTheme &theme(const std::string &name);
     std::string findIn(const std::string &theme, const std::string &name, int pixels);
 
     const Folders m_folders;
-    std::unordered_map<std::string, Theme> m_themes;
+    std::unordered_map<std::string, IconTheme> m_themes;
 };
 
 } // namespace swabby

@@ -87,6 +87,13 @@ std::string_view nextWord(std::string_view &text)
     return word;
 }
 
+std::optional<std::uint64_t> kibibytesOf(std::string_view word)
+{
+    constexpr std::uint64_t largest = 1ULL << 50;
+    const auto number = integerOf<std::uint64_t>(word);
+    return number && *number <= largest ? number : std::nullopt;
+}
+
 std::optional<std::int64_t> fileNumber(const std::string &path)
 {
     return integerOf<std::int64_t>(trimmed(fileText(path)));

@@ -36,6 +36,9 @@ std::optional<std::string_view> nextLine(std::string_view &text);
 /// The next run of characters other than blanks, which the text loses; empty when there is none.
 std::string_view nextWord(std::string_view &text);
 
+/// A count of KiB, as the kernel gives memory; no value for more than any machine has.
+std::optional<std::uint64_t> kibibytesOf(std::string_view word);
+
 /// The number in a file that holds nothing else, such as the attributes under /sys.
 std::optional<std::int64_t> fileNumber(const std::string &path);
 

@@ -5,8 +5,6 @@
 
 namespace swabby {
 
-namespace {
-
 std::optional<double> bootTimeFrom(std::string_view statText)
 {
     while (auto line = nextLine(statText)) {
@@ -18,7 +16,10 @@ std::optional<double> bootTimeFrom(std::string_view statText)
     return std::nullopt;
 }
 
-} // namespace
+double uptimeFrom(std::string_view uptimeText)
+{
+    return std::max(numberOf(nextWord(uptimeText)).value_or(0), 0.0);
+}
 
 LinuxBootClock::LinuxBootClock(std::string procRoot)
     : m_procRoot(std::move(procRoot)), m_bootEpoch(bootTimeFrom(fileText(m_procRoot + "/stat")))

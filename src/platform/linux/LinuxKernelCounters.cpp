@@ -56,7 +56,7 @@ std::optional<MemoryInfo> memoryInfoFrom(std::string_view meminfoText)
     while (const auto line = nextLine(meminfoText)) {
         std::string_view rest = *line;
         const std::string_view key = nextWord(rest);
-        const auto number = integerOf<std::uint64_t>(nextWord(rest));
+        const auto number = kibibytesOf(nextWord(rest));
         if (!number)
             continue;
         if (key == "MemTotal:") {

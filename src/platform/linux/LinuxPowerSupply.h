@@ -14,10 +14,7 @@ public:
 
     bool hasBattery() const { return !battery().empty(); }
 
-    /// Minutes come from the charge left and the present current; none when the battery gives no current.
     std::optional<PowerSource> firstSource() override;
-    /// Health is the full charge over that of the design, rounded and at most 100; a battery that counts
-    /// no cycles reports 0, which is no value here.
     BatteryHealth healthAndCycles() override;
 
 private:

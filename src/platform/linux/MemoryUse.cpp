@@ -23,7 +23,7 @@ std::optional<MemoryUse> memoryUseFrom(std::string_view statusText)
             return std::nullopt;
         std::string_view rest = *line;
         const std::string_view key = nextWord(rest);
-        const auto number = integerOf<std::uint64_t>(nextWord(rest));
+        const auto number = kibibytesOf(nextWord(rest));
         for (const auto &[name, count] : counts)
             if (key == name && number) {
                 use.*count = *number;

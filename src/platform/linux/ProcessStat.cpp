@@ -2,6 +2,9 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <limits>
+
 namespace swabby {
 
 namespace {
@@ -43,6 +46,13 @@ public:
         return isNegative ? 0 : value;
     }
 
+    /// The same where it counts processes or threads; more than any machine has is the largest.
+    std::int32_t smallNumber()
+    {
+        constexpr std::uint64_t largest = std::numeric_limits<std::int32_t>::max();
+        return static_cast<std::int32_t>(std::min(number(), largest));
+    }
+
     bool failed() const { return m_failed; }
 
 private:
@@ -71,7 +81,7 @@ std::optional<ProcessStat> processStatFrom(std::string_view line)
     stat.command = line.substr(open + 1, close - open - 1);
     Fields fields(line.substr(close + 1));
     const char state = fields.letter();
-    stat.parentPid = static_cast<std::int32_t>(fields.number());
+    stat.parentPid = fields.smallNumber();
     fields.skip(4); // group, session, terminal, terminal's group
     constexpr std::uint64_t kernelThreadFlag = 0x00200000;
     constexpr std::uint64_t forkedFlag = 0x00000040;
@@ -82,7 +92,7 @@ std::optional<ProcessStat> processStatFrom(std::string_view line)
     stat.runTicks = fields.number();
     stat.runTicks += fields.number();
     fields.skip(4); // children's times, priority, nice
-    stat.threads = static_cast<std::int32_t>(fields.number());
+    stat.threads = fields.smallNumber();
     // The first thread may end before the others.
     stat.hasEnded = (state == 'Z' || state == 'X') && stat.threads <= 1;
     fields.skip(1);

@@ -1,5 +1,6 @@
 #include "platform/linux/ProcessTable.h"
 
+#include "platform/linux/LinuxBootClock.h"
 #include "platform/linux/LinuxKernelCounters.h"
 
 #include <dirent.h>
@@ -29,11 +30,6 @@ std::vector<std::int32_t> runningPids(const std::string &procRoot)
     ::closedir(folder);
     std::sort(pids.begin(), pids.end());
     return pids;
-}
-
-double secondsSinceBoot(const std::string &procRoot)
-{
-    return std::strtod(fileText(procRoot + "/uptime").c_str(), nullptr);
 }
 
 } // namespace
@@ -109,7 +105,7 @@ ProcessTable::Interval ProcessTable::beginInterval()
     interval.isBaseline = !m_newerTime || now - *m_newerTime >= shortestInterval;
     const std::optional<double> &baseline = interval.isBaseline ? m_newerTime : m_olderTime;
     interval.seconds = baseline ? now - *baseline : 0;
-    interval.sinceBoot = secondsSinceBoot(m_sources.procRoot);
+    interval.sinceBoot = uptimeFrom(fileText(m_sources.procRoot + "/uptime"));
     if (interval.isBaseline)
         m_olderTime = std::exchange(m_newerTime, now);
     return interval;

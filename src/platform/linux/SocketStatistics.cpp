@@ -56,6 +56,17 @@ int addSocket(const nlmsghdr *message, void *target)
     return MNL_CB_OK;
 }
 
+/// The length of the first message of the datagram; 0 when it does not lie whole in it. The library takes a
+/// length above two gigabytes for a negative one, which is smaller than any datagram.
+std::size_t firstMessage(std::span<const std::byte> datagram)
+{
+    nlmsghdr header = {};
+    if (datagram.size() < sizeof header)
+        return 0;
+    std::memcpy(&header, datagram.data(), sizeof header);
+    return header.nlmsg_len >= sizeof header && header.nlmsg_len <= datagram.size() ? header.nlmsg_len : 0;
+}
+
 bool request(const mnl_socket *kernel, std::uint8_t family)
 {
     struct {
@@ -107,7 +118,13 @@ std::optional<std::vector<SocketBytes>> tcpSocketBytes()
 
 std::optional<bool> addSockets(std::span<const std::byte> datagram, std::vector<SocketBytes> &sockets)
 {
-    const int result = mnl_cb_run(datagram.data(), datagram.size(), 0, 0, addSocket, &sockets);
+    int result = MNL_CB_OK;
+    while (const std::size_t length = firstMessage(datagram)) {
+        result = mnl_cb_run(datagram.data(), length, 0, 0, addSocket, &sockets);
+        if (result != MNL_CB_OK)
+            break;
+        datagram = datagram.subspan(std::min<std::size_t>(MNL_ALIGN(length), datagram.size()));
+    }
     return result == MNL_CB_ERROR ? std::nullopt : std::optional(result == MNL_CB_OK);
 }
 

@@ -27,11 +27,12 @@ std::string replaced(std::string text, const std::string &from, const std::strin
     return text;
 }
 
-/// File names are bytes; those that are no text stand there in Base64.
+/// File names are bytes; those that are no text, or begin with the mark that a text loses, stand there in
+/// Base64.
 QJsonValue valueOf(const std::string &bytes)
 {
-    if (isUtf8(bytes))
-        return textOf(bytes);
+    if (const QString text = textOf(bytes); text.toStdString() == bytes)
+        return text;
     return QJsonObject{{bytesKey, QString::fromLatin1(QByteArray::fromStdString(bytes).toBase64())}};
 }
 
@@ -57,6 +58,11 @@ std::vector<std::string> textsIn(const QJsonArray &array)
     return texts;
 }
 
+QByteArray contentOf(const QString &path)
+{
+    return isOwnFile(path) ? smallFile(QFile::encodeName(path).toStdString(), largestFile) : QByteArray();
+}
+
 std::vector<std::string> wordsOf(const std::string &executable, const std::vector<std::string> &arguments)
 {
     std::vector<std::string> words = {executable};
@@ -66,12 +72,14 @@ std::vector<std::string> wordsOf(const std::string &executable, const std::vecto
 
 } // namespace
 
-RecordedAnswers::RecordedAnswers(const QString &folder) : m_folder(QFile::encodeName(folder).toStdString())
+RecordedAnswers::RecordedAnswers(const QString &folder)
+    : RecordedAnswers(QFile::encodeName(folder).toStdString(),
+                      contentOf(folder + QStringLiteral("/answers.json")))
 {
-    const QString path = folder + QStringLiteral("/answers.json");
-    if (!isOwnFile(path))
-        return;
-    const QByteArray content = smallFile(QFile::encodeName(path).toStdString(), largestFile);
+}
+
+RecordedAnswers::RecordedAnswers(std::string folder, const QByteArray &content) : m_folder(std::move(folder))
+{
     for (const QJsonValue &answer : QJsonDocument::fromJson(content).array())
         m_texts[textsIn(answer[runKey].toArray())] = {textsIn(answer[saidKey].toArray())};
 }

@@ -17,6 +17,8 @@ class RecordedAnswers {
 public:
     /// None where there is no such file, or one that is larger than any recording or no regular file.
     explicit RecordedAnswers(const QString &folder);
+    /// Those of such a file's content.
+    RecordedAnswers(std::string folder, const QByteArray &content);
 
     bool knows(const std::string &executable) const;
     /// What the tool said to exactly this, one after the other, the last for good. No value when it was never

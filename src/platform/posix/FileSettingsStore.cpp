@@ -18,7 +18,6 @@ namespace {
 
 constexpr std::int64_t largestFile = 4'000'000;
 
-/// Why that is no JSON object, for the person who wrote it.
 QString problemOf(const QByteArray &content, const QJsonParseError &error)
 {
     if (content.trimmed().isEmpty())
@@ -31,6 +30,13 @@ QString problemOf(const QByteArray &content, const QJsonParseError &error)
 }
 
 } // namespace
+
+SettingsText settingsIn(const QByteArray &content)
+{
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(content, &error);
+    return {document.object(), document.isObject() ? QString() : problemOf(content, error)};
+}
 
 FileSettingsStore::FileSettingsStore(QString filePath) : m_filePath(std::move(filePath))
 {
@@ -54,14 +60,11 @@ FileSettingsStore::Contents FileSettingsStore::contents() const
     const SmallFile file = readSmallFile(QFile::encodeName(m_filePath).toStdString(), largestFile);
     if (!file.isThere)
         return {};
-    QJsonParseError error;
-    const QJsonDocument document = QJsonDocument::fromJson(file.content, &error);
-    QString problem = file.problem;
-    if (problem.isEmpty() && !document.isObject())
-        problem = problemOf(file.content, error);
+    const SettingsText text = settingsIn(file.content);
+    QString problem = file.problem.isEmpty() ? text.problem : file.problem;
     if (!problem.isEmpty())
         problem = QStringLiteral("%1 cannot be read (%2)").arg(m_filePath, problem);
-    return {document.object(), true, problem};
+    return {text.values, true, problem};
 }
 
 SettingsStore::Reading FileSettingsStore::read(const QString &key) const

@@ -10,6 +10,13 @@
 
 namespace swabby {
 
+/// What a settings file holds.
+struct SettingsText {
+    QJsonObject values;
+    QString problem; ///< why it is no JSON object, for the person who wrote it; empty when it is one
+};
+SettingsText settingsIn(const QByteArray &content);
+
 /// Settings in one JSON file. A write takes a lock on the folder, reads what is there, changes one key and
 /// replaces the file whole, so two programs at once lose nothing and a kill leaves the old or the new
 /// file. A file that is no JSON object gives no values and takes none: it may hold what a person relies on.

@@ -1,6 +1,6 @@
 #include "platform/desktop/DesktopAppearance.h"
 #include "platform/linux/BusLoop.h"
-#include "platform/linux/desktop/ToolkitSettings.h"
+#include "platform/linux/desktop/ToolkitAppearance.h"
 
 #include <QtGui/QGuiApplication>
 

@@ -6,8 +6,6 @@
 namespace swabby {
 namespace {
 
-constexpr auto propertyName = "_XSETTINGS_SETTINGS";
-
 /// Reads on from the front, as long as there is enough.
 class Reader {
 public:
@@ -94,29 +92,6 @@ std::optional<bool> prefersDark(const ToolkitSettings &settings)
     const auto *name = theme == settings.end() ? nullptr : std::get_if<std::string>(&theme->second);
     const bool isDark = (isWished != nullptr && *isWished != 0) || (name != nullptr && hasDarkName(*name));
     return isDark ? std::optional(true) : std::nullopt;
-}
-
-ToolkitAppearance::ToolkitAppearance() : m_owner("_XSETTINGS", propertyName, [this] { read(); })
-{
-    read();
-}
-
-void ToolkitAppearance::read()
-{
-    constexpr std::uint32_t most = 1U << 18; // in units of four bytes
-    Appearance appearance;
-    if (m_owner.window() != XCB_NONE) {
-        const xcb_atom_t name = atomOf(m_owner.connection(), propertyName);
-        const auto property = answer(xcb_get_property_reply(
-            m_owner.connection(),
-            xcb_get_property(m_owner.connection(), 0, m_owner.window(), name, XCB_ATOM_ANY, 0, most),
-            nullptr));
-        if (property && property->format == 8)
-            appearance.prefersDark = prefersDark(parseToolkitSettings(
-                {static_cast<const char *>(xcb_get_property_value(property.get())),
-                 static_cast<std::size_t>(xcb_get_property_value_length(property.get()))}));
-    }
-    say(appearance);
 }
 
 } // namespace swabby

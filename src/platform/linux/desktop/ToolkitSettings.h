@@ -1,8 +1,5 @@
 #pragma once
 
-#include "platform/desktop/DesktopAppearance.h"
-#include "platform/linux/desktop/SelectionOwner.h"
-
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -21,18 +18,5 @@ ToolkitSettings parseToolkitSettings(std::string_view property);
 /// Whether they ask for dark windows: an application's own wish, or a theme that says so in its name. None
 /// when they leave it open, as a theme does that may be called anything.
 std::optional<bool> prefersDark(const ToolkitSettings &settings);
-
-/// What the toolkits are told on an X11 desktop without a portal.
-class ToolkitAppearance final : public DesktopAppearance {
-    Q_OBJECT
-
-public:
-    ToolkitAppearance();
-
-private:
-    void read();
-
-    SelectionOwner m_owner;
-};
 
 } // namespace swabby

@@ -1,3 +1,4 @@
+#include "platform/linux/desktop/ToolkitAppearance.h"
 #include "platform/linux/desktop/ToolkitSettings.h"
 #include "OwnDisplay.h"
 #include "support/Table.h"
