@@ -18,6 +18,8 @@ trial_packages=(debootstrap xvfb xdotool imagemagick)
 package_lint_packages=(lintian desktop-file-utils appstream)
 # What only some tests need is said by their label, needs-PACKAGE.
 lint_packages=(git clang-format clang-tidy shellcheck imagemagick)
+# What fuzzes the readers.
+fuzz_packages=(clang libclang-rt-14-dev)
 # What compiles for a Mac.
 mac_packages=(clang-16 llvm-16 libc++-16-dev musl-dev)
 # What reads the windows as a screen reader does.

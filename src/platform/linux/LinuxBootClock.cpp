@@ -3,6 +3,8 @@
 #include "platform/linux/KernelFile.h"
 #include "platform/linux/ProcessStat.h"
 
+#include <algorithm>
+
 namespace swabby {
 
 std::optional<double> bootTimeFrom(std::string_view statText)

@@ -2,7 +2,9 @@
 
 #include "platform/BootClock.h"
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace swabby {
 

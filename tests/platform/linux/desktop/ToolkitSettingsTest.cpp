@@ -1,6 +1,6 @@
-#include "platform/linux/desktop/ToolkitAppearance.h"
 #include "platform/linux/desktop/ToolkitSettings.h"
 #include "OwnDisplay.h"
+#include "platform/linux/desktop/ToolkitAppearance.h"
 #include "support/Table.h"
 #include "support/TemporaryMachine.h"
 
