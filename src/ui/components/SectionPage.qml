@@ -37,9 +37,10 @@ Item {
         enabled: frame.shown === loader
         // An empty window has nothing to show meanwhile.
         asynchronous: frame.shown !== null && !Theme.isStill
-        // One that is wanted no more may be done all at once when it goes.
         onLoaded: if (page !== "" && page === frame.page)
             frame.present(loader)
+        else
+            Qt.callLater(frame.showPage)
     }
 
     // Whether the key scrolled the page.
@@ -52,11 +53,14 @@ Item {
         return item === one || item === other;
     }
 
+    // What is half made is done before the place is taken by another page: the toolkit does not survive that
+    // it is let go while things in it are made for a model that changes.
     function showPage(): void {
+        const next = shown === one ? other : one;
         if (page === "" || page === shown?.page)
             present(page === "" ? null : shown);
-        else
-            (shown === one ? other : one).make(page);
+        else if (next.status !== Loader.Loading)
+            next.make(page);
     }
 
     function present(next: PageLoader): void {
@@ -74,7 +78,7 @@ Item {
         interval: Theme.isStill ? 0 : 50
         onTriggered: {
             for (const loader of [one, other])
-                if (loader.page === "")
+                if (loader.page === "" && loader.status !== Loader.Loading)
                     loader.source = "";
         }
     }
