@@ -9,8 +9,7 @@ function(swabby_fetch_qcoro)
     endif()
     FetchContent_Declare(QCoro
         GIT_REPOSITORY https://github.com/danvratil/qcoro.git
-        GIT_TAG v0.12.0
-        GIT_SHALLOW ON
+        GIT_TAG ef1231ae490465b4f592ca326eee6d56a3d802ae # v0.12.0; a tag could be moved
         ${beside})
     set(USE_QT_VERSION 6)
     set(BUILD_SHARED_LIBS OFF)
