@@ -1,13 +1,14 @@
 #pragma once
 
 #include "platform/SecretStore.h"
+#include "platform/macparts/OneQuestion.h"
 
 #include <chrono>
 
 namespace swabby {
 
 /// The login keychain: one generic password for each account. The system may ask the person whether Swabby
-/// may have it, so every call is waited for only so long.
+/// may have it, so every call is waited for only so long, and asks once the one before was answered.
 class MacSecretStore final : public SecretStore {
 public:
     struct Patience {
@@ -25,6 +26,7 @@ public:
 private:
     const Patience m_patience;
     const StopToken m_stop;
+    OneQuestion m_question;
 };
 
 } // namespace swabby
