@@ -80,8 +80,8 @@ void runKernel()
 }
 
 struct NoShell final : Shell {
-    std::optional<std::string> perform(const std::string &, const std::vector<std::string> &,
-                                       ToolOutput, const StopToken &) override
+    std::optional<std::string> perform(const std::string &, const std::vector<std::string> &, ToolOutput,
+                                       const StopToken &) override
     {
         return std::nullopt;
     }
@@ -213,15 +213,18 @@ void runNotifications()
 {
     mac().news();
     mac().isInBundle = false;
-    MacNotifier nobody;
+    Permissions permissions;
+    MacNotifier nobody(permissions);
     nobody.requestPermission();
     nobody.post({QStringLiteral("Title"), QStringLiteral("Body")}, {});
     CHECK_ASKED();
 
     mac().isInBundle = true;
-    MacNotifier notifier;
+    MacNotifier notifier(permissions);
     notifier.requestPermission();
     CHECK_ASKED("centre", "ask 6");
+    QCoreApplication::processEvents();
+    CHECK(permissions.refused() == Permissions::Refused{Permission::notifications});
     int opened = 0;
     notifier.post({QStringLiteral("Title"), QStringLiteral("Body")}, [&opened] { ++opened; });
     CHECK_ASKED("request id-1|Title|Body|sound", "add id-1");

@@ -47,5 +47,10 @@ int main(int argc, char *argv[])
         printProblem(QStringLiteral("swabbyctl: ") + problem);
         return notDone;
     }
-    return arguments.row->run(arguments, machine);
+    const int status = arguments.row->run(arguments, machine);
+    // Only what this call tried has been noticed.
+    for (const Permission permission : machine->permissions->refused())
+        printProblem(QStringLiteral("swabbyctl: ") +
+                     machine->words.permissions.at(static_cast<std::size_t>(permission)).refusal);
+    return status;
 }

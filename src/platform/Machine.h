@@ -10,6 +10,7 @@
 #include "platform/LoginService.h"
 #include "platform/MachineWords.h"
 #include "platform/Notifier.h"
+#include "platform/Permissions.h"
 #include "platform/Places.h"
 #include "platform/PowerSupply.h"
 #include "platform/ProcessControl.h"
@@ -43,6 +44,7 @@ struct Machine {
     /// Requested when the program ends: every wait and every tool of this machine ends with it.
     StopSource stop;
 
+    std::unique_ptr<Permissions> permissions = std::make_unique<Permissions>();
     std::unique_ptr<Clock> clock;
     std::unique_ptr<SettingsStore> settings;
     std::unique_ptr<Shell> shell;

@@ -3,6 +3,7 @@
 #include <QtCore/QString>
 
 #include <array>
+#include <vector>
 
 namespace swabby {
 
@@ -29,6 +30,14 @@ struct MachineWords {
     bool programsLikeDisks = true; ///< a program's memory is counted in powers of 1000, as a disk's bytes are
     QString systemWideItems = QStringLiteral("System-wide items are changed in the system's own settings.");
     QString whereTheRestIsTurnedOff = QStringLiteral("the system's own settings");
+    /// What it says of each permission that is missing, in their order, and the button that opens where it is
+    /// given; empty where nothing has to be allowed.
+    struct Asking {
+        QString refusal;
+        QString button;
+    };
+    std::vector<Asking> permissions = macPermissions();
+    static std::vector<Asking> macPermissions();
     QString packagedPrograms; ///< who removes what the system's packages brought; empty where nothing did
     std::array<QString, 2> nameMarks; ///< around each name; empty for none
     QString aboutMarks;               ///< what they mean, at the end of an instruction

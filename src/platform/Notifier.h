@@ -19,8 +19,8 @@ class Notifier {
 public:
     virtual ~Notifier() = default;
 
-    /// Asks the person whether Swabby may notify, on systems where that is asked. The answer shows only in
-    /// whether notifications appear.
+    /// Asks the person whether Swabby may notify, on systems where that is asked; who has answered before is
+    /// not asked again. The answer, as it stands today, comes in later among the machine's permissions.
     virtual void requestPermission() {}
 
     /// Shows the notification at once, replacing none; what the system refuses is dropped. When the person

@@ -10,8 +10,10 @@
 namespace swabby {
 
 /// Which of a tool's streams make up its text. As fileNames its standard output is given also when it is no
-/// UTF-8: file names are bytes, and one odd name must not hide all the others.
-enum class ToolOutput { bothStreams, standardOutput, fileNames };
+/// UTF-8: file names are bytes, and one odd name must not hide all the others. Apart is its standard output,
+/// and behind it, when it complained, a complaintMark and its standard error.
+enum class ToolOutput { bothStreams, standardOutput, fileNames, apart };
+inline constexpr char complaintMark = '\0';
 
 /// A tool that was asked for, and what it said.
 struct ToolRun {

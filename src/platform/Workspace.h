@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Permissions.h"
+
 #include <QtCore/QString>
 
 namespace swabby {
@@ -15,6 +17,8 @@ public:
     virtual bool reveal(const QString &path) = 0;
     /// Opens the system's own settings for what starts at login. False when there are none to open.
     virtual bool openLoginItemSettings() = 0;
+    /// Opens them where a person allows that. False when there are none to open.
+    virtual bool openPermissionSettings(Permission /*what*/) { return false; }
     /// The name of the program that removes what the system's packages brought; empty when there is none.
     virtual QString softwareManager() { return {}; }
     /// Opens that program. False when there is none to open.

@@ -111,6 +111,11 @@ QJsonObject machineFacts(const Heard &heard, Machine &machine, const std::vector
         running.append(QJsonObject{{QStringLiteral("pid"), application.pid},
                                    {QStringLiteral("bundleID"), rewriting.name(application.bundleId)}});
     facts.insert(QStringLiteral("runningApplications"), running);
+    QJsonArray notAllowed;
+    for (const Permission permission : machine.permissions->refused())
+        notAllowed.append(QLatin1String(permissionNames[static_cast<std::size_t>(permission)]));
+    if (!notAllowed.isEmpty())
+        facts.insert(QStringLiteral("notAllowed"), notAllowed);
     addCaches(facts, machine.cleanup, found, rewriting);
     return facts;
 }

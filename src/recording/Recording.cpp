@@ -69,6 +69,8 @@ Recording recordMachine(Machine &machine, const QString &path, PeoplesNames name
         findings.add(item);
 
     folder.addFolder(placeIn("root"));
+    if (machine.permissions->refused().contains(Permission::fullDiskAccess))
+        folder.addFolder(placeIn("home/.Trash")); // where the refusal is met again
     folder.addFile(placeIn("machine.json"), textOf(machineFacts(*heard, machine, found, rewriting)));
     folder.addFile(placeIn("answers.json"), RecordedAnswers::file(texts.runs()));
     folder.addFile(placeIn("home/Library/Preferences/com.swabby.app.json"),

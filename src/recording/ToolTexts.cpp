@@ -92,7 +92,8 @@ std::string loginItems(const ToolRun &run, Rewriting &rewriting)
     QStringList names = parseLoginItemNames(*run.text);
     for (QString &name : names)
         name = rewriting.name(name);
-    return names.join(QStringLiteral(", ")).toStdString() + '\n';
+    const std::string said = names.join(QStringLiteral(", ")).toStdString() + '\n';
+    return refusesAppleEvents(*run.text) ? said + complaintMark + "(-1743)\n" : said;
 }
 
 std::string battery(const ToolRun &run, Rewriting & /*rewriting*/)

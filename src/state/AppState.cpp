@@ -55,11 +55,16 @@ AppState::AppState(std::shared_ptr<Machine> machine, Record record)
             });
     m_published.pinnedNames = storedPins(*m_machine->settings);
     m_published.history = HistoryStore::load(m_machine->places.applicationData, m_machine->clock->now());
+    m_machine->permissions->tell([this](const Permissions::Refused &refused) {
+        QMetaObject::invokeMethod(
+            this, [this, refused] { publish(&Published::refused, refused); }, Qt::QueuedConnection);
+    });
     connect(&m_timer, &QTimer::timeout, this, &AppState::refresh);
 }
 
 AppState::~AppState()
 {
+    m_machine->permissions->tell({});
     m_machine->stop.requestStop();
     m_refreshes.wait();
 }

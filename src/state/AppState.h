@@ -93,6 +93,7 @@ public:
     const QString &historyTrouble() const { return m_published.historyTrouble; }
     /// Waits until what the refreshes so far recorded is stored, and gives why it could not be.
     QString finishHistory() { return m_historyKeeper ? m_historyKeeper->finish() : QString(); }
+    const Permissions::Refused &refused() const { return m_published.refused; }
     int refreshesApplied() const { return m_published.refreshesApplied; }
 
 Q_SIGNALS:

@@ -24,8 +24,9 @@ struct Published : MachineSample {
     bool isRemoving = false;
     std::optional<CleanupReport> lastCleanup; ///< while its banner is up
     std::optional<MainSection> requestedMainSection;
-    QString historyTrouble;   ///< why the history cannot be stored; empty while it can
-    int refreshesApplied = 0; ///< 0 while the first one still runs
+    Permissions::Refused refused; ///< what the person has not allowed, as noticed by now
+    QString historyTrouble;       ///< why the history cannot be stored; empty while it can
+    int refreshesApplied = 0;     ///< 0 while the first one still runs
 
     /// The program of that id in one of the lists; none when it is in none.
     std::optional<ProcessSample> findProcess(std::int32_t pid) const;

@@ -5,8 +5,10 @@
 #include "ui/presentation/Sections.h"
 #include "ui/qmltypes/AskView.h"
 #include "ui/qmltypes/PopoverView.h"
+#include "ui/qmltypes/SettingsView.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QJsonDocument>
 #include <QtGui/QGuiApplication>
 
 using namespace swabby;
@@ -122,6 +124,46 @@ private Q_SLOTS:
             view().select(here);
         }
         QVERIFY2(comes(row.text(3)), qPrintable(textOf(window())));
+    }
+
+    void whatHasToBeAllowedIsSaidWhereItIsMissing_data()
+    {
+        QTest::addColumn<QByteArray>("line");
+        for (const QByteArray &line : fixture(u"ui/what_has_to_be_allowed.txt"_qs).trimmed().split('\n'))
+            QTest::newRow(line) << line;
+    }
+    // The page, what is not allowed, what is pressed there, what is said then, the button beside it, and what
+    // of the system's settings that opens.
+    void whatHasToBeAllowedIsSaidWhereItIsMissing()
+    {
+        QFETCH(QByteArray, line);
+        const Cells row(line);
+        beginWith({{u"notAllowed"_qs, QJsonDocument::fromJson(row[1]).array()},
+                   {u"trashRefuses"_qs, QJsonArray{QDir::tempPath()}}});
+        m_desk->folder.writeFile(u"home/.Trash/x"_qs, "x");
+        m_desk->folder.writeFile(u"home/Applications/Loom.app/Contents/Info.plist"_qs,
+                                 "<plist version=\"1.0\"><dict><key>CFBundleIdentifier</key>"
+                                 "<string>org.example.loom</string></dict></plist>");
+        m_desk->folder.addTool(u"/usr/bin/osascript"_qs, "echo 'error: may not. (-1743)' >&2");
+        std::unique_ptr<OpenWindow<SettingsView>> settings;
+        if (const auto section = sectionFrom(row.text(0))) {
+            openAt(*section);
+        } else {
+            settings = shown(openSettingsWindow(context()));
+            settings->view->setProperty("tab", 1);
+        }
+        QQuickWindow &here = settings ? *settings->window : window();
+        for (const QString &step : row.text(2).split(u"; "_qs, Qt::SkipEmptyParts))
+            press(here, step);
+        QVERIFY2(waitUntil([&] { return textOf(here).contains(row.text(3)); }), qPrintable(textOf(here)));
+        for (const char *button : {"Open Full Disk Access", "Open App Management", "Open Automation"})
+            if (row.text(4) != QLatin1String(button))
+                QVERIFY2(itemNamed(here, QLatin1String(button)) == nullptr, button);
+        if (row.text(4).isEmpty())
+            return;
+        press(here, row.text(4));
+        QVERIFY(waitUntil([&] { return !events(u"open"_qs).isEmpty(); }));
+        QCOMPARE(events(u"open"_qs), QJsonArray{u"x-apple.systempreferences:com.apple."_qs + row.text(5)});
     }
 
     void aStartupItemIsExplainedShownAndTurnedOffAndOnAgain()

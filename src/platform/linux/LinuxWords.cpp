@@ -52,6 +52,7 @@ MachineWords linuxWords(std::string_view osRelease, const std::string &desktops)
     words.programsLikeDisks = false;
     words.systemWideItems = QStringLiteral("System-wide services are changed with the system's own tools.");
     words.whereTheRestIsTurnedOff = QStringLiteral("the system's own tools");
+    words.permissions.clear();
     words.packagedPrograms =
         QStringLiteral("Programs that came with the system's packages are removed by its software manager.");
     words.nameMarks = {QStringLiteral("“"), QStringLiteral("”")};

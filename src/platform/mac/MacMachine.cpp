@@ -41,7 +41,8 @@ void addPlaces(Machine &machine)
                       .userId = ::getuid()};
     machine.cleanup = macCleanupPlaces(QFile::encodeName(home).toStdString(), {});
     machine.settings = std::make_unique<DefaultsStore>(openUserDefaults, machine.places.preferences);
-    machine.disposal = std::make_unique<MacDisposal>(machine.cleanup.trash, moveToSystemTrash);
+    machine.disposal =
+        std::make_unique<MacDisposal>(machine.cleanup.trash, moveToSystemTrash, *machine.permissions);
 }
 
 void addFigures(Machine &machine)
@@ -51,7 +52,7 @@ void addFigures(Machine &machine)
     machine.processes = std::make_unique<MacProcessSurveyor>(shell);
     machine.power = std::make_unique<MacPowerSupply>(shell);
     machine.boot = std::make_unique<MacBootClock>(shell);
-    machine.startup = std::make_unique<MacStartupSource>(shell, machine.places);
+    machine.startup = std::make_unique<MacStartupSource>(shell, machine.places, *machine.permissions);
     machine.startupControl = std::make_unique<MacStartupControl>(shell, machine.places);
 }
 
@@ -67,7 +68,7 @@ void addPrograms(Machine &machine)
 void addDesktop(Machine &machine)
 {
     machine.dock = std::make_unique<MacDockPresence>();
-    machine.notifier = std::make_unique<MacNotifier>();
+    machine.notifier = std::make_unique<MacNotifier>(*machine.permissions);
     machine.secrets = std::make_unique<MacSecretStore>(MacSecretStore::Patience(), machine.stop.token());
     machine.workspace = std::make_unique<MacWorkspace>();
     machine.login = std::make_unique<MacLoginService>();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Notifier.h"
+#include "platform/Permissions.h"
 
 #include <memory>
 
@@ -10,8 +11,8 @@ namespace swabby {
 /// a program outside one posts nothing.
 class MacNotifier final : public Notifier {
 public:
-    MacNotifier();
-    ~MacNotifier() override;
+    /// What people answer is noted.
+    explicit MacNotifier(Permissions &permissions);
 
     void requestPermission() override;
     void post(const Notification &notification, std::function<void()> opened) override;

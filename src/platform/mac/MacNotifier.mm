@@ -8,16 +8,10 @@
 
 #import <UserNotifications/UserNotifications.h>
 
-namespace {
-
-using Opened = std::function<void(const QString &identifier)>;
-
-} // namespace
-
 /// Hears of what people do with the notifications, on a thread of the system's.
 @interface SwabbyNotificationDelegate : NSObject <UNUserNotificationCenterDelegate> {
 @public
-    Opened opened;
+    std::function<void(const QString &identifier)> opened;
 }
 @end
 
@@ -46,6 +40,7 @@ namespace swabby {
 
 class MacNotifier::Centre : public std::enable_shared_from_this<Centre> {
 public:
+    explicit Centre(Permissions &permissions) : m_permissions(permissions) {}
     void follow()
     {
         m_delegate = [[SwabbyNotificationDelegate alloc] init];
@@ -61,9 +56,14 @@ public:
 
     void ask()
     {
+        const std::weak_ptr<Centre> self = weak_from_this();
         [m_centre requestAuthorizationWithOptions:UNAuthorizationOptions(UNAuthorizationOptionAlert |
                                                                          UNAuthorizationOptionSound)
-                                completionHandler:^(BOOL, NSError *){
+                                completionHandler:^(BOOL isAllowed, NSError *) {
+                                  QMetaObject::invokeMethod(qApp, [self, isRefused = !isAllowed] {
+                                      if (const auto centre = self.lock())
+                                          centre->m_permissions.note(Permission::notifications, isRefused);
+                                  });
                                 }];
     }
 
@@ -89,20 +89,19 @@ private:
             opened.mapped()();
     }
 
+    Permissions &m_permissions;
     UNUserNotificationCenter *m_centre = UNUserNotificationCenter.currentNotificationCenter;
     SwabbyNotificationDelegate *m_delegate = nil;
     std::map<QString, std::function<void()>> m_opened;
 };
 
-MacNotifier::MacNotifier()
+MacNotifier::MacNotifier(Permissions &permissions)
 {
     if (NSBundle.mainBundle.bundleIdentifier == nil)
         return;
-    m_centre = std::make_shared<Centre>();
+    m_centre = std::make_shared<Centre>(permissions);
     m_centre->follow();
 }
-
-MacNotifier::~MacNotifier() = default;
 
 void MacNotifier::requestPermission()
 {

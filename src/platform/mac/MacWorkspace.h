@@ -9,6 +9,7 @@ class MacWorkspace final : public Workspace {
 public:
     bool reveal(const QString &path) override;
     bool openLoginItemSettings() override;
+    bool openPermissionSettings(Permission what) override;
 };
 
 } // namespace swabby

@@ -1,16 +1,17 @@
 #include "platform/mac/MacWorkspace.h"
 
 #include "platform/mac/NativeText.h"
+#include "platform/mactools/SettingsPages.h"
 
 #import <AppKit/AppKit.h>
 
 namespace swabby {
 namespace {
 
-bool openAddress(NSString *address)
+bool openAddress(const QString &address)
 {
     @autoreleasepool {
-        NSURL *url = [NSURL URLWithString:address];
+        NSURL *url = [NSURL URLWithString:nativeText(address)];
         return url != nil && [NSWorkspace.sharedWorkspace openURL:url];
     }
 }
@@ -26,7 +27,12 @@ bool MacWorkspace::reveal(const QString &path)
 
 bool MacWorkspace::openLoginItemSettings()
 {
-    return openAddress(@"x-apple.systempreferences:com.apple.LoginItems-Settings.extension");
+    return openAddress(SettingsPages::loginItems());
+}
+
+bool MacWorkspace::openPermissionSettings(Permission what)
+{
+    return openAddress(SettingsPages::allowing(what));
 }
 
 } // namespace swabby

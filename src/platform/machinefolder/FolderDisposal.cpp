@@ -54,8 +54,12 @@ std::optional<TrashedItem> FolderDisposal::moveToTrash(const RemovalTarget &targ
                                                        const BeforeMove &beforeMove)
 {
     const auto entry = passTrashGuard(target);
-    if (!entry || !isInside(entry->folder.number()) || isRefused(target.path))
+    if (!entry || !isInside(entry->folder.number()))
         return std::nullopt;
+    if (isRefused(target.path)) {
+        m_permissions.noteRemoval(target.path, false);
+        return std::nullopt;
+    }
     const Descriptor home = holdFolder(m_folder / "home");
     if (!isInside(home.number()))
         return std::nullopt;
@@ -78,6 +82,7 @@ std::optional<TrashedItem> FolderDisposal::moveToTrash(const RemovalTarget &targ
         if (result != MoveResult::moved)
             continue;
         m_events.write(QStringLiteral("trash"), fromTo(item.from, item.trashed));
+        m_permissions.noteRemoval(target.path, true);
         return item;
     }
     return std::nullopt;
@@ -121,6 +126,7 @@ bool FolderDisposal::emptyFolder(const RemovalTarget &target, const MustStay &mu
 
 TrashListing FolderDisposal::listTrash(const Path &trash, const MustStay &mustStay)
 {
+    m_permissions.note(Permission::fullDiskAccess, isKeptClosed(trash));
     const Descriptor folder = holdFolder(AT_FDCWD, trash.native(), Links::refuse);
     if (!isInside(folder.number()) || !canBeListed(folder.number()))
         return {.isWhole = false};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Disposal.h"
+#include "platform/Permissions.h"
 #include "platform/machinefolder/EventLog.h"
 #include "platform/posix/TreeRemoval.h"
 
@@ -13,9 +14,13 @@ class FolderDisposal final : public Disposal {
 public:
     using Path = std::filesystem::path;
 
-    /// What lies at or under trashRefuses cannot be moved to the Trash.
-    FolderDisposal(Path folder, std::vector<Path> trashRefuses, const EventLog &events)
-        : m_folder(std::move(folder)), m_trashRefuses(std::move(trashRefuses)), m_events(events)
+    /// What lies at or under trashRefuses cannot be moved to the Trash. What is refused is noted.
+    FolderDisposal(Path folder, std::vector<Path> trashRefuses, const EventLog &events,
+                   Permissions &permissions)
+        : m_folder(std::move(folder)),
+          m_trashRefuses(std::move(trashRefuses)),
+          m_events(events),
+          m_permissions(permissions)
     {
     }
 
@@ -37,6 +42,7 @@ private:
     Path m_folder;
     std::vector<Path> m_trashRefuses;
     const EventLog &m_events;
+    Permissions &m_permissions;
 };
 
 } // namespace swabby

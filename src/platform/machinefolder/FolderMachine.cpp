@@ -158,6 +158,7 @@ std::shared_ptr<Machine> makeFolderMachine(const MachineFolder &given, QString *
                        .userId = description->userId()};
     machine->ownProcessId = description->ownProcessId().value_or(::getpid());
     machine->refreshesUntilReal = 1;
+    machine->permissions->alwaysRefuse(description->notAllowed());
     if (const auto now = description->now())
         machine->clock = std::make_unique<FolderClock>(*now);
     else
@@ -171,7 +172,8 @@ std::shared_ptr<Machine> makeFolderMachine(const MachineFolder &given, QString *
     machine->boot = std::make_unique<MacBootClock>(*machine->shell);
     machine->processControl = std::make_unique<FolderProcessControl>(description->unsignalablePids(),
                                                                      *machine->boot, machine->events);
-    machine->startup = std::make_unique<MacStartupSource>(*machine->shell, machine->places);
+    machine->startup =
+        std::make_unique<MacStartupSource>(*machine->shell, machine->places, *machine->permissions);
     machine->startupControl = std::make_unique<MacStartupControl>(*machine->shell, machine->places);
     machine->cleanup = placesIn(*description, pathOf(home), pathOf(machine->places.root));
     machine->applications = std::make_unique<MacApplicationSource>(
@@ -180,13 +182,14 @@ std::shared_ptr<Machine> makeFolderMachine(const MachineFolder &given, QString *
     machine->runningApplications =
         std::make_unique<FolderRunningApplications>(description->runningApplications(), machine->events);
     machine->dock = std::make_unique<FolderDockPresence>(machine->events);
-    machine->notifier = std::make_unique<FolderNotifier>(machine->events);
+    machine->notifier = std::make_unique<FolderNotifier>(machine->events, *machine->permissions);
     machine->secrets = std::make_unique<FolderSecretStore>(folder + QStringLiteral("/keychain.json"));
     machine->workspace = std::make_unique<FolderWorkspace>(machine->events);
     machine->login =
         std::make_unique<FolderLoginService>(folder + QStringLiteral("/opens-at-login"), machine->events);
-    machine->disposal = std::make_unique<FolderDisposal>(QFile::encodeName(folder).toStdString(),
-                                                         description->trashRefuses(), machine->events);
+    machine->disposal =
+        std::make_unique<FolderDisposal>(QFile::encodeName(folder).toStdString(), description->trashRefuses(),
+                                         machine->events, *machine->permissions);
     return machine;
 }
 

@@ -1,6 +1,7 @@
 #include "platform/machinefolder/FolderServices.h"
 
 #include "platform/machinefolder/OwnFiles.h"
+#include "platform/mactools/SettingsPages.h"
 #include "platform/posix/WholeFile.h"
 
 #include <QtCore/QFile>
@@ -22,8 +23,13 @@ bool FolderWorkspace::reveal(const QString &path)
 
 bool FolderWorkspace::openLoginItemSettings()
 {
-    m_events.write(QStringLiteral("open"),
-                   QStringLiteral("x-apple.systempreferences:com.apple.LoginItems-Settings.extension"));
+    m_events.write(QStringLiteral("open"), SettingsPages::loginItems());
+    return true;
+}
+
+bool FolderWorkspace::openPermissionSettings(Permission what)
+{
+    m_events.write(QStringLiteral("open"), SettingsPages::allowing(what));
     return true;
 }
 

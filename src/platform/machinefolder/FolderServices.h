@@ -2,6 +2,7 @@
 
 #include "platform/LoginService.h"
 #include "platform/Notifier.h"
+#include "platform/Permissions.h"
 #include "platform/SecretStore.h"
 #include "platform/Workspace.h"
 #include "platform/machinefolder/EventLog.h"
@@ -15,11 +16,16 @@ namespace swabby {
 /// Nobody opens what nobody sees.
 class FolderNotifier final : public Notifier {
 public:
-    explicit FolderNotifier(const EventLog &events) : m_events(events) {}
+    FolderNotifier(const EventLog &events, Permissions &permissions)
+        : m_events(events), m_permissions(permissions)
+    {
+    }
+    void requestPermission() override { m_permissions.note(Permission::notifications, false); }
     void post(const Notification &notification, std::function<void()> opened) override;
 
 private:
     const EventLog &m_events;
+    Permissions &m_permissions;
 };
 
 class FolderWorkspace final : public Workspace {
@@ -27,6 +33,7 @@ public:
     explicit FolderWorkspace(const EventLog &events) : m_events(events) {}
     bool reveal(const QString &path) override;
     bool openLoginItemSettings() override;
+    bool openPermissionSettings(Permission what) override;
 
 private:
     const EventLog &m_events;

@@ -221,4 +221,14 @@ std::vector<std::filesystem::path> MachineDescription::trashRefuses() const
     return paths;
 }
 
+Permissions::Refused MachineDescription::notAllowed() const
+{
+    Permissions::Refused refused;
+    for (const QJsonValue &name : m_facts.value(QLatin1String("notAllowed")).toArray())
+        for (std::size_t index = 0; index < permissionNames.size(); ++index)
+            if (name.toString() == QLatin1String(permissionNames[index]))
+                refused.insert(static_cast<Permission>(index));
+    return refused;
+}
+
 } // namespace swabby

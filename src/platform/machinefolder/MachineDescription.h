@@ -2,6 +2,7 @@
 
 #include "platform/CleanupPlaces.h"
 #include "platform/KernelCounters.h"
+#include "platform/Permissions.h"
 #include "platform/PowerSupply.h"
 #include "platform/RunningApplications.h"
 
@@ -56,6 +57,8 @@ public:
     std::vector<KnownCache> knownCaches() const;
     /// What cannot be moved to the Trash, nor anything under it.
     std::vector<std::filesystem::path> trashRefuses() const;
+    /// What its person does not let Swabby do.
+    Permissions::Refused notAllowed() const;
 
 private:
     QJsonObject m_facts;

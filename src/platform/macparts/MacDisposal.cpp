@@ -2,6 +2,7 @@
 
 #include "platform/posix/EntryMove.h"
 #include "platform/posix/HeldFolder.h"
+#include "platform/posix/PathWay.h"
 #include "platform/posix/TreeRemoval.h"
 
 #include <fcntl.h>
@@ -20,6 +21,17 @@ bool isOfTheTrash(const Path &trash, const HeldEntry &entry, const FileIdentity 
                    (identity.kind == FileKind::folder && liesAtOrUnder(folder.number(), identity)));
 }
 
+/// Holds it, to ask later where it lies; not open when another name may be told then.
+Descriptor holdOnlyName(const Path &path, const FileIdentity &identity)
+{
+    std::error_code problem;
+    const bool hasOne =
+        identity.kind == FileKind::folder || std::filesystem::hard_link_count(path, problem) == 1;
+    Descriptor held = hasOne && identity.kind != FileKind::link ? holdEntry(path) : Descriptor();
+    const auto own = identityOf(held.number());
+    return own && own->isSameThing(identity) ? std::move(held) : Descriptor();
+}
+
 } // namespace
 
 std::optional<TrashedItem> MacDisposal::moveToTrash(const RemovalTarget &target, const BeforeMove &beforeMove)
@@ -32,16 +44,22 @@ std::optional<TrashedItem> MacDisposal::moveToTrash(const RemovalTarget &target,
     TrashedItem item = {target.path, m_trash / entry->name, target.identity};
     if (beforeMove && !beforeMove(item))
         return std::nullopt;
+    const Descriptor held = holdOnlyName(folder / entry->name, target.identity);
     const Path told = std::exchange(item.trashed, m_toTrash(folder / entry->name).value_or(Path()));
+    m_permissions.noteRemoval(target.path, !item.trashed.empty());
     if (item.trashed.empty())
         return std::nullopt;
 
     const Descriptor trash = holdFolder(item.trashed.parent_path());
     const EntryAt place = {trash.number(), item.trashed.filename().native()};
     const auto landed = identityIn(place.folder, place.name);
-    // Who may not look into the Trash has the system's word for it.
-    if (!landed)
-        return identityIn(entry->folder.number(), entry->name) ? std::nullopt : std::optional(item);
+    // Who may not look into the Trash asks what was held where it lies, or has the system's word for it.
+    if (!landed) {
+        const Path now = toldPathOf(held.number());
+        const bool isAnother = !now.empty() && now.filename() != item.trashed.filename();
+        return isAnother || identityIn(entry->folder.number(), entry->name) ? std::nullopt
+                                                                            : std::optional(item);
+    }
     const bool isIt = notedThing(place, target.identity).has_value();
     if (isIt && (item.trashed == told || !beforeMove || beforeMove(item)))
         return item;
@@ -74,6 +92,7 @@ bool MacDisposal::emptyFolder(const RemovalTarget &folder, const MustStay &mustS
 
 TrashListing MacDisposal::listTrash(const Path &path, const MustStay &mustStay)
 {
+    m_permissions.note(Permission::fullDiskAccess, isKeptClosed(path));
     const Descriptor folder = holdFolder(AT_FDCWD, path.native(), Links::refuse);
     if (!folder.isOpen() || !canBeListed(folder.number()))
         return {.isWhole = false};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Disposal.h"
+#include "platform/Permissions.h"
 
 namespace swabby {
 
@@ -12,9 +13,10 @@ using ToTrash = std::function<std::optional<std::filesystem::path>(const std::fi
 /// put in the place of what was agreed on goes back at once.
 class MacDisposal final : public Disposal {
 public:
-    /// The Trash is the one in the user's home folder; the system has others for other disks.
-    MacDisposal(std::filesystem::path trash, ToTrash toTrash)
-        : m_trash(std::move(trash)), m_toTrash(std::move(toTrash))
+    /// The Trash is the one in the user's home folder; the system has others for other disks. What the system
+    /// refuses is noted.
+    MacDisposal(std::filesystem::path trash, ToTrash toTrash, Permissions &permissions)
+        : m_trash(std::move(trash)), m_toTrash(std::move(toTrash)), m_permissions(permissions)
     {
     }
 
@@ -32,6 +34,7 @@ public:
 private:
     const std::filesystem::path m_trash;
     const ToTrash m_toTrash;
+    Permissions &m_permissions;
 };
 
 } // namespace swabby

@@ -1,5 +1,6 @@
 #include "platform/mactools/LaunchdText.h"
 
+#include "platform/Shell.h"
 #include "platform/TextScan.h"
 #include "platform/Utf8.h"
 #include "platform/mactools/PropertyList.h"
@@ -62,10 +63,18 @@ bool namesAppleAuthority(std::string_view text)
 QStringList parseLoginItemNames(std::string_view text)
 {
     QStringList names;
+    text = text.substr(0, text.find(complaintMark));
     for (const QString &piece : textOf(text).split(QLatin1Char(',')))
         if (const QString name = piece.trimmed(); !name.isEmpty())
             names.append(name);
     return names;
+}
+
+bool refusesAppleEvents(std::string_view text)
+{
+    const std::size_t complaint = text.find(complaintMark);
+    // The words around it are in the person's language.
+    return complaint != text.npos && text.find("(-1743)", complaint) != text.npos;
 }
 
 } // namespace swabby

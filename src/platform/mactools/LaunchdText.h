@@ -34,5 +34,7 @@ bool namesAppleAuthority(std::string_view text);
 
 /// The names in the answer of the System Events question for login items.
 QStringList parseLoginItemNames(std::string_view text);
+/// Whether its complaint says that the person does not let Swabby ask.
+bool refusesAppleEvents(std::string_view text);
 
 } // namespace swabby

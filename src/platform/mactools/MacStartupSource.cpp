@@ -73,9 +73,10 @@ void MacStartupSource::addFolder(const QString &folder, LoginItemScope scope,
 
 void MacStartupSource::addClassicItems(std::vector<StartupEntry> &entries)
 {
-    const auto text = ToolQuestions::loginItems().ask(m_shell, ToolOutput::standardOutput);
+    const auto text = ToolQuestions::loginItems().ask(m_shell, ToolOutput::apart);
     if (!text)
         return;
+    m_permissions.note(Permission::automation, refusesAppleEvents(*text));
     for (const QString &name : parseLoginItemNames(*text))
         entries.push_back({.label = name,
                            .definitionPath = {},

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/Permissions.h"
 #include "platform/Places.h"
 #include "platform/Shell.h"
 #include "platform/StartupSource.h"
@@ -9,7 +10,11 @@ namespace swabby {
 /// Launch agents, launch daemons and classic login items. Two tools run for every listed job.
 class MacStartupSource final : public StartupSource {
 public:
-    MacStartupSource(Shell &shell, Places places) : m_shell(shell), m_places(std::move(places)) {}
+    /// Whether the classic login items were refused is noted.
+    MacStartupSource(Shell &shell, Places places, Permissions &permissions)
+        : m_shell(shell), m_places(std::move(places)), m_permissions(permissions)
+    {
+    }
     std::vector<StartupEntry> entries() override;
 
 private:
@@ -18,6 +23,7 @@ private:
 
     Shell &m_shell;
     Places m_places;
+    Permissions &m_permissions;
 };
 
 } // namespace swabby

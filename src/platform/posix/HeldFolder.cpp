@@ -116,6 +116,13 @@ std::vector<ListedEntry> entriesIn(int folder)
     return entries;
 }
 
+bool isKeptClosed(const std::filesystem::path &folder)
+{
+    errno = 0;
+    const Descriptor held = holdFolder(AT_FDCWD, folder.native(), Links::refuse);
+    return !(held.isOpen() && canBeListed(held.number())) && (errno == EPERM || errno == EACCES);
+}
+
 std::filesystem::path pathOf(int folder)
 {
     const std::string target = toldPathOf(folder);

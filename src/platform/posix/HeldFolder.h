@@ -60,6 +60,8 @@ std::uint64_t mountOf(int folder, const std::string &name = {});
 bool liesAtOrUnder(int folder, const FileIdentity &above);
 
 bool canBeListed(int folder);
+/// Whether there is such a folder, no link, and the system does not let this program list it.
+bool isKeptClosed(const std::filesystem::path &folder);
 
 /// The names in it, in no order; empty when it cannot be listed.
 std::vector<std::string> namesIn(int folder);

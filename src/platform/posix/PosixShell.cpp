@@ -4,6 +4,7 @@
 #include "platform/posix/Channels.h"
 #include "platform/posix/ChildProcess.h"
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
@@ -39,29 +40,38 @@ std::vector<std::string> environmentFor(const PosixShell::Variables &variables)
     return result;
 }
 
-/// Reads to the end of the file; false when one of the tokens stopped first.
-bool readAll(int descriptor, const StopToken &own, const StopToken &callers, std::string &text)
+struct Stream {
+    int descriptor = nowhere; ///< when it is at its end, or there is none
+    std::string text = {};
+};
+
+/// Takes what has come by now.
+void readOn(Stream &stream)
 {
-    std::vector<char> buffer(64 * 1024);
-    for (;;) {
-        pollfd watched[3] = {
-            {descriptor, POLLIN, 0}, {own.descriptor(), POLLIN, 0}, {callers.descriptor(), POLLIN, 0}};
-        if (::poll(watched, 3, -1) < 0) {
-            if (errno == EINTR)
-                continue;
-            return false;
-        }
+    std::array<char, 16 * 1024> buffer = {};
+    const ssize_t count = ::read(stream.descriptor, buffer.data(), buffer.size());
+    if (count > 0)
+        stream.text.append(buffer.data(), static_cast<std::size_t>(count));
+    else if (count == 0 || (errno != EINTR && errno != EAGAIN))
+        stream.descriptor = nowhere;
+}
+
+/// Reads both to their ends, or until one of the tokens stops.
+void readAll(Stream &output, Stream &complaint, const StopToken &own, const StopToken &callers)
+{
+    while (output.descriptor != nowhere || complaint.descriptor != nowhere) {
+        pollfd watched[4] = {{output.descriptor, POLLIN, 0},
+                             {complaint.descriptor, POLLIN, 0},
+                             {own.descriptor(), POLLIN, 0},
+                             {callers.descriptor(), POLLIN, 0}};
+        if (::poll(watched, 4, -1) < 0 && errno != EINTR)
+            return;
         if (own.stopRequested() || callers.stopRequested())
-            return false;
-        if (watched[0].revents == 0)
-            continue;
-        const ssize_t count = ::read(descriptor, buffer.data(), buffer.size());
-        if (count > 0)
-            text.append(buffer.data(), static_cast<std::size_t>(count));
-        else if (count == 0)
-            return true;
-        else if (errno != EINTR && errno != EAGAIN)
-            return true;
+            return;
+        if (watched[0].revents != 0)
+            readOn(output);
+        if (watched[1].revents != 0)
+            readOn(complaint);
     }
 }
 
@@ -134,22 +144,28 @@ std::optional<std::string> PosixShell::runWith(const Variables &variables, const
     auto [readEnd, writeEnd] = makePipe();
     if (m_stop.stopRequested() || stop.stopRequested() || !readEnd.isOpen())
         return std::nullopt;
-    const pid_t child =
-        startChild({executable, arguments, environmentFor(variables)},
-                   {.output = writeEnd.number(),
-                    .error = output == ToolOutput::bothStreams ? writeEnd.number() : nowhere});
+    auto [complaintEnd, complainingEnd] = output == ToolOutput::apart ? makePipe() : Ends();
+    const pid_t child = startChild(
+        {executable, arguments, environmentFor(variables)},
+        {.output = writeEnd.number(),
+         .error = output == ToolOutput::bothStreams ? writeEnd.number() : complainingEnd.number()});
     writeEnd.reset();
+    complainingEnd.reset();
     if (child < 0)
         return std::nullopt;
     started();
 
-    std::string text;
-    readAll(readEnd.number(), m_stop, stop, text);
+    Stream answer = {readEnd.number()};
+    Stream complaint = {complaintEnd.number()};
+    readAll(answer, complaint, m_stop, stop);
     readEnd.reset();
+    complaintEnd.reset();
     waitForEnd(child, m_stop, stop);
-    if (output != ToolOutput::fileNames && !isUtf8(text))
+    if (output != ToolOutput::fileNames && !isUtf8(answer.text))
         return std::nullopt;
-    return text;
+    if (!complaint.text.empty() && isUtf8(complaint.text))
+        answer.text += complaintMark + complaint.text;
+    return answer.text;
 }
 
 std::string PosixShell::converse(const std::string &executable, std::string_view input, const StopToken &stop)
@@ -164,11 +180,12 @@ std::string PosixShell::converse(const std::string &executable, std::string_view
         return {};
     sendAll(own.number(), input, m_stop, stop);
     ::shutdown(own.number(), SHUT_WR);
-    std::string text;
-    readAll(own.number(), m_stop, stop, text);
+    Stream answer = {own.number()};
+    Stream none;
+    readAll(answer, none, m_stop, stop);
     ::kill(-child, SIGKILL);
     waitForEnd(child, m_stop, stop);
-    return text;
+    return answer.text;
 }
 
 } // namespace swabby

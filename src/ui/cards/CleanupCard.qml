@@ -10,8 +10,10 @@ Card {
     property string note
     property string noteAction
     property assistantTrouble trouble
+    property permissionRequest missing
 
     signal settingsWanted
+    signal permissionWanted(what: int)
     signal noteFollowed
     signal begun
     signal stopped
@@ -61,6 +63,12 @@ Card {
         text: card.list.text.empty
         wrapMode: Text.Wrap
         visible: text !== ""
+    }
+
+    PermissionRow {
+        width: parent.width
+        request: card.missing
+        onWanted: what => card.permissionWanted(what)
     }
 
     AssistantTroubleNote {

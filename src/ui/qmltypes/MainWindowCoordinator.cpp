@@ -1,9 +1,14 @@
 #include "ui/qmltypes/MainWindowCoordinator.h"
 
+#include "ui/qmltypes/PermissionRequest.h"
+
 namespace swabby {
 
 MainWindowCoordinator::MainWindowCoordinator(const UserInterfaceContext &context, QObject *parent)
-    : QObject(parent), m_confirmation(context, this), m_explanation(context, m_confirmation, this)
+    : QObject(parent),
+      m_context(context),
+      m_confirmation(context, this),
+      m_explanation(context, m_confirmation, this)
 {
     connect(&m_confirmation, &ConfirmationView::quitEnded, this,
             [this](const QString &problem, const QString &before) {
@@ -19,6 +24,12 @@ void MainWindowCoordinator::setNotice(const QString &notice, Tint tint)
     m_notice = notice;
     m_noticeTint = tint;
     Q_EMIT noticeChanged();
+}
+
+void MainWindowCoordinator::openPermissionSettings(int what)
+{
+    swabby::openPermissionSettings(what, m_context, this,
+                                   [this](const QString &notice) { setNotice(notice); });
 }
 
 void MainWindowCoordinator::explain(const ExplainRequest &request)

@@ -32,6 +32,7 @@ public:
     int noticeTint() const { return static_cast<int>(m_noticeTint); }
     void setNotice(const QString &notice, Tint tint = Tint::orange);
     Q_INVOKABLE void dismissNotice() { setNotice({}); }
+    Q_INVOKABLE void openPermissionSettings(int what);
 
     void explain(const ExplainRequest &request);
     /// The question before a program is quit.
@@ -43,6 +44,7 @@ Q_SIGNALS:
     void noticeChanged();
 
 private:
+    UserInterfaceContext m_context;
     ConfirmationView m_confirmation;
     ExplainView m_explanation;
     QString m_notice;

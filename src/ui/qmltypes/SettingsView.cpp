@@ -72,8 +72,15 @@ void SettingsView::say(const Word &word)
     Q_EMIT changed();
 }
 
+void SettingsView::openPermissionSettings(int what)
+{
+    swabby::openPermissionSettings(what, m_context, this, [this](const QString &notice) { say({notice}); });
+}
+
 void SettingsView::reload()
 {
+    // Once it was answered nobody is asked again, and the answer of today comes in.
+    m_context.state.machine().notifier->requestPermission();
     if (m_pendingWrites == 0)
         read();
 }

@@ -5,6 +5,7 @@
 #include "ui/presentation/SettingsText.h"
 #include "ui/qmltypes/FolderView.h"
 #include "ui/qmltypes/KeyView.h"
+#include "ui/qmltypes/PermissionRequest.h"
 #include "ui/qmltypes/RowModel.h"
 #include "ui/qmltypes/WindowContext.h"
 
@@ -32,6 +33,7 @@ class SettingsView : public QObject {
     Q_PROPERTY(swabby::SwitchSetting redNotification MEMBER m_redNotification NOTIFY changed)
     Q_PROPERTY(swabby::SwitchSetting storageNotification MEMBER m_storageNotification NOTIFY changed)
     Q_PROPERTY(swabby::SwitchSetting weekly MEMBER m_weekly NOTIFY changed)
+    Q_PROPERTY(swabby::PermissionRequest silenced READ silenced NOTIFY changed)
     Q_PROPERTY(swabby::SwitchSetting assistant MEMBER m_assistant NOTIFY changed)
     Q_PROPERTY(swabby::TextSetting model MEMBER m_model NOTIFY changed)
     Q_PROPERTY(swabby::TextSetting address MEMBER m_address NOTIFY changed)
@@ -69,6 +71,11 @@ public:
         return snoozeSentence(m_context.state.snoozedUntil(), m_context.state.machine().clock->now(),
                               m_weekly.isOn, QLocale());
     }
+    /// Why no notification would appear.
+    PermissionRequest silenced() const
+    {
+        return {Permission::notifications, m_context.state.refused(), m_context.state.machine().words};
+    }
     /// What became of the last change, else why nothing can be stored or removed; empty when all is well.
     QString notice() const { return m_notice.isEmpty() ? m_problem : m_notice; }
     /// It is about the last change, and goes after a while.
@@ -94,6 +101,7 @@ public:
     {
         m_context.state.snoozeUntil(m_context.state.machine().clock->now() + minutes * 60.0);
     }
+    Q_INVOKABLE void openPermissionSettings(int what);
     Q_INVOKABLE void endSnooze() { m_context.state.snoozeUntil(std::nullopt); }
     /// False, and a word about it, when that is no whole path.
     Q_INVOKABLE bool addExcluded(const QString &typed);

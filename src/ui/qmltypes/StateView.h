@@ -5,6 +5,7 @@
 #include "ui/presentation/HealthText.h"
 #include "ui/presentation/NetworkText.h"
 #include "ui/presentation/ProcessText.h"
+#include "ui/qmltypes/PermissionRequest.h"
 #include "ui/qmltypes/RowModel.h"
 #include "ui/qmltypes/ShownState.h"
 #include "ui/qmltypes/Sparkline.h"
@@ -32,6 +33,9 @@ class StateView : public QObject {
     Q_PROPERTY(swabby::BatterySummary battery READ battery NOTIFY changed)
     Q_PROPERTY(QString networkRate READ networkRate NOTIFY changed)
     Q_PROPERTY(QString networkSentence READ networkSentence NOTIFY changed)
+    Q_PROPERTY(swabby::PermissionRequest closedTrash READ closedTrash NOTIFY changed)
+    Q_PROPERTY(swabby::PermissionRequest refusedRemoval READ refusedRemoval NOTIFY changed)
+    Q_PROPERTY(swabby::PermissionRequest missingItems READ missingItems NOTIFY changed)
     Q_PROPERTY(bool isCompact READ isCompact NOTIFY changed)
     Q_PROPERTY(QString moreFound READ moreFound NOTIFY searchTextChanged)
     Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
@@ -68,6 +72,9 @@ public:
     BatterySummary battery() const { return batterySummary(m_shown.stats, m_shown.words); }
     QString networkRate() const { return totalNetworkRate(m_shown.networkUsers); }
     QString networkSentence() const { return swabby::networkSentence(m_shown.networkUsers); }
+    PermissionRequest closedTrash() const { return request(Permission::fullDiskAccess); }
+    PermissionRequest refusedRemoval() const { return request(Permission::applicationManagement); }
+    PermissionRequest missingItems() const { return request(Permission::automation); }
     bool isCompact() const { return m_isCompact; }
     /// What a search has found that is not listed; empty while all is.
     QString moreFound() const { return moreFoundText(m_moreFound); }
@@ -92,6 +99,7 @@ Q_SIGNALS:
 
 private:
     void showProcesses();
+    PermissionRequest request(Permission what) const { return {what, m_shown.refused, m_shown.words}; }
 
     ShownState m_shown;
     bool m_isCompact = false;

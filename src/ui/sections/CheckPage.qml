@@ -50,6 +50,13 @@ ScrollPage {
         visible: !page.check.isScanning && page.check.noResult === ""
     }
 
+    PermissionRow {
+        width: parent.width
+        request: page.view.state.closedTrash
+        visible: text !== "" && !page.check.isScanning
+        onWanted: what => page.view.coordinator.openPermissionSettings(what)
+    }
+
     Card {
         width: parent.width
         visible: !page.check.isScanning && page.check.candidates.rows.count > 0

@@ -38,6 +38,12 @@ ScrollPage {
         }
     }
 
+    PermissionRow {
+        width: parent.width
+        request: page.view.state.missingItems
+        onWanted: what => page.view.coordinator.openPermissionSettings(what)
+    }
+
     Item {
         width: parent.width
         height: Math.max(32, words.height)

@@ -16,6 +16,7 @@ ScrollPage {
         onToggled: (id, isSelected) => page.storage.setSelected(id, isSelected)
         onAllToggled: isSelected => page.storage.setAllSelected(list, isSelected)
         onShown: path => page.view.coordinator.confirmation.showInFolder(path)
+        onPermissionWanted: what => page.view.coordinator.openPermissionSettings(what)
     }
 
     remedy: quickClean
@@ -42,6 +43,7 @@ ScrollPage {
         list: page.storage.quickClean
         note: page.storage.sentNote
         trouble: page.storage.trouble
+        missing: page.view.state.closedTrash
         onSettingsWanted: page.storage.openAssistantSettings()
     }
 
@@ -75,6 +77,7 @@ ScrollPage {
 
     ClutterCard {
         list: page.storage.applications
+        missing: page.view.state.refusedRemoval
         actionLabel: "Remove"
         note: page.storage.packagedPrograms
         noteAction: page.storage.softwareManager

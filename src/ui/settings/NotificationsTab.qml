@@ -38,6 +38,12 @@ ScrollPage {
         }
     }
 
+    PermissionRow {
+        width: parent.width
+        request: page.view.silenced
+        onWanted: what => page.view.openPermissionSettings(what)
+    }
+
     Card {
         width: parent.width
         spacing: 10

@@ -42,10 +42,12 @@ struct Scene {
         fs::create_directories(home());
         growOutside(ground / "outside");
         if (kind == Kind::machineFolder)
-            disposal = std::make_unique<FolderDisposal>(machine(), std::vector<fs::path>(), events);
+            disposal =
+                std::make_unique<FolderDisposal>(machine(), std::vector<fs::path>(), events, permissions);
         else if (kind == Kind::mac)
             disposal = std::make_unique<MacDisposal>(
-                home() / ".Trash", [this](const fs::path &path) { return toTrash(path, home() / ".Trash"); });
+                home() / ".Trash", [this](const fs::path &path) { return toTrash(path, home() / ".Trash"); },
+                permissions);
         else
             disposal = std::make_unique<LinuxDisposal>(home() / "data", clock);
     }
@@ -71,6 +73,7 @@ struct Scene {
 
     Ground ground;
     SystemClock clock;
+    Permissions permissions;
     EventLog events{QString::fromStdString((ground / "machine/events.jsonl").native())};
     std::unique_ptr<Disposal> disposal;
     std::vector<TrashedItem> trashed;

@@ -1,6 +1,7 @@
 #include "platform/macparts/DefaultsStore.h"
 #include "platform/macparts/MacDisposal.h"
 #include "platform/macparts/MacProcessControl.h"
+#include "platform/macparts/OneQuestion.h"
 #include "platform/macparts/ToolEnvironment.h"
 #include "support/RandomTree.h"
 #include "support/Table.h"
@@ -65,7 +66,8 @@ private Q_SLOTS:
                     else if (words.size() == 3)
                         fs::create_directory_symlink(words[1].toStdString(), ground / words[2].toStdString());
             };
-            MacDisposal disposal(ground / "trash", [&](const fs::path &path) -> std::optional<fs::path> {
+            Permissions permissions;
+            const auto toTrash = [&](const fs::path &path) -> std::optional<fs::path> {
                 if (row[0] == "refuses")
                     return std::nullopt;
                 step(row[0]);
@@ -74,7 +76,8 @@ private Q_SLOTS:
                 fs::rename(path, place);
                 step(row[1]);
                 return place;
-            });
+            };
+            MacDisposal disposal(ground / "trash", toTrash, permissions);
             int told = 0;
             const auto item = disposal.moveToTrash(
                 targetAt(ground / "home/folder/film", ground / "home"),
@@ -144,6 +147,20 @@ private Q_SLOTS:
                     : *hasEnded ? u" no more"_qs
                                 : QString());
         });
+    }
+
+    void questionsWaitForEachOther()
+    {
+        using namespace std::chrono_literals;
+        OneQuestion question;
+        std::promise<void> answer;
+        const auto hanging = [given = answer.get_future().share()] { return given.wait(), 1; };
+        QVERIFY(!question.ask(0ms, {}, {}, hanging));
+        std::atomic<bool> isAsked = false;
+        const auto second = [&] { return isAsked = true; };
+        QVERIFY(!question.ask(30ms, {}, {}, second) && !isAsked);
+        answer.set_value();
+        QCOMPARE(question.ask(1min, {}, {}, second), std::optional(true));
     }
 
     void environmentForTools()
