@@ -7,7 +7,6 @@
 #include <fcntl.h>
 #include <map>
 #include <random>
-#include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -140,23 +139,6 @@ private Q_SLOTS:
             const std::set<PathSet> expected = {{"Downloads/a", "Downloads/b"}};
             return std::string(setsOf(folders.scan(), folders.top()) == expected ? "" : "others");
         });
-        QCOMPARE(problem, std::string());
-    }
-
-    void aFolderMountedTwiceIsOneFolder()
-    {
-        const DuplicateFolders folders;
-        folders.write("Downloads/a", contentOf(5'000));
-        const std::string problem = inOwnMounts([&]() -> std::string {
-            if (::mount(folders.downloads().c_str(), folders.desktop().c_str(), nullptr, MS_BIND, nullptr) !=
-                0)
-                return "SKIP";
-            if (!std::filesystem::exists(folders.desktop() / "a"))
-                return "not mounted";
-            return folders.scan().empty() ? "" : "found twice";
-        });
-        if (problem == "SKIP")
-            QSKIP("mounting is not permitted here");
         QCOMPARE(problem, std::string());
     }
 

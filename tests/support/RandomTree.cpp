@@ -1,5 +1,6 @@
 #include "support/RandomTree.h"
 
+#include "platform/posix/Channels.h"
 #include "platform/posix/HeldFolder.h"
 #include "platform/posix/TreeRemoval.h"
 
@@ -10,9 +11,7 @@
 #include <fstream>
 #include <grp.h>
 #include <random>
-#include <sched.h>
 #include <sstream>
-#include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 
@@ -30,7 +29,7 @@ std::string contentAt(int folder, const std::string &name, mode_t mode)
     if (S_ISLNK(mode)) {
         length = ::readlinkat(folder, name.c_str(), buffer.data(), buffer.size());
     } else if (S_ISREG(mode)) {
-        const Descriptor file(::openat(folder, name.c_str(), O_RDONLY | O_NOATIME | O_CLOEXEC));
+        const Descriptor file(::openat(folder, name.c_str(), O_RDONLY | O_CLOEXEC));
         length = ::read(file.number(), buffer.data(), buffer.size());
     }
     return std::string(buffer.data(), length > 0 ? static_cast<std::size_t>(length) : 0);
@@ -43,8 +42,9 @@ void picture(int folder, const std::string &above, TreePicture &result)
         struct stat facts = {};
         ::fstatat(folder, name.c_str(), &facts, AT_SYMLINK_NOFOLLOW);
         std::ostringstream line;
-        line << std::oct << facts.st_mode << ' ' << facts.st_uid << ' ' << std::dec << facts.st_mtim.tv_sec
-             << '.' << facts.st_mtim.tv_nsec << ' ' << contentAt(folder, name, facts.st_mode);
+        const FileIdentity identity = identityIn(folder, name).value_or(FileIdentity());
+        line << std::oct << facts.st_mode << ' ' << facts.st_uid << ' ' << std::dec
+             << identity.modifiedNanoseconds << ' ' << contentAt(folder, name, facts.st_mode);
         result[above + name] = line.str();
         if (!S_ISDIR(facts.st_mode))
             continue;
@@ -75,7 +75,7 @@ public:
                 ::linkat(AT_FDCWD, (m_outside / "hard").c_str(), folder, name.c_str(), 0);
                 break;
             case 5:
-                ::mkfifoat(folder, name.c_str(), 0600);
+                ::mkfifo((pathOf(folder) / name).c_str(), 0600);
                 break;
             default:
                 makeFolder(folder, name, depth);
@@ -220,11 +220,7 @@ std::string inChild(const std::function<std::string()> &work)
 
 std::string inChildren(int count, const std::function<std::string(int)> &work)
 {
-    int ends[2];
-    if (::pipe2(ends, O_CLOEXEC) != 0)
-        return "no pipe";
-    Descriptor reading(ends[0]);
-    Descriptor writing(ends[1]);
+    auto [reading, writing] = makePipe();
     std::vector<pid_t> children;
     for (int number = 0; number < count; ++number) {
         children.push_back(::fork());
@@ -248,21 +244,11 @@ std::string inChildren(int count, const std::function<std::string(int)> &work)
     return problems;
 }
 
-std::string inOwnMounts(const std::function<std::string()> &work)
-{
-    return inChild([&]() -> std::string {
-        if (::unshare(CLONE_NEWNS) != 0 || ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
-            return "SKIP";
-        return work();
-    });
-}
-
 void becomeNobody()
 {
     if (::geteuid() != 0)
         return;
-    if (::setgroups(0, nullptr) != 0 || ::setresgid(nobody, nobody, nobody) != 0 ||
-        ::setresuid(nobody, nobody, nobody) != 0)
+    if (::setgroups(0, nullptr) != 0 || ::setgid(nobody) != 0 || ::setuid(nobody) != 0)
         qFatal("cannot become nobody");
 }
 

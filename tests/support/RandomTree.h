@@ -57,9 +57,6 @@ std::string inChild(const std::function<std::string()> &work);
 /// The same in several children at once; the first problem.
 std::string inChildren(int count, const std::function<std::string(int number)> &work);
 
-/// Does the work in a child with mounts of its own; "SKIP" when that is not permitted.
-std::string inOwnMounts(const std::function<std::string()> &work);
-
 /// Becomes a user without any special rights when this process is root. For use in a child.
 void becomeNobody();
 

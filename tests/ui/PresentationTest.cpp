@@ -1,5 +1,4 @@
 #include "health/HealthRules.h"
-#include "platform/linux/LinuxWords.h"
 #include "support/Table.h"
 #include "ui/presentation/BatteryText.h"
 #include "ui/presentation/CheckText.h"
@@ -240,41 +239,6 @@ qrc:/a.qml:9:2: Expected token\nand more | none
             shortcuts.append(row.shortcut);
         QCOMPARE(shortcuts.at(2), u"Ctrl+3"_qs);
         QCOMPARE(shortcuts.removeDuplicates(), 0);
-    }
-
-    void aLinuxComputerIsCalledNoMac()
-    {
-        Machine machine;
-        machine.words = linuxWords({}, {});
-        machine.mayHaveBattery = false;
-        SystemStats stats = machineWith(99, 99, 99);
-        stats.batteryPercent = stats.batteryHealthPercent = 1;
-        LoginItem item;
-        item.plistPath = u"/x"_qs;
-        QStringList said = {batterySummary(stats, machine.words).condition, queueNoteText(machine.words),
-                            checkInvitationText(true, false, machine.words)};
-        const Words words(machine.words);
-        for (int index = 0; index < words.metaObject()->propertyCount(); ++index)
-            said.append(words.metaObject()->property(index).read(&words).toString());
-        for (const SectionRow &row : sectionRows(machine))
-            said << row.title << row.subtitle;
-        QVERIFY(!said.contains(u"Battery"_qs)); // which it does not have
-        for (const WelcomePoint &point : welcomePoints(TrayItem::Place::there, machine.words))
-            said.append(point.heading);
-        for (const MenuEntry &entry : startupMenu(item, machine.words))
-            said.append(entry.label);
-        for (const ThermalState heat : {ThermalState::serious, ThermalState::critical})
-            for (const double load : {10.0, 70.0, 90.0}) {
-                stats.thermalState = heat;
-                stats.cpuUsagePercent = load;
-                for (const HealthIssue &issue :
-                     computeHealth(stats, {process(u"Mill"_qs, load)}, {}, machine.words).issues)
-                    said << issue.what << issue.why << issue.how;
-            }
-        const QRegularExpression mac(
-            u"\\b(mac|macos|finder|dock|xcode|simulators?|apple|menu bar|system settings|taps?)\\b"_qs,
-            QRegularExpression::CaseInsensitiveOption);
-        QCOMPARE(said.filter(mac), QStringList());
     }
 
     void removableRows()

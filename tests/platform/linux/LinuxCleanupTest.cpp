@@ -3,6 +3,7 @@
 #include "cleanup/CacheCleaner.h"
 #include "cleanup/DeepScanner.h"
 #include "cleanup/DeveloperCleanup.h"
+#include "cleanup/DuplicateFolders.h"
 #include "cleanup/RemovalRun.h"
 #include "platform/linux/CacheFolder.h"
 #include "platform/linux/LinuxDisposal.h"
@@ -11,12 +12,14 @@
 #include "platform/machinefolder/FolderClock.h"
 #include "platform/posix/LastTouch.h"
 #include "platform/posix/PosixShell.h"
+#include "support/OwnMounts.h"
 #include "support/Table.h"
 #include "support/TemporaryMachine.h"
 
 #include <QtCore/QProcess>
 #include <QtTest/QTest>
 
+#include <sys/mount.h>
 #include <unistd.h>
 
 using namespace swabby;
@@ -87,6 +90,23 @@ class LinuxCleanupTest : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void aFolderMountedTwiceIsOneFolder()
+    {
+        const DuplicateFolders folders;
+        folders.write("Downloads/a", contentOf(5'000));
+        const std::string problem = inOwnMounts([&]() -> std::string {
+            if (::mount(folders.downloads().c_str(), folders.desktop().c_str(), nullptr, MS_BIND, nullptr) !=
+                0)
+                return "SKIP";
+            if (!std::filesystem::exists(folders.desktop() / "a"))
+                return "not mounted";
+            return folders.scan().empty() ? "" : "found twice";
+        });
+        if (problem == "SKIP")
+            QSKIP("mounting is not permitted here");
+        QCOMPARE(problem, std::string());
+    }
+
     void userFolders()
     {
         compareTable(fixture(u"linux/user_folders.txt"_qs), [](const Cells &row) {

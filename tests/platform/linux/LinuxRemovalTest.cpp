@@ -1,5 +1,6 @@
 #include "platform/linux/RemovalScene.h"
 #include "platform/posix/HeldFolder.h"
+#include "support/OwnMounts.h"
 #include "support/Table.h"
 
 #include <QtTest/QTest>

@@ -1,5 +1,6 @@
 #include "platform/linux/LinuxShell.h"
 #include "platform/linux/DiskTools.h"
+#include "support/OwnMounts.h"
 #include "support/RandomTree.h"
 #include "support/Table.h"
 

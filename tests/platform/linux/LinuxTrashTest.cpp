@@ -1,5 +1,6 @@
 #include "platform/linux/RemovalScene.h"
 #include "platform/linux/TrashRecord.h"
+#include "support/OwnMounts.h"
 
 #include <QtTest/QTest>
 
