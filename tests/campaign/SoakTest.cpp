@@ -3,6 +3,7 @@
 #include "ui/Desk.h"
 
 #include <QtCore/QDir>
+#include <QtCore/QRandomGenerator>
 #include <QtGui/QGuiApplication>
 #include <QtQuick/QQuickWindow>
 
@@ -133,6 +134,42 @@ private Q_SLOTS:
                 last = last | held();
         }
         verifyFlat(first, last);
+    }
+
+    // Whatever is pressed, however quickly, and whatever is half made meanwhile.
+    void blindHands()
+    {
+        const auto seed = qEnvironmentVariableIntValue("SWABBY_SEED");
+        QRandomGenerator random(seed > 0 ? quint32(seed) : 1);
+        Desk desk;
+        for (int number = 0; number < 40; ++number)
+            desk.folder.writeFile(u"home/Downloads/copy %1.bin"_qs.arg(number), QByteArray(9'000, 'x'));
+        desk.refresh();
+        WindowLibrary windows(desk.context());
+        constexpr Qt::Key keys[] = {Qt::Key_Tab,    Qt::Key_Tab,  Qt::Key_Space,    Qt::Key_Return,
+                                    Qt::Key_Escape, Qt::Key_Down, Qt::Key_PageDown, Qt::Key_Up,
+                                    Qt::Key_F5,     Qt::Key_End};
+        for (int number = 0; number < (isWhole() ? 5'000 : 300); ++number) {
+            windows.openMainWindow();
+            QQuickWindow &window = *visibleWindow();
+            switch (random.bounded(4)) {
+            case 0:
+                QTest::keyClick(&window, static_cast<Qt::Key>(Qt::Key_1 + random.bounded(8)),
+                                Qt::ControlModifier);
+                break;
+            case 1:
+                QTest::keyClick(&window, keys[random.bounded(int(std::size(keys)))]);
+                break;
+            case 2:
+                QTest::mouseClick(&window, Qt::LeftButton, {},
+                                  {random.bounded(window.width()), random.bounded(window.height())});
+                break;
+            default:
+                QTest::qWait(random.bounded(20));
+            }
+            if (random.bounded(50) == 0)
+                desk.state.refresh();
+        }
     }
 
 private:
