@@ -24,7 +24,9 @@ fuzz_packages=(clang libclang-rt-14-dev)
 mac_packages=(clang-16 llvm-16 libc++-16-dev musl-dev)
 # What reads the windows as a screen reader does.
 reader_packages=(xvfb xdotool weston qt6-wayland dbus-daemon at-spi2-core gir1.2-atspi-2.0 python3 python3-gi)
-bench_packages=(libbenchmark-dev jdupes)
+bench_packages=(libbenchmark-dev)
+# What does the same as Swabby or a part of it, and what that is measured on.
+peer_packages=(jdupes rmlint rdfind fdupes gdu btop gnome-system-monitor stacer xvfb openbox dbus-daemon)
 # What Homebrew calls what building on a Mac needs.
 brew_packages=(cmake ninja pkgconf qtbase qtdeclarative libplist libgcrypt)
 

@@ -68,7 +68,7 @@ rm "$tools/dpkg-query"
 expect_status 'another system' 0 need testing cmake
 expect_text 'what is said' 'Not a Debian system' "$said"
 
-for command in run test bench/run demo/make-machine; do
+for command in run test bench demo/make-machine; do
     expect_status "$command --help" 0 "$top/$command" --help
     expect_text "$command --help" '^usage: ' "$said"
 done

@@ -1,4 +1,4 @@
-#include "bench/Crowd.h"
+#include "benchmarks/Crowd.h"
 
 #include <algorithm>
 #include <cctype>

@@ -7,7 +7,7 @@
 // removed again. Nothing is asked of the model.
 
 #include "flows/health/FullCheck.h"
-#include "bench/Timing.h"
+#include "benchmarks/Timing.h"
 #include "cleanup/CacheCleaner.h"
 #include "cleanup/DeveloperCleanup.h"
 #include "cleanup/DuplicateFinder.h"

@@ -1,7 +1,7 @@
 // How long the main thread is kept from its events during 100 refreshes among 2,000 processes, beside the
 // same time of an event loop with nothing to do.
-#include "bench/Crowd.h"
-#include "bench/StallMeter.h"
+#include "benchmarks/Crowd.h"
+#include "benchmarks/StallMeter.h"
 #include "machine/MachineChoice.h"
 #include "state/AppState.h"
 

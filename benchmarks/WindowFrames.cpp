@@ -3,7 +3,7 @@
 // when the question before all of them go is asked; beside an empty window that is moved the same way. On the
 // display of the environment; without one `QT_QPA_PLATFORM=offscreen`.
 #include "app/ApplicationFlows.h"
-#include "bench/FrameMeter.h"
+#include "benchmarks/FrameMeter.h"
 #include "settings/Settings.h"
 #include "state/AppState.h"
 #include "tests/support/TemporaryMachine.h"

@@ -5,8 +5,8 @@
 //
 // The folder is made, becomes a home folder, and is removed again.
 
-#include "bench/Crowd.h"
-#include "bench/Timing.h"
+#include "benchmarks/Crowd.h"
+#include "benchmarks/Timing.h"
 #include "cleanup/DiskUsage.h"
 #include "cleanup/DuplicateFinder.h"
 #include "machine/MachineChoice.h"

@@ -2,7 +2,7 @@
 // times over, beside the same time of an event loop with nothing to do. The server answers each after a while
 // of its own.
 #include "ai/CloudAI.h"
-#include "bench/StallMeter.h"
+#include "benchmarks/StallMeter.h"
 #include "machine/MachineChoice.h"
 #include "tests/support/LoopbackServer.h"
 

@@ -1,4 +1,4 @@
-#include "bench/Crowd.h"
+#include "benchmarks/Crowd.h"
 #include "engine/Samplers.h"
 #include "health/HealthRules.h"
 #include "health/HistoryKeeper.h"
