@@ -31,6 +31,13 @@ void PageMaking::incubatingObjectCountChanged(int count)
         m_timer.start();
 }
 
+void PageMaking::finish()
+{
+    constexpr int longest = 1'000; // milliseconds
+    while (incubatingObjectCount() > 0)
+        incubateFor(longest);
+}
+
 void PageMaking::makePortion()
 {
     incubateFor(static_cast<int>(portion.count()));

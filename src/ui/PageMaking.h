@@ -10,6 +10,8 @@ namespace swabby {
 class PageMaking : public QQmlIncubationController {
 public:
     PageMaking();
+    /// Makes all that is begun, at once: the toolkit does not survive that something half made is let go.
+    void finish();
 
 protected:
     void incubatingObjectCountChanged(int count) override;

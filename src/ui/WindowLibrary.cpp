@@ -147,7 +147,11 @@ WindowLibrary::WindowLibrary(UserInterfaceContext context)
     });
 }
 
-WindowLibrary::~WindowLibrary() = default;
+WindowLibrary::~WindowLibrary()
+{
+    if (const auto engine = m_engine.lock())
+        engine->making.finish();
+}
 
 std::shared_ptr<WindowEngine> WindowLibrary::sharedEngine()
 {
@@ -185,6 +189,7 @@ void WindowLibrary::present(std::unique_ptr<OpenWindow<View>> &open, MakeWindow<
             if (open == nullptr || open->window->isVisible())
                 return;
             m_kept = open->engine;
+            m_kept->making.finish();
             open.reset();
             giveMemoryBack();
             m_keeping.start();

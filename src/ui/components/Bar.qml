@@ -11,6 +11,7 @@ Rectangle {
 
     function follow(): void {
         if (Math.abs(fraction - shown) * width > 12) {
+            glide.to = fraction;
             glide.restart();
         } else {
             glide.stop();
@@ -30,7 +31,6 @@ Rectangle {
 
         target: bar
         property: "shown"
-        to: bar.fraction
         duration: Theme.sheetDuration
         easing.type: Easing.InOutQuad
     }

@@ -57,7 +57,7 @@ Item {
         text: strip.view.standing
         offer: strip.view.canStartAnew ? "Start anew" : ""
         canBeDismissed: false
-        visible: text !== "" && !strip.isTaken && !putBack.visible
+        visible: text !== "" && !strip.isTaken && !strip.hasNotice && !putBack.visible
         onAccepted: strip.view.startAnew()
     }
 

@@ -19,10 +19,12 @@ Item {
     component PageLoader: Loader {
         id: loader
 
-        property string page
+        property string page // what it is wanted for
+        property string made
 
         function make(wanted: string): void {
             page = wanted;
+            made = wanted;
             source = "";
             setSource(Qt.resolvedUrl("../" + wanted), {
                 "view": frame.view
@@ -40,7 +42,7 @@ Item {
         onLoaded: if (page !== "" && page === frame.page)
             frame.present(loader)
         else
-            Qt.callLater(frame.showPage)
+            again.restart()
     }
 
     // Whether the key scrolled the page.
@@ -61,6 +63,8 @@ Item {
             present(page === "" ? null : shown);
         else if (next.status !== Loader.Loading)
             next.make(page);
+        else if (next.made === page)
+            next.page = page;
     }
 
     function present(next: PageLoader): void {
@@ -69,6 +73,14 @@ Item {
                 loader.page = "";
         shown = next;
         leaving.restart();
+    }
+
+    // Not while the page that came too late is being announced.
+    Timer {
+        id: again
+
+        interval: 0
+        onTriggered: frame.showPage()
     }
 
     // What is shown no more goes after the frame that shows the next page, which has enough to do.
