@@ -73,8 +73,8 @@ public:
 
     void enters(int folder, const char *name) override
     {
-        if (m_ends.empty())
-            m_countsFolders = countsFolders(folder);
+        if (struct statx facts = {}; m_ends.empty() && countsFolders(folder) && look(folder, "", facts))
+            m_countingDisk = thingOf(facts).first;
         m_ends.push_back(m_path.size());
         if (*name != '\0')
             m_path.append("/").append(name);
@@ -89,7 +89,7 @@ public:
     bool goesInto(int folder, const char *name) override
     {
         if (name != m_name)
-            return !m_countsFolders || !isKnownToHoldNone(folder, name);
+            return !isKnownToHoldNone(folder, name);
         text.append(m_path).append("/").append(name).append("\n");
         return false;
     }
@@ -101,17 +101,19 @@ public:
     }
 
 private:
-    /// Each folder has its name, its own "." and the ".." of every folder in it.
-    static bool isKnownToHoldNone(int folder, const char *name)
+    /// Each folder has its name, its own "." and the ".." of every folder in it. What is mounted there may
+    /// count otherwise.
+    bool isKnownToHoldNone(int folder, const char *name) const
     {
         struct statx facts = {};
-        return look(folder, name, facts) && facts.stx_nlink == 2;
+        return m_countingDisk && look(folder, name, facts) && facts.stx_nlink == 2 &&
+               thingOf(facts).first == *m_countingDisk;
     }
 
     std::string m_path;
     const std::string m_name;
     const std::size_t m_levels;
-    bool m_countsFolders = false;
+    std::optional<std::uint64_t> m_countingDisk;
     std::vector<std::size_t> m_ends; ///< of the path of what each folder on the way lies in
 };
 

@@ -2,9 +2,11 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <linux/openat2.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/vfs.h>
 
 #include <cerrno>
 #include <cstring>
@@ -15,7 +17,7 @@ namespace swabby {
 namespace {
 
 /// So many of the folders on the way down are held open; those above are found again from below.
-constexpr std::size_t heldLevels = 32;
+constexpr std::size_t heldLevels = 4;
 
 /// One folder on the way down.
 struct Level {
@@ -40,6 +42,25 @@ Descriptor openOnThisMount(int folder, const char *name)
     return Descriptor(static_cast<int>(::syscall(SYS_openat2, folder, name, &how, sizeof how)));
 }
 
+/// Whether the folder is on a disk of this computer: what waits for another one cannot be ended.
+bool isLocal(int folder)
+{
+    struct statfs disk = {};
+    if (::fstatfs(folder, &disk) != 0)
+        return false;
+    switch (disk.f_type) {
+    case EXT4_SUPER_MAGIC: // and those before it
+    case XFS_SUPER_MAGIC:
+    case BTRFS_SUPER_MAGIC:
+    case F2FS_SUPER_MAGIC:
+    case TMPFS_MAGIC:
+    case OVERLAYFS_SUPER_MAGIC:
+        return true;
+    default:
+        return false;
+    }
+}
+
 /// Whether a folder that does not open is closed to this user, or none any more.
 bool isPassedOver(int problem)
 {
@@ -55,10 +76,10 @@ public:
 
     bool through(Descriptor top)
     {
-        bool goesOn = enter(std::move(top), "");
+        bool goesOn = isLocal(top.number()) && enter(std::move(top), "");
         while (goesOn && !m_levels.empty()) {
             Level &level = m_levels.back();
-            goesOn = level.next == level.waiting.size() ? leave() : goDown(level);
+            goesOn = !m_isStopped() && (level.next == level.waiting.size() ? leave() : goDown(level));
         }
         return goesOn;
     }
@@ -151,7 +172,7 @@ Thing thingOf(const struct statx &facts)
 bool look(int folder, const char *name, struct statx &facts)
 {
     constexpr unsigned wanted = STATX_TYPE | STATX_NLINK | STATX_INO | STATX_BLOCKS;
-    constexpr int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_EMPTY_PATH | AT_STATX_DONT_SYNC;
+    constexpr int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | AT_EMPTY_PATH;
     return ::statx(folder, name, flags, wanted, &facts) == 0;
 }
 

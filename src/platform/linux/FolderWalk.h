@@ -30,12 +30,12 @@ public:
 
 /// Walks through everything below a folder, asked of the kernel itself. No link is followed, whatever is
 /// swapped meanwhile, and depth costs neither stack nor descriptors. Blocks for the disk. False when it did
-/// not come to the end: it was stopped, or something else is mounted below, or this program lacks what it
-/// takes.
+/// not come to the end: it was stopped, or the folder is on a disk that may not answer for good, as a
+/// server's, or something else is mounted below, or this program lacks what it takes.
 bool walkThrough(Descriptor top, FolderVisitor &visitor, const std::function<bool()> &isStopped);
 
 /// Looks at a name in an open folder, or at that itself when the name is empty, links not followed: kind,
-/// names, number and blocks, as far as they are known without asking a server anew.
+/// names, number and blocks.
 bool look(int folder, const char *name, struct statx &facts);
 
 /// What it is that was looked at.

@@ -2,6 +2,8 @@
 
 #include "platform/linux/DiskTools.h"
 
+#include <new>
+
 namespace swabby {
 
 bool LinuxShell::has(const std::string &executable)
@@ -20,10 +22,14 @@ std::optional<std::string> LinuxShell::perform(const std::string &executable,
 {
     const auto isStopped = [&] { return m_stop.stopRequested() || stop.stopRequested(); };
     std::optional<std::string> text;
-    if (executable == "/usr/bin/du")
-        text = diskUsageText(arguments, isStopped);
-    else if (executable == "/usr/bin/find")
-        text = folderSearchText(arguments, isStopped);
+    try {
+        if (executable == "/usr/bin/du")
+            text = diskUsageText(arguments, isStopped);
+        else if (executable == "/usr/bin/find")
+            text = folderSearchText(arguments, isStopped);
+    } catch (const std::bad_alloc
+                 &) { // a folder of millions of files with several names; the tool has its own memory
+    }
     return text ? text : m_tools.run(executable, arguments, output, stop);
 }
 

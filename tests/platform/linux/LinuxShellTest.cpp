@@ -112,6 +112,7 @@ private Q_SLOTS:
             const fs::path place = ground / "in/below";
             if (::mount("none", place.c_str(), "tmpfs", 0, nullptr) != 0)
                 return "SKIP";
+            const std::string empty = difference(ground.path()); // its count of folders is no sign
             fs::create_directories(place / "node_modules");
             const std::string found = difference(ground.path());
             LinuxShell shell((StopToken()));
@@ -121,8 +122,8 @@ private Q_SLOTS:
                                         ToolOutput::fileNames);
             const std::string inside = difference(place);
             ::umount(place.c_str());
-            if (found.find("no answer") != 0 || !inside.empty())
-                return found + " / " + inside;
+            if (empty.find("no answer") != 0 || found.find("no answer") != 0 || !inside.empty())
+                return empty + " / " + found + " / " + inside;
             return said == place.native() + "/node_modules\n" ? "" : "what is mounted was not searched";
         });
         if (problem == "SKIP")
