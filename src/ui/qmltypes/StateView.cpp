@@ -29,8 +29,9 @@ void StateView::show(const ShownState &shown, bool isCompact)
 {
     // Much of what is published is about something else, as that a check is over.
     const bool hasOtherPrograms =
-        shown.processes != m_shown.processes || shown.batteryDrainers != m_shown.batteryDrainers ||
-        shown.networkUsers != m_shown.networkUsers || shown.pinnedNames != m_shown.pinnedNames ||
+        shown.refreshesApplied != m_shown.refreshesApplied || shown.processes != m_shown.processes ||
+        shown.batteryDrainers != m_shown.batteryDrainers || shown.networkUsers != m_shown.networkUsers ||
+        shown.pinnedNames != m_shown.pinnedNames ||
         m_topPid != (shown.processes.isEmpty() ? 0 : shown.processes.first().pid);
     const bool hasOtherItems = shown.loginItems != m_shown.loginItems;
     m_shown = shown;

@@ -19,7 +19,7 @@ struct SymbolPaths {
 
 const SymbolPaths &pathsOf(const SymbolDrawing &drawing)
 {
-    static QHash<const SymbolDrawing *, SymbolPaths> known;
+    thread_local QHash<const SymbolDrawing *, SymbolPaths> known;
     auto paths = known.find(&drawing);
     if (paths == known.end())
         paths = known.insert(&drawing,
