@@ -52,12 +52,14 @@ void endWithProblem(const QString &why)
 
 } // namespace
 
-AppDelegate::AppDelegate(AppState &state, ApplicationFlows &flows, std::optional<ThemeChoice> theme)
-    : m_state(state),
-      m_flows(flows),
-      m_theme(theme),
-      m_program(QCoreApplication::applicationFilePath()),
-      m_programAtStart(FileIdentity::of(QFile::encodeName(m_program).toStdString()))
+std::optional<FileIdentity> AppDelegate::programNow()
+{
+    return FileIdentity::of(QFile::encodeName(QCoreApplication::applicationFilePath()).toStdString());
+}
+
+AppDelegate::AppDelegate(AppState &state, ApplicationFlows &flows, std::optional<ThemeChoice> theme,
+                         std::optional<FileIdentity> programAtStart)
+    : m_state(state), m_flows(flows), m_theme(theme), m_programAtStart(std::move(programAtStart))
 {
     connect(&state, &AppState::applied, this, &AppDelegate::followStanding);
 }
@@ -172,7 +174,7 @@ UserInterface *AppDelegate::userInterface()
 
 Standing AppDelegate::standing() const
 {
-    const auto now = FileIdentity::of(QFile::encodeName(m_program).toStdString());
+    const auto now = programNow();
     // Of another version the libraries may lie beside these.
     const bool isSameProgram = !m_programAtStart || (now && now->isSameThing(*m_programAtStart));
     if (!wasReplaced() && isSameProgram)

@@ -24,7 +24,12 @@ class AppDelegate : public QObject {
 
 public:
     /// Without a theme the windows follow the setting.
-    AppDelegate(AppState &state, ApplicationFlows &flows, std::optional<ThemeChoice> theme);
+    /// The program's file as it lies there at this moment.
+    static std::optional<FileIdentity> programNow();
+
+    /// With the program's file from before anybody else could ask anything of this one.
+    AppDelegate(AppState &state, ApplicationFlows &flows, std::optional<ThemeChoice> theme,
+                std::optional<FileIdentity> programAtStart = programNow());
     ~AppDelegate() override;
 
     void applicationDidFinishLaunching();
@@ -62,7 +67,6 @@ private:
     AppState &m_state;
     ApplicationFlows &m_flows;
     std::optional<ThemeChoice> m_theme;
-    const QString m_program;
     const std::optional<FileIdentity> m_programAtStart;
     Standing m_standing;
     std::unique_ptr<StatusItemController> m_statusItemController;

@@ -68,13 +68,14 @@ void lookTwice(AppState &state)
     });
 }
 
-int runApplication(AppState &state, const CommandLine &commandLine, SingleInstance &instance)
+int runApplication(AppState &state, const CommandLine &commandLine, SingleInstance &instance,
+                   const std::optional<FileIdentity> &programAtStart)
 {
     lookTwice(state);
     ApplicationFlows flows(state);
     state.start();
     state.requestMainSection(commandLine.section);
-    AppDelegate delegate(state, flows, commandLine.theme);
+    AppDelegate delegate(state, flows, commandLine.theme, programAtStart);
     delegate.applicationDidFinishLaunching();
     QObject::connect(&flows.notifications, &NotificationFlow::opened, &delegate,
                      &AppDelegate::openMainWindowAt);
@@ -135,6 +136,7 @@ int runSwabby(int argc, char *argv[], std::string *program)
     problem = commandLine->machineFolder ? QString() : foreignHome(machine->places);
     if (!problem.isEmpty())
         return complain(problem, 1);
+    const auto programAtStart = AppDelegate::programNow();
     SingleInstance instance(instancePath(commandLine->machineFolder));
     switch (instance.claim({!commandLine->isBackground, commandLine->section})) {
     case SingleInstance::Standing::handedOver:
@@ -146,7 +148,7 @@ int runSwabby(int argc, char *argv[], std::string *program)
     }
     const std::future<void> bringingIn = bringIn(*commandLine);
     AppState state(machine, Record::everything);
-    return runApplication(state, *commandLine, instance);
+    return runApplication(state, *commandLine, instance, programAtStart);
 }
 
 } // namespace
