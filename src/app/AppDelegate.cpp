@@ -59,7 +59,7 @@ std::optional<FileIdentity> AppDelegate::programNow()
 
 AppDelegate::AppDelegate(AppState &state, ApplicationFlows &flows, std::optional<ThemeChoice> theme,
                          std::optional<FileIdentity> programAtStart)
-    : m_state(state), m_flows(flows), m_theme(theme), m_programAtStart(std::move(programAtStart))
+    : m_state(state), m_flows(flows), m_theme(theme), m_programAtStart(programAtStart)
 {
     connect(&state, &AppState::applied, this, &AppDelegate::followStanding);
 }
